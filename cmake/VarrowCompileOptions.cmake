@@ -1,0 +1,19 @@
+# varrow_compile_options(target): warnings as errors, sanitizers, and source paths relative to the
+# tree in assertions and log lines, so that no build machine's folders stand in a binary.
+function(varrow_compile_options target)
+  if(MSVC)
+    target_compile_options(${target} PRIVATE /W4 /WX /utf-8)
+  else()
+    target_compile_options(
+      ${target}
+      PRIVATE -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wformat=2 -Werror
+              "-fmacro-prefix-map=${PROJECT_SOURCE_DIR}/=")
+  endif()
+  if(VARROW_SANITIZE)
+    target_compile_options(${target} PRIVATE -fsanitize=${VARROW_SANITIZE} -fno-omit-frame-pointer)
+    target_link_options(${target} PRIVATE -fsanitize=${VARROW_SANITIZE})
+    if(VARROW_SANITIZE MATCHES "undefined")
+      target_compile_options(${target} PRIVATE -fno-sanitize-recover=all)
+    endif()
+  endif()
+endfunction()

@@ -1,0 +1,6 @@
+# Uses ccache when it is there and nobody chose a launcher.
+find_program(VARROW_CCACHE ccache)
+mark_as_advanced(VARROW_CCACHE)
+if(VARROW_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+  set(CMAKE_CXX_COMPILER_LAUNCHER "${VARROW_CCACHE}")
+endif()

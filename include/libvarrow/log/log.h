@@ -1,0 +1,53 @@
+// Setting the root logger up, and logging through it.
+#pragma once
+
+#include <boost/current_function.hpp>
+#include <boost/function.hpp>
+#include <string>
+
+#include "libvarrow/Export.h"
+
+/// Sets the root logger up from the log4cplus property file `confFile`. When that cannot be read:
+/// prints "WARNING: can not found log.conf\n" to standard output and logs to the console, to
+/// "log.txt" and, from WARN upward, to "error_log.txt" in the current directory, at level INFO.
+/// Then calls every registered handler.
+///
+/// Call it on the main thread before other threads log; not locked. Every call adds to the
+/// configuration there is. Throws boost::bad_function_call for an empty handler.
+LIBVARROW_API void InitRootLogger(std::string confFile);
+
+/// Has a copy of `handler` called at the end of every later InitRootLogger, in the order of
+/// registration, to add appenders of its own say. Not locked.
+LIBVARROW_API void registerLogInitedHandler(const boost::function<void()>& handler);
+
+/// Does nothing: a registered handler stays for the life of the process.
+LIBVARROW_API void unRegisterLogInitedHandler(const boost::function<void()>& handler);
+
+namespace libvarrow::log {
+
+enum class Level { Debug, Info, Warn, Error };
+
+/// Whether the root logger takes messages of `level` now. Thread safe.
+LIBVARROW_API bool isEnabled(Level level);
+
+/// Logs a printf-like message through the root logger; the macros below call it. Before
+/// InitRootLogger, warnings and errors go to standard error and the rest is dropped. Thread safe.
+LIBVARROW_API void write(Level level, const char* file, int line, const char* function,
+                         const char* format, ...) LIBVARROW_PRINTF_LIKE(5, 6);
+
+}  // namespace libvarrow::log
+
+/// Logs a printf-like message. The format is a literal of the source: text from anywhere else is an
+/// argument ("%s").
+///
+///     LIBVARROW_LOG_INFO("%d operations of %s", count, name.c_str());
+#define LIBVARROW_LOG(level, ...)                                                                 \
+  do {                                                                                            \
+    if (::libvarrow::log::isEnabled(level)) {                                                     \
+      ::libvarrow::log::write(level, __FILE__, __LINE__, BOOST_CURRENT_FUNCTION, "" __VA_ARGS__); \
+    }                                                                                             \
+  } while (false)
+#define LIBVARROW_LOG_DEBUG(...) LIBVARROW_LOG(::libvarrow::log::Level::Debug, __VA_ARGS__)
+#define LIBVARROW_LOG_INFO(...) LIBVARROW_LOG(::libvarrow::log::Level::Info, __VA_ARGS__)
+#define LIBVARROW_LOG_WARN(...) LIBVARROW_LOG(::libvarrow::log::Level::Warn, __VA_ARGS__)
+#define LIBVARROW_LOG_ERROR(...) LIBVARROW_LOG(::libvarrow::log::Level::Error, __VA_ARGS__)

@@ -1,0 +1,30 @@
+#!/usr/bin/env bash
+# Installs the Debian packages that the build needs and that are missing; asks for root only then.
+set -euo pipefail
+
+packages=(
+  g++ cmake ninja-build ccache
+  libboost-date-time-dev libboost-filesystem-dev libboost-locale-dev libboost-stacktrace-dev
+  libboost-thread-dev libjsoncpp-dev liblog4cplus-dev libpoco-dev
+  libgtest-dev libbenchmark-dev libfmt-dev
+)
+
+missing=()
+for package in "${packages[@]}"; do
+  status=$(dpkg-query --show --showformat='${db:Status-Status}' "$package" 2>/dev/null || true)
+  [ "$status" = installed ] || missing+=("$package")
+done
+[ ${#missing[@]} -eq 0 ] && exit 0
+
+as_root=()
+if [ "$(id -u)" -ne 0 ]; then
+  command -v sudo >/dev/null || {
+    echo "These packages are missing, install them as root: ${missing[*]}" >&2
+    exit 1
+  }
+  as_root=(sudo)
+fi
+echo "Installing: ${missing[*]}"
+export DEBIAN_FRONTEND=noninteractive
+"${as_root[@]}" apt-get update -q
+"${as_root[@]}" apt-get install -q -y --no-install-recommends "${missing[@]}"

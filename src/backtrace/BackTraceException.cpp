@@ -1,0 +1,26 @@
+#include "libvarrow/backtrace/BackTraceException.h"
+
+#include <cstdlib>
+
+#include "libvarrow/backtrace/Check.h"
+
+namespace libvarrow {
+
+BackTraceException::BackTraceException() {
+  initTrack();
+  // Raising one is a failed check on purpose: whoever would catch it could not go on.
+  LIBVARROW_CHECK(false);
+  std::abort();
+}
+
+const char* BackTraceException::what() const noexcept {
+  return "error";
+}
+
+void BackTraceException::trans_func(unsigned int, _EXCEPTION_POINTERS*) {
+  BackTraceException();
+}
+
+void BackTraceException::initTrack() {}
+
+}  // namespace libvarrow

@@ -1,0 +1,124 @@
+#include "libvarrow/log/log.h"
+
+#include <log4cplus/configurator.h>
+#include <log4cplus/consoleappender.h>
+#include <log4cplus/fileappender.h>
+#include <log4cplus/layout.h>
+#include <log4cplus/logger.h>
+
+#include <algorithm>
+#include <cstdarg>
+#include <cstdio>
+#include <fstream>
+#include <iostream>
+#include <memory>
+#include <utility>
+#include <vector>
+
+namespace {
+
+constexpr const char* kPattern = "%i %D{%Y-%m-%d %H:%M:%S}  %-5p - %m [%b:%L]%n";
+
+std::vector<boost::function<void()>>& handlers() {
+  static std::vector<boost::function<void()>> list;
+  return list;
+}
+
+// A directory opens on some systems, but cannot be read.
+bool canRead(const std::string& fileName) {
+  std::ifstream file(fileName);
+  file.peek();
+  return file.is_open() && !file.bad();
+}
+
+void addToRoot(log4cplus::SharedAppenderPtr appender) {
+  appender->setLayout(std::make_unique<log4cplus::PatternLayout>(kPattern));
+  log4cplus::Logger::getRoot().addAppender(std::move(appender));
+}
+
+log4cplus::SharedAppenderPtr fileAppender(const char* fileName) {
+  return log4cplus::SharedAppenderPtr(
+      new log4cplus::FileAppender(fileName, std::ios_base::app, /*immediateFlush=*/true));
+}
+
+void configureDefault() {
+  addToRoot(log4cplus::SharedAppenderPtr(
+      new log4cplus::ConsoleAppender(/*logToStdErr=*/false, /*immediateFlush=*/true)));
+  addToRoot(fileAppender("log.txt"));
+  log4cplus::SharedAppenderPtr errors = fileAppender("error_log.txt");
+  errors->setThreshold(log4cplus::WARN_LOG_LEVEL);
+  addToRoot(errors);
+  log4cplus::Logger::getRoot().setLogLevel(log4cplus::INFO_LOG_LEVEL);
+}
+
+log4cplus::LogLevel nativeLevel(libvarrow::log::Level level) {
+  switch (level) {
+    case libvarrow::log::Level::Debug:
+      return log4cplus::DEBUG_LOG_LEVEL;
+    case libvarrow::log::Level::Info:
+      return log4cplus::INFO_LOG_LEVEL;
+    case libvarrow::log::Level::Warn:
+      return log4cplus::WARN_LOG_LEVEL;
+    case libvarrow::log::Level::Error:
+      break;
+  }
+  return log4cplus::ERROR_LOG_LEVEL;
+}
+
+LIBVARROW_PRINTF_LIKE(1, 0)
+std::string formatted(const char* format, std::va_list arguments) {
+  std::va_list again;
+  va_copy(again, arguments);
+  char text[512];
+  const int written = std::vsnprintf(text, sizeof text, format, arguments);
+  const std::size_t length = written < 0 ? 0 : static_cast<std::size_t>(written);
+  std::string message(text, std::min(length, sizeof text - 1));
+  if (length >= sizeof text) {
+    message.resize(length + 1);
+    std::vsnprintf(message.data(), message.size(), format, again);
+    message.pop_back();
+  }
+  va_end(again);
+  return message;
+}
+
+}  // namespace
+
+void InitRootLogger(std::string confFile) {
+  if (canRead(confFile)) {
+    log4cplus::PropertyConfigurator::doConfigure(confFile);
+  } else {
+    std::cout << "WARNING: can not found log.conf\n" << std::flush;
+    configureDefault();
+    LIBVARROW_LOG_WARN("No log.conf, this is default log conf by hard code!");
+  }
+  for (const boost::function<void()>& handler : handlers()) handler();
+}
+
+void registerLogInitedHandler(const boost::function<void()>& handler) {
+  handlers().push_back(handler);
+}
+
+// Removal is not offered: what a handler set up once is set up again by every later call.
+void unRegisterLogInitedHandler(const boost::function<void()>&) {}
+
+namespace libvarrow::log {
+
+bool isEnabled(Level level) {
+  return log4cplus::Logger::getRoot().isEnabledFor(nativeLevel(level));
+}
+
+void write(Level level, const char* file, int line, const char* function, const char* format, ...) {
+  std::va_list arguments;
+  va_start(arguments, format);
+  const std::string message = formatted(format, arguments);
+  va_end(arguments);
+  log4cplus::Logger root = log4cplus::Logger::getRoot();
+  if (root.getAllAppenders().empty()) {
+    if (level >= Level::Warn) std::cerr << message << std::endl;
+    return;
+  }
+  root.forcedLog(nativeLevel(level), message, file, line, function);
+}
+
+}  // namespace libvarrow::log

@@ -1,0 +1,20 @@
+// Runs code in a process of its own, for what ends the process or changes it for good.
+#pragma once
+
+#include <functional>
+#include <string>
+
+namespace test_support {
+
+struct ChildResult {
+  int exitCode = -1;  ///< -1 when a signal ended the child
+  int signal = 0;     ///< 0 when it exited
+  std::string output;
+  std::string errors;
+};
+
+/// Forks, runs `body` in the child and ends it with 0, without exit handlers. An exception that
+/// leaves `body` is printed to standard error and ends the child with 1.
+ChildResult runInChild(const std::function<void()>& body);
+
+}  // namespace test_support
