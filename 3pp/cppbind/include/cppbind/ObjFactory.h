@@ -1,0 +1,100 @@
+// Creators of registered classes, and the wrapper that every created object really is.
+#pragma once
+
+#include <json/value.h>
+
+#include <memory>
+#include <string>
+#include <type_traits>
+#include <utility>
+
+#include "cppbind/BinderImpBase.h"
+#include "cppbind/Export.h"
+#include "cppbind/Object.h"
+#include "cppbind/imp/json_decode_binder.h"
+#include "cppbind/imp/json_encode_binder.h"
+
+namespace cppbind {
+
+/// Creates objects of one registered class.
+class CPPBIND_API ObjFactory {
+ public:
+  explicit ObjFactory(Json::Value baseProperty = Json::Value());
+  ObjFactory(const ObjFactory&) = delete;
+  ObjFactory& operator=(const ObjFactory&) = delete;
+  virtual ~ObjFactory();
+
+  /// A new object, owned by the caller, with its fields read from `json` through `binder` (null: a
+  /// strict binder without registry). Throws ParseErrorException for fields that do not parse.
+  virtual Object* create(const std::string& name, const Json::Value& json,
+                         BinderImpBase* binder) = 0;
+
+  /// Name of the class that create() makes.
+  virtual std::string typeName() const = 0;
+
+ protected:
+  /// What a created object remembers of its making.
+  Json::Value creationRecord(const Json::Value& json) const;
+
+ private:
+  Json::Value baseProperty_;
+};
+
+/// {name: fields}: the form in which JSON names an object's class.
+CPPBIND_API Json::Value dynamicTypeForm(const std::string& name, Json::Value fields);
+
+/// A `T` that knows the name it was created under and what it was read from.
+template <class T>
+class ObjWrapperT : public T {
+ public:
+  template <class... Arguments>
+  explicit ObjWrapperT(std::string className, Arguments&&... arguments)
+      : T(std::forward<Arguments>(arguments)...), className_(std::move(className)) {}
+
+  void setCreationRecord(Json::Value record) { creationRecord_ = std::move(record); }
+
+  Json::Value getJsonValue4Bind() const override {
+    return dynamicTypeForm(className_, JsonEncodeBinder().encode(static_cast<const T&>(*this)));
+  }
+  std::string dumpStr() const override { return className_; }
+  Json::Value getBaiscInfoJson() const override { return creationRecord_; }
+
+ private:
+  std::string className_;
+  Json::Value creationRecord_;
+};
+
+/// The factory of `T`. A class with a setBind is default-constructed and read in place, so it need
+/// not be copyable; one with a Data4Bind record is constructed from the record once that is read; a
+/// class with neither has no fields.
+template <class T>
+class ObjFactoryT : public ObjFactory {
+ public:
+  using ObjFactory::ObjFactory;
+
+  Object* create(const std::string& name, const Json::Value& json, BinderImpBase* binder) override {
+    JsonDecodeBinder strict;
+    JsonDecodeBinder& decoder = binder == nullptr ? strict : JsonDecodeBinder::from(binder);
+    std::unique_ptr<ObjWrapperT<T>> object = read(name, json, decoder);
+    object->setCreationRecord(creationRecord(json));
+    return object.release();
+  }
+
+  std::string typeName() const override { return cppbind::typeName(typeid(T)); }
+
+ private:
+  static std::unique_ptr<ObjWrapperT<T>> read(const std::string& name, const Json::Value& json,
+                                              JsonDecodeBinder& decoder) {
+    if constexpr (bindsThroughRecord<T>) {
+      typename T::Data4Bind record;
+      decoder.decode(json, record);
+      return std::make_unique<ObjWrapperT<T>>(name, record);
+    } else {
+      auto object = std::make_unique<ObjWrapperT<T>>(name);
+      decoder.decode(json, static_cast<T&>(*object));
+      return object;
+    }
+  }
+};
+
+}  // namespace cppbind

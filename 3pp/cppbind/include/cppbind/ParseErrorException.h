@@ -1,0 +1,70 @@
+// The errors of reading JSON into objects.
+#pragma once
+
+#include <exception>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "cppbind/Export.h"
+
+namespace cppbind {
+
+/// JSON that does not fit the object it is read into. Says where: the path holds keys, list
+/// indices ("[2]") and class names from the outermost object inward.
+///
+/// what() joins path and message: "modules[2].Dispatch.rule: not found".
+class CPPBIND_API ParseErrorException : public std::exception {
+ public:
+  explicit ParseErrorException(std::string message);
+  ParseErrorException(std::string pathElement, std::string message);
+
+  /// Adds the next outer element. Each level that an error passes adds its own.
+  void addPathFront(std::string element);
+
+  const std::vector<std::string>& path() const noexcept { return path_; }
+  const std::string& message() const noexcept { return message_; }
+  /// The path as text, "modules[2].Dispatch.rule"; empty when there is none.
+  std::string pathText() const;
+  const char* what() const noexcept override { return what_.c_str(); }
+
+ private:
+  void rebuildWhat();
+
+  std::vector<std::string> path_;
+  std::string message_;
+  std::string what_;
+};
+
+/// A class name that no registry entry answers to, or that names a class of another kind than the
+/// place needs. Message: class name + " miss register".
+class CPPBIND_API ClassMissRegException : public ParseErrorException {
+ public:
+  explicit ClassMissRegException(const std::string& className);
+};
+
+/// Call in a catch block: throws the error in flight on, with `element` in front of its path. A
+/// ParseErrorException keeps its type; any other std::exception becomes one with the same text.
+[[noreturn]] CPPBIND_API void rethrowWithPath(std::string element);
+
+/// Runs `body`; what it throws gains `key` as path element.
+template <class Body>
+void withKey(std::string_view key, Body&& body) {
+  try {
+    body();
+  } catch (...) {
+    rethrowWithPath(std::string(key));
+  }
+}
+
+/// Runs `body`; what it throws gains "[index]" as path element.
+template <class Body>
+void withIndex(std::size_t index, Body&& body) {
+  try {
+    body();
+  } catch (...) {
+    rethrowWithPath("[" + std::to_string(index) + "]");
+  }
+}
+
+}  // namespace cppbind

@@ -1,0 +1,167 @@
+// The kinds of field: for each, how one value is read from JSON and written to it.
+#pragma once
+
+#include <json/value.h>
+
+#include <boost/any.hpp>
+#include <boost/shared_ptr.hpp>
+#include <string>
+#include <type_traits>
+#include <typeinfo>
+#include <utility>
+#include <vector>
+
+#include "cppbind/Export.h"
+#include "cppbind/Object.h"
+#include "cppbind/ParseErrorException.h"
+#include "cppbind/imp/bind_traits.h"
+#include "cppbind/imp/binder.h"
+
+namespace cppbind {
+
+namespace detail {
+
+// Each throws when `json` is of another type than the field; the words are the JSON library's.
+CPPBIND_API void readScalar(const Json::Value& json, bool& field);
+CPPBIND_API void readScalar(const Json::Value& json, short& field);
+CPPBIND_API void readScalar(const Json::Value& json, unsigned short& field);
+CPPBIND_API void readScalar(const Json::Value& json, int& field);
+CPPBIND_API void readScalar(const Json::Value& json, unsigned int& field);
+CPPBIND_API void readScalar(const Json::Value& json, long& field);
+CPPBIND_API void readScalar(const Json::Value& json, unsigned long& field);
+CPPBIND_API void readScalar(const Json::Value& json, long long& field);
+CPPBIND_API void readScalar(const Json::Value& json, unsigned long long& field);
+CPPBIND_API void readScalar(const Json::Value& json, float& field);
+CPPBIND_API void readScalar(const Json::Value& json, double& field);
+CPPBIND_API void readScalar(const Json::Value& json, std::string& field);
+
+template <class T, class = void>
+struct IsScalar : std::false_type {};
+template <class T>
+struct IsScalar<
+    T, std::void_t<decltype(readScalar(std::declval<const Json::Value&>(), std::declval<T&>()))>>
+    : std::true_type {};
+
+/// Throws ParseErrorException with the text `complaint` unless `json` is an array.
+CPPBIND_API void requireArray(const Json::Value& json, const char* complaint);
+CPPBIND_API void requireObject(const Json::Value& json);
+[[noreturn]] CPPBIND_API void throwNotFound();
+
+}  // namespace detail
+
+/// Reads and writes one value of type `T`. The primary template is the text-converted field: every
+/// type of which nothing else is known. A new kind of field is one specialisation.
+template <class T, class>
+struct FieldCodec {
+  static void read(JsonDecodeBinder& decoder, const Json::Value& json, T& field) {
+    field = boost::any_cast<T>(decoder.readText(json, typeid(T)));
+  }
+  static void write(JsonEncodeBinder& encoder, const T& field, Json::Value& json) {
+    json = encoder.writeText(field, typeid(T));
+  }
+};
+
+/// Numbers, booleans and strings.
+template <class T>
+struct FieldCodec<T, std::enable_if_t<detail::IsScalar<T>::value>> {
+  static void read(JsonDecodeBinder&, const Json::Value& json, T& field) {
+    detail::readScalar(json, field);
+  }
+  static void write(JsonEncodeBinder&, const T& field, Json::Value& json) {
+    if constexpr (std::is_same_v<T, bool> || !std::is_integral_v<T>) {
+      json = Json::Value(field);
+    } else if constexpr (std::is_signed_v<T>) {
+      json = Json::Value(static_cast<Json::Int64>(field));
+    } else {
+      json = Json::Value(static_cast<Json::UInt64>(field));
+    }
+  }
+};
+
+/// Objects that declare fields of their own.
+template <class T>
+struct FieldCodec<T, std::enable_if_t<hasSetBind<T>>> {
+  static void read(JsonDecodeBinder& decoder, const Json::Value& json, T& field) {
+    decoder.decode(json, field);
+  }
+  static void write(JsonEncodeBinder& encoder, const T& field, Json::Value& json) {
+    json = encoder.encode(field);
+  }
+};
+
+/// Objects that render themselves.
+template <class T>
+struct FieldCodec<T, std::enable_if_t<rendersItself<T>>> {
+  static void read(JsonDecodeBinder&, const Json::Value& json, T& field) {
+    field.fromJsonValue4Bind(json);
+  }
+  static void write(JsonEncodeBinder&, const T& field, Json::Value& json) {
+    json = field.toJsonValue4Bind();
+  }
+};
+
+/// Objects of registered classes. A null pointer is written as null.
+template <class T>
+struct FieldCodec<boost::shared_ptr<T>, std::enable_if_t<std::is_base_of_v<Object, T>>> {
+  static void read(JsonDecodeBinder& decoder, const Json::Value& json,
+                   boost::shared_ptr<T>& field) {
+    decoder.bindDynamicType(json, field);
+  }
+  static void write(JsonEncodeBinder&, const boost::shared_ptr<T>& field, Json::Value& json) {
+    json = field ? field->getJsonValue4Bind() : Json::Value();
+  }
+};
+
+/// Appends the objects that the array `json` describes; null (missing) is no array. An element
+/// that cannot be made leaves those before it in the list.
+template <class T>
+void readDynamicList(JsonDecodeBinder& decoder, const Json::Value* json,
+                     const ClassRegisterBase* reg, std::vector<boost::shared_ptr<T>>& list) {
+  detail::requireArray(json != nullptr ? *json : Json::Value::nullSingleton(),
+                       "should be a object array");
+  std::size_t index = 0;
+  for (const Json::Value& element : *json) {
+    withIndex(index++, [&] {
+      detail::requireObject(element);
+      boost::shared_ptr<T> object;
+      decoder.bindDynamicType(element, object, reg);
+      list.push_back(std::move(object));
+    });
+  }
+}
+
+/// Lists. One of plain values is cleared before it is read, one of objects by name is added to.
+template <class T>
+struct FieldCodec<std::vector<T>> {
+  static void read(JsonDecodeBinder& decoder, const Json::Value& json, std::vector<T>& list) {
+    if constexpr (isDynamicList<std::vector<T>>) {
+      readDynamicList(decoder, &json, nullptr, list);
+    } else {
+      readPlainList(decoder, json, list);
+    }
+  }
+  static void write(JsonEncodeBinder& encoder, const std::vector<T>& list, Json::Value& json) {
+    json = Json::Value(Json::arrayValue);
+    for (const T& element : list) {
+      FieldCodec<T>::write(encoder, element, json.append(Json::Value()));
+    }
+  }
+
+ private:
+  static void readPlainList(JsonDecodeBinder& decoder, const Json::Value& json,
+                            std::vector<T>& list) {
+    detail::requireArray(json, "should be a list");
+    list.clear();
+    list.reserve(json.size());
+    for (const Json::Value& element : json) {
+      withIndex(list.size(), [&] {
+        if (element.isNull()) detail::throwNotFound();
+        T value{};
+        FieldCodec<T>::read(decoder, element, value);
+        list.push_back(std::move(value));
+      });
+    }
+  }
+};
+
+}  // namespace cppbind

@@ -1,0 +1,72 @@
+// JSON to objects.
+#pragma once
+
+#include <json/value.h>
+
+#include <boost/any.hpp>
+#include <boost/filesystem/path.hpp>
+#include <boost/shared_ptr.hpp>
+#include <string>
+#include <typeindex>
+#include <utility>
+
+#include "cppbind/BinderImpBase.h"
+#include "cppbind/ClassRegisterBase.h"
+#include "cppbind/Export.h"
+#include "cppbind/Object.h"
+
+namespace cppbind {
+
+/// Reads objects from JSON.
+///
+///     cppbind::JsonDecodeBinder binder(&reg);
+///     binder.decode(cppbind::readJsonFile("pipeline.json"), record);
+///
+/// An object that fails to be read is left partly filled: drop it.
+class CPPBIND_API JsonDecodeBinder : public BinderImpBase {
+ public:
+  /// `reg` (not owned, may be null) creates the objects that JSON names by class.
+  explicit JsonDecodeBinder(ClassRegisterBase* reg = nullptr) { class_reg = reg; }
+
+  /// True: keys that no field claims are passed over. False, as at the start: they are errors.
+  void setAcceptUnknownKeys(bool accept) { acceptUnknownKeys_ = accept; }
+  bool acceptsUnknownKeys() const { return acceptUnknownKeys_; }
+
+  /// Reads the fields that `object` declares from the JSON object `json` (null counts as an empty
+  /// one). Throws ParseErrorException with the path of the first fault.
+  template <class T>
+  void decode(const Json::Value& json, T& object);
+
+  /// Creates the object that `json`, {"ClassName": {fields}}, describes. The registry is `reg`, or
+  /// the binder's own when `reg` is null. Throws ParseErrorException and ClassMissRegException.
+  template <class T>
+  void bindDynamicType(const Json::Value& json, boost::shared_ptr<T>& out,
+                       const ClassRegisterBase* reg = nullptr) {
+    const NamedFields named = namedFields(json, reg);
+    out.reset(named.reg->create<T>(named.className, *named.fields, this));
+  }
+
+  /// The value that text in `json` stands for, by the converter for `type`.
+  boost::any readText(const Json::Value& json, std::type_index type) const;
+
+  /// `imp` as a decode binder. Any other binder fails an assertion.
+  static JsonDecodeBinder& from(BinderImpBase* imp);
+
+ private:
+  struct NamedFields {
+    std::string className;
+    const Json::Value* fields;
+    const ClassRegisterBase* reg;
+  };
+  NamedFields namedFields(const Json::Value& json, const ClassRegisterBase* reg) const;
+
+  bool acceptUnknownKeys_ = false;
+};
+
+/// The JSON value in the file at `path`. Throws ParseErrorException: "Can not open file [PATH]" for
+/// a file that cannot be read, and for text that does not parse the parser's messages with lines.
+CPPBIND_API Json::Value readJsonFile(const boost::filesystem::path& path);
+
+}  // namespace cppbind
+
+#include "cppbind/imp/binder.h"

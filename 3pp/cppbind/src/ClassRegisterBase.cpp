@@ -1,0 +1,51 @@
+#include "cppbind/ClassRegisterBase.h"
+
+#include <cctype>
+#include <iostream>
+#include <utility>
+
+#include "cppbind/Assert.h"
+#include "cppbind/ObjFactory.h"
+
+namespace cppbind {
+
+namespace {
+
+std::string lowered(std::string name) {
+  for (char& c : name) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+  return name;
+}
+
+}  // namespace
+
+void ClassRegisterBase::regClass(std::string className, boost::shared_ptr<ObjFactory> factory) {
+  std::string key = lowered(std::move(className));
+  const auto taken = factories_.find(key);
+  if (taken != factories_.end()) {
+    std::cout << "Error " << key << " alread registered " << taken->second->typeName()
+              << " when register " << factory->typeName() << std::flush;
+    CPPBIND_ASSERT(false);
+  }
+  static_cast<void>(*factory);  // the pointer's own assertion refuses null
+  factories_.emplace(std::move(key), std::move(factory));
+}
+
+ObjFactory& ClassRegisterBase::findFactory(const std::string& className) const {
+  const auto found = factories_.find(lowered(className));
+  if (found == factories_.end()) {
+    std::cout << "ERROR can not find class '" << className << "'\n" << std::flush;
+    throw ClassMissRegException(className);
+  }
+  return *found->second;
+}
+
+std::unique_ptr<Object> ClassRegisterBase::createObject(const std::string& className,
+                                                        const Json::Value& json,
+                                                        BinderImpBase* binder) const {
+  std::unique_ptr<Object> object;
+  ObjFactory& factory = findFactory(className);
+  withKey(className, [&] { object.reset(factory.create(className, json, binder)); });
+  return object;
+}
+
+}  // namespace cppbind

@@ -1,0 +1,125 @@
+#include "JsonText.h"
+
+#include <json/reader.h>
+#include <json/writer.h>
+
+#include <algorithm>
+#include <locale>
+#include <sstream>
+
+#if defined(__GNUC__)
+#pragma GCC diagnostic ignored "-Wdeprecated-declarations"
+#elif defined(_MSC_VER)
+#pragma warning(disable : 4996)
+#endif
+
+namespace cppbind::json_text {
+
+namespace {
+
+bool isDigit(char c) {
+  return c >= '0' && c <= '9';
+}
+
+std::size_t endOfDigits(const std::string& text, std::size_t at) {
+  while (at < text.size() && isDigit(text[at])) ++at;
+  return at;
+}
+
+std::size_t endOfString(const std::string& text, std::size_t at) {
+  const char quote = text[at++];
+  while (at < text.size() && text[at] != quote) at += text[at] == '\\' ? 2 : 1;
+  return std::min(at + 1, text.size());
+}
+
+std::size_t endOfComment(const std::string& text, std::size_t at) {
+  const bool isBlock = text.compare(at, 2, "/*") == 0;
+  const std::size_t end = text.find(isBlock ? "*/" : "\n", at + 2);
+  return end == std::string::npos ? text.size() : end + (isBlock ? 2 : 1);
+}
+
+// 12.50e3 as 1250e1: the same number, to the last bit, without a decimal point.
+std::size_t appendNumber(const std::string& text, std::size_t at, std::string& out) {
+  const std::size_t point = endOfDigits(text, at);
+  out.append(text, at, point - at);
+  if (point >= text.size() || text[point] != '.') return point;
+  const std::size_t end = endOfDigits(text, point + 1);
+  out.append(text, point + 1, end - point - 1);
+  long exponent = -static_cast<long>(end - point - 1);
+  std::size_t next = end;
+  if (next < text.size() && (text[next] == 'e' || text[next] == 'E')) {
+    const bool hasSign = next + 1 < text.size() && (text[next + 1] == '-' || text[next + 1] == '+');
+    const std::size_t digits = next + 1 + (hasSign ? 1 : 0);
+    const std::size_t exponentEnd = endOfDigits(text, digits);
+    if (exponentEnd > digits) {
+      const std::size_t significant = std::min(text.find_first_not_of('0', digits), exponentEnd);
+      // More digits than nine are out of any number's range, whatever they are.
+      const std::string shown =
+          "0" + text.substr(significant, std::min<std::size_t>(exponentEnd - significant, 9));
+      exponent += (hasSign && text[next + 1] == '-' ? -1 : 1) * std::stol(shown);
+      next = exponentEnd;
+    }
+  }
+  out += 'e' + std::to_string(exponent);
+  return next;
+}
+
+// The parser reads numbers through a stream of the global locale, which may want a decimal comma.
+std::string withoutDecimalPoints(const std::string& text) {
+  std::string out;
+  out.reserve(text.size() + text.size() / 8);
+  for (std::size_t at = 0; at < text.size();) {
+    std::size_t next = at + 1;
+    if (isDigit(text[at])) {
+      at = appendNumber(text, at, out);
+      continue;
+    }
+    if (text[at] == '"') {
+      next = endOfString(text, at);
+    } else if (text[at] == '/') {
+      next = endOfComment(text, at);
+    }
+    out.append(text, at, next - at);
+    at = next;
+  }
+  return out;
+}
+
+bool globalLocaleWritesPlainNumbers() {
+  const auto& numbers = std::use_facet<std::numpunct<char>>(std::locale());
+  return numbers.decimal_point() == '.' && numbers.grouping().empty();
+}
+
+}  // namespace
+
+bool parse(const std::string& text, Json::Value& value, std::string& errors) {
+  Json::Reader reader;
+  try {
+    const bool parsed = globalLocaleWritesPlainNumbers()
+                            ? reader.parse(text, value)
+                            : reader.parse(withoutDecimalPoints(text), value);
+    if (!parsed) errors = reader.getFormattedErrorMessages();
+    return parsed;
+  } catch (const Json::Exception& tooDeep) {
+    errors = tooDeep.what();
+    return false;
+  }
+}
+
+std::string styled(const Json::Value& value, const std::string& indentation) {
+  std::ostringstream out;
+  Json::StyledStreamWriter(indentation).write(out, value);
+  return out.str();
+}
+
+std::string fast(const Json::Value& value) {
+  return Json::FastWriter().write(value);
+}
+
+std::string onOneLine(const Json::Value& value) {
+  Json::FastWriter writer;
+  writer.omitEndingLineFeed();
+  return writer.write(value);
+}
+
+}  // namespace cppbind::json_text

@@ -1,0 +1,25 @@
+// JSON text in the forms that the system reads and writes, behind the parser's and the writers'
+// deprecated classes: newer ones lay text out differently.
+#pragma once
+
+#include <json/value.h>
+
+#include <iosfwd>
+#include <string>
+
+namespace cppbind::json_text {
+
+/// Parses `text`, comments collected. False, with the parser's formatted messages in `errors`, when
+/// it is no JSON or nested too deep. Numbers are read the same under every global locale.
+bool parse(const std::string& text, Json::Value& value, std::string& errors);
+
+/// Indented text with a line end.
+std::string styled(const Json::Value& value, const std::string& indentation);
+
+/// One line with a line end.
+std::string fast(const Json::Value& value);
+
+/// As fast(), without the line end.
+std::string onOneLine(const Json::Value& value);
+
+}  // namespace cppbind::json_text

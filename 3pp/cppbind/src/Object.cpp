@@ -1,0 +1,21 @@
+#include "cppbind/Object.h"
+
+#include <boost/core/demangle.hpp>
+
+namespace cppbind {
+
+std::string typeName(const std::type_info& type) {
+  return boost::core::demangle(type.name());
+}
+
+Object::~Object() = default;
+
+std::string Object::dumpStr() const {
+  return typeName(typeid(*this));
+}
+
+Json::Value Object::getBaiscInfoJson() const {
+  return Json::Value();
+}
+
+}  // namespace cppbind

@@ -1,0 +1,51 @@
+#include "cppbind/ParseErrorException.h"
+
+#include <utility>
+
+namespace cppbind {
+
+ParseErrorException::ParseErrorException(std::string message) : message_(std::move(message)) {
+  rebuildWhat();
+}
+
+ParseErrorException::ParseErrorException(std::string pathElement, std::string message)
+    : path_{std::move(pathElement)}, message_(std::move(message)) {
+  rebuildWhat();
+}
+
+void ParseErrorException::addPathFront(std::string element) {
+  path_.insert(path_.begin(), std::move(element));
+  rebuildWhat();
+}
+
+std::string ParseErrorException::pathText() const {
+  std::string text;
+  for (const std::string& element : path_) {
+    const bool isIndex = !element.empty() && element.front() == '[';
+    if (!text.empty() && !isIndex) text += '.';
+    text += element;
+  }
+  return text;
+}
+
+void ParseErrorException::rebuildWhat() {
+  what_ = pathText();
+  if (!what_.empty()) what_ += ": ";
+  what_ += message_;
+}
+
+ClassMissRegException::ClassMissRegException(const std::string& className)
+    : ParseErrorException(className + " miss register") {}
+
+void rethrowWithPath(std::string element) {
+  try {
+    throw;
+  } catch (ParseErrorException& error) {
+    error.addPathFront(std::move(element));
+    throw;
+  } catch (const std::exception& error) {
+    throw ParseErrorException(std::move(element), error.what());
+  }
+}
+
+}  // namespace cppbind

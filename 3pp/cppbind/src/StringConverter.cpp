@@ -1,0 +1,121 @@
+#include "cppbind/type/StringConverter.h"
+
+#include <boost/date_time/gregorian/gregorian.hpp>
+#include <boost/date_time/posix_time/posix_time.hpp>
+#include <boost/make_shared.hpp>
+#include <cstdlib>
+#include <locale>
+#include <sstream>
+
+#include "TimeDigits.h"
+#include "cppbind/ParseErrorException.h"
+
+namespace cppbind {
+
+namespace {
+
+using boost::gregorian::date;
+using boost::gregorian::date_facet;
+using boost::gregorian::date_input_facet;
+using boost::posix_time::ptime;
+using boost::posix_time::time_duration;
+using boost::posix_time::time_facet;
+using boost::posix_time::time_input_facet;
+
+constexpr const char* kDateFormat = "%Y-%m-%d";
+constexpr const char* kTimeFormat = "%Y-%m-%d %H:%M:%S";
+constexpr const char* kDurationFormat = "%H:%M:%S";
+
+// The classic locale with the facets of all three formats, made on first use.
+const std::locale& formatLocale() {
+  static const std::locale locale = [] {
+    std::locale made = std::locale::classic();
+    made = std::locale(made, new date_facet(kDateFormat));
+    made = std::locale(made, new date_input_facet(kDateFormat));
+    auto* output = new time_facet(kTimeFormat);
+    output->time_duration_format(kDurationFormat);
+    made = std::locale(made, output);
+    auto* input = new time_input_facet(kTimeFormat);
+    input->time_duration_format(kDurationFormat);
+    return std::locale(made, input);
+  }();
+  return locale;
+}
+
+template <class T>
+std::string writeByFacet(const T& value) {
+  thread_local std::ostringstream stream = [] {
+    std::ostringstream made;
+    made.imbue(formatLocale());
+    return made;
+  }();
+  stream.str(std::string());
+  stream.clear();
+  stream << value;
+  return stream.str();
+}
+
+template <class T>
+T readByFacet(const std::string& text, const char* kind) {
+  thread_local std::istringstream stream = [] {
+    std::istringstream made;
+    made.imbue(formatLocale());
+    return made;
+  }();
+  stream.str(text);
+  stream.clear();
+  T value;
+  if (!(stream >> value)) {
+    throw ParseErrorException("cant not parse [" + text + "] as " + kind);
+  }
+  return value;
+}
+
+}  // namespace
+
+StringConverter::~StringConverter() = default;
+
+std::string StringPtrText::toString(const boost::shared_ptr<std::string>& value) {
+  return *value;
+}
+
+boost::shared_ptr<std::string> StringPtrText::fromString(const std::string& text) {
+  return boost::make_shared<std::string>(text);
+}
+
+std::string BoostGDateText::toString(const date& value) {
+  if (value.is_special()) return writeByFacet(value);
+  char text[time_digits::kMaxLength];
+  return std::string(text, time_digits::writeDate(text, value));
+}
+
+date BoostGDateText::fromString(const std::string& text) {
+  date value;
+  return time_digits::readDate(text, value) ? value : readByFacet<date>(text, "date");
+}
+
+std::string BoostPTimeText::toString(const ptime& value) {
+  if (value.is_special()) return writeByFacet(value);
+  char text[time_digits::kMaxLength];
+  return std::string(text, time_digits::writeTime(text, value));
+}
+
+ptime BoostPTimeText::fromString(const std::string& text) {
+  ptime value;
+  return time_digits::readTime(text, value) ? value : readByFacet<ptime>(text, "time");
+}
+
+std::string BoostTimeDurationText::toString(const time_duration& value) {
+  if (value.is_special()) return writeByFacet(value);
+  // Without the sign, as the facet writes; hours of three digits, which would stop it, in full.
+  time_digits::ClockParts parts = time_digits::clockParts(value);
+  parts = {std::abs(parts.hours), std::abs(parts.minutes), std::abs(parts.seconds)};
+  char text[time_digits::kMaxLength];
+  return std::string(text, time_digits::writeClock(text, parts));
+}
+
+time_duration BoostTimeDurationText::fromString(const std::string& text) {
+  return readByFacet<time_duration>(text, "duration");
+}
+
+}  // namespace cppbind

@@ -1,0 +1,12 @@
+// Whole text files.
+#pragma once
+
+#include <string>
+
+namespace cppbind {
+
+/// Reads the file at `path` into `text`. False when it cannot be opened or read; a directory opens
+/// on some systems, but cannot be read.
+bool readTextFile(const std::string& path, std::string& text);
+
+}  // namespace cppbind

@@ -1,0 +1,41 @@
+// Dates, times and durations as digits, without facets, printf or allocation.
+#pragma once
+
+#include <boost/date_time/gregorian/gregorian_types.hpp>
+#include <boost/date_time/posix_time/posix_time_types.hpp>
+#include <cstdint>
+#include <string_view>
+
+namespace cppbind::time_digits {
+
+/// Room for any text written below.
+constexpr int kMaxLength = 100;
+
+/// Hours (not wrapped), minutes of the hour and seconds of the minute, truncated toward zero; all
+/// of the duration's sign.
+struct ClockParts {
+  std::int64_t hours;
+  int minutes;
+  int seconds;
+};
+ClockParts clockParts(const boost::posix_time::time_duration& duration);
+
+// Each writes at `to` and returns the end of what it wrote. The value must not be special.
+
+/// At least two characters, as "%02d".
+char* writeTwoDigits(char* to, std::int64_t number);
+/// "2024-03-05"
+char* writeDate(char* to, const boost::gregorian::date& date);
+/// "07:08"
+char* writeHoursMinutes(char* to, const ClockParts& parts);
+/// "07:08:09"
+char* writeClock(char* to, const ClockParts& parts);
+/// "2024-03-05 07:08:09"
+char* writeTime(char* to, const boost::posix_time::ptime& time);
+
+/// Reads "YYYY-MM-DD" and "YYYY-MM-DD HH:MM:SS", 10 and 19 characters with every number in its
+/// calendar range. False for all else.
+bool readDate(std::string_view text, boost::gregorian::date& date);
+bool readTime(std::string_view text, boost::posix_time::ptime& time);
+
+}  // namespace cppbind::time_digits
