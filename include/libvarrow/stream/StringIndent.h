@@ -1,0 +1,29 @@
+// The indentation of nested text dumps.
+#pragma once
+
+#include <cstddef>
+#include <iosfwd>
+#include <string>
+
+#include "libvarrow/Export.h"
+
+namespace libvarrow {
+
+/// A run of fill characters. A plain value.
+///
+///     out << indent << "machine\n" << indent.addIndent(2) << "slot\n";
+class LIBVARROW_API StringIndent {
+ public:
+  explicit StringIndent(std::size_t count = 0, char fill = ' ') : text_(count, fill), fill_(fill) {}
+
+  /// A copy that is `count` fill characters longer.
+  StringIndent addIndent(std::size_t count) const;
+
+  LIBVARROW_API friend std::ostream& operator<<(std::ostream& out, const StringIndent& indent);
+
+ private:
+  std::string text_;
+  char fill_;
+};
+
+}  // namespace libvarrow

@@ -1,0 +1,19 @@
+// File names that fit the platform's limits, and removing what is in the way.
+#pragma once
+
+#include <string>
+
+#include "libvarrow/Export.h"
+
+namespace libvarrow::utility {
+
+/// Replaces `name` by its absolute path in generic form ("/" as separator). A file name of more
+/// than 255 bytes, or a path of more than 259, loses as many bytes as are too many from the end of
+/// its stem; the extension stays, and the stem never goes below empty.
+LIBVARROW_API void adjustFileName(std::string& name);
+
+/// Removes the file or directory `path` with all its content. True when nothing is there
+/// afterwards; what cannot be removed is logged at ERROR and gives false.
+LIBVARROW_API bool removeIfExist(const std::string& path);
+
+}  // namespace libvarrow::utility

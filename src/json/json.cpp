@@ -1,0 +1,97 @@
+#include "libvarrow/json/json.h"
+
+#include <boost/current_function.hpp>
+#include <boost/filesystem/operations.hpp>
+#include <fstream>
+#include <stdexcept>
+
+#include "JsonText.h"
+#include "TextFile.h"
+#include "libvarrow/log/log.h"
+#include "libvarrow/utility/UTFConverter.h"
+
+namespace libvarrow {
+
+namespace {
+
+[[noreturn]] void logAndThrow(const std::string& message) {
+  LIBVARROW_LOG_ERROR("%s", message.c_str());
+  throw std::runtime_error(message);
+}
+
+// The initial directory is the one at the first call: make that the library's loading.
+[[maybe_unused]] const bool initialPathTaken = [] {
+  boost::system::error_code ignored;
+  return !boost::filesystem::initial_path(ignored).empty();
+}();
+
+}  // namespace
+
+Json::Value File2Json(const boost::filesystem::path& path) {
+  std::string text;
+  cppbind::readTextFile(path.string(), text);  // what cannot be read parses as empty text
+  Json::Value value;
+  std::string errors;
+  if (!cppbind::json_text::parse(text, value, errors)) {
+    LIBVARROW_LOG_ERROR("Failed to parse, %s, %s\n", path.string().c_str(), errors.c_str());
+    throw std::runtime_error(path.string() + errors);
+  }
+  return value;
+}
+
+Json::Value Str2Json(const std::string& text) {
+  Json::Value value;
+  std::string errors;
+  if (!cppbind::json_text::parse(text, value, errors)) {
+    LIBVARROW_LOG_ERROR("Failed to parse, %s\n", errors.c_str());
+    throw std::runtime_error(errors);
+  }
+  return value;
+}
+
+// A single space, where the info of a pipeline's data is indented by tabs: the two are told apart.
+std::string Json2Str(const Json::Value& value) {
+  return cppbind::json_text::styled(value, " ");
+}
+
+namespace utility {
+
+std::string readUTF8File(std::string path) {
+  boost::system::error_code ignored;
+  if (!boost::filesystem::exists(path, ignored)) {
+    logAndThrow(std::string(BOOST_CURRENT_FUNCTION) + " file:" + path + "not exist!");
+  }
+  std::string text;
+  if (!cppbind::readTextFile(path, text)) {
+    logAndThrow(std::string(BOOST_CURRENT_FUNCTION) + " file:" + path + " can not be read!");
+  }
+  return fromUtf8(text);
+}
+
+void writeFileForUTF8(const std::string& path, const std::string& text) {
+  boost::system::error_code error;
+  const boost::filesystem::path absolute =
+      boost::filesystem::absolute(path, boost::filesystem::initial_path(error));
+  const boost::filesystem::path directory = absolute.parent_path();
+  if (!boost::filesystem::exists(directory, error)) {
+    boost::filesystem::create_directories(directory, error);
+    if (error) {
+      logAndThrow(std::string(BOOST_CURRENT_FUNCTION) + " create dir " +
+                  directory.generic_string() + "failed for :" + error.message());
+    }
+  }
+  std::ofstream file(absolute.string(), std::ios_base::out | std::ios_base::trunc);
+  file << toUtf8(text);
+}
+
+void writeFileForUTF8(const std::string& path, const char* text) {
+  writeFileForUTF8(path, std::string(text));
+}
+
+void writeFileForUTF8(const std::string& path, const Json::Value& value) {
+  writeFileForUTF8(path, cppbind::json_text::fast(value));
+}
+
+}  // namespace utility
+
+}  // namespace libvarrow

@@ -1,0 +1,187 @@
+#include "libvarrow/time/time_range.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include "TimeDigits.h"
+#include "cppbind/Assert.h"
+#include "libvarrow/backtrace/BackTraceException.h"
+#include "time/time_text.h"
+
+namespace libvarrow {
+
+using boost::gregorian::date;
+using boost::posix_time::hours;
+using boost::posix_time::ptime;
+using boost::posix_time::time_duration;
+using cppbind::time_digits::ClockParts;
+using cppbind::time_digits::clockParts;
+namespace time_digits = cppbind::time_digits;
+
+namespace {
+
+const time_duration kDay = hours(24);
+
+void require(bool condition) {
+  if (!condition) throw BackTraceException();
+}
+
+template <class T>
+std::string text(const T& value, char* (*write)(char*, const T&)) {
+  char buffer[time_digits::kMaxLength];
+  return std::string(buffer, write(buffer, value));
+}
+
+char* appendUnit(char* to, std::int64_t number, const char* unit) {
+  if (number <= 0) return to;
+  to = time_digits::writeTwoDigits(to, number);
+  const std::size_t length = std::strlen(unit);
+  return std::copy_n(unit, length, to);
+}
+
+char* writeTimeOfMinute(char* to, const ptime& value) {
+  if (value.is_special()) return time_text::write(to, value);
+  to = time_digits::writeDate(to, value.date());
+  *to++ = ' ';
+  return time_digits::writeHoursMinutes(to, clockParts(value.time_of_day()));
+}
+
+char* writeDurationOfMinute(char* to, const time_duration& value) {
+  if (value.is_special()) return time_text::write(to, value);
+  return time_digits::writeHoursMinutes(to, clockParts(value));
+}
+
+char* writeDurationInWords(char* to, const time_duration& value) {
+  if (value.is_special()) return time_text::write(to, value);
+  const ClockParts parts = clockParts(value);
+  to = appendUnit(to, parts.hours, "小时");
+  to = appendUnit(to, parts.minutes, "分钟");
+  return appendUnit(to, parts.seconds, "秒");
+}
+
+}  // namespace
+
+bool isContain(ptime const& s1, ptime const& e1, ptime const& s2, ptime const& e2) {
+  CPPBIND_ASSERT(s1 <= e1);
+  CPPBIND_ASSERT(s2 <= e2);
+  return s1 <= s2 && e2 <= e1;
+}
+
+bool isOverlap(ptime s1, ptime e1, ptime s2, ptime e2) {
+  CPPBIND_ASSERT(s1 <= e1);
+  CPPBIND_ASSERT(s2 <= e2);
+  return s1 < e2 && s2 < e1;
+}
+
+bool isInRange(time_duration begin, time_duration end, ptime t) {
+  require(begin < end);
+  require(begin < kDay);
+  require(end - begin < kDay);
+  const time_duration timeOfDay = t.time_of_day();
+  if (begin <= timeOfDay && timeOfDay <= std::min(end, kDay)) return true;
+  return end > kDay && time_duration() <= timeOfDay && timeOfDay <= end - kDay;
+}
+
+bool isOverlap(time_duration begin, time_duration end, ptime s, ptime e) {
+  require(begin < end);
+  require(s < e);
+  require(begin < kDay);
+  require(end - begin < kDay);
+  const time_duration from = s.time_of_day();
+  const time_duration to = from + (e - s);
+  // Closed where the isOverlap of two intervals is open: a shift that begins as the window ends
+  // still meets it.
+  const bool meetsWindow = begin <= to && from <= end;
+  const bool meetsWindowPastMidnight = from + kDay <= end && begin <= to + kDay;
+  const bool meetsWindowOfNextDay = from <= end + kDay && begin + kDay <= to;
+  return meetsWindow || meetsWindowPastMidnight || meetsWindowOfNextDay;
+}
+
+std::string time2str(date const& value) {
+  return text<date>(value, time_text::write);
+}
+std::string time2str(ptime const& value) {
+  return text<ptime>(value, time_text::write);
+}
+std::string time2str(time_duration const& value) {
+  return text<time_duration>(value, time_text::write);
+}
+std::string time2str(date const* value) {
+  return time2str(*value);
+}
+std::string time2str(ptime const* value) {
+  return time2str(*value);
+}
+std::string time2str(time_duration const* value) {
+  return time2str(*value);
+}
+
+std::string time2strIgnoreSecond(date const& value) {
+  return time2str(value);
+}
+std::string time2strIgnoreSecond(ptime const& value) {
+  return text(value, writeTimeOfMinute);
+}
+std::string time2strIgnoreSecond(time_duration const& value) {
+  return text(value, writeDurationOfMinute);
+}
+std::string time2strIgnoreSecond(date const* value) {
+  return time2strIgnoreSecond(*value);
+}
+std::string time2strIgnoreSecond(ptime const* value) {
+  return time2strIgnoreSecond(*value);
+}
+std::string time2strIgnoreSecond(time_duration const* value) {
+  return time2strIgnoreSecond(*value);
+}
+
+std::string time2strNew(ptime const& value) {
+  return time2strIgnoreSecond(value);
+}
+std::string time2strNew(time_duration const& value) {
+  return text(value, writeDurationInWords);
+}
+std::string time2strNew(ptime const* value) {
+  return time2strNew(*value);
+}
+std::string time2strNew(time_duration const* value) {
+  return time2strNew(*value);
+}
+
+namespace time_text {
+
+namespace {
+
+char* writeSpecial(char* to, bool isNegativeInfinity, bool isPositiveInfinity) {
+  const char* name = isNegativeInfinity   ? "-infinity"
+                     : isPositiveInfinity ? "+infinity"
+                                          : "not-a-date-time";
+  return std::copy_n(name, std::strlen(name), to);
+}
+
+}  // namespace
+
+char* write(char* to, const date& value) {
+  if (value.is_special()) {
+    return writeSpecial(to, value.is_neg_infinity(), value.is_pos_infinity());
+  }
+  return time_digits::writeDate(to, value);
+}
+
+char* write(char* to, const ptime& value) {
+  if (value.is_special()) {
+    return writeSpecial(to, value.is_neg_infinity(), value.is_pos_infinity());
+  }
+  return time_digits::writeTime(to, value);
+}
+
+char* write(char* to, const time_duration& value) {
+  if (value.is_special()) {
+    return writeSpecial(to, value.is_neg_infinity(), value.is_pos_infinity());
+  }
+  return time_digits::writeClock(to, clockParts(value));
+}
+
+}  // namespace time_text
+
+}  // namespace libvarrow

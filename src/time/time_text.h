@@ -1,0 +1,19 @@
+// The texts of time2str, written into a buffer.
+#pragma once
+
+#include <boost/date_time/gregorian/gregorian_types.hpp>
+#include <boost/date_time/posix_time/posix_time_types.hpp>
+
+#include "TimeDigits.h"
+
+namespace libvarrow::time_text {
+
+/// Room for any text written below.
+constexpr int kMaxLength = cppbind::time_digits::kMaxLength;
+
+// Each writes at `to` and returns the end of what it wrote.
+char* write(char* to, const boost::gregorian::date& value);
+char* write(char* to, const boost::posix_time::ptime& value);
+char* write(char* to, const boost::posix_time::time_duration& value);
+
+}  // namespace libvarrow::time_text

@@ -1,0 +1,36 @@
+#include "libvarrow/utility/DirCreator.h"
+
+#include <boost/filesystem/operations.hpp>
+#include <exception>
+
+#include "libvarrow/log/log.h"
+
+namespace libvarrow {
+
+namespace {
+
+// "floder" is how the line has always been spelt; scripts look for it.
+void logFailure(const std::string& path, bool pathIsFolder) {
+  LIBVARROW_LOG_ERROR("path:%s", path.c_str());
+  LIBVARROW_LOG_ERROR("path_is_floder: %d", pathIsFolder ? 1 : 0);
+}
+
+}  // namespace
+
+DirCreator::DirCreator(const std::string& path, bool pathIsFolder) {
+  try {
+    path_ = path;
+    const boost::filesystem::path directory = pathIsFolder ? path_ : path_.parent_path();
+    // A bare file name has no parent: it goes into the current directory, which is there.
+    if (!directory.empty() && !boost::filesystem::exists(directory)) {
+      boost::filesystem::create_directories(directory);
+    }
+  } catch (const std::exception& error) {
+    logFailure(path, pathIsFolder);
+    LIBVARROW_LOG_ERROR("exception:%s", error.what());
+  } catch (...) {
+    logFailure(path, pathIsFolder);
+  }
+}
+
+}  // namespace libvarrow

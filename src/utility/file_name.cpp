@@ -1,0 +1,50 @@
+#include "libvarrow/utility/file_name.h"
+
+#include <algorithm>
+#include <boost/filesystem/operations.hpp>
+
+#include "libvarrow/log/log.h"
+
+namespace libvarrow::utility {
+
+namespace {
+
+constexpr std::size_t kMaxFileName = 255;
+constexpr std::size_t kMaxPath = 259;
+
+std::size_t excess(std::size_t length, std::size_t limit) {
+  return length > limit ? length - limit : 0;
+}
+
+}  // namespace
+
+void adjustFileName(std::string& name) {
+  const boost::filesystem::path given(name);
+  std::string absolute = boost::filesystem::absolute(given).generic_string();
+  const std::size_t lastSlash = absolute.rfind('/');
+  const std::size_t fileLength =
+      lastSlash == std::string::npos ? absolute.size() : absolute.size() - lastSlash - 1;
+  const std::size_t tooLong =
+      std::max(excess(fileLength, kMaxFileName), excess(absolute.size(), kMaxPath));
+  if (tooLong > 0) {
+    const std::string extension = given.extension().string();
+    const std::size_t stemLength = excess(fileLength, extension.size());
+    const std::size_t cut = std::min(tooLong, stemLength);
+    absolute.erase(absolute.size() - extension.size() - cut, cut);
+  }
+  name = absolute;
+}
+
+bool removeIfExist(const std::string& path) {
+  boost::system::error_code error;
+  if (boost::filesystem::status(path, error).type() == boost::filesystem::file_not_found) {
+    return true;
+  }
+  boost::filesystem::remove_all(path, error);
+  if (!error) return true;
+  LIBVARROW_LOG_ERROR("can not remove path:%s, error message:%s", path.c_str(),
+                      error.message().c_str());
+  return false;
+}
+
+}  // namespace libvarrow::utility
