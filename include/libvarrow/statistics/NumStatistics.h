@@ -1,0 +1,41 @@
+// Numeric samples with a histogram.
+#pragma once
+
+#include <boost/optional.hpp>
+#include <boost/thread/mutex.hpp>
+#include <cstdint>
+#include <unordered_map>
+
+#include "libvarrow/Export.h"
+#include "libvarrow/statistics/CommonStatistics.h"
+
+namespace libvarrow {
+
+/// Collects samples: count, sum, minimum, maximum, and counts by bucket of a fixed width. Locked:
+/// any thread may add while another renders.
+///
+/// Rendered as null while empty, else as an object with "min", "max", "sum", "count", "sum/count"
+/// and a member for each bucket: "[L-H)" : "5,   12.50%". L and H are the bucket's bounds
+/// multiplied by `interval`: for interval 10, a sample 25 stands under "[200-210)".
+class LIBVARROW_API NumStatistics : public CommonStatistics {
+ public:
+  /// `interval`: width of a bucket. 0 ends the process with a back-trace at the first add().
+  explicit NumStatistics(std::uint64_t interval = 1) : interval_(interval) {}
+
+  /// Records one sample. For the histogram it is cut to an integer: a negative sample or one that
+  /// is not a number counts as 0, one of 2^64 and more as 2^64 - 1.
+  void add(double sample);
+
+  Json::Value toJsonValue4Bind() const override;
+
+ private:
+  mutable boost::mutex mutex_;
+  std::unordered_map<std::uint64_t, std::uint64_t> buckets_;  // lower bound to number of samples
+  double sum_ = 0;
+  std::uint64_t count_ = 0;
+  boost::optional<double> min_;
+  boost::optional<double> max_;
+  const std::uint64_t interval_;
+};
+
+}  // namespace libvarrow

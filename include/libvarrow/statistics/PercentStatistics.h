@@ -1,0 +1,23 @@
+// A count out of a fixed total.
+#pragma once
+
+#include <cstdint>
+
+#include "libvarrow/Export.h"
+#include "libvarrow/statistics/CountStatistics.h"
+
+namespace libvarrow {
+
+/// Counts as CountStatistics does. Rendered as "count/total;percent%", 3 of 4 as "3/4;75%", with
+/// six significant digits; a total of 0 gives "inf" or "nan".
+class LIBVARROW_API PercentStatistics : public CountStatistics {
+ public:
+  explicit PercentStatistics(std::uint64_t total) : total_(total) {}
+
+  Json::Value toJsonValue4Bind() const override;
+
+ private:
+  std::uint64_t total_;
+};
+
+}  // namespace libvarrow

@@ -1,0 +1,39 @@
+// Statistics that can be watched while a program runs.
+#pragma once
+
+#include <Poco/Timer.h>
+
+#include <boost/noncopyable.hpp>
+#include <string>
+
+#include "libvarrow/Export.h"
+#include "libvarrow/statistics/StatisticsContainer.h"
+
+namespace libvarrow {
+
+/// Rewrites the file of one container while it lives, and a last time when it is destroyed.
+///
+/// When the environment variable LIBVARROW_TIMED_STAT_DUMP is set, to whatever value, a timer
+/// thread writes the file 5 seconds after construction and then every 30 seconds. Each time it
+/// writes "FILE.writing" first and renames it, so that nobody reads half a file. Without the
+/// variable only the last write happens.
+///
+/// A file that cannot be opened ends the process with a back-trace, from the timer thread too. Two
+/// dumpers must not share a file name.
+class LIBVARROW_API TimedStatDumper : public Poco::Timer, private boost::noncopyable {
+ public:
+  /// `statistics` is not owned and must outlive the dumper. A relative `fileName` is taken from
+  /// the current directory, now.
+  TimedStatDumper(StatisticsContainer* statistics, const std::string& fileName);
+  /// Waits for a write that is under way, then writes the final state.
+  ~TimedStatDumper() override;
+
+ private:
+  void onTimer(Poco::Timer& timer);
+  void dump();
+
+  StatisticsContainer* statistics_;
+  std::string fileName_;
+};
+
+}  // namespace libvarrow

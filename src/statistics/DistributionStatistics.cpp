@@ -1,0 +1,57 @@
+#include "libvarrow/statistics/DistributionStatistics.h"
+
+#include <boost/thread/lock_guard.hpp>
+
+#include "statistics/number_text.h"
+
+namespace libvarrow {
+
+using Lock = boost::lock_guard<boost::mutex>;
+
+void DistributionStatistics::inc(const std::string& key, std::uint64_t n) {
+  const Lock lock(mutex_);
+  incInternal(key, n);
+}
+
+void DistributionStatistics::merge(DistributionStatistics* other) {
+  const Lock lock(mutex_);
+  for (const auto& [key, count] : other->get()) incInternal(key, count);
+}
+
+std::map<std::string, std::uint64_t> DistributionStatistics::get() const {
+  const Lock lock(mutex_);
+  return {counts_.begin(), counts_.end()};
+}
+
+std::uint64_t DistributionStatistics::getCountSum() const {
+  const Lock lock(mutex_);
+  return countSumInternal();
+}
+
+Json::Value DistributionStatistics::toJsonValue4Bind() const {
+  const Lock lock(mutex_);
+  if (counts_.empty()) return Json::Value();
+  const std::uint64_t sum = countSumInternal();
+  Json::Value json(Json::objectValue);
+  for (const auto& [key, count] : counts_) {
+    const double number = static_cast<double>(count);
+    json[key] = "count=" + number_text::general(number) +
+                ", proportion=" + number_text::general(number * 100 / static_cast<double>(sum)) +
+                "%";
+  }
+  json["__sum__"] = static_cast<Json::Int64>(sum);
+  json["__key_count__"] = static_cast<Json::Int64>(counts_.size());
+  return json;
+}
+
+void DistributionStatistics::incInternal(const std::string& key, std::uint64_t n) {
+  counts_[key] += n;
+}
+
+std::uint64_t DistributionStatistics::countSumInternal() const {
+  std::uint64_t sum = 0;
+  for (const auto& [key, count] : counts_) sum += count;
+  return sum;
+}
+
+}  // namespace libvarrow

@@ -1,0 +1,58 @@
+#include "libvarrow/statistics/NumStatistics.h"
+
+#include <boost/thread/lock_guard.hpp>
+#include <limits>
+#include <string>
+
+#include "libvarrow/backtrace/Check.h"
+#include "statistics/number_text.h"
+
+namespace libvarrow {
+
+namespace {
+
+// Cut toward zero. What no unsigned integer can hold is settled here: the nearest one, and 0 for
+// what is not a number.
+std::uint64_t truncatedToUnsigned(double value) {
+  constexpr double kTwoTo64 = 18446744073709551616.0;
+  if (!(value > 0)) return 0;
+  if (value >= kTwoTo64) return std::numeric_limits<std::uint64_t>::max();
+  return static_cast<std::uint64_t>(value);
+}
+
+}  // namespace
+
+void NumStatistics::add(double sample) {
+  LIBVARROW_CHECK(interval_ != 0);
+  const std::uint64_t whole = truncatedToUnsigned(sample);
+  const std::uint64_t bucket = whole - whole % interval_;
+  const boost::lock_guard<boost::mutex> lock(mutex_);
+  sum_ += sample;
+  if (!min_ || *min_ > sample) min_ = sample;
+  if (!max_ || sample > *max_) max_ = sample;
+  ++buckets_[bucket];
+  ++count_;
+}
+
+Json::Value NumStatistics::toJsonValue4Bind() const {
+  const boost::lock_guard<boost::mutex> lock(mutex_);
+  if (count_ == 0) return Json::Value();
+  const double samples = static_cast<double>(count_);
+  Json::Value json(Json::objectValue);
+  for (const auto& [key, count] : buckets_) {
+    // The key is a multiple of the interval already; the printed bounds are scaled once more, as
+    // everything that reads these files expects.
+    const std::string bounds =
+        "[" + std::to_string(interval_ * key) + "-" + std::to_string((key + 1) * interval_) + ")";
+    json[bounds] = std::to_string(count) + ",   " +
+                   number_text::twoDecimals(static_cast<double>(count) * 100.0 / samples) + "%";
+  }
+  json["min"] = min_.get();
+  json["max"] = max_.get();
+  json["sum"] = sum_;
+  json["count"] = static_cast<Json::UInt64>(count_);
+  json["sum/count"] = sum_ / samples;
+  return json;
+}
+
+}  // namespace libvarrow

@@ -1,0 +1,15 @@
+// Numbers in the texts of statistics: printf's and the standard streams' digits, in the classic
+// locale whatever the global one is.
+#pragma once
+
+#include <string>
+
+namespace libvarrow::number_text {
+
+/// As a standard stream writes by default: six significant digits.
+std::string general(double value);
+
+/// "%.2f"
+std::string twoDecimals(double value);
+
+}  // namespace libvarrow::number_text
