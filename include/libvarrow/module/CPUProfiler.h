@@ -1,0 +1,25 @@
+// The place of a CPU profile around each module of a chain.
+#pragma once
+
+#include <boost/thread/mutex.hpp>
+#include <string>
+
+#include "libvarrow/Export.h"
+
+namespace libvarrow {
+
+/// Profiles its scope into a file. No profiler is wired in: nothing is recorded or written.
+class LIBVARROW_API CPUProfiler {
+ public:
+  explicit CPUProfiler(std::string path);
+  CPUProfiler(const CPUProfiler&);
+  CPUProfiler& operator=(const CPUProfiler&);
+  virtual ~CPUProfiler();
+
+ protected:
+  // For a profiler behind this class, so that only one runs at a time.
+  static boost::mutex mutex;
+  static CPUProfiler* running_profiler;
+};
+
+}  // namespace libvarrow

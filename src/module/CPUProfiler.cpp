@@ -1,0 +1,13 @@
+#include "libvarrow/module/CPUProfiler.h"
+
+namespace libvarrow {
+
+boost::mutex CPUProfiler::mutex;
+CPUProfiler* CPUProfiler::running_profiler = nullptr;
+
+CPUProfiler::CPUProfiler(std::string) {}
+CPUProfiler::CPUProfiler(const CPUProfiler&) = default;
+CPUProfiler& CPUProfiler::operator=(const CPUProfiler&) = default;
+CPUProfiler::~CPUProfiler() = default;
+
+}  // namespace libvarrow

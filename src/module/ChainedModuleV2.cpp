@@ -1,0 +1,32 @@
+#include "libvarrow/module/ChainedModuleV2.h"
+
+#include <utility>
+
+#include "module/chain_runner.h"
+
+namespace libvarrow {
+
+void ChainedModuleV2::setBind(cppbind::Binder* binder, bool bindFields) {
+  if (bindFields) binder->bind("modules", modules_);
+}
+
+void ChainedModuleV2::addModule(boost::shared_ptr<Module> module) {
+  modules_.push_back(std::move(module));
+}
+
+Json::Value ChainedModuleV2::getJsonValue4Bind() const {
+  return Json::Value();
+}
+
+void ChainedModuleV2::processImp(ModuleData* data) {
+  const std::string chainPath = data->dumpPath;
+  // The size is asked each time: a module may add further ones to its chain.
+  for (std::size_t i = 0; i < modules_.size(); ++i) {
+    // Counted, so that a module that changes the chain is not destroyed while it runs; the pointer
+    // itself asserts that it is not null.
+    const boost::shared_ptr<Module> module = modules_[i];
+    runChainedStep(*module, i, chainPath, *data);
+  }
+}
+
+}  // namespace libvarrow

@@ -1,0 +1,67 @@
+#include "libvarrow/module/Module.h"
+
+#include <boost/filesystem/operations.hpp>
+
+namespace libvarrow {
+
+namespace {
+
+void dumpInfo(ModuleData& data, const char* fileName) {
+  const Json::Value info = data.getBaiscInfoJson();
+  if (!info.isNull()) CommonStatistics::dumpToFile(data.dumpPath + fileName, info);
+}
+
+}  // namespace
+
+Module::Module() : moduleStatistics("") {}
+
+Module::~Module() = default;
+
+std::string Module::getModuleName() {
+  return dumpStr();
+}
+
+// The setter can only switch on: a module that relies on running in its dump directory must not
+// lose that to another caller.
+void Module::setAutoChangeCurrentDirToDumpPath(bool) {
+  autoChangeCurrentDirToDumpPath_ = true;
+}
+
+void Module::process(ModuleData* data) {
+  dumpBefore(*data);
+  const boost::filesystem::path directoryAtEntry = boost::filesystem::current_path();
+  if (autoChangeCurrentDirToDumpPath_) boost::filesystem::current_path(data->dumpPath);
+
+  StatisticsContainer* const parent = data->statisticsContainer;
+  if (parent != nullptr) enterStatistics(*data, *parent);
+  processImp(data);
+  if (parent != nullptr) {
+    data->statisticsContainer->getJsonStatistics("contextOut", data->getBaiscInfoJson());
+    data->statisticsContainer = parent;
+  }
+
+  if (autoChangeCurrentDirToDumpPath_) boost::filesystem::current_path(directoryAtEntry);
+  dumpAfter(*data);
+}
+
+void Module::dumpBefore(ModuleData& data) const {
+  dumpInfo(data, "in_info.json");
+  data.dumpDetailInfo(data.dumpPath + "in_detail.txt");
+  data.dump4Debug(data.dumpPath + "before_process/");
+}
+
+void Module::dumpAfter(ModuleData& data) const {
+  dumpInfo(data, "out_info.json");
+  data.dumpDetailInfo(data.dumpPath + "out_detail.txt");
+  data.dump4Debug(data.dumpPath + "after_process/");
+  moduleStatistics.dumpToFile(data.dumpPath + "module_stat.json");
+}
+
+void Module::enterStatistics(ModuleData& data, StatisticsContainer& parent) {
+  data.statisticsContainer = parent.getStatisticsContainer("Module::" + getModuleName());
+  // The two time points bracket the record of the input only; the work has its own timers.
+  const TimeRecoderHelper timer(data.statisticsContainer->getTimeStatistics("TimeStatistic"));
+  data.statisticsContainer->getJsonStatistics("contextIn", data.getBaiscInfoJson());
+}
+
+}  // namespace libvarrow

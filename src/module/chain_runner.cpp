@@ -1,0 +1,25 @@
+#include "module/chain_runner.h"
+
+#include <boost/uuid/random_generator.hpp>
+#include <boost/uuid/uuid_io.hpp>
+
+#include "libvarrow/log/log.h"
+#include "libvarrow/module/CPUProfiler.h"
+
+namespace libvarrow {
+
+void runChainedStep(Module& module, std::size_t index, const std::string& chainPath,
+                    ModuleData& data) {
+  const std::string name = module.getModuleName();
+  const std::string prefix =
+      chainPath.empty() ? boost::uuids::to_string(boost::uuids::random_generator()()) : chainPath;
+  const std::string stepPath = prefix + std::to_string(index) + "_" + name + "/";
+  const CPUProfiler profiler(stepPath + "_cpu.prof");
+  data.dumpPath = stepPath;
+  LIBVARROW_LOG_INFO("Start module %s", name.c_str());
+  module.process(&data);
+  LIBVARROW_LOG_INFO("End module %s", name.c_str());
+  data.dumpPath = chainPath;
+}
+
+}  // namespace libvarrow

@@ -1,0 +1,71 @@
+// Modules and data that note what happens to them.
+#pragma once
+
+#include <boost/filesystem/operations.hpp>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "cppbind/cppbind.h"
+#include "libvarrow/module/Module.h"
+#include "libvarrow/module/ModuleData.h"
+
+namespace module_test {
+
+using libvarrow::ModuleData;
+
+/// Notes every call that the frame makes, with the path it is given.
+class RecordingData : public ModuleData {
+ public:
+  Json::Value getBaiscInfoJson() override {
+    if (!hasInfo) return Json::Value();
+    Json::Value info;
+    info["steps"] = steps;
+    return info;
+  }
+  void dumpDetailInfo(std::string path) const override { calls.push_back("detail " + path); }
+  void dump4Debug(std::string path) const override { calls.push_back("debug " + path); }
+
+  bool hasInfo = true;
+  int steps = 0;
+  mutable std::vector<std::string> calls;
+};
+
+/// Notes where it runs; does what the test wants besides.
+class Worker : public libvarrow::Module {
+ public:
+  explicit Worker(std::string name = "Worker") : name_(std::move(name)) {}
+
+  void processImp(ModuleData* data) override {
+    auto& recording = static_cast<RecordingData&>(*data);
+    ++recording.steps;
+    recording.calls.push_back("work " + data->dumpPath);
+    if (action) action(*data);
+  }
+  std::string getModuleName() override { return name_; }
+
+  using Module::moduleStatistics;
+  std::function<void(ModuleData&)> action;
+
+ private:
+  std::string name_;
+};
+
+/// A registered module with a configuration.
+class Add : public libvarrow::Module {
+ public:
+  void processImp(ModuleData* data) override {
+    static_cast<RecordingData&>(*data).steps += amount_;
+  }
+  void setBind(cppbind::Binder* binder, bool bindFields) {
+    if (!bindFields) return;
+    binder->bind("amount", amount_);
+    binder->bind("from", from_, boost::posix_time::ptime());
+  }
+
+ private:
+  int amount_ = 0;
+  boost::posix_time::ptime from_;
+};
+
+}  // namespace module_test
