@@ -1,0 +1,32 @@
+// The rules by which a machine picks the next of the operations that wait for it.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+#include "Instance.h"
+
+namespace jobshop {
+
+/// The next operation of a job, as a rule sees it.
+struct Candidate {
+  std::size_t job = 0;
+  Time ready = 0;     ///< when the job is there, the machine free or not
+  Time duration = 0;  ///< of this operation
+  Time workRemaining = 0;
+  std::size_t operationsRemaining = 0;
+};
+
+struct DispatchRule {
+  const char* name = "";
+  const char* meaning = "";
+  double (*urgency)(const Candidate&) = nullptr;  ///< the largest goes first
+};
+
+const std::vector<DispatchRule>& dispatchRules();
+
+/// Throws std::runtime_error, with all names there are, for a name that is none of them.
+const DispatchRule& findDispatchRule(const std::string& name);
+
+}  // namespace jobshop

@@ -1,0 +1,68 @@
+// What the modules of a job-shop pipeline work on in turn.
+#pragma once
+
+#include <json/value.h>
+#include <libvarrow/module/ModuleData.h>
+#include <libvarrow/statistics/StatisticsContainer.h>
+
+#include <boost/filesystem/path.hpp>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "Instance.h"
+#include "Schedule.h"
+
+namespace jobshop {
+
+/// What the program was called with, as far as modules need it.
+struct RunSettings {
+  boost::filesystem::path inputFolder;  ///< what ReadInstance's relative paths start from
+  std::string instanceFile;             ///< unless empty, read instead of what the pipeline names
+};
+
+/// The instance, the best schedule so far, and what was written of it.
+class JobShopData : public libvarrow::ModuleData {
+ public:
+  struct WrittenFile {
+    std::string kind;
+    boost::filesystem::path path;
+  };
+
+  explicit JobShopData(RunSettings settings = {}) : settings_(std::move(settings)) {}
+
+  /// The data that a module of this host is given: `data` has to be a JobShopData.
+  static JobShopData& of(libvarrow::ModuleData* data);
+
+  const RunSettings& settings() const { return settings_; }
+
+  /// Forgets the schedule, which was for another instance.
+  void setInstance(Instance instance);
+  bool hasInstance() const { return instance_.has_value(); }
+  /// Throws std::runtime_error, which says what the pipeline lacks, when there is none.
+  const Instance& instance() const;
+
+  void setSchedule(Schedule schedule) { schedule_ = std::move(schedule); }
+  bool hasSchedule() const { return schedule_.has_value(); }
+  /// As instance().
+  const Schedule& schedule() const;
+
+  void noteWrittenFile(std::string kind, const boost::filesystem::path& path);
+  const std::vector<WrittenFile>& writtenFiles() const { return writtenFiles_; }
+
+  /// Where the running module records. A host that runs modules gives its data a container.
+  libvarrow::StatisticsContainer& statistics() const;
+
+  Json::Value getBaiscInfoJson() override;
+  void dumpDetailInfo(std::string path) const override;
+  /// "schedule.csv", and "instance.txt" in the form that ReadInstance reads.
+  void dump4Debug(std::string path) const override;
+
+ private:
+  RunSettings settings_;
+  std::optional<Instance> instance_;
+  std::optional<Schedule> schedule_;
+  std::vector<WrittenFile> writtenFiles_;
+};
+
+}  // namespace jobshop

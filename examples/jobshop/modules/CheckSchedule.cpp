@@ -1,0 +1,27 @@
+#include "modules/CheckSchedule.h"
+
+#include <libvarrow/log/log.h>
+
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "JobShopData.h"
+#include "ScheduleChecker.h"
+
+namespace jobshop {
+
+void CheckSchedule::processImp(libvarrow::ModuleData* data) {
+  JobShopData& shop = JobShopData::of(data);
+  const Schedule& schedule = shop.schedule();
+  const std::vector<std::string> violations = findViolations(shop.instance(), schedule);
+  shop.statistics()
+      .getPercentStatistics("violations", schedule.operations.size())
+      ->inc(violations.size());
+  if (violations.empty()) return;
+  for (const std::string& violation : violations) LIBVARROW_LOG_ERROR("%s", violation.c_str());
+  throw std::runtime_error("the schedule is not feasible: " + violations.front() + " (" +
+                           std::to_string(violations.size()) + " in all)");
+}
+
+}  // namespace jobshop

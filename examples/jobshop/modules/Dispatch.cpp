@@ -1,0 +1,117 @@
+#include "modules/Dispatch.h"
+
+#include <libvarrow/log/log.h>
+
+#include <memory>
+#include <random>
+#include <string>
+#include <utility>
+
+#include "ActiveScheduler.h"
+#include "JobShopData.h"
+
+namespace cppbind {
+
+void FieldCodec<jobshop::DispatchRule>::read(JsonDecodeBinder& decoder, const Json::Value& json,
+                                             jobshop::DispatchRule& field) {
+  std::string name;
+  FieldCodec<std::string>::read(decoder, json, name);
+  field = jobshop::findDispatchRule(name);
+}
+
+void FieldCodec<jobshop::DispatchRule>::write(JsonEncodeBinder&, const jobshop::DispatchRule& field,
+                                              Json::Value& json) {
+  json = field.name;
+}
+
+}  // namespace cppbind
+
+namespace jobshop {
+
+namespace {
+
+constexpr int kMaxTries = 1'000'000;
+// Of the histograms, in time units. They print the bounds of a bucket times this width.
+constexpr std::uint64_t kBucket = 10;
+
+void require(bool valid, const char* key, const char* expected) {
+  if (!valid) throw cppbind::ParseErrorException(key, expected);
+}
+
+// From 0 to 1. The standard library's distributions differ between its implementations.
+double nextFraction(std::mt19937_64& random) {
+  return static_cast<double>(random() >> 11) * 0x1p-53;
+}
+
+}  // namespace
+
+Dispatch::Dispatch() : schedulesBuilt_(moduleStatistics.getCountStatistics("schedules_built")) {}
+
+void Dispatch::setBind(cppbind::Binder* binder, bool bindFields) {
+  if (!bindFields) return;
+  binder->bind("rule", rule_);
+  binder->bind("tries", tries_, 1);
+  binder->bind("noise", noise_, 0.3);
+  binder->bind("seed", seed_, 1);
+  binder->bind("keep_best", keepBest_, true);
+  require(tries_ >= 1 && tries_ <= kMaxTries, "tries", "expected a number from 1 to 1000000");
+  require(noise_ >= 0 && noise_ <= 1, "noise", "expected a number from 0 to 1");
+}
+
+void Dispatch::processImp(libvarrow::ModuleData* data) {
+  JobShopData& shop = JobShopData::of(data);
+  const Instance& instance = shop.instance();
+  libvarrow::StatisticsContainer& statistics = shop.statistics();
+  // The container owns what addStat is given.
+  auto* const makespans = new libvarrow::NumStatistics(kBucket);
+  statistics.addStat("makespans", makespans);
+  Schedule found;
+  {
+    const libvarrow::TimeRecoderHelper timer(statistics.getTimeStatistics("dispatching"));
+    found = search(instance, *makespans);
+  }
+  record(found, shop);
+
+  const Time makespan = found.makespan();
+  const bool keep = !keepBest_ || !shop.hasSchedule() || makespan < shop.schedule().makespan();
+  LIBVARROW_LOG_INFO("%s: makespan %lld, %s", found.origin.c_str(),
+                     static_cast<long long>(makespan), keep ? "kept" : "not kept");
+  if (keep) shop.setSchedule(std::move(found));
+}
+
+Schedule Dispatch::search(const Instance& instance, libvarrow::NumStatistics& makespans) const {
+  std::mt19937_64 random(seed_);
+  const auto bent = [&](const Candidate& candidate) {
+    return rule_.urgency(candidate) * (1 + noise_ * (2 * nextFraction(random) - 1));
+  };
+  Schedule best;
+  Time bestMakespan = 0;
+  for (int i = 0; i < tries_; ++i) {
+    Schedule schedule;
+    schedule.operations = buildActiveSchedule(instance, i == 0 ? Urgency(rule_.urgency) : bent);
+    const Time makespan = schedule.makespan();
+    schedulesBuilt_->inc();
+    makespans.add(static_cast<double>(makespan));
+    if (i > 0 && makespan >= bestMakespan) continue;
+    schedule.origin = i == 0 ? rule_.name : rule_.name + (", try " + std::to_string(i + 1));
+    best = std::move(schedule);
+    bestMakespan = makespan;
+  }
+  return best;
+}
+
+void Dispatch::record(const Schedule& schedule, JobShopData& shop) const {
+  libvarrow::StatisticsContainer& statistics = shop.statistics();
+  statistics.getCountStatistics("operations_scheduled")->inc(schedule.operations.size());
+
+  auto* const waits = new libvarrow::NumStatistics(kBucket);
+  statistics.addStat("waiting_times", waits);
+  for (const Time wait : schedule.waitingTimes()) waits->add(static_cast<double>(wait));
+
+  auto* const machines = statistics.getDistributionStatistics("operations_by_machine");
+  for (const ScheduledOperation& operation : schedule.operations) {
+    machines->inc("machine " + std::to_string(operation.machine), 1);
+  }
+}
+
+}  // namespace jobshop

@@ -1,0 +1,32 @@
+#include "modules/ReadInstance.h"
+
+#include <libvarrow/log/log.h>
+
+#include <boost/filesystem/operations.hpp>
+
+#include "InstanceReader.h"
+#include "JobShopData.h"
+
+namespace jobshop {
+
+void ReadInstance::setBind(cppbind::Binder* binder, bool bindFields) {
+  if (!bindFields) return;
+  binder->bind("file", file_);
+}
+
+void ReadInstance::processImp(libvarrow::ModuleData* data) {
+  JobShopData& shop = JobShopData::of(data);
+  const RunSettings& settings = shop.settings();
+  const std::string& wanted = settings.instanceFile.empty() ? file_ : settings.instanceFile;
+  const auto path = boost::filesystem::absolute(wanted, settings.inputFolder);
+
+  const libvarrow::TimeRecoderHelper timer(shop.statistics().getTimeStatistics("reading"));
+  shop.setInstance(readInstance(path.string()));
+  const Instance& instance = shop.instance();
+  shop.statistics().getCountStatistics("jobs")->inc(instance.jobs.size());
+  shop.statistics().getCountStatistics("operations")->inc(instance.operationCount());
+  LIBVARROW_LOG_INFO("%s: %zu jobs, %zu machines", path.string().c_str(), instance.jobs.size(),
+                     instance.machineCount);
+}
+
+}  // namespace jobshop

@@ -1,0 +1,22 @@
+#include "modules/registerModules.h"
+
+#include <libvarrow/module/ChainedModule.h>
+#include <libvarrow/module/CommonModuleStatDumper.h>
+
+#include "modules/CheckSchedule.h"
+#include "modules/Dispatch.h"
+#include "modules/ReadInstance.h"
+#include "modules/WriteSchedule.h"
+
+namespace jobshop {
+
+void registerModules(cppbind::ClassRegister& classes) {
+  classes.regClass<libvarrow::ChainedModule>("ChainedModule");
+  classes.regClass<libvarrow::CommonModuleStatDumper>("CommonModuleStatDumper");
+  classes.regClass<ReadInstance>("ReadInstance");
+  classes.regClass<Dispatch>("Dispatch");
+  classes.regClass<CheckSchedule>("CheckSchedule");
+  classes.regClass<WriteSchedule>("WriteSchedule");
+}
+
+}  // namespace jobshop

@@ -1,0 +1,57 @@
+#!/usr/bin/env bash
+# Builds the example job shop and plans two well-known instances with it. Needs neither network nor
+# root once the packages are there.
+set -euo pipefail
+
+here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
+root=$(cd "$here/.." && pwd)
+build=$root/build/demo
+out=$root/out/demo
+jobshop=$build/examples/jobshop/jobshop
+pipeline=$root/examples/jobshop/pipeline.json
+
+bold='' plain=''
+if [ -t 1 ]; then
+  bold=$'\e[1m' plain=$'\e[0m'
+fi
+
+# Runs a step with its output in a log, which is shown only when the step fails.
+quietly() {
+  local log=$1
+  shift
+  "$@" >"$log" 2>&1 || {
+    cat "$log" >&2
+    exit 1
+  }
+}
+
+build_jobshop() {
+  cd "$root" &&
+    cmake --preset release -B "$build" -DVARROW_BUILD_TESTS=OFF -DVARROW_BUILD_BENCHMARKS=OFF &&
+    cmake --build "$build" --target jobshop --parallel "$(nproc)"
+}
+
+plan() {
+  local name=$1 optimum=$2
+  local run=$out/$name summary makespan gap
+  summary=$(LIBVARROW_TIMED_STAT_DUMP=1 "$jobshop" \
+    --instance "$root/examples/jobshop/data/$name.txt" "$pipeline" "$run")
+  makespan=$(sed -n 's/^makespan *\([0-9]*\).*/\1/p' <<<"$summary")
+  gap=$(awk -v found="$makespan" -v best="$optimum" \
+    'BEGIN { printf "%.1f %%", 100 * (found - best) / best }')
+
+  printf '\n%s%s%s\n' "$bold" "$name" "$plain"
+  printf '  %-12s %s\n' \
+    makespan "$bold$makespan$plain, optimum $optimum, gap $gap" \
+    'run folder' "$run" \
+    statistics "$run/statistics.json" \
+    chart "$run/gantt.svg"
+}
+
+"$here/install_packages.sh"
+mkdir -p "$out"
+echo "Building (log: $out/build.log) ..."
+quietly "$out/build.log" build_jobshop
+plan ft06 55
+plan la01 666
+printf '\nOpen a chart in a browser; hover an operation to see what it is.\n'
