@@ -92,7 +92,9 @@ void InitRootLogger(std::string confFile) {
     configureDefault();
     LIBVARROW_LOG_WARN("No log.conf, this is default log conf by hard code!");
   }
-  for (const boost::function<void()>& handler : handlers()) handler();
+  // A copy: a handler may register others, for the next call.
+  const std::vector<boost::function<void()>> registered = handlers();
+  for (const boost::function<void()>& handler : registered) handler();
 }
 
 void registerLogInitedHandler(const boost::function<void()>& handler) {

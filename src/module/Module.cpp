@@ -6,9 +6,9 @@ namespace libvarrow {
 
 namespace {
 
-void dumpInfo(ModuleData& data, const char* fileName) {
+void dumpInfo(ModuleData& data, const std::string& fileName) {
   const Json::Value info = data.getBaiscInfoJson();
-  if (!info.isNull()) CommonStatistics::dumpToFile(data.dumpPath + fileName, info);
+  if (!info.isNull()) CommonStatistics::dumpToFile(fileName, info);
 }
 
 }  // namespace
@@ -28,9 +28,10 @@ void Module::setAutoChangeCurrentDirToDumpPath(bool) {
 }
 
 void Module::process(ModuleData* data) {
-  dumpBefore(*data);
+  const std::string pathAtEntry = data->dumpPath;
+  dumpBefore(*data, pathAtEntry);
   const boost::filesystem::path directoryAtEntry = boost::filesystem::current_path();
-  if (autoChangeCurrentDirToDumpPath_) boost::filesystem::current_path(data->dumpPath);
+  if (autoChangeCurrentDirToDumpPath_) boost::filesystem::current_path(pathAtEntry);
 
   StatisticsContainer* const parent = data->statisticsContainer;
   if (parent != nullptr) enterStatistics(*data, *parent);
@@ -41,20 +42,21 @@ void Module::process(ModuleData* data) {
   }
 
   if (autoChangeCurrentDirToDumpPath_) boost::filesystem::current_path(directoryAtEntry);
-  dumpAfter(*data);
+  // The path as it is now: a module may move where its output goes.
+  dumpAfter(*data, std::string(data->dumpPath));
 }
 
-void Module::dumpBefore(ModuleData& data) const {
-  dumpInfo(data, "in_info.json");
-  data.dumpDetailInfo(data.dumpPath + "in_detail.txt");
-  data.dump4Debug(data.dumpPath + "before_process/");
+void Module::dumpBefore(ModuleData& data, const std::string& path) const {
+  dumpInfo(data, path + "in_info.json");
+  data.dumpDetailInfo(path + "in_detail.txt");
+  data.dump4Debug(path + "before_process/");
 }
 
-void Module::dumpAfter(ModuleData& data) const {
-  dumpInfo(data, "out_info.json");
-  data.dumpDetailInfo(data.dumpPath + "out_detail.txt");
-  data.dump4Debug(data.dumpPath + "after_process/");
-  moduleStatistics.dumpToFile(data.dumpPath + "module_stat.json");
+void Module::dumpAfter(ModuleData& data, const std::string& path) const {
+  dumpInfo(data, path + "out_info.json");
+  data.dumpDetailInfo(path + "out_detail.txt");
+  data.dump4Debug(path + "after_process/");
+  moduleStatistics.dumpToFile(path + "module_stat.json");
 }
 
 void Module::enterStatistics(ModuleData& data, StatisticsContainer& parent) {

@@ -31,4 +31,8 @@ ModuleExecutor::ModuleExecutor(cppbind::ClassRegister* moduleRegister, const std
                                bool ignoreUnknownKeys)
     : mainModule_(readMainModule(moduleRegister, confPath, ignoreUnknownKeys)) {}
 
+void ModuleExecutor::process(ModuleData* data) const {
+  mainModule_->process(data);
+}
+
 }  // namespace libvarrow

@@ -1,9 +1,9 @@
 #include "libvarrow/statistics/CommonStatistics.h"
 
 #include <boost/current_function.hpp>
-#include <fstream>
 
 #include "JsonText.h"
+#include "TextFile.h"
 #include "libvarrow/backtrace/BackTraceException.h"
 #include "libvarrow/log/log.h"
 #include "libvarrow/utility/DirCreator.h"
@@ -37,15 +37,14 @@ std::string CommonStatistics::dumpToFile(const boost::filesystem::path& path,
                                          const Json::Value& value) {
   std::string realFile = path.generic_string();
   utility::adjustFileName(realFile);
+  const std::string text = asText(value);
+  // The directory is there as a rule: it is made only when the file cannot be opened.
+  if (cppbind::writeTextFile(realFile, text)) return realFile;
   DirCreator(realFile, false);
-  std::ofstream file(realFile, std::ios_base::out | std::ios_base::trunc);
-  if (!file.is_open()) {
-    LIBVARROW_LOG_ERROR("%s src_file:%s real_file:%s", BOOST_CURRENT_FUNCTION,
-                        path.string().c_str(), realFile.c_str());
-    throw BackTraceException();
-  }
-  file << asText(value);
-  return realFile;
+  if (cppbind::writeTextFile(realFile, text)) return realFile;
+  LIBVARROW_LOG_ERROR("%s src_file:%s real_file:%s", BOOST_CURRENT_FUNCTION, path.string().c_str(),
+                      realFile.c_str());
+  throw BackTraceException();
 }
 
 }  // namespace libvarrow

@@ -2,6 +2,7 @@
 
 #include <boost/thread/lock_guard.hpp>
 
+#include "libvarrow/backtrace/Check.h"
 #include "statistics/number_text.h"
 
 namespace libvarrow {
@@ -14,6 +15,7 @@ void DistributionStatistics::inc(const std::string& key, std::uint64_t n) {
 }
 
 void DistributionStatistics::merge(DistributionStatistics* other) {
+  LIBVARROW_CHECK(other != this);  // it would wait for its own lock
   const Lock lock(mutex_);
   for (const auto& [key, count] : other->get()) incInternal(key, count);
 }

@@ -2,6 +2,7 @@
 
 #include <boost/thread/lock_guard.hpp>
 #include <limits>
+#include <map>
 #include <string>
 
 #include "libvarrow/backtrace/Check.h"
@@ -39,7 +40,8 @@ Json::Value NumStatistics::toJsonValue4Bind() const {
   if (count_ == 0) return Json::Value();
   const double samples = static_cast<double>(count_);
   Json::Value json(Json::objectValue);
-  for (const auto& [key, count] : buckets_) {
+  const std::map<std::uint64_t, std::uint64_t> ascending(buckets_.begin(), buckets_.end());
+  for (const auto& [key, count] : ascending) {
     // The key is a multiple of the interval already; the printed bounds are scaled once more, as
     // everything that reads these files expects.
     const std::string bounds =

@@ -20,7 +20,8 @@ std::size_t excess(std::size_t length, std::size_t limit) {
 
 void adjustFileName(std::string& name) {
   const boost::filesystem::path given(name);
-  std::string absolute = boost::filesystem::absolute(given).generic_string();
+  std::string absolute = given.is_absolute() ? given.generic_string()
+                                             : boost::filesystem::absolute(given).generic_string();
   const std::size_t lastSlash = absolute.rfind('/');
   const std::size_t fileLength =
       lastSlash == std::string::npos ? absolute.size() : absolute.size() - lastSlash - 1;
@@ -37,7 +38,7 @@ void adjustFileName(std::string& name) {
 
 bool removeIfExist(const std::string& path) {
   boost::system::error_code error;
-  if (boost::filesystem::status(path, error).type() == boost::filesystem::file_not_found) {
+  if (boost::filesystem::symlink_status(path, error).type() == boost::filesystem::file_not_found) {
     return true;
   }
   boost::filesystem::remove_all(path, error);

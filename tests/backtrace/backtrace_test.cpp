@@ -4,11 +4,16 @@
 #include <gtest/gtest.h>
 #include <sys/mman.h>
 
+#include <boost/assert.hpp>
 #include <boost/filesystem/operations.hpp>
 #include <boost/shared_ptr.hpp>
+#include <boost/stacktrace/stacktrace.hpp>
 #include <csignal>
 #include <cstdlib>
+#include <fstream>
 #include <regex>
+#include <string>
+#include <vector>
 
 #include "cppbind/Assert.h"
 #include "libvarrow/backtrace/BackTraceException.h"
@@ -32,14 +37,15 @@ std::size_t occurrences(const std::string& text, const std::string& part) {
   return count;
 }
 
-std::size_t dumpFileCount() {
+std::vector<std::string> dumpFiles() {
   const std::regex name(R"(\d{4}(_\d\d){5}\.coredump)");
-  std::size_t count = 0;
+  std::vector<std::string> files;
   for (const auto& entry : boost::filesystem::directory_iterator(".")) {
     const std::string file = entry.path().filename().string();
-    if (std::regex_match(file, name) && boost::filesystem::file_size(entry) > 0) ++count;
+    if (std::regex_match(file, name) && boost::filesystem::file_size(entry) > 0)
+      files.push_back(file);
   }
-  return count;
+  return files;
 }
 
 // A page that nobody may touch, rather than a null pointer, which sanitizers catch themselves.
@@ -66,6 +72,11 @@ TEST_F(BackTraceTest, BoostsOwnAssertionsReportThroughTheSameHandler) {
   EXPECT_EQ(SIGABRT, child.signal);
   EXPECT_EQ(0u, child.errors.find("Expression 'px != 0' is false in function '"));
   EXPECT_NE(std::string::npos, child.errors.find("Backtrace:\n"));
+}
+
+TEST_F(BackTraceTest, AnAssertionWithAMessageShowsIt) {
+  const ChildResult child = runInChild([] { BOOST_ASSERT_MSG(false, "too late"); });
+  EXPECT_NE(std::string::npos, child.errors.find("': too late.\nBacktrace:\n"));
 }
 
 TEST_F(BackTraceTest, StandardAssertionsNameExpressionFileLineAndFunction) {
@@ -122,7 +133,31 @@ TEST_F(BackTraceTest, ASegmentationFaultIsLoggedWithTheFaultingFunctionFirst) {
       log,
       std::regex(R"(backtrace:\n 0# [^\n]*writeToProtectedPage[^\n]*backtrace_test\.cpp:\d+\n)")))
       << log;
-  EXPECT_EQ(0u, dumpFileCount());
+  EXPECT_TRUE(dumpFiles().empty());
+}
+
+__attribute__((noinline)) int faultBelow(int depth) {
+  if (depth == 0) writeToProtectedPage();
+  volatile int result = depth == 0 ? 0 : faultBelow(depth - 1);
+  return result + 1;
+}
+
+TEST_F(BackTraceTest, BackTraceAndDumpHoldAHundredAndTwentyEightFrames) {
+  test_support::writeFile("coredump", "a file where the directory would be");
+  const ChildResult child = runInChild([] {
+    InitRootLogger("none");
+    init_error_handler(true);
+    faultBelow(300);
+  });
+  EXPECT_EQ(SIGABRT, child.signal);
+  const std::string log = readFile("error_log.txt");
+  const std::string first = log.substr(0, log.find("ERROR", log.find("ERROR") + 1));
+  EXPECT_NE(std::string::npos, first.find("\n127# "));
+  EXPECT_EQ(std::string::npos, first.find("\n128# "));
+  ASSERT_LE(1u, dumpFiles().size());
+  std::ifstream dump(dumpFiles().front(), std::ios_base::binary);
+  EXPECT_EQ(128u, boost::stacktrace::stacktrace::from_dump(dump).size());
+  EXPECT_EQ("a file where the directory would be", readFile("coredump"));
 }
 
 TEST_F(BackTraceTest, ACrashWritesItsStackBesideTheDumpDirectoryWhenAsked) {
@@ -132,7 +167,7 @@ TEST_F(BackTraceTest, ACrashWritesItsStackBesideTheDumpDirectoryWhenAsked) {
   });
   EXPECT_EQ(SIGABRT, child.signal);
   EXPECT_TRUE(boost::filesystem::is_directory("coredump"));
-  EXPECT_EQ(1u, dumpFileCount());
+  EXPECT_EQ(1u, dumpFiles().size());
   EXPECT_EQ(1u, occurrences(child.errors, "backtrace:\n")) << "without a logger: standard error";
 }
 

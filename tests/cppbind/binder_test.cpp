@@ -110,6 +110,7 @@ class BinderTest : public testing::Test {
     reg.regClass<Step>("Step");
     reg.regClass<Wait>("Wait");
     reg.regClass<Group>("Group");
+    reg.regClass<Object>("Other");
   }
 
   template <class T>
@@ -171,6 +172,9 @@ TEST_F(BinderTest, ErrorsNameTheWholePath) {
       {R"({"port": 65536})", "port: value out of unsigned short range"},
       {R"({"distance": 1e30})", "distance: double out of Int64 range"},
       {R"({"weight": 1e300})", "weight: value out of float range"},
+      {R"({"total": 18446744073709551616})", "total: double out of UInt64 range"},
+      {R"({"distance": 9223372036854775808.0})", "distance: double out of Int64 range"},
+      {R"({"distance": 9223372036854775808})", "distance: LargestUInt out of Int64 range"},
       {R"({"cost": "1"})", "cost: Value is not convertible to double."},
       {R"({"active": 1})", "active: Value is not convertible to bool."},
       {R"({"name": 5})", "name: Value is not convertible to string."},
@@ -187,6 +191,7 @@ TEST_F(BinderTest, ErrorsNameTheWholePath) {
       {R"({"steps": {}})", "steps: should be a object array"},
       {R"({"steps": null})", "steps: should be a object array"},
       {R"({"steps": [{"Step": {}}, 5]})", "steps[1]: should be a object"},
+      {R"({"steps": [{"Other": {}}]})", "steps[0]: Other miss register"},
       {R"({"steps": [{"Step": {}, "Wait": {}}]})",
        "steps[0]: DynamicType object must have a unique key as it's type"},
       {R"({"steps": [{"Group": {"steps": [{"Wait": {"length": 5}}]}}]})",
@@ -202,6 +207,26 @@ TEST_F(BinderTest, ErrorsNameTheWholePath) {
   }
   EXPECT_EQ("should be a object", errorOf<Slot>(json("[1]")));
   EXPECT_EQ("machine: not found", errorOf<Slot>(Json::Value()));
+  EXPECT_EQ("no error", errorOf<Slot>(json(R"({"machine": 1, "load": null})")))
+      << "null is missing, but known";
+}
+
+TEST_F(BinderTest, SmallIntegersAreNumbers) {
+  struct Bytes {
+    signed char level = 0;
+    unsigned char count = 0;
+    void setBind(Binder* binder, bool) {
+      binder->bind("level", level);
+      binder->bind("count", count);
+    }
+  };
+  Bytes bytes;
+  JsonDecodeBinder().decode(json(R"({"level": -128, "count": 255})"), bytes);
+  const Json::Value written = JsonEncodeBinder().encode(bytes);
+  EXPECT_EQ(-128, written["level"].asInt());
+  EXPECT_EQ(255, written["count"].asInt());
+  EXPECT_EQ("level: value out of signed char range",
+            errorOf<Bytes>(json(R"({"level": 128, "count": 0})")));
 }
 
 TEST_F(BinderTest, AMissingClassKeepsItsErrorTypeOnTheWayOut) {
@@ -250,12 +275,14 @@ TEST_F(BinderTest, ListsOfRegisteredObjectsTakeADefaultAndARegistryOfTheirOwn) {
   };
   Owner owner;
   owner.own.regClass<Step>("Special");
-  JsonDecodeBinder binder;
+  reg.regClass<Wait>("Special");  // not asked: the list has its own
+  JsonDecodeBinder binder(&reg);
   binder.decode(Json::Value(), owner);
+  binder.decode(json(R"({"steps": null})"), owner);
   binder.decode(json(R"({"steps": []})"), owner);
   binder.decode(json(R"({"steps": [{"special": {}}]})"), owner);
-  ASSERT_EQ(2u, owner.steps.size()) << "created objects are added to those there are";
-  EXPECT_EQ("special", owner.steps[1]->dumpStr());
+  ASSERT_EQ(3u, owner.steps.size()) << "created objects are added to those there are";
+  EXPECT_EQ("special", owner.steps[2]->dumpStr());
 }
 
 TEST_F(BinderTest, WithoutARegistryObjectsByNameCannotBeMade) {
@@ -298,6 +325,10 @@ struct Painted {
   void setBind(Binder* binder, bool) { binder->bind("color", color); }
 };
 
+struct PaintedStep : Step, Painted {
+  using Painted::setBind;
+};
+
 TEST_F(BinderTest, AHostMayAddConvertersAndIsToldWhenOneIsMissing) {
   EXPECT_EQ("color: BUG,  please register converter for cppbind_test::Color",
             errorOf<Painted>(json(R"({"color": "blue"})")));
@@ -306,6 +337,12 @@ TEST_F(BinderTest, AHostMayAddConvertersAndIsToldWhenOneIsMissing) {
   Painted painted;
   binder.decode(json(R"({"color": "blue"})"), painted);
   EXPECT_EQ(Color::Blue, painted.color);
+  reg.regClass<PaintedStep>("Painted");
+  const auto backup = binder.regClassRegisterWithAutoRollBack(&reg);
+  boost::shared_ptr<Step> step;
+  binder.bindDynamicType(json(R"({"Painted": {"color": "blue"}})"), step);
+  EXPECT_EQ(json(R"({"Painted": {"color": "blue"}})"), step->getJsonValue4Bind())
+      << "written as it was read";
 }
 
 struct Rendering {
@@ -335,6 +372,7 @@ TEST_F(BinderTest, ABinderOfAnotherKindEndsTheProcess) {
     binder.bind("x", field);
   });
   EXPECT_EQ(SIGABRT, child.signal);
+  EXPECT_NE(std::string::npos, child.errors.find("cppbind/imp/binder.h"));
   EXPECT_NE(std::string::npos, child.errors.find("Assertion `\"bug\" == NULL' failed"));
 }
 
@@ -353,6 +391,8 @@ TEST_F(BinderTest, AHostMayCallSetBindItself) {
   slot.setBind(&writing, true);
   EXPECT_EQ(value, written);
   EXPECT_EQ((std::vector<std::string>{"machine", "load"}), writing.keys());
+  Json::Value list(Json::arrayValue);
+  EXPECT_THROW(Binder(&decoder, list), ParseErrorException);
 }
 
 class JsonFileTest : public test_support::InTemporaryDirectory {

@@ -6,10 +6,13 @@
 #include <boost/date_time/gregorian/gregorian.hpp>
 #include <boost/date_time/posix_time/posix_time.hpp>
 #include <boost/make_shared.hpp>
+#include <iostream>
+#include <locale>
 #include <random>
 #include <sstream>
 
 #include "cppbind/ParseErrorException.h"
+#include "support/ChildProcess.h"
 
 namespace {
 
@@ -134,6 +137,18 @@ TEST(StringConverterTest, WritingGivesWhatTheFacetsGive) {
   EXPECT_EQ("not-a-date-time", BoostGDateText::toString(date()));
 }
 
+TEST(StringConverterTest, TimesAreTheSameUnderEveryGlobalLocale) {
+  struct Grouped : std::numpunct<char> {
+    std::string do_grouping() const override { return "\1"; }
+  };
+  const auto child = test_support::runInChild([] {
+    std::locale::global(std::locale(std::locale::classic(), new Grouped));
+    const ptime time = BoostPTimeText::fromString("2024/03/05 07:08:09");
+    std::cout << BoostPTimeText::toString(time) << BoostGDateText::toString(date());
+  });
+  EXPECT_EQ("2024-03-05 07:08:09not-a-date-time", child.output);
+}
+
 TEST(StringConverterTest, TextThatDoesNotParseIsNamedWithItsKind) {
   EXPECT_EQ("cant not parse [2024-02-30] as date", wordsOf(BoostGDateConverter(), "2024-02-30"));
   EXPECT_EQ("cant not parse [noon] as time", wordsOf(BoostPTimeConverter(), "noon"));
@@ -141,6 +156,9 @@ TEST(StringConverterTest, TextThatDoesNotParseIsNamedWithItsKind) {
   EXPECT_EQ("cant not parse [noon] as time", wordsOf(BoostPTimeConverter(), "noon"))
       << "a failure leaves nothing behind in what is kept for reuse";
   EXPECT_EQ("no error", wordsOf(BoostPTimeConverter(), "+infinity"));
+  EXPECT_EQ("cant not parse [9999-12-31 99:99:99] as time",
+            wordsOf(BoostPTimeConverter(), "9999-12-31 99:99:99"))
+      << "no time that could be written";
 }
 
 TEST(StringConverterTest, SharedStringsPassAsTheyAreAndOtherTypesAreRefused) {

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <boost/filesystem/operations.hpp>
+#include <clocale>
 #include <stdexcept>
 
 #include "support/TemporaryDirectory.h"
@@ -62,10 +63,25 @@ TEST_F(JsonTest, Utf8FilesAreWrittenWithTheirFoldersAndReadBack) {
   utility::writeFileForUTF8(directory.path().string() + "/a/b/c.txt", "小时\nx");
   EXPECT_EQ("小时\nx", readFile("a/b/c.txt"));
   EXPECT_EQ("小时\nx", utility::readUTF8File("a/b/c.txt"));
+  const std::string binary = std::string(20000, 'y') + std::string("\0z", 2);
+  utility::writeFileForUTF8(directory.path().string() + "/a/b/c.txt", binary);
+  utility::writeFileForUTF8(directory.path().string() + "/a/b/c.txt", binary.substr(1));
+  EXPECT_EQ(binary.substr(1), utility::readUTF8File("a/b/c.txt"));
   Json::Value value;
   value["k"][0] = "v";
   utility::writeFileForUTF8(directory.path().string() + "/v.json", value);
   EXPECT_EQ("{\"k\":[\"v\"]}\n", readFile("v.json"));
+}
+
+TEST_F(JsonTest, NumbersAreWrittenTheSameUnderTheCLocale) {
+  const char* const before = std::setlocale(LC_NUMERIC, nullptr);
+  const std::string kept = before;
+  for (const char* locale : {"de_DE.UTF-8", "ps_AF.UTF-8"}) {
+    if (std::setlocale(LC_NUMERIC, locale) == nullptr) continue;  // not installed
+    EXPECT_EQ("1.5\n", Json2Str(Json::Value(1.5))) << locale;
+    EXPECT_EQ(1.5, Str2Json("[1.5]")[0].asDouble()) << locale;
+  }
+  std::setlocale(LC_NUMERIC, kept.c_str());
 }
 
 TEST_F(JsonTest, ARelativePathIsTakenFromTheDirectoryOfTheStart) {

@@ -5,6 +5,7 @@
 
 #include <boost/filesystem/operations.hpp>
 #include <iostream>
+#include <regex>
 
 #include "support/ChildProcess.h"
 #include "support/TemporaryDirectory.h"
@@ -23,8 +24,10 @@ bool contains(const std::string& text, const std::string& part) {
 }
 
 TEST_F(LogTest, WithoutConfigurationLogsToConsoleAndTwoFiles) {
+  writeFile("log.txt", "before\n");
+  writeFile("error_log.txt", "before\n");
   const ChildResult child = runInChild([] {
-    InitRootLogger("log.conf");
+    InitRootLogger("other.conf");
     LIBVARROW_LOG_DEBUG("too quiet");
     LIBVARROW_LOG_INFO("news of %d", 7);
     LIBVARROW_LOG_ERROR("trouble");
@@ -35,11 +38,16 @@ TEST_F(LogTest, WithoutConfigurationLogsToConsoleAndTwoFiles) {
   EXPECT_EQ(0u, child.output.find("WARNING: can not found log.conf\n"));
   EXPECT_TRUE(contains(child.output, warning));
   const std::string log = readFile("log.txt");
+  EXPECT_EQ(0u, log.find("before\n")) << "appended to";
   EXPECT_TRUE(contains(log, warning));
-  EXPECT_TRUE(contains(log, "  INFO  - news of 7 [log_test.cpp:"));
+  EXPECT_TRUE(std::regex_search(
+      log,
+      std::regex(
+          R"(\n\d+ \d{4}-\d\d-\d\d \d\d:\d\d:\d\d  INFO  - news of 7 \[log_test\.cpp:\d+\]\n)")));
   EXPECT_TRUE(contains(child.output, "news of 7"));
   EXPECT_FALSE(contains(child.output + log, "too quiet"));
   const std::string errors = readFile("error_log.txt");
+  EXPECT_EQ(0u, errors.find("before\n"));
   EXPECT_TRUE(contains(errors, warning));
   EXPECT_TRUE(contains(errors, "ERROR - trouble"));
   EXPECT_FALSE(contains(errors, "news of 7"));
@@ -54,10 +62,11 @@ TEST_F(LogTest, AFileThatCanBeReadConfiguresTheLogger) {
             "log4cplus.appender.F.layout=log4cplus::PatternLayout\n"
             "log4cplus.appender.F.layout.ConversionPattern=%p %m%n\n");
   const ChildResult child = runInChild([] {
+    registerLogInitedHandler([] { std::cout << "<handler>"; });
     InitRootLogger("my.conf");
     LIBVARROW_LOG_DEBUG("quiet");
   });
-  EXPECT_EQ("", child.output);
+  EXPECT_EQ("<handler>", child.output);
   EXPECT_EQ("DEBUG quiet\n", readFile("mine.txt"));
   EXPECT_FALSE(boost::filesystem::exists("log.txt"));
 }
@@ -81,6 +90,22 @@ TEST_F(LogTest, HandlersRunInOrderAfterEverySetUpAndAreNeverRemoved) {
   ASSERT_NE(std::string::npos, handlers);
   EXPECT_LT(child.output.find("by hard code!"), handlers);
   EXPECT_NE(std::string::npos, child.output.find("<first><second>\n", handlers + 1));
+}
+
+TEST_F(LogTest, AHandlerThatRegistersAnotherAddsItForTheNextCall) {
+  const ChildResult child = runInChild([] {
+    const std::string late = "<late, in a text too long to stand inside the handler itself>";
+    registerLogInitedHandler([late] {
+      std::cout << "<outer>";
+      for (int i = 0; i < 8; ++i) registerLogInitedHandler([late] { std::cout << late; });
+    });
+    InitRootLogger("none");
+    std::cout << "|";
+    InitRootLogger("none");
+  });
+  const std::size_t second = child.output.find('|');
+  EXPECT_EQ(std::string::npos, child.output.substr(0, second).find("<late"));
+  EXPECT_NE(std::string::npos, child.output.find("<outer><late", second));
 }
 
 TEST_F(LogTest, AnEmptyHandlerThrowsAndStopsThoseAfterIt) {

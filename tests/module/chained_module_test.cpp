@@ -40,7 +40,7 @@ class ChainTest : public testing::Test {
 };
 
 using Chains = testing::Types<ChainedModule, ChainedModuleV2>;
-TYPED_TEST_SUITE(ChainTest, Chains);
+TYPED_TEST_SUITE(ChainTest, Chains, );
 
 TYPED_TEST(ChainTest, EveryModuleHasANumberedDirectory) {
   auto twice = boost::make_shared<Worker>("A");
@@ -142,6 +142,30 @@ TEST(ChainedModuleTest, BindingTwiceAppendsAllOrNothing) {
   EXPECT_EQ(2u, record.modules.size());
   record.setBind(nullptr, false);
   EXPECT_EQ(2u, ChainedModule(record).getData4Bind().modules.size());
+}
+
+TEST(ChainedModuleTest, TheSecondKindCountsAModuleWhileItRunsAndReadsIntoItself) {
+  const test_support::TemporaryDirectory directory;
+  RecordingData data;
+  data.dumpPath = "out/";
+  auto worker = boost::make_shared<Worker>();
+  long counted = 0;
+  worker->action = [&](ModuleData&) { counted = worker.use_count(); };
+  ChainedModule first;
+  first.addModule(worker);
+  first.processImp(&data);
+  EXPECT_EQ(2, counted);
+  ChainedModuleV2 second;
+  second.addModule(worker);
+  second.processImp(&data);
+  EXPECT_EQ(4, counted);
+
+  cppbind::ClassRegister reg;
+  reg.regClass<Add>("Add");
+  cppbind::JsonDecodeBinder binder(&reg);
+  binder.decode(json(R"({"modules": [{"Add": {"amount": 1}}]})"), second);
+  second.setBind(nullptr, false);
+  EXPECT_EQ(2u, second.getModules().size());
 }
 
 TEST(ChainedModuleTest, TheSecondKindStopsAtANullModule) {

@@ -92,11 +92,22 @@ TEST_F(ModuleExecutorTest, EveryFaultOfAPipelineFileIsNamedWithItsPlace) {
   }
   EXPECT_EQ("conf missing.json file not found!", errorOf("missing.json"));
   EXPECT_EQ("Can not open file [.]", errorOf("."));
+  const std::string tooLong(5000, 'x');
+  EXPECT_EQ("conf " + tooLong + " file not found!", errorOf(tooLong)) << "no status to be read";
 }
 
 TEST_F(ModuleExecutorTest, UnknownKeysPassEverywhereWhenIgnored) {
   writeFile("p.json", R"({"modules": [{"Add": {"amount": 1, "b": 2}}], "extra": 1})");
   EXPECT_NO_THROW(ModuleExecutor(&reg, "p.json", true));
+}
+
+TEST_F(ModuleExecutorTest, AnExecutorThatWasMovedFromHasNoModule) {
+  writeFile("p.json", R"({"modules": []})");
+  ModuleExecutor executor(&reg, "p.json", false);
+  const ModuleExecutor moved = std::move(executor);
+  EXPECT_NE(nullptr, moved.mainModule());
+  const auto child = test_support::runInChild([&] { executor.process(nullptr); });
+  EXPECT_EQ(0u, child.errors.find("Expression 'px != 0' is false"));
 }
 
 TEST_F(ModuleExecutorTest, ANullRegisterEndsTheProcess) {

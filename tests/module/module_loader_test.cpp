@@ -92,6 +92,9 @@ TEST_F(ModuleLoaderTest, ErrorsNameThePlaceAndLeaveTheLoaderAsItWas) {
     EXPECT_EQ(c.error, errorOf([&] { loader.loadJson(json(c.text)); }));
   }
   EXPECT_EQ(1u, loader.namedModules().count("a"));
+  ModuleLoader copy = loader;
+  EXPECT_EQ(loader.namedModules().at("a"), copy.namedModules().at("a"));
+  EXPECT_NO_THROW(copy.loadJson(json(R"({"named_modules": {"b": {"Add": {"amount": 2}}}})")));
   EXPECT_EQ("Can not open file [none.json]", errorOf([&] { loader.loadFile("none.json"); }));
 }
 

@@ -39,6 +39,22 @@ TEST_F(ModuleTest, DumpsSurroundTheWorkInOrder) {
   EXPECT_EQ("{\n \"\" : []\n}\n", readFile("later/module_stat.json"));
 }
 
+TEST_F(ModuleTest, ThePathAtEntryHoldsForAllInputDumps) {
+  struct Wandering : RecordingData {
+    Json::Value getBaiscInfoJson() override {
+      dumpPath = "moved/";
+      return RecordingData::getBaiscInfoJson();
+    }
+  };
+  Wandering wandering;
+  wandering.dumpPath = "P/";
+  worker.process(&wandering);
+  EXPECT_TRUE(fs::exists("P/in_info.json"));
+  EXPECT_EQ("detail P/in_detail.txt", wandering.calls.at(0));
+  EXPECT_EQ("debug P/before_process/", wandering.calls.at(1));
+  EXPECT_TRUE(fs::exists("moved/out_info.json"));
+}
+
 TEST_F(ModuleTest, WithAnEmptyPathDumpsGoToTheCurrentDirectory) {
   worker.process(&data);
   EXPECT_TRUE(fs::exists("in_info.json") && fs::exists("out_info.json"));
@@ -74,6 +90,10 @@ TEST_F(ModuleTest, EveryRunAddsItsEntryWithTwoTimePointsBeforeTheWork) {
   ASSERT_EQ(2u, runs.size());
   const Json::Value& second = runs[1]["Module::Worker"];
   ASSERT_EQ(4u, second.size());
+  data.hasInfo = false;
+  worker.process(&data);
+  const Json::Value third = root.toJsonValue4Bind()["root"][2]["Module::Worker"];
+  EXPECT_TRUE(third[1].isMember("contextIn") && third[1]["contextIn"].isNull());
   EXPECT_EQ(2u, second[0]["TimeStatistic"]["timestamps"].size());
   EXPECT_EQ(1, second[1]["contextIn"]["steps"].asInt());
   EXPECT_EQ(3, second[2]["mine"].asInt());
@@ -98,6 +118,9 @@ TEST_F(ModuleTest, TheCurrentDirectoryMovesForTheWorkOnlyAndTheSwitchStaysOn) {
   worker.process(&data);
   EXPECT_EQ(directory.path() / "run", during);
   EXPECT_EQ(directory.path(), fs::current_path());
+  data.dumpPath = "run/";
+  worker.process(&data);
+  EXPECT_FALSE(fs::exists("run/run")) << "the output is dumped from the old directory again";
 }
 
 TEST_F(ModuleTest, AnExceptionLeavesEverythingAsTheStepHadIt) {
@@ -142,6 +165,14 @@ TEST_F(ModuleTest, TheStatDumperWritesItsOwnEntry) {
   ASSERT_EQ(2u, entry.size());
   EXPECT_TRUE(entry[0].isMember("TimeStatistic") && entry[1].isMember("contextIn"));
   EXPECT_EQ("sub/stat.json", dumper.getData4Bind().file);
+  EXPECT_EQ(&data, dumper.processSpec(&data));
+  CommonModuleStatDumper::Data4Bind record;
+  Json::Value json;
+  json["file"] = "x";
+  cppbind::JsonDecodeBinder decoder;
+  cppbind::Binder binder(&decoder, json);
+  record.setBind(&binder, false);
+  EXPECT_EQ("x", record.file) << "bound whatever the flag";
 }
 
 TEST_F(ModuleTest, AProfilerLeavesNoFile) {

@@ -67,6 +67,8 @@ TEST(NumStatisticsTest, PrintedBoundsAreScaledByTheInterval) {
   EXPECT_EQ(0.7, json["min"].asDouble());
   EXPECT_EQ(27.0, json["max"].asDouble());
   EXPECT_EQ(8u, json["count"].asUInt());
+  EXPECT_EQ(Json::uintValue, json["count"].type());
+  EXPECT_EQ(Json::realValue, json["sum/count"].type());
 }
 
 TEST(NumStatisticsTest, SamplesThatNoBucketHoldsAreSettled) {
@@ -91,6 +93,12 @@ TEST(NumStatisticsTest, SamplesThatNoBucketHoldsAreSettled) {
   EXPECT_EQ(-2.5, mixed.toJsonValue4Bind()["min"].asDouble());
 }
 
+TEST(NumStatisticsTest, OfBucketsWhoseScaledNamesAreOneTheHighestIsShown) {
+  NumStatistics numbers(std::uint64_t{1} << 32);
+  for (const double sample : {0.0, 0.0, 4294967296.0, 9223372036854775808.0}) numbers.add(sample);
+  EXPECT_EQ("1,   25.00%", numbers.toJsonValue4Bind()["[0-4294967296)"].asString());
+}
+
 TEST(NumStatisticsTest, AnIntervalOfZeroEndsTheProcess) {
   const auto child = test_support::runInChild([] { NumStatistics(0).add(1); });
   EXPECT_EQ(SIGABRT, child.signal);
@@ -107,6 +115,7 @@ TEST(DistributionStatisticsTest, RendersCountsAndProportions) {
                        "__sum__": 4, "__key_count__": 2})")
                 .toStyledString(),
             distribution.toJsonValue4Bind().toStyledString());
+  EXPECT_EQ(Json::intValue, distribution.toJsonValue4Bind()["__sum__"].type());
   distribution.inc("c", 1234567);
   EXPECT_EQ("count=1.23457e+06, proportion=99.9997%",
             distribution.toJsonValue4Bind()["c"].asString());
@@ -122,6 +131,7 @@ TEST(DistributionStatisticsTest, MergingAddsKeyByKeyAndLeavesTheSource) {
   EXPECT_EQ((std::map<std::string, std::uint64_t>{{"a", 3}, {"b", 5}}), to.get());
   EXPECT_EQ((std::map<std::string, std::uint64_t>{{"a", 2}, {"b", 5}}), from.get());
   EXPECT_EQ(8u, to.getCountSum());
+  EXPECT_EQ(SIGABRT, test_support::runInChild([&] { to.merge(&to); }).signal);
 }
 
 TEST(JsonStatisticsTest, HoldsACopy) {
@@ -142,7 +152,8 @@ TEST(TimeStatisticsTest, MinutesAreWholeSecondsFromFirstToLast) {
   times.appendTime(time_from_string("2024-03-05 10:00:00"));
   EXPECT_EQ(json(R"({"minutes": 0.0, "timestamps": ["2024-03-05 10:00:00"]})").toStyledString(),
             times.toJsonValue4Bind().toStyledString());
-  times.appendTime(time_from_string("2024-03-05 12:00:00"));
+  times.appendTime(time_from_string("2024-03-05 09:59:58.5"));
+  EXPECT_EQ(-1 / 60.0, times.toJsonValue4Bind()["minutes"].asDouble()) << "cut toward zero";
   times.appendTime(time_from_string("2024-03-05 10:01:30.9"));
   EXPECT_EQ(1.5, times.toJsonValue4Bind()["minutes"].asDouble());
   EXPECT_EQ(3u, times.toJsonValue4Bind()["timestamps"].size());

@@ -28,6 +28,8 @@ class StatisticsFileTest : public test_support::InTemporaryDirectory {
 
 TEST_F(StatisticsFileTest, AFileIsWrittenWithItsFoldersAndNamed) {
   statistics.getCountStatistics("rows", 5);
+  statistics.dumpToFile("a/b/stat.json");
+  test_support::writeFile("a/b/stat.json", std::string(1000, 'x'));  // to be truncated
   const std::string real = statistics.dumpToFile("a/b/stat.json");
   EXPECT_EQ(directory.path().generic_string() + "/a/b/stat.json", real);
   EXPECT_EQ(statistics.dumpAsJsonString(), readFile(real));
@@ -56,6 +58,26 @@ TEST_F(StatisticsFileTest, WithoutTheVariableADumperWritesOnceAtItsEnd) {
   EXPECT_EQ(statistics.dumpAsJsonString(), readFile("live/stat.json"));
   EXPECT_EQ(1, std::distance(fs::directory_iterator("live"), fs::directory_iterator()))
       << "no .writing file is left";
+}
+
+TEST_F(StatisticsFileTest, ADumperWritesBesideItsTargetFirst) {
+  fs::create_directory("stat.json.writing");
+  const auto blocked = test_support::runInChild([&] { TimedStatDumper(&statistics, "stat.json"); });
+  EXPECT_EQ(SIGABRT, blocked.signal);
+  EXPECT_NE(std::string::npos, blocked.errors.find("/stat.json.writing\n")) << blocked.errors;
+  test_support::writeFile("full/inner", "");
+  const auto unremovable = test_support::runInChild([&] { TimedStatDumper(&statistics, "full"); });
+  EXPECT_EQ(SIGABRT, unremovable.signal);
+  EXPECT_NE(std::string::npos, unremovable.errors.find("filesystem_error"));
+}
+
+TEST_F(StatisticsFileTest, AFullLengthTargetIsReplacedThoughItsTemporaryNameIsCut) {
+  fs::create_directory("x");
+  const std::string folder = (directory.path() / "x").generic_string() + "/";
+  const std::string target = std::string(259 - folder.size(), 's');
+  { TimedStatDumper dumper(&statistics, folder + target); }
+  ASSERT_EQ(1, std::distance(fs::directory_iterator("x"), fs::directory_iterator()));
+  EXPECT_EQ(target, fs::directory_iterator("x")->path().filename().string());
 }
 
 TEST_F(StatisticsFileTest, TheTargetIsFixedAtConstruction) {

@@ -6,6 +6,7 @@
 #include <boost/lexical_cast.hpp>
 #include <cstring>
 #include <limits>
+#include <locale>
 #include <random>
 #include <sstream>
 
@@ -82,6 +83,17 @@ TEST(FastStringStreamTest, FloatingPointDigitsAreThoseOfLexicalCast) {
         static_cast<long double>(random()) / static_cast<long double>(random());
     EXPECT_EQ(boost::lexical_cast<std::string>(value), text(value));
   }
+}
+
+TEST(FastStringStreamTest, NumbersAreTheSameUnderALocaleWithDecimalComma) {
+  struct Comma : std::numpunct<char> {
+    char do_decimal_point() const override { return ','; }
+  };
+  const std::locale before = std::locale::global(std::locale(std::locale::classic(), new Comma));
+  FastStringStream stream;
+  stream << 1.5f << ' ' << 1.5 << ' ' << 1234567.25L << ' ' << 1000000;
+  std::locale::global(before);
+  EXPECT_EQ("1.5 1.5 1234567.25 1000000", stream.str());
 }
 
 TEST(StringIndentTest, IndentsGrowAsCopies) {

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <boost/filesystem/operations.hpp>
 #include <string>
 
@@ -48,6 +49,14 @@ TEST_F(UtilityTest, ALongNameLosesTheEndOfItsStem) {
   }
 }
 
+TEST_F(UtilityTest, ALongRelativeNameIsCutAsItsAbsolutePath) {
+  const std::string name = adjusted(std::string(295, 's') + ".json");
+  const std::size_t total = directory.path().size() + 1 + 300;
+  const std::size_t cut = std::max<std::size_t>(45, total - 259);
+  EXPECT_EQ(total - cut, name.size());
+  EXPECT_EQ(directory.path().generic_string() + "/" + std::string(295 - cut, 's') + ".json", name);
+}
+
 TEST_F(UtilityTest, RemovingTakesFilesAndWholeDirectories) {
   test_support::writeFile("d/e/f.txt", "");
   test_support::writeFile("g.txt", "");
@@ -55,6 +64,8 @@ TEST_F(UtilityTest, RemovingTakesFilesAndWholeDirectories) {
   EXPECT_TRUE(utility::removeIfExist("d"));
   EXPECT_TRUE(utility::removeIfExist("g.txt"));
   EXPECT_TRUE(utility::removeIfExist("never there"));
+  fs::create_symlink("nowhere", "dangling");
+  EXPECT_TRUE(utility::removeIfExist("dangling"));
   EXPECT_EQ("", testing::internal::GetCapturedStderr());
   EXPECT_TRUE(fs::is_empty("."));
 }

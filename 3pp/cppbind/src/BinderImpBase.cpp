@@ -17,15 +17,26 @@ Backup::~Backup() {
   armed_ = false;
 }
 
-BinderImpBase::BinderImpBase() : class_reg(nullptr) {
-  // Converters hold nothing, so one set serves every binder of the process.
-  static const std::map<std::type_index, boost::shared_ptr<StringConverter>> standard = {
-      {typeid(boost::shared_ptr<std::string>), boost::make_shared<StringPtrConverter>()},
-      {typeid(boost::gregorian::date), boost::make_shared<BoostGDateConverter>()},
-      {typeid(boost::posix_time::ptime), boost::make_shared<BoostPTimeConverter>()},
-      {typeid(boost::posix_time::time_duration), boost::make_shared<BoostTimeDurationConverter>()}};
-  converters_ = standard;
+namespace {
+
+// Converters hold nothing, so one table serves every binder until a host adds its own.
+const boost::shared_ptr<const ConverterTable>& standardConverters() {
+  static const boost::shared_ptr<const ConverterTable> table =
+      boost::make_shared<ConverterTable>(ConverterTable{
+          {typeid(boost::shared_ptr<std::string>), boost::make_shared<StringPtrConverter>()},
+          {typeid(boost::gregorian::date), boost::make_shared<BoostGDateConverter>()},
+          {typeid(boost::posix_time::ptime), boost::make_shared<BoostPTimeConverter>()},
+          {typeid(boost::posix_time::time_duration),
+           boost::make_shared<BoostTimeDurationConverter>()}});
+  return table;
 }
+
+}  // namespace
+
+BinderImpBase::BinderImpBase() : BinderImpBase(standardConverters()) {}
+
+BinderImpBase::BinderImpBase(boost::shared_ptr<const ConverterTable> converters)
+    : converters_(std::move(converters)), class_reg(nullptr) {}
 
 BinderImpBase::~BinderImpBase() = default;
 
@@ -38,17 +49,23 @@ boost::shared_ptr<Backup> BinderImpBase::regClassRegisterWithAutoRollBack(ClassR
 
 void BinderImpBase::setConverter(std::type_index type,
                                  boost::shared_ptr<StringConverter> converter) {
-  converters_[type] = std::move(converter);
+  auto changed = boost::make_shared<ConverterTable>(*converters_);
+  (*changed)[type] = std::move(converter);
+  converters_ = changed;
+  lastConverter_ = nullptr;
 }
 
 const StringConverter& BinderImpBase::converterFor(std::type_index type) const {
-  const auto found = converters_.find(type);
-  if (found == converters_.end() || !found->second) {
+  if (lastConverter_ != nullptr && lastType_ == type) return *lastConverter_;
+  const auto found = converters_->find(type);
+  if (found == converters_->end() || !found->second) {
     // Two blanks after the comma: readers of old logs search for this text.
     throw ParseErrorException("BUG,  please register converter for " +
                               boost::core::demangle(type.name()));
   }
-  return *found->second;
+  lastType_ = type;
+  lastConverter_ = found->second.get();
+  return *lastConverter_;
 }
 
 }  // namespace cppbind

@@ -42,10 +42,13 @@ ObjFactory& ClassRegisterBase::findFactory(const std::string& className) const {
 std::unique_ptr<Object> ClassRegisterBase::createObject(const std::string& className,
                                                         const Json::Value& json,
                                                         BinderImpBase* binder) const {
-  std::unique_ptr<Object> object;
   ObjFactory& factory = findFactory(className);
-  withKey(className, [&] { object.reset(factory.create(className, json, binder)); });
-  return object;
+  try {
+    return std::unique_ptr<Object>(factory.create(className, json, binder));
+  } catch (ParseErrorException& error) {
+    error.addPathFront(className);
+    throw;
+  }
 }
 
 }  // namespace cppbind

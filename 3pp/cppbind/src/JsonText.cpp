@@ -4,8 +4,11 @@
 #include <json/writer.h>
 
 #include <algorithm>
+#include <clocale>
 #include <locale>
-#include <sstream>
+#include <ostream>
+#include <streambuf>
+#include <utility>
 
 #if defined(__GNUC__)
 #pragma GCC diagnostic ignored "-Wdeprecated-declarations"
@@ -85,6 +88,42 @@ std::string withoutDecimalPoints(const std::string& text) {
   return out;
 }
 
+// What is written into a stream, as a string.
+class StringSink : public std::streambuf {
+ public:
+  std::string text;
+
+ protected:
+  int_type overflow(int_type c) override {
+    if (!traits_type::eq_int_type(c, traits_type::eof())) text += traits_type::to_char_type(c);
+    return traits_type::not_eof(c);
+  }
+  std::streamsize xsputn(const char* characters, std::streamsize count) override {
+    text.append(characters, static_cast<std::size_t>(count));
+    return count;
+  }
+};
+
+#if defined(LC_NUMERIC_MASK)
+// The writers print numbers under the thread's C locale and mend nothing but a decimal comma.
+class ClassicNumbers {
+ public:
+  ClassicNumbers() : before_(::uselocale(classic())) {}
+  ~ClassicNumbers() { ::uselocale(before_); }
+  ClassicNumbers(const ClassicNumbers&) = delete;
+  ClassicNumbers& operator=(const ClassicNumbers&) = delete;
+
+ private:
+  static locale_t classic() {
+    static const locale_t locale = ::newlocale(LC_ALL_MASK, "C", nullptr);
+    return locale;
+  }
+  locale_t before_;
+};
+#else
+class ClassicNumbers {};
+#endif
+
 bool globalLocaleWritesPlainNumbers() {
   const auto& numbers = std::use_facet<std::numpunct<char>>(std::locale());
   return numbers.decimal_point() == '.' && numbers.grouping().empty();
@@ -107,16 +146,23 @@ bool parse(const std::string& text, Json::Value& value, std::string& errors) {
 }
 
 std::string styled(const Json::Value& value, const std::string& indentation) {
-  std::ostringstream out;
+  [[maybe_unused]] const ClassicNumbers classicNumbers{};
+  // The stream is kept: setting one up costs more than writing a short text.
+  thread_local std::ostream out(nullptr);
+  StringSink sink;
+  out.rdbuf(&sink);
   Json::StyledStreamWriter(indentation).write(out, value);
-  return out.str();
+  out.rdbuf(nullptr);
+  return std::move(sink.text);
 }
 
 std::string fast(const Json::Value& value) {
+  [[maybe_unused]] const ClassicNumbers classicNumbers{};
   return Json::FastWriter().write(value);
 }
 
 std::string onOneLine(const Json::Value& value) {
+  [[maybe_unused]] const ClassicNumbers classicNumbers{};
   Json::FastWriter writer;
   writer.omitEndingLineFeed();
   return writer.write(value);

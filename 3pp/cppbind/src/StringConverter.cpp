@@ -55,19 +55,21 @@ std::string writeByFacet(const T& value) {
   return stream.str();
 }
 
+[[noreturn]] void throwUnreadable(std::string_view text, const char* kind) {
+  throw ParseErrorException("cant not parse [" + std::string(text) + "] as " + kind);
+}
+
 template <class T>
-T readByFacet(const std::string& text, const char* kind) {
+T readByFacet(std::string_view text, const char* kind) {
   thread_local std::istringstream stream = [] {
     std::istringstream made;
     made.imbue(formatLocale());
     return made;
   }();
-  stream.str(text);
+  stream.str(std::string(text));
   stream.clear();
   T value;
-  if (!(stream >> value)) {
-    throw ParseErrorException("cant not parse [" + text + "] as " + kind);
-  }
+  if (!(stream >> value)) throwUnreadable(text, kind);
   return value;
 }
 
@@ -79,7 +81,7 @@ std::string StringPtrText::toString(const boost::shared_ptr<std::string>& value)
   return *value;
 }
 
-boost::shared_ptr<std::string> StringPtrText::fromString(const std::string& text) {
+boost::shared_ptr<std::string> StringPtrText::fromString(std::string_view text) {
   return boost::make_shared<std::string>(text);
 }
 
@@ -89,7 +91,7 @@ std::string BoostGDateText::toString(const date& value) {
   return std::string(text, time_digits::writeDate(text, value));
 }
 
-date BoostGDateText::fromString(const std::string& text) {
+date BoostGDateText::fromString(std::string_view text) {
   date value;
   return time_digits::readDate(text, value) ? value : readByFacet<date>(text, "date");
 }
@@ -100,9 +102,15 @@ std::string BoostPTimeText::toString(const ptime& value) {
   return std::string(text, time_digits::writeTime(text, value));
 }
 
-ptime BoostPTimeText::fromString(const std::string& text) {
+ptime BoostPTimeText::fromString(std::string_view text) {
   ptime value;
-  return time_digits::readTime(text, value) ? value : readByFacet<ptime>(text, "time");
+  if (time_digits::readTime(text, value)) return value;
+  value = readByFacet<ptime>(text, "time");
+  // A clock of 99 hours runs past the last day that can be written.
+  if (!value.is_special() && value > ptime(boost::posix_time::max_date_time)) {
+    throwUnreadable(text, "time");
+  }
+  return value;
 }
 
 std::string BoostTimeDurationText::toString(const time_duration& value) {
@@ -114,7 +122,7 @@ std::string BoostTimeDurationText::toString(const time_duration& value) {
   return std::string(text, time_digits::writeClock(text, parts));
 }
 
-time_duration BoostTimeDurationText::fromString(const std::string& text) {
+time_duration BoostTimeDurationText::fromString(std::string_view text) {
   return readByFacet<time_duration>(text, "duration");
 }
 

@@ -1,7 +1,9 @@
 #include "TextFile.h"
 
 #include <array>
+#include <cstdio>
 #include <fstream>
+#include <memory>
 
 namespace cppbind {
 
@@ -14,6 +16,16 @@ bool readTextFile(const std::string& path, std::string& text) {
     text.append(block.data(), static_cast<std::size_t>(file.gcount()));
   }
   return !file.bad();
+}
+
+bool writeTextFile(const std::string& path, const std::string& text) {
+  // Not a stream: setting one up costs as much as opening the file.
+  const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(path.c_str(), "w"),
+                                                             std::fclose);
+  if (!file) return false;
+  std::setvbuf(file.get(), nullptr, _IONBF, 0);  // the text is one block already
+  std::fwrite(text.data(), 1, text.size(), file.get());
+  return true;
 }
 
 }  // namespace cppbind

@@ -12,6 +12,7 @@ using boost::posix_time::ptime;
 using boost::posix_time::time_duration;
 
 constexpr int kNoNumber = -1;
+constexpr std::int64_t kSecondsOfDay = 24 * 60 * 60;
 
 // The number that `length` digits at `at` write, or kNoNumber.
 int readDigits(std::string_view text, std::size_t at, std::size_t length) {
@@ -32,24 +33,34 @@ ClockParts clockParts(const time_duration& duration) {
           static_cast<int>(totalSeconds % 60)};
 }
 
+namespace {
+
+// `number` is below 100.
+char* writePair(char* to, unsigned number) {
+  to[0] = static_cast<char>('0' + number / 10);
+  to[1] = static_cast<char>('0' + number % 10);
+  return to + 2;
+}
+
+char* writeDay(char* to, const date::ymd_type& day) {
+  const unsigned year = static_cast<unsigned short>(day.year);
+  to = writePair(to, year / 100);
+  to = writePair(to, year % 100);
+  *to++ = '-';
+  to = writePair(to, day.month.as_number());
+  *to++ = '-';
+  return writePair(to, day.day.as_number());
+}
+
+}  // namespace
+
 char* writeTwoDigits(char* to, std::int64_t number) {
-  if (number >= 0 && number < 100) {
-    *to++ = static_cast<char>('0' + number / 10);
-    *to++ = static_cast<char>('0' + number % 10);
-    return to;
-  }
+  if (number >= 0 && number < 100) return writePair(to, static_cast<unsigned>(number));
   return std::to_chars(to, to + 20, number).ptr;
 }
 
 char* writeDate(char* to, const date& day) {
-  const date::ymd_type ymd = day.year_month_day();
-  const int year = ymd.year;
-  to = writeTwoDigits(to, year / 100);
-  to = writeTwoDigits(to, year % 100);
-  *to++ = '-';
-  to = writeTwoDigits(to, ymd.month.as_number());
-  *to++ = '-';
-  return writeTwoDigits(to, ymd.day.as_number());
+  return writeDay(to, day.year_month_day());
 }
 
 char* writeHoursMinutes(char* to, const ClockParts& parts) {
@@ -64,10 +75,23 @@ char* writeClock(char* to, const ClockParts& parts) {
   return writeTwoDigits(to, parts.seconds);
 }
 
+// Straight from the ticks: date() and year_month_day() would turn day numbers into calendar days
+// and back several times. What lies outside the calendar throws as date() does.
 char* writeTime(char* to, const ptime& time) {
-  to = writeDate(to, time.date());
+  static const date firstDay(boost::date_time::min_date_time);
+  static const ptime firstTime(firstDay);
+  static const date::date_int_type firstDayNumber = firstDay.day_number();
+  if (time < firstTime) static_cast<void>(time.date());
+  const std::int64_t seconds = (time - firstTime).ticks() / time_duration::ticks_per_second();
+  const auto days = static_cast<date::date_int_type>(seconds / kSecondsOfDay);
+  const auto secondOfDay = static_cast<unsigned>(seconds % kSecondsOfDay);
+  to = writeDay(to, gregorian_calendar::from_day_number(firstDayNumber + days));
   *to++ = ' ';
-  return writeClock(to, clockParts(time.time_of_day()));
+  to = writePair(to, secondOfDay / 3600);
+  *to++ = ':';
+  to = writePair(to, secondOfDay / 60 % 60);
+  *to++ = ':';
+  return writePair(to, secondOfDay % 60);
 }
 
 bool readDate(std::string_view text, date& day) {

@@ -1,22 +1,33 @@
 #include "cppbind/imp/binder.h"
 
 #include <algorithm>
-#include <functional>
-
-#include "cppbind/Assert.h"
 
 namespace cppbind {
+
+namespace {
+
+constexpr std::size_t kUsualFieldCount = 8;
+
+// Null counts as an object without members.
+void requireFields(const Json::Value& json) {
+  const Json::ValueType type = json.type();
+  if (type != Json::objectValue && type != Json::nullValue) detail::requireObject(json);
+}
+
+}  // namespace
 
 Binder::Binder(BinderImpBase* imp, Json::Value& json)
     : imp_(imp),
       decoder_(dynamic_cast<JsonDecodeBinder*>(imp)),
       encoder_(dynamic_cast<JsonEncodeBinder*>(imp)),
       source_(&json),
-      target_(&json) {}
+      target_(&json) {
+  if (decoder_ != nullptr) requireFields(json);
+}
 
 Binder::Binder(JsonDecodeBinder& decoder, const Json::Value& json)
     : imp_(&decoder), decoder_(&decoder), encoder_(nullptr), source_(&json), target_(nullptr) {
-  if (!json.isNull()) detail::requireObject(json);
+  requireFields(json);
 }
 
 Binder::Binder(JsonEncodeBinder& encoder, Json::Value& json)
@@ -25,30 +36,31 @@ Binder::Binder(JsonEncodeBinder& encoder, Json::Value& json)
 const Json::Value* Binder::claim(std::string_view key) {
   const Json::Value* member = source_->find(key.data(), key.data() + key.size());
   if (member == nullptr) return nullptr;
+  // A key that is bound twice counts once: the number of claims is the number of members known.
+  if (!isClaimed(member)) addClaim(member);
+  return member->isNull() ? nullptr : member;
+}
+
+void Binder::addClaim(const Json::Value* member) {
   if (claimCount_ < firstClaims_.size()) {
     firstClaims_[claimCount_] = member;
   } else {
     furtherClaims_.push_back(member);
   }
   ++claimCount_;
-  return member->isNull() ? nullptr : member;
 }
 
 bool Binder::isClaimed(const Json::Value* member) const {
-  const auto firstEnd = firstClaims_.begin() + std::min(claimCount_, firstClaims_.size());
-  return std::find(firstClaims_.begin(), firstEnd, member) != firstEnd ||
-         std::find(furtherClaims_.begin(), furtherClaims_.end(), member) != furtherClaims_.end();
-}
-
-bool Binder::allMembersClaimed() const {
-  const std::size_t memberCount = source_->size();
-  if (claimCount_ < memberCount) return false;
-  return std::all_of(source_->begin(), source_->end(),
-                     [this](const Json::Value& member) { return isClaimed(&member); });
+  const std::size_t firstCount = std::min(claimCount_, firstClaims_.size());
+  for (std::size_t i = 0; i < firstCount; ++i) {
+    if (firstClaims_[i] == member) return true;
+  }
+  return std::find(furtherClaims_.begin(), furtherClaims_.end(), member) != furtherClaims_.end();
 }
 
 void Binder::checkUnknownKeys() const {
-  if (decoder_ == nullptr || decoder_->acceptsUnknownKeys() || allMembersClaimed()) return;
+  if (decoder_ == nullptr || decoder_->acceptsUnknownKeys()) return;
+  if (claimCount_ == source_->size()) return;
   for (auto member = source_->begin(); member != source_->end(); ++member) {
     if (!isClaimed(&*member)) {
       throw ParseErrorException("unknown json key:[" + member.name() + "]");
@@ -57,16 +69,13 @@ void Binder::checkUnknownKeys() const {
 }
 
 Json::Value& Binder::memberToWrite(std::string_view key) {
+  if (keys_.empty()) keys_.reserve(kUsualFieldCount);
   keys_.emplace_back(key);
   return *target_->demand(key.data(), key.data() + key.size());
 }
 
 void Binder::throwNotFound(std::string_view key) {
   throw ParseErrorException(std::string(key), "not found");
-}
-
-void Binder::failUnknownImplementation(const char* function) {
-  assertionFailed("\"bug\" == NULL", __FILE__, __LINE__, function);
 }
 
 }  // namespace cppbind

@@ -3,6 +3,8 @@
 #include <cmath>
 #include <limits>
 
+#include "JsonText.h"
+
 namespace cppbind::detail {
 
 namespace {
@@ -12,38 +14,37 @@ namespace {
 }
 
 // The JSON library would also take true, 1.5 or null for an integer; here a value must have the
-// type that its field needs. What the library refuses, a number out of range say, it says itself.
+// type that its field needs. The words are the library's, which may not be asked itself: it
+// converts 2^63 and 2^64 without looking.
+[[noreturn]] void refuseInteger(const Json::Value& json, const std::string& typeName) {
+  const char* number =
+      json.type() == Json::intValue    ? "LargestInt"
+      : json.type() == Json::uintValue ? "LargestUInt"
+      : json.type() == Json::realValue && std::floor(json.asDouble()) == json.asDouble() ? "double"
+                                                                                         : nullptr;
+  if (number == nullptr) throwWrongType(typeName.c_str());
+  throw ParseErrorException(number + (" out of " + typeName + " range"));
+}
+
 void readInt(const Json::Value& json, Json::Int& field) {
-  if (!json.isInt()) {
-    static_cast<void>(json.asInt());
-    throwWrongType("Int");
-  }
-  field = json.asInt();
+  if (!json.isInt()) refuseInteger(json, "Int");
+  field = static_cast<Json::Int>(json.asInt64());  // asInt() would check the range again
 }
 
 void readUInt(const Json::Value& json, Json::UInt& field) {
-  if (!json.isUInt()) {
-    static_cast<void>(json.asUInt());
-    throwWrongType("UInt");
-  }
+  if (!json.isUInt()) refuseInteger(json, "UInt");
   field = json.asUInt();
 }
 
 template <class T>
 void readInt64(const Json::Value& json, T& field) {
-  if (!json.isInt64()) {
-    static_cast<void>(json.asInt64());
-    throwWrongType("Int64");
-  }
+  if (!json.isInt64()) refuseInteger(json, "Int64");
   field = json.asInt64();
 }
 
 template <class T>
 void readUInt64(const Json::Value& json, T& field) {
-  if (!json.isUInt64()) {
-    static_cast<void>(json.asUInt64());
-    throwWrongType("UInt64");
-  }
+  if (!json.isUInt64()) refuseInteger(json, "UInt64");
   field = json.asUInt64();
 }
 
@@ -60,6 +61,18 @@ Narrow narrowed(Wide value, const char* typeName) {
 void readScalar(const Json::Value& json, bool& field) {
   if (!json.isBool()) throwWrongType("bool");
   field = json.asBool();
+}
+
+void readScalar(const Json::Value& json, signed char& field) {
+  Json::Int wide = 0;
+  readInt(json, wide);
+  field = narrowed<signed char>(wide, "signed char");
+}
+
+void readScalar(const Json::Value& json, unsigned char& field) {
+  Json::UInt wide = 0;
+  readUInt(json, wide);
+  field = narrowed<unsigned char>(wide, "unsigned char");
 }
 
 void readScalar(const Json::Value& json, short& field) {
@@ -119,7 +132,7 @@ void readScalar(const Json::Value& json, double& field) {
 void readScalar(const Json::Value& json, std::string& field) {
   const char* begin = nullptr;
   const char* end = nullptr;
-  if (!json.isString() || !json.getString(&begin, &end)) throwWrongType("string");
+  if (!json.getString(&begin, &end)) throwWrongType("string");
   field.assign(begin, end);
 }
 
@@ -129,6 +142,15 @@ void requireArray(const Json::Value& json, const char* complaint) {
 
 void requireObject(const Json::Value& json) {
   if (!json.isObject()) throw ParseErrorException("should be a object");
+}
+
+std::string_view textIn(const Json::Value& json) {
+  const char* begin = nullptr;
+  const char* end = nullptr;
+  if (!json.getString(&begin, &end)) {
+    throw ParseErrorException("error: jv=" + json_text::onOneLine(json));
+  }
+  return std::string_view(begin, static_cast<std::size_t>(end - begin));
 }
 
 void throwNotFound() {

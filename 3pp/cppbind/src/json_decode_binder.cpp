@@ -27,12 +27,6 @@ JsonDecodeBinder::NamedFields JsonDecodeBinder::namedFields(const Json::Value& j
   return {member.name(), &*member, reg};
 }
 
-boost::any JsonDecodeBinder::readText(const Json::Value& json, std::type_index type) const {
-  const StringConverter& converter = converterFor(type);
-  if (!json.isString()) throw ParseErrorException("error: jv=" + json_text::onOneLine(json));
-  return converter.fromString(json.asString());
-}
-
 Json::Value readJsonFile(const boost::filesystem::path& path) {
   std::string text;
   if (!readTextFile(path.string(), text)) {

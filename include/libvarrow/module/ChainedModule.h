@@ -29,6 +29,7 @@ class LIBVARROW_API ChainedModule : public Module {
   /// Shares the modules of `record`.
   explicit ChainedModule(const Data4Bind& record) : record_(record) {}
 
+  /// `module` must not be null; that is not checked.
   void addModule(boost::shared_ptr<Module> module);
   const Data4Bind& getData4Bind() const { return record_; }
 

@@ -36,7 +36,8 @@ class LIBVARROW_API Module : public cppbind::Object {
   ///  - writes P"in_info.json" (unless the info is null) and has the data write P"in_detail.txt"
   ///    and P"before_process/";
   ///  - when the data carries statistics: adds the child container "Module::NAME" with
-  ///    "TimeStatistic" and "contextIn", and makes it the data's container;
+  ///    "contextIn", the info, and "TimeStatistic", two time points around that record (not around
+  ///    the work: time that with a TimeRecoderHelper), and makes it the data's container;
   ///  - calls processImp;
   ///  - records "contextOut" and gives the data its container back;
   ///  - dumps again: P"out_info.json", P"out_detail.txt", P"after_process/", with P as it is now;
@@ -63,8 +64,8 @@ class LIBVARROW_API Module : public cppbind::Object {
   StatisticsContainer moduleStatistics;
 
  private:
-  void dumpBefore(ModuleData& data) const;
-  void dumpAfter(ModuleData& data) const;
+  void dumpBefore(ModuleData& data, const std::string& path) const;
+  void dumpAfter(ModuleData& data, const std::string& path) const;
   void enterStatistics(ModuleData& data, StatisticsContainer& parent);
 
   bool autoChangeCurrentDirToDumpPath_ = false;

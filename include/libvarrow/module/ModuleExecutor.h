@@ -18,7 +18,7 @@ namespace libvarrow {
 ///     libvarrow::ModuleExecutor executor(&reg, "pipeline.json", false);
 ///     executor.process(&data);
 ///
-/// A copy shares the chain.
+/// A copy shares the chain; one that was moved from has none, and running it ends the process.
 class LIBVARROW_API ModuleExecutor {
  public:
   /// `moduleRegister` (not null) is used during construction only. `confPath` is in the narrow
@@ -32,7 +32,7 @@ class LIBVARROW_API ModuleExecutor {
                  bool ignoreUnknownKeys);
 
   /// Runs the pipeline: process() of the main chain.
-  void process(ModuleData* data) const { mainModule_->process(data); }
+  void process(ModuleData* data) const;
 
   const boost::shared_ptr<Module>& mainModule() const { return mainModule_; }
 

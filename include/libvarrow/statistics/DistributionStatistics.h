@@ -24,8 +24,8 @@ class LIBVARROW_API DistributionStatistics : public CommonStatistics {
   /// Adds `n` to the count of `key`.
   void inc(const std::string& key, std::uint64_t n);
 
-  /// Adds the counts of `other` (not null, left unchanged), key by key. Holds this object's lock
-  /// while it takes the other's.
+  /// Adds the counts of `other` (another object, left unchanged), key by key. Holds this object's
+  /// lock while it takes the other's.
   void merge(DistributionStatistics* other);
 
   /// A copy of the counts.

@@ -56,7 +56,8 @@ class LIBVARROW_API StatisticsContainer : public CommonStatistics {
   StatisticsContainer* getStatisticsContainer(const std::string& name);
 
   /// Moves all entries of `other` (not null) behind this container's own. Only this container is
-  /// locked: nobody may use `other` meanwhile.
+  /// locked: nobody may use `other` meanwhile. Pointers to them live as long as this container
+  /// now.
   void merge(StatisticsContainer* other);
 
   Json::Value toJsonValue4Bind() const override;

@@ -18,8 +18,13 @@ namespace libvarrow {
 /// writes "FILE.writing" first and renames it, so that nobody reads half a file. Without the
 /// variable only the last write happens.
 ///
-/// A file that cannot be opened ends the process with a back-trace, from the timer thread too. Two
-/// dumpers must not share a file name.
+/// A file that cannot be opened ends the process with a back-trace, from the timer thread too. A
+/// target that cannot be replaced (a directory that is not empty, say) is a
+/// boost::filesystem::filesystem_error: on the timer thread it is passed over and the next write
+/// tries again, from the destructor it ends the process. Two dumpers must not share a file name.
+///
+/// Running timers take threads of Poco's default pool, which has 16: one more throws
+/// Poco::NoThreadAvailableException.
 class LIBVARROW_API TimedStatDumper : public Poco::Timer, private boost::noncopyable {
  public:
   /// `statistics` is not owned and must outlive the dumper. A relative `fileName` is taken from

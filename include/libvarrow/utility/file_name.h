@@ -12,8 +12,8 @@ namespace libvarrow::utility {
 /// its stem; the extension stays, and the stem never goes below empty.
 LIBVARROW_API void adjustFileName(std::string& name);
 
-/// Removes the file or directory `path` with all its content. True when nothing is there
-/// afterwards; what cannot be removed is logged at ERROR and gives false.
+/// Removes the file, the directory with all its content, or the link `path`. True when nothing is
+/// there afterwards; what cannot be removed is logged at ERROR and gives false.
 LIBVARROW_API bool removeIfExist(const std::string& path);
 
 }  // namespace libvarrow::utility

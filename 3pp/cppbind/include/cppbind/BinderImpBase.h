@@ -15,6 +15,9 @@ namespace cppbind {
 class BinderImpBase;
 class ClassRegisterBase;
 
+/// Field type to converter.
+using ConverterTable = std::map<std::type_index, boost::shared_ptr<StringConverter>>;
+
 /// Puts the registry that a binder had back when it goes away.
 class CPPBIND_API Backup : private boost::noncopyable {
  public:
@@ -42,18 +45,27 @@ class CPPBIND_API BinderImpBase : private boost::noncopyable {
   /// The registry in use, or null.
   ClassRegisterBase* classRegister() const { return class_reg; }
 
-  /// Uses `converter` for fields of `type` from now on.
+  /// Uses `converter` for fields of `type` from now on. Objects that are created by name through
+  /// this binder write themselves with it, too.
   void setConverter(std::type_index type, boost::shared_ptr<StringConverter> converter);
 
   /// The converter for `type`. Throws ParseErrorException when there is none.
   const StringConverter& converterFor(std::type_index type) const;
 
+  /// The converters now; what is set later changes a copy.
+  const boost::shared_ptr<const ConverterTable>& converters() const { return converters_; }
+
  private:
   friend class Backup;
 
-  std::map<std::type_index, boost::shared_ptr<StringConverter>> converters_;
+  boost::shared_ptr<const ConverterTable> converters_;
+  // The converter asked for last: the same fields come again with every object of a list.
+  mutable std::type_index lastType_ = typeid(void);
+  mutable const StringConverter* lastConverter_ = nullptr;
 
  protected:
+  explicit BinderImpBase(boost::shared_ptr<const ConverterTable> converters);
+
   ClassRegisterBase* class_reg;  ///< not owned; null: dynamic types cannot be created
 };
 

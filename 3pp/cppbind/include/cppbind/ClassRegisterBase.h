@@ -33,7 +33,8 @@ class CPPBIND_API ClassRegisterBase {
   /// Creates an object of the class `className` and reads its fields from `json`; the caller owns
   /// the result. `binder` is the decode binder in use, or null for a strict one without registry.
   /// Throws ClassMissRegException for an unknown class, or one that is no `T`, and
-  /// ParseErrorException, with the class name in its path, for fields that do not parse.
+  /// ParseErrorException, with the class name in its path, for fields that do not parse; what the
+  /// class's constructor throws passes as it is.
   ///
   ///     std::unique_ptr<Module> m(reg.create<Module>("Dispatch", fields, &binder));
   template <class T = Object>

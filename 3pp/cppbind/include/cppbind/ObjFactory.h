@@ -52,9 +52,13 @@ class ObjWrapperT : public T {
       : T(std::forward<Arguments>(arguments)...), className_(std::move(className)) {}
 
   void setCreationRecord(Json::Value record) { creationRecord_ = std::move(record); }
+  void setConverters(boost::shared_ptr<const ConverterTable> converters) {
+    converters_ = std::move(converters);
+  }
 
   Json::Value getJsonValue4Bind() const override {
-    return dynamicTypeForm(className_, JsonEncodeBinder().encode(static_cast<const T&>(*this)));
+    return dynamicTypeForm(className_,
+                           JsonEncodeBinder(converters_).encode(static_cast<const T&>(*this)));
   }
   std::string dumpStr() const override { return className_; }
   Json::Value getBaiscInfoJson() const override { return creationRecord_; }
@@ -62,6 +66,7 @@ class ObjWrapperT : public T {
  private:
   std::string className_;
   Json::Value creationRecord_;
+  boost::shared_ptr<const ConverterTable> converters_;
 };
 
 /// The factory of `T`. A class with a setBind is default-constructed and read in place, so it need
@@ -77,6 +82,7 @@ class ObjFactoryT : public ObjFactory {
     JsonDecodeBinder& decoder = binder == nullptr ? strict : JsonDecodeBinder::from(binder);
     std::unique_ptr<ObjWrapperT<T>> object = read(name, json, decoder);
     object->setCreationRecord(creationRecord(json));
+    object->setConverters(decoder.converters());
     return object.release();
   }
 

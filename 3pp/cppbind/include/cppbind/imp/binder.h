@@ -11,6 +11,7 @@
 #include <string_view>
 #include <vector>
 
+#include "cppbind/Assert.h"
 #include "cppbind/Export.h"
 #include "cppbind/ParseErrorException.h"
 #include "cppbind/imp/bind_traits.h"
@@ -60,6 +61,9 @@ class CPPBIND_API Binder {
   template <class T>
   void bind(std::string_view key, T& field, const detail::Identity<T>& defaultValue);
 
+  /// A default is a value, not an address, which would pass as true.
+  void bind(std::string_view key, bool& field, const void* defaultValue) = delete;
+
   /// Objects of registered classes, appended to `list`. `defaultJson` (null: none) stands in for a
   /// missing list; `reg` (null: the binder's own) creates the objects.
   template <class T>
@@ -79,11 +83,10 @@ class CPPBIND_API Binder {
  private:
   /// The member under `key`, claimed as bound; null when it is missing or null.
   const Json::Value* claim(std::string_view key);
+  void addClaim(const Json::Value* member);
   bool isClaimed(const Json::Value* member) const;
-  bool allMembersClaimed() const;
   Json::Value& memberToWrite(std::string_view key);
   [[noreturn]] static void throwNotFound(std::string_view key);
-  [[noreturn]] static void failUnknownImplementation(const char* function);
 
   template <class T>
   void write(std::string_view key, const T& field);
@@ -140,7 +143,9 @@ void Binder::bind(std::string_view key, std::vector<boost::shared_ptr<T>>& list,
 
 template <class T>
 void Binder::write(std::string_view key, const T& field) {
-  if (encoder_ == nullptr) failUnknownImplementation(BOOST_CURRENT_FUNCTION);
+  if (encoder_ == nullptr) {
+    assertionFailed("\"bug\" == NULL", __FILE__, __LINE__, BOOST_CURRENT_FUNCTION);
+  }
   FieldCodec<T>::write(*encoder_, field, memberToWrite(key));
 }
 

@@ -6,6 +6,7 @@
 #include <boost/any.hpp>
 #include <boost/shared_ptr.hpp>
 #include <string>
+#include <string_view>
 #include <type_traits>
 #include <typeinfo>
 #include <utility>
@@ -23,6 +24,8 @@ namespace detail {
 
 // Each throws when `json` is of another type than the field; the words are the JSON library's.
 CPPBIND_API void readScalar(const Json::Value& json, bool& field);
+CPPBIND_API void readScalar(const Json::Value& json, signed char& field);
+CPPBIND_API void readScalar(const Json::Value& json, unsigned char& field);
 CPPBIND_API void readScalar(const Json::Value& json, short& field);
 CPPBIND_API void readScalar(const Json::Value& json, unsigned short& field);
 CPPBIND_API void readScalar(const Json::Value& json, int& field);
@@ -46,6 +49,8 @@ struct IsScalar<
 CPPBIND_API void requireArray(const Json::Value& json, const char* complaint);
 CPPBIND_API void requireObject(const Json::Value& json);
 [[noreturn]] CPPBIND_API void throwNotFound();
+/// The text that `json` is, as long as that lives. Throws ParseErrorException for any other value.
+CPPBIND_API std::string_view textIn(const Json::Value& json);
 
 }  // namespace detail
 
@@ -54,10 +59,21 @@ CPPBIND_API void requireObject(const Json::Value& json);
 template <class T, class>
 struct FieldCodec {
   static void read(JsonDecodeBinder& decoder, const Json::Value& json, T& field) {
-    field = boost::any_cast<T>(decoder.readText(json, typeid(T)));
+    const StringConverter& converter = decoder.converterFor(typeid(T));
+    const std::string_view text = detail::textIn(json);
+    if (const void* typed = converter.typed(typeid(T))) {
+      field = static_cast<const TypedStringConverter<T>*>(typed)->valueOf(text);
+    } else {
+      field = boost::any_cast<T>(converter.fromString(std::string(text)));
+    }
   }
   static void write(JsonEncodeBinder& encoder, const T& field, Json::Value& json) {
-    json = encoder.writeText(field, typeid(T));
+    const StringConverter& converter = encoder.converterFor(typeid(T));
+    if (const void* typed = converter.typed(typeid(T))) {
+      json = static_cast<const TypedStringConverter<T>*>(typed)->textOf(field);
+    } else {
+      json = converter.toString(field);
+    }
   }
 };
 
@@ -156,10 +172,26 @@ struct FieldCodec<std::vector<T>> {
     for (const Json::Value& element : json) {
       withIndex(list.size(), [&] {
         if (element.isNull()) detail::throwNotFound();
-        T value{};
-        FieldCodec<T>::read(decoder, element, value);
-        list.push_back(std::move(value));
+        readElement(decoder, element, list);
       });
+    }
+  }
+
+  // In place: moving a wide element costs. One that cannot be read does not stay.
+  static void readElement(JsonDecodeBinder& decoder, const Json::Value& json,
+                          std::vector<T>& list) {
+    if constexpr (std::is_same_v<T, bool>) {
+      bool value = false;
+      FieldCodec<T>::read(decoder, json, value);
+      list.push_back(value);
+    } else {
+      T& value = list.emplace_back();
+      try {
+        FieldCodec<T>::read(decoder, json, value);
+      } catch (...) {
+        list.pop_back();
+        throw;
+      }
     }
   }
 };

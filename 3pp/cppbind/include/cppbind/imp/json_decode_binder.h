@@ -3,11 +3,9 @@
 
 #include <json/value.h>
 
-#include <boost/any.hpp>
 #include <boost/filesystem/path.hpp>
 #include <boost/shared_ptr.hpp>
 #include <string>
-#include <typeindex>
 #include <utility>
 
 #include "cppbind/BinderImpBase.h"
@@ -45,9 +43,6 @@ class CPPBIND_API JsonDecodeBinder : public BinderImpBase {
     const NamedFields named = namedFields(json, reg);
     out.reset(named.reg->create<T>(named.className, *named.fields, this));
   }
-
-  /// The value that text in `json` stands for, by the converter for `type`.
-  boost::any readText(const Json::Value& json, std::type_index type) const;
 
   /// `imp` as a decode binder. Any other binder fails an assertion.
   static JsonDecodeBinder& from(BinderImpBase* imp);

@@ -3,24 +3,26 @@
 
 #include <json/value.h>
 
-#include <boost/any.hpp>
-#include <string>
-#include <typeindex>
+#include <boost/shared_ptr.hpp>
+#include <utility>
 
 #include "cppbind/BinderImpBase.h"
 #include "cppbind/Export.h"
 
 namespace cppbind {
 
-/// Writes objects as JSON. What it writes, JsonDecodeBinder reads.
+/// Writes objects as JSON. JsonDecodeBinder reads what it writes, but for null object pointers,
+/// written as null, and durations that are negative or of 100 hours and more.
 class CPPBIND_API JsonEncodeBinder : public BinderImpBase {
  public:
+  JsonEncodeBinder() = default;
+  /// Writes text as the binder does that `converters` come from.
+  explicit JsonEncodeBinder(boost::shared_ptr<const ConverterTable> converters)
+      : BinderImpBase(std::move(converters)) {}
+
   /// The fields that `object` declares, as a JSON object.
   template <class T>
   Json::Value encode(const T& object);
-
-  /// The text of `value` by the converter for `type`.
-  std::string writeText(const boost::any& value, std::type_index type) const;
 };
 
 }  // namespace cppbind

@@ -6,6 +6,9 @@
 #include <boost/date_time/posix_time/posix_time_types.hpp>
 #include <boost/shared_ptr.hpp>
 #include <string>
+#include <string_view>
+#include <type_traits>
+#include <typeindex>
 
 #include "cppbind/Export.h"
 
@@ -19,43 +22,71 @@ class CPPBIND_API StringConverter {
   /// The value that `text` stands for. Throws ParseErrorException when it stands for none.
   virtual boost::any fromString(const std::string& text) const = 0;
   virtual ~StringConverter();
+  /// This object as a `const TypedStringConverter<T>*` where `type` is T and it is one, else null:
+  /// binders go that way when there is one.
+  virtual const void* typed(std::type_index) const { return nullptr; }
+};
+
+/// What converts a `T` without a boost::any around it.
+template <class T>
+class TypedStringConverter {
+ public:
+  virtual std::string textOf(const T& value) const = 0;
+  virtual T valueOf(std::string_view text) const = 0;
+
+ protected:
+  ~TypedStringConverter() = default;
 };
 
 /// A converter for `T` from two static operations of `Impl`: std::string toString(const T&) and
-/// T fromString(const std::string&). Give it to BinderImpBase::setConverter.
+/// T fromString(std::string_view), or from a const std::string&. Give it to
+/// BinderImpBase::setConverter.
 template <class T, class Impl>
-class StringConverterT : public StringConverter {
+class StringConverterT : public StringConverter, private TypedStringConverter<T> {
  public:
   std::string toString(const boost::any& value) const override {
     return Impl::toString(boost::any_cast<const T&>(value));
   }
   boost::any fromString(const std::string& text) const override { return Impl::fromString(text); }
+  const void* typed(std::type_index type) const override {
+    return type == typeid(T) ? static_cast<const TypedStringConverter<T>*>(this) : nullptr;
+  }
+
+ private:
+  std::string textOf(const T& value) const override { return Impl::toString(value); }
+  T valueOf(std::string_view text) const override {
+    if constexpr (std::is_invocable_v<decltype(&Impl::fromString), std::string_view>) {
+      return Impl::fromString(text);
+    } else {
+      return Impl::fromString(std::string(text));
+    }
+  }
 };
 
 /// The string itself. A null pointer has no text: it fails the shared pointer's own assertion.
 struct CPPBIND_API StringPtrText {
   static std::string toString(const boost::shared_ptr<std::string>& value);
-  static boost::shared_ptr<std::string> fromString(const std::string& text);
+  static boost::shared_ptr<std::string> fromString(std::string_view text);
 };
 
 /// "%Y-%m-%d". Text that is no date: "cant not parse [TEXT] as date".
 struct CPPBIND_API BoostGDateText {
   static std::string toString(const boost::gregorian::date& value);
-  static boost::gregorian::date fromString(const std::string& text);
+  static boost::gregorian::date fromString(std::string_view text);
 };
 
 /// "%Y-%m-%d %H:%M:%S"; fractions of a second are not written. Text that is no time point:
 /// "cant not parse [TEXT] as time".
 struct CPPBIND_API BoostPTimeText {
   static std::string toString(const boost::posix_time::ptime& value);
-  static boost::posix_time::ptime fromString(const std::string& text);
+  static boost::posix_time::ptime fromString(std::string_view text);
 };
 
 /// "%H:%M:%S"; hours go past 24 (but only two digits are read), neither sign nor fraction is
 /// written. Text that is no duration: "cant not parse [TEXT] as duration".
 struct CPPBIND_API BoostTimeDurationText {
   static std::string toString(const boost::posix_time::time_duration& value);
-  static boost::posix_time::time_duration fromString(const std::string& text);
+  static boost::posix_time::time_duration fromString(std::string_view text);
 };
 
 using StringPtrConverter = StringConverterT<boost::shared_ptr<std::string>, StringPtrText>;
