@@ -1,0 +1,4 @@
+// Runs the benchmarks that the other files register.
+#include <benchmark/benchmark.h>
+
+BENCHMARK_MAIN();

@@ -1,0 +1,117 @@
+// The frame around a module's work: an empty module against the system calls of its one file.
+#include <benchmark/benchmark.h>
+#include <fcntl.h>
+#include <limits.h>
+#include <unistd.h>
+
+#include <boost/filesystem/operations.hpp>
+#include <boost/filesystem/path.hpp>
+#include <fstream>
+#include <iterator>
+#include <memory>
+#include <string>
+
+#include "allocations.h"
+#include "cppbind/cppbind.h"
+#include "libvarrow/module/Module.h"
+
+namespace bench {
+
+namespace {
+
+namespace fs = boost::filesystem;
+
+class TemporaryDirectory {
+ public:
+  explicit TemporaryDirectory(const fs::path& parent)
+      : path_(parent / fs::unique_path("varrow-bench-%%%%-%%%%-%%%%")) {
+    fs::create_directory(path_);
+  }
+  TemporaryDirectory(const TemporaryDirectory&) = delete;
+  TemporaryDirectory& operator=(const TemporaryDirectory&) = delete;
+  ~TemporaryDirectory() {
+    boost::system::error_code ignored;
+    fs::remove_all(path_, ignored);
+  }
+
+  /// With a "/" at its end.
+  std::string prefix() const { return path_.string() + "/"; }
+
+ private:
+  fs::path path_;
+};
+
+/// In memory where the system has such a directory: a disk's own time would hide the frame's.
+TemporaryDirectory memoryDirectory() {
+  const fs::path memory("/dev/shm");
+  return TemporaryDirectory(fs::is_directory(memory) ? memory : fs::temp_directory_path());
+}
+
+class EmptyModule : public libvarrow::Module {
+ public:
+  void processImp(libvarrow::ModuleData*) override {}
+};
+
+std::unique_ptr<libvarrow::Module> moduleByName() {
+  cppbind::ClassRegister classes;
+  classes.regClass<EmptyModule>("EmptyModule");
+  return std::unique_ptr<libvarrow::Module>(
+      classes.create<libvarrow::Module>("EmptyModule", Json::Value()));
+}
+
+bool writeFile(const std::string& path, const std::string& text) {
+  char currentDirectory[PATH_MAX];
+  if (getcwd(currentDirectory, sizeof currentDirectory) == nullptr) return false;
+  const int file = open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
+  if (file < 0) return false;
+  const bool isWritten = write(file, text.data(), text.size()) == static_cast<ssize_t>(text.size());
+  return close(file) == 0 && isWritten;
+}
+
+void processModule(benchmark::State& state) {
+  const TemporaryDirectory directory = memoryDirectory();
+  const std::unique_ptr<libvarrow::Module> module = moduleByName();
+  libvarrow::ModuleData data;
+  data.dumpPath = directory.prefix();
+  const AllocationCounter counted(state);
+  for (auto _ : state) module->process(&data);
+}
+
+void processModuleWithStatistics(benchmark::State& state) {
+  const TemporaryDirectory directory = memoryDirectory();
+  const std::unique_ptr<libvarrow::Module> module = moduleByName();
+  libvarrow::ModuleData data;
+  data.dumpPath = directory.prefix();
+  const AllocationCounter counted(state);
+  for (auto _ : state) {
+    // A new one each time: every run of a module adds to it.
+    libvarrow::StatisticsContainer run("run");
+    data.statisticsContainer = &run;
+    module->process(&data);
+  }
+}
+
+void systemCalls(benchmark::State& state) {
+  const TemporaryDirectory directory = memoryDirectory();
+  libvarrow::ModuleData data;
+  data.dumpPath = directory.prefix();
+  const std::string path = data.dumpPath + "module_stat.json";
+  moduleByName()->process(&data);
+  std::ifstream file(path);
+  const std::string text{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+  const AllocationCounter counted(state);
+  for (auto _ : state) {
+    if (!writeFile(path, text)) {
+      state.SkipWithError("the file can not be written");
+      break;
+    }
+  }
+}
+
+BENCHMARK(processModule)->Name("module/process");
+BENCHMARK(processModuleWithStatistics)->Name("module/process_with_statistics");
+BENCHMARK(systemCalls)->Name("module/system_calls");
+
+}  // namespace
+
+}  // namespace bench
