@@ -42,16 +42,15 @@ class Builder {
     return earliestStart(state) + state.next->duration;
   }
 
+  // Of those that end together the one that starts first: an operation that takes no time must not
+  // push back one that could run before it.
   std::size_t firstToEnd() const {
-    std::size_t first = unfinished_.front();
-    Time end = earliestEnd(jobs_[first]);
-    for (const std::size_t job : unfinished_) {
-      const Time found = earliestEnd(jobs_[job]);
-      if (found >= end) continue;
-      first = job;
-      end = found;
-    }
-    return first;
+    const auto endAndStart = [this](std::size_t job) {
+      return std::make_pair(earliestEnd(jobs_[job]), earliestStart(jobs_[job]));
+    };
+    return *std::min_element(
+        unfinished_.begin(), unfinished_.end(),
+        [&](std::size_t a, std::size_t b) { return endAndStart(a) < endAndStart(b); });
   }
 
   // `first` itself is always in question, even when it takes no time and nothing starts before its

@@ -18,7 +18,7 @@ const char* BackTraceException::what() const noexcept {
 }
 
 void BackTraceException::trans_func(unsigned int, _EXCEPTION_POINTERS*) {
-  BackTraceException();
+  throw BackTraceException();
 }
 
 void BackTraceException::initTrack() {}

@@ -20,7 +20,7 @@ namespace {
 }
 
 // The initial directory is the one at the first call: make that the library's loading.
-[[maybe_unused]] const bool initialPathTaken = [] {
+[[maybe_unused]] const bool initialPathTaken = []() noexcept {
   boost::system::error_code ignored;
   return !boost::filesystem::initial_path(ignored).empty();
 }();

@@ -20,7 +20,9 @@ namespace time_digits = cppbind::time_digits;
 
 namespace {
 
-const time_duration kDay = hours(24);
+time_duration oneDay() {
+  return hours(24);
+}
 
 void require(bool condition) {
   if (!condition) throw BackTraceException();
@@ -75,25 +77,25 @@ bool isOverlap(ptime s1, ptime e1, ptime s2, ptime e2) {
 
 bool isInRange(time_duration begin, time_duration end, ptime t) {
   require(begin < end);
-  require(begin < kDay);
-  require(end - begin < kDay);
+  require(begin < oneDay());
+  require(end - begin < oneDay());
   const time_duration timeOfDay = t.time_of_day();
-  if (begin <= timeOfDay && timeOfDay <= std::min(end, kDay)) return true;
-  return end > kDay && time_duration() <= timeOfDay && timeOfDay <= end - kDay;
+  if (begin <= timeOfDay && timeOfDay <= std::min(end, oneDay())) return true;
+  return end > oneDay() && time_duration() <= timeOfDay && timeOfDay <= end - oneDay();
 }
 
 bool isOverlap(time_duration begin, time_duration end, ptime s, ptime e) {
   require(begin < end);
   require(s < e);
-  require(begin < kDay);
-  require(end - begin < kDay);
+  require(begin < oneDay());
+  require(end - begin < oneDay());
   const time_duration from = s.time_of_day();
   const time_duration to = from + (e - s);
   // Closed where the isOverlap of two intervals is open: a shift that begins as the window ends
   // still meets it.
   const bool meetsWindow = begin <= to && from <= end;
-  const bool meetsWindowPastMidnight = from + kDay <= end && begin <= to + kDay;
-  const bool meetsWindowOfNextDay = from <= end + kDay && begin + kDay <= to;
+  const bool meetsWindowPastMidnight = from + oneDay() <= end && begin <= to + oneDay();
+  const bool meetsWindowOfNextDay = from <= end + oneDay() && begin + oneDay() <= to;
   return meetsWindow || meetsWindowPastMidnight || meetsWindowOfNextDay;
 }
 

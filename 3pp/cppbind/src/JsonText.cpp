@@ -133,10 +133,14 @@ bool globalLocaleWritesPlainNumbers() {
 
 bool parse(const std::string& text, Json::Value& value, std::string& errors) {
   Json::Reader reader;
+  std::string rewritten;
   try {
-    const bool parsed = globalLocaleWritesPlainNumbers()
-                            ? reader.parse(text, value)
-                            : reader.parse(withoutDecimalPoints(text), value);
+    const std::string& numbers =
+        globalLocaleWritesPlainNumbers() ? text : (rewritten = withoutDecimalPoints(text));
+    // Editors on some systems put a byte order mark in front.
+    const std::size_t begin = numbers.compare(0, 3, "\xEF\xBB\xBF") == 0 ? 3 : 0;
+    const char* const first = numbers.data();
+    const bool parsed = reader.parse(first + begin, first + numbers.size(), value);
     if (!parsed) errors = reader.getFormattedErrorMessages();
     return parsed;
   } catch (const Json::Exception& tooDeep) {

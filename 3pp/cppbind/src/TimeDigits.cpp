@@ -12,7 +12,7 @@ using boost::posix_time::ptime;
 using boost::posix_time::time_duration;
 
 constexpr int kNoNumber = -1;
-constexpr std::int64_t kSecondsOfDay = 24 * 60 * 60;
+constexpr std::int64_t kSecondsOfDay = std::int64_t{24} * 60 * 60;
 
 // The number that `length` digits at `at` write, or kNoNumber.
 int readDigits(std::string_view text, std::size_t at, std::size_t length) {

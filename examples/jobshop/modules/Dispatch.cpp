@@ -31,7 +31,7 @@ namespace jobshop {
 namespace {
 
 constexpr int kMaxTries = 1'000'000;
-// Of the histograms, in time units. They print the bounds of a bucket times this width.
+// Of the histograms, in time units. A bucket is printed by its lower bound times this width.
 constexpr std::uint64_t kBucket = 10;
 
 void require(bool valid, const char* key, const char* expected) {

@@ -11,7 +11,9 @@ namespace libvarrow {
 /// safe.
 LIBVARROW_API void init_error_handler(bool writeDumpFile);
 
-/// Logs the call stack at ERROR, writes the dump file if that is switched on, and aborts.
+/// Logs the call stack at ERROR (so to standard error only before InitRootLogger), writes the dump
+/// file if that is switched on, and aborts: the process always ends by SIGABRT, and a segmentation
+/// fault is logged a second time on that way.
 LIBVARROW_API void sig_handler(int sig);
 
 }  // namespace libvarrow

@@ -11,7 +11,8 @@
 namespace libvarrow {
 
 /// The JSON value in the file at `path`, comments allowed. A file that cannot be read or parsed is
-/// logged at ERROR and throws std::runtime_error with the path and the parser's messages.
+/// logged at ERROR and throws std::runtime_error with the path and the parser's messages; one that
+/// is missing reads as empty text. (cppbind::readJsonFile tells the two apart.)
 LIBVARROW_API Json::Value File2Json(const boost::filesystem::path& path);
 
 /// As File2Json, from text.
@@ -27,7 +28,8 @@ namespace utility {
 LIBVARROW_API std::string readUTF8File(std::string path);
 
 /// Writes `text` (in the program's narrow encoding) as UTF-8. A relative `path` is taken from the
-/// directory that was current when the process started; missing directories are made, and one that
+/// directory that was current when the process started (those of statistics files from the current
+/// one); missing directories are made, and one that
 /// cannot be is logged at ERROR and throws std::runtime_error. A file that cannot be opened or
 /// written fails silently.
 LIBVARROW_API void writeFileForUTF8(const std::string& path, const std::string& text);

@@ -10,7 +10,8 @@
 /// Sets the root logger up from the log4cplus property file `confFile`. When that cannot be read:
 /// prints "WARNING: can not found log.conf\n" to standard output and logs to the console, to
 /// "log.txt" and, from WARN upward, to "error_log.txt" in the current directory, at level INFO.
-/// Then calls every registered handler.
+/// Then calls every registered handler. A file that configures no appender of the root logger is no
+/// error: warnings and errors then go to standard error, the rest is dropped.
 ///
 /// Call it on the main thread before other threads log; not locked. Every call adds to the
 /// configuration there is. Throws boost::bad_function_call for an empty handler.

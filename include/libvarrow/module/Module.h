@@ -56,11 +56,13 @@ class LIBVARROW_API Module : public cppbind::Object {
 
   /// Has every later process() run the work in the dump directory, which must exist. Switches it
   /// on whatever the argument: there is no way back. The current directory is the whole process's,
-  /// so modules that do this must not run at the same time.
+  /// so modules that do this must not run at the same time. A directory that is not there (nothing
+  /// is written before the work when the data has no info) throws
+  /// boost::filesystem::filesystem_error.
   void setAutoChangeCurrentDirToDumpPath(bool);
 
  protected:
-  /// The module's own statistics over all its runs.
+  /// The module's own statistics over all its runs; a container with the empty name.
   StatisticsContainer moduleStatistics;
 
  private:

@@ -39,7 +39,7 @@ class LIBVARROW_API ModuleData {
   StatisticsContainer* statisticsContainer = nullptr;
 
   /// Prefix, with its trailing "/", of the dump files of the current step. File names are appended
-  /// as they are, so "" dumps into the current directory.
+  /// as they are: "" dumps into the current directory, "run" beside it, as "runin_info.json".
   std::string dumpPath;
 };
 

@@ -31,7 +31,9 @@ class LIBVARROW_API ModuleExecutor {
   ModuleExecutor(cppbind::ClassRegister* moduleRegister, const std::string& confPath,
                  bool ignoreUnknownKeys);
 
-  /// Runs the pipeline: process() of the main chain.
+  /// Runs the pipeline: process() of the main chain, which stands in the statistics as
+  /// "Module::libvarrow::ChainedModule". What a module throws passes unchanged; the data's dumpPath
+  /// then tells which one it was: "run/1_ChainedModule/0_Dispatch/".
   void process(ModuleData* data) const;
 
   const boost::shared_ptr<Module>& mainModule() const { return mainModule_; }

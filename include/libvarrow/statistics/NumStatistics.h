@@ -15,8 +15,9 @@ namespace libvarrow {
 /// any thread may add while another renders.
 ///
 /// Rendered as null while empty, else as an object with "min", "max", "sum", "count", "sum/count"
-/// and a member for each bucket: "[L-H)" : "5,   12.50%". L and H are the bucket's bounds
-/// multiplied by `interval`: for interval 10, a sample 25 stands under "[200-210)".
+/// and a member for each bucket: "[L-H)" : "5,   12.50%". L is the bucket's lower bound multiplied
+/// by `interval`, H is L plus `interval`: for interval 10, a sample 25 stands under "[200-210)". A
+/// first sample that is not a number stays minimum and maximum.
 class LIBVARROW_API NumStatistics : public CommonStatistics {
  public:
   /// `interval`: width of a bucket. 0 ends the process with a back-trace at the first add().

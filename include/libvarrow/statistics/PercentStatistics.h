@@ -9,7 +9,7 @@
 namespace libvarrow {
 
 /// Counts as CountStatistics does. Rendered as "count/total;percent%", 3 of 4 as "3/4;75%", with
-/// six significant digits; a total of 0 gives "inf" or "nan".
+/// six significant digits; a total of 0 gives "inf", "nan" or "-nan".
 class LIBVARROW_API PercentStatistics : public CountStatistics {
  public:
   explicit PercentStatistics(std::uint64_t total) : total_(total) {}

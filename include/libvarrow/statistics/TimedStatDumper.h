@@ -21,7 +21,9 @@ namespace libvarrow {
 /// A file that cannot be opened ends the process with a back-trace, from the timer thread too. A
 /// target that cannot be replaced (a directory that is not empty, say) is a
 /// boost::filesystem::filesystem_error: on the timer thread it is passed over and the next write
-/// tries again, from the destructor it ends the process. Two dumpers must not share a file name.
+/// tries again, from the destructor it ends the process. Either way an exception that is on its way
+/// through the destructor is lost: make the dumper outside the try block. Two dumpers must not
+/// share a file name.
 ///
 /// Running timers take threads of Poco's default pool, which has 16: one more throws
 /// Poco::NoThreadAvailableException.

@@ -14,8 +14,8 @@ namespace cppbind {
 /// Readable (demangled) name of a type, such as "jobshop::Dispatch".
 CPPBIND_API std::string typeName(const std::type_info& type);
 
-/// Base of every bindable class. A class declares its fields in a non-virtual
-/// `void setBind(cppbind::Binder*, bool)`; see imp/binder.h.
+/// Base of every class that is created by name. A class declares its fields in a public,
+/// non-virtual `void setBind(cppbind::Binder*, bool)`; see imp/binder.h.
 ///
 /// An object that was created by name (see ClassRegisterBase) overrides all three operations: it
 /// knows its class name, writes itself back, and remembers what it was made from.

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <boost/shared_ptr.hpp>
+#include <memory>
 #include <type_traits>
 #include <utility>
 #include <vector>
@@ -21,6 +22,21 @@ struct HasSetBind<
     T, std::void_t<decltype(std::declval<T&>().setBind(static_cast<Binder*>(nullptr), true))>>
     : std::true_type {};
 
+// A class that names setBind makes &Both::setBind ambiguous, also when its own is private or has
+// other parameters.
+struct NamesSetBind {
+  int setBind;
+};
+template <class T>
+struct AndSetBind : T, NamesSetBind {};
+
+template <class T, class = void>
+struct MentionsSetBind : std::bool_constant<std::is_class_v<T> && !std::is_final_v<T>> {};
+template <class T>
+struct MentionsSetBind<T, std::enable_if_t<std::is_class_v<T> && !std::is_final_v<T>,
+                                           std::void_t<decltype(&AndSetBind<T>::setBind)>>>
+    : std::false_type {};
+
 template <class T, class = void>
 struct HasRecord : std::false_type {};
 template <class T>
@@ -37,6 +53,16 @@ template <class T>
 struct IsObjectPointer : std::false_type {};
 template <class T>
 struct IsObjectPointer<boost::shared_ptr<T>> : std::is_base_of<Object, T> {};
+
+// Pointers to objects that binding does not know.
+template <class T>
+struct IsForeignObjectPointer : std::false_type {};
+template <class T>
+struct IsForeignObjectPointer<T*> : std::is_base_of<Object, T> {};
+template <class T>
+struct IsForeignObjectPointer<std::shared_ptr<T>> : std::is_base_of<Object, T> {};
+template <class T>
+struct IsForeignObjectPointer<std::unique_ptr<T>> : std::is_base_of<Object, T> {};
 
 template <class T>
 struct IsDynamicList : std::false_type {};
@@ -56,6 +82,10 @@ using Identity = typename IdentityOf<T>::type;
 /// `T` has the operation setBind(Binder*, bool).
 template <class T>
 constexpr bool hasSetBind = detail::HasSetBind<T>::value;
+
+/// `T` has a setBind, but not one that binders can call: private, or with other parameters.
+template <class T>
+constexpr bool hasUselessSetBind = !hasSetBind<T> && detail::MentionsSetBind<T>::value;
 
 /// `T` has no setBind, but a record `T::Data4Bind` to be read and constructed from.
 template <class T>

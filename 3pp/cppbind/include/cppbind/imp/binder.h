@@ -29,8 +29,8 @@ void readDynamicList(JsonDecodeBinder& decoder, const Json::Value* json,
 
 /// What setBind receives: one JSON object being read into, or written from, one object.
 ///
-///     void Dispatch::setBind(cppbind::Binder* binder, bool bindFields) {
-///       if (!bindFields) return;
+///     void Dispatch::setBind(cppbind::Binder* binder, bool bindFields) {  // public
+///       if (!bindFields) return;               // true whenever the library calls
 ///       binder->bind("rule", rule_);           // required: missing or null throws "not found"
 ///       binder->bind("seed", seed_, 1);        // optional
 ///       binder->bind("release", release_);     // boost::posix_time::ptime, as text
@@ -40,7 +40,13 @@ void readDynamicList(JsonDecodeBinder& decoder, const Json::Value* json,
 /// A field is one of: bool, a number, std::string; a type with a text converter; a class with a
 /// setBind of its own; a class that renders itself; boost::shared_ptr to a class derived from
 /// Object, {"ClassName": {fields}} in JSON; std::vector of any of these. Values must have the JSON
-/// type that the field needs: 1.5 or true is no int. See FieldCodec to add a kind.
+/// type that the field needs: 1.5 or true is no int (2.0 is, and 2 is a double). See FieldCodec to
+/// add a kind: any other type compiles, but throws "BUG,  please register converter for TYPE" when
+/// its key is there, unless the binder was given a converter; so do enumerations, std::optional and
+/// std::map.
+///
+/// A class whose base has fields calls `Base::setBind(binder, bindFields)` first. A struct that is
+/// only a field needs no base class.
 ///
 /// A Binder lives as long as one call of setBind and belongs to one thread.
 class CPPBIND_API Binder {
@@ -53,7 +59,8 @@ class CPPBIND_API Binder {
   Binder(const Binder&) = delete;
   Binder& operator=(const Binder&) = delete;
 
-  /// A required field.
+  /// A required field: missing or null throws "not found", for a list of objects by name "should be
+  /// a object array".
   template <class T>
   void bind(std::string_view key, T& field);
 
@@ -152,6 +159,8 @@ void Binder::write(std::string_view key, const T& field) {
 template <class T>
 void JsonDecodeBinder::decode(const Json::Value& json, T& object) {
   static_assert(!bindsThroughRecord<T>, "read T::Data4Bind and construct T from it");
+  static_assert(!hasUselessSetBind<T>,
+                "setBind must be public: void setBind(cppbind::Binder*, bool)");
   Binder binder(*this, json);
   if constexpr (hasSetBind<T>) object.setBind(&binder, true);
   binder.checkUnknownKeys();

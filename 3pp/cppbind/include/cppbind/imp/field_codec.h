@@ -58,6 +58,9 @@ CPPBIND_API std::string_view textIn(const Json::Value& json);
 /// type of which nothing else is known. A new kind of field is one specialisation.
 template <class T, class>
 struct FieldCodec {
+  static_assert(!detail::IsForeignObjectPointer<T>::value,
+                "objects of registered classes are held by boost::shared_ptr");
+
   static void read(JsonDecodeBinder& decoder, const Json::Value& json, T& field) {
     const StringConverter& converter = decoder.converterFor(typeid(T));
     const std::string_view text = detail::textIn(json);
@@ -133,10 +136,10 @@ struct FieldCodec<boost::shared_ptr<T>, std::enable_if_t<std::is_base_of_v<Objec
 template <class T>
 void readDynamicList(JsonDecodeBinder& decoder, const Json::Value* json,
                      const ClassRegisterBase* reg, std::vector<boost::shared_ptr<T>>& list) {
-  detail::requireArray(json != nullptr ? *json : Json::Value::nullSingleton(),
-                       "should be a object array");
+  const Json::Value& array = json != nullptr ? *json : Json::Value::nullSingleton();
+  detail::requireArray(array, "should be a object array");
   std::size_t index = 0;
-  for (const Json::Value& element : *json) {
+  for (const Json::Value& element : array) {
     withIndex(index++, [&] {
       detail::requireObject(element);
       boost::shared_ptr<T> object;

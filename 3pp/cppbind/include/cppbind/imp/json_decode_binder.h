@@ -60,6 +60,8 @@ class CPPBIND_API JsonDecodeBinder : public BinderImpBase {
 
 /// The JSON value in the file at `path`. Throws ParseErrorException: "Can not open file [PATH]" for
 /// a file that cannot be read, and for text that does not parse the parser's messages with lines.
+/// Comments are allowed; of equal keys in one object the last counts, and text after the value is
+/// passed over.
 CPPBIND_API Json::Value readJsonFile(const boost::filesystem::path& path);
 
 }  // namespace cppbind

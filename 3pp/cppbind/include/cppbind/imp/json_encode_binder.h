@@ -12,7 +12,8 @@
 namespace cppbind {
 
 /// Writes objects as JSON. JsonDecodeBinder reads what it writes, but for null object pointers,
-/// written as null, and durations that are negative or of 100 hours and more.
+/// written as null, durations that are negative or of 100 hours and more, and fractions of a
+/// second.
 class CPPBIND_API JsonEncodeBinder : public BinderImpBase {
  public:
   JsonEncodeBinder() = default;

@@ -63,6 +63,12 @@ class StringConverterT : public StringConverter, private TypedStringConverter<T>
   }
 };
 
+// Reading is as free as the date-time library's: other separators, missing parts at the end ("90"
+// is 90 hours, "2024-03" the first of March), minutes and seconds past 59 and a clock past 24
+// hours, which carry over, and text behind the value are accepted; so are the names of special
+// values
+// ("not-a-date-time", "+infinity"): ask is_special() where a field must hold a real time.
+
 /// The string itself. A null pointer has no text: it fails the shared pointer's own assertion.
 struct CPPBIND_API StringPtrText {
   static std::string toString(const boost::shared_ptr<std::string>& value);
