@@ -1,11 +1,9 @@
 // Instances and schedules that several tests plan with.
 #pragma once
 
-#include <algorithm>
 #include <cstdint>
 #include <random>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "ActiveScheduler.h"
@@ -22,21 +20,16 @@ inline jobshop::Schedule planned(const jobshop::Instance& instance, const std::s
   return {jobshop::buildActiveSchedule(instance, jobshop::findDispatchRule(rule).urgency), rule};
 }
 
-/// With `revisits`, a job may come to a machine more than once and not at all to another.
+/// A job may come to a machine more than once and not at all to another.
 inline jobshop::Instance randomInstance(std::uint32_t seed, std::size_t jobs, std::size_t machines,
-                                        jobshop::Time shortest, bool revisits) {
+                                        jobshop::Time shortest) {
   std::mt19937 random(seed);
-  jobshop::Instance instance;
-  instance.name = "random" + std::to_string(seed);
-  instance.machineCount = machines;
-  for (std::size_t job = 0; job < jobs; ++job) {
-    std::vector<jobshop::Operation> operations;
-    for (std::size_t i = 0; i < machines; ++i) {
-      operations.push_back({revisits ? random() % machines : i,
-                            shortest + static_cast<jobshop::Time>(random() % 9)});
+  jobshop::Instance instance = {"random" + std::to_string(seed), machines, {}};
+  instance.jobs.assign(jobs, std::vector<jobshop::Operation>(machines));
+  for (auto& job : instance.jobs) {
+    for (jobshop::Operation& operation : job) {
+      operation = {random() % machines, shortest + static_cast<jobshop::Time>(random() % 9)};
     }
-    std::shuffle(operations.begin(), operations.end(), random);
-    instance.jobs.push_back(std::move(operations));
   }
   return instance;
 }

@@ -1,7 +1,6 @@
 // Modules and data that note what happens to them.
 #pragma once
 
-#include <boost/filesystem/operations.hpp>
 #include <functional>
 #include <string>
 #include <vector>
@@ -15,20 +14,21 @@ namespace module_test {
 using libvarrow::ModuleData;
 
 /// Notes every call that the frame makes, with the path it is given.
-class RecordingData : public ModuleData {
- public:
+struct RecordingData : ModuleData {
   Json::Value getBaiscInfoJson() override {
-    if (!hasInfo) return Json::Value();
+    if (!movesTo.empty()) dumpPath = movesTo;
     Json::Value info;
-    info["steps"] = steps;
+    if (hasInfo) info["steps"] = steps;
     return info;
   }
   void dumpDetailInfo(std::string path) const override { calls.push_back("detail " + path); }
   void dump4Debug(std::string path) const override { calls.push_back("debug " + path); }
 
   bool hasInfo = true;
+  std::string movesTo;  // the dump path from the first question for info on
   int steps = 0;
   mutable std::vector<std::string> calls;
+  std::vector<std::string> workPaths;
 };
 
 /// Notes where it runs; does what the test wants besides.
@@ -40,6 +40,7 @@ class Worker : public libvarrow::Module {
     auto& recording = static_cast<RecordingData&>(*data);
     ++recording.steps;
     recording.calls.push_back("work " + data->dumpPath);
+    recording.workPaths.push_back(data->dumpPath);
     if (action) action(*data);
   }
   std::string getModuleName() override { return name_; }

@@ -2,7 +2,6 @@
 
 #include <boost/filesystem/operations.hpp>
 #include <fstream>
-#include <sstream>
 #include <stdexcept>
 
 namespace test_support {
@@ -25,9 +24,7 @@ TemporaryDirectory::~TemporaryDirectory() {
 std::string readFile(const fs::path& path) {
   std::ifstream file(path.string());
   if (!file) throw std::runtime_error("no file " + path.string());
-  std::ostringstream text;
-  text << file.rdbuf();
-  return text.str();
+  return {std::istreambuf_iterator<char>(file), {}};
 }
 
 void writeFile(const fs::path& path, const std::string& text) {

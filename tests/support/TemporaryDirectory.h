@@ -13,8 +13,7 @@ class TemporaryDirectory {
  public:
   TemporaryDirectory();
   ~TemporaryDirectory();
-  TemporaryDirectory(const TemporaryDirectory&) = delete;
-  TemporaryDirectory& operator=(const TemporaryDirectory&) = delete;
+  TemporaryDirectory(TemporaryDirectory&&) = delete;
 
   const boost::filesystem::path& path() const { return path_; }
 

@@ -1,11 +1,9 @@
 // JSON values from literals.
 #pragma once
 
-#include <json/reader.h>
-#include <json/value.h>
+#include <json/json.h>
 
 #include <sstream>
-#include <string>
 
 namespace test_support {
 

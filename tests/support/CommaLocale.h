@@ -1,0 +1,24 @@
+// A global locale that is fatal to text read and written through streams.
+#pragma once
+
+#include <boost/noncopyable.hpp>
+#include <locale>
+
+namespace test_support {
+
+/// While it lives, streams made anew write 1234.5 as "1.234,5".
+class CommaLocale : private boost::noncopyable {
+ public:
+  CommaLocale() : before_(std::locale::global({std::locale::classic(), new Comma})) {}
+  ~CommaLocale() { std::locale::global(before_); }
+
+ private:
+  struct Comma : std::numpunct<char> {
+    char do_decimal_point() const override { return ','; }
+    char do_thousands_sep() const override { return '.'; }
+    std::string do_grouping() const override { return "\3"; }
+  };
+  std::locale before_;
+};
+
+}  // namespace test_support
