@@ -1,14 +1,23 @@
 #include "libvarrow/module/Module.h"
 
 #include <boost/filesystem/operations.hpp>
+#include <string_view>
 
 namespace libvarrow {
 
 namespace {
 
-void dumpInfo(ModuleData& data, const std::string& fileName) {
+// path + name, allocated once.
+std::string joined(const std::string& path, std::string_view name) {
+  std::string whole;
+  whole.reserve(path.size() + name.size());
+  whole.append(path).append(name);
+  return whole;
+}
+
+void dumpInfo(ModuleData& data, const std::string& path, const char* fileName) {
   const Json::Value info = data.getBaiscInfoJson();
-  if (!info.isNull()) CommonStatistics::dumpToFile(fileName, info);
+  if (!info.isNull()) CommonStatistics::dumpToFile(joined(path, fileName), info);
 }
 
 }  // namespace
@@ -47,16 +56,16 @@ void Module::process(ModuleData* data) {
 }
 
 void Module::dumpBefore(ModuleData& data, const std::string& path) const {
-  dumpInfo(data, path + "in_info.json");
-  data.dumpDetailInfo(path + "in_detail.txt");
-  data.dump4Debug(path + "before_process/");
+  dumpInfo(data, path, "in_info.json");
+  data.dumpDetailInfo(joined(path, "in_detail.txt"));
+  data.dump4Debug(joined(path, "before_process/"));
 }
 
 void Module::dumpAfter(ModuleData& data, const std::string& path) const {
-  dumpInfo(data, path + "out_info.json");
-  data.dumpDetailInfo(path + "out_detail.txt");
-  data.dump4Debug(path + "after_process/");
-  moduleStatistics.dumpToFile(path + "module_stat.json");
+  dumpInfo(data, path, "out_info.json");
+  data.dumpDetailInfo(joined(path, "out_detail.txt"));
+  data.dump4Debug(joined(path, "after_process/"));
+  moduleStatistics.dumpToFile(joined(path, "module_stat.json"));
 }
 
 void Module::enterStatistics(ModuleData& data, StatisticsContainer& parent) {

@@ -72,7 +72,8 @@ void StatisticsContainer::merge(StatisticsContainer* other) {
 
 Json::Value StatisticsContainer::toJsonValue4Bind() const {
   const Lock lock(mutex_);
-  Json::Value list(Json::arrayValue);
+  Json::Value json(Json::objectValue);
+  Json::Value& list = json[name_] = Json::Value(Json::arrayValue);
   for (const auto& [name, statistic] : entries_) {
     if (const auto* child = dynamic_cast<const StatisticsContainer*>(statistic.get())) {
       list.append(child->toJsonValue4Bind());
@@ -82,8 +83,6 @@ Json::Value StatisticsContainer::toJsonValue4Bind() const {
       list.append(std::move(entry));
     }
   }
-  Json::Value json(Json::objectValue);
-  json[name_] = std::move(list);
   return json;
 }
 

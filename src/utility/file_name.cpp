@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <boost/filesystem/operations.hpp>
+#include <utility>
 
 #include "libvarrow/log/log.h"
 
@@ -16,9 +17,17 @@ std::size_t excess(std::size_t length, std::size_t limit) {
   return length > limit ? length - limit : 0;
 }
 
+// Most names are: nothing to make absolute, to convert or to cut. (Where a leading slash is no
+// root, none is.)
+bool isShortAbsoluteName(const std::string& name) {
+  constexpr bool kSlashIsRoot = boost::filesystem::path::preferred_separator == '/';
+  return kSlashIsRoot && name.size() <= kMaxFileName && !name.empty() && name.front() == '/';
+}
+
 }  // namespace
 
 void adjustFileName(std::string& name) {
+  if (isShortAbsoluteName(name)) return;
   const boost::filesystem::path given(name);
   std::string absolute = given.is_absolute() ? given.generic_string()
                                              : boost::filesystem::absolute(given).generic_string();
@@ -33,7 +42,7 @@ void adjustFileName(std::string& name) {
     const std::size_t cut = std::min(tooLong, stemLength);
     absolute.erase(absolute.size() - extension.size() - cut, cut);
   }
-  name = absolute;
+  name = std::move(absolute);
 }
 
 bool removeIfExist(const std::string& path) {
