@@ -29,8 +29,7 @@ bool isShortAbsoluteName(const std::string& name) {
 void adjustFileName(std::string& name) {
   if (isShortAbsoluteName(name)) return;
   const boost::filesystem::path given(name);
-  std::string absolute = given.is_absolute() ? given.generic_string()
-                                             : boost::filesystem::absolute(given).generic_string();
+  std::string absolute = boost::filesystem::absolute(given).generic_string();
   const std::size_t lastSlash = absolute.rfind('/');
   const std::size_t fileLength =
       lastSlash == std::string::npos ? absolute.size() : absolute.size() - lastSlash - 1;

@@ -26,34 +26,15 @@ namespace {
   throw ParseErrorException(number + (" out of " + typeName + " range"));
 }
 
-void readInt(const Json::Value& json, Json::Int& field) {
-  if (!json.isInt()) refuseInteger(json, "Int");
-  field = static_cast<Json::Int>(json.asInt64());  // asInt() would check the range again
-}
-
-void readUInt(const Json::Value& json, Json::UInt& field) {
-  if (!json.isUInt()) refuseInteger(json, "UInt");
-  field = json.asUInt();
-}
-
-template <class T>
-void readInt64(const Json::Value& json, T& field) {
-  if (!json.isInt64()) refuseInteger(json, "Int64");
-  field = json.asInt64();
-}
-
-template <class T>
-void readUInt64(const Json::Value& json, T& field) {
-  if (!json.isUInt64()) refuseInteger(json, "UInt64");
-  field = json.asUInt64();
-}
-
-template <class Narrow, class Wide>
-Narrow narrowed(Wide value, const char* typeName) {
-  if (value < std::numeric_limits<Narrow>::min() || value > std::numeric_limits<Narrow>::max()) {
+// A smaller integer, by way of the one that has a JSON type of its own.
+template <class Wide, class Narrow>
+void readNarrow(const Json::Value& json, Narrow& field, const char* typeName) {
+  Wide wide = 0;
+  readScalar(json, wide);
+  if (wide < std::numeric_limits<Narrow>::min() || wide > std::numeric_limits<Narrow>::max()) {
     throw ParseErrorException(std::string("value out of ") + typeName + " range");
   }
-  return static_cast<Narrow>(value);
+  field = static_cast<Narrow>(wide);
 }
 
 }  // namespace
@@ -64,55 +45,47 @@ void readScalar(const Json::Value& json, bool& field) {
 }
 
 void readScalar(const Json::Value& json, signed char& field) {
-  Json::Int wide = 0;
-  readInt(json, wide);
-  field = narrowed<signed char>(wide, "signed char");
+  readNarrow<int>(json, field, "signed char");
 }
 
 void readScalar(const Json::Value& json, unsigned char& field) {
-  Json::UInt wide = 0;
-  readUInt(json, wide);
-  field = narrowed<unsigned char>(wide, "unsigned char");
+  readNarrow<unsigned int>(json, field, "unsigned char");
 }
 
 void readScalar(const Json::Value& json, short& field) {
-  Json::Int wide = 0;
-  readInt(json, wide);
-  field = narrowed<short>(wide, "short");
+  readNarrow<int>(json, field, "short");
 }
 
 void readScalar(const Json::Value& json, unsigned short& field) {
-  Json::UInt wide = 0;
-  readUInt(json, wide);
-  field = narrowed<unsigned short>(wide, "unsigned short");
+  readNarrow<unsigned int>(json, field, "unsigned short");
 }
 
 void readScalar(const Json::Value& json, int& field) {
-  readInt(json, field);
+  if (!json.isInt()) refuseInteger(json, "Int");
+  field = static_cast<int>(json.asInt64());  // asInt() would check the range again
 }
 
 void readScalar(const Json::Value& json, unsigned int& field) {
-  readUInt(json, field);
+  if (!json.isUInt()) refuseInteger(json, "UInt");
+  field = json.asUInt();
 }
 
 void readScalar(const Json::Value& json, long& field) {
-  Json::Int64 wide = 0;
-  readInt64(json, wide);
-  field = narrowed<long>(wide, "long");
+  readNarrow<long long>(json, field, "long");
 }
 
 void readScalar(const Json::Value& json, unsigned long& field) {
-  Json::UInt64 wide = 0;
-  readUInt64(json, wide);
-  field = narrowed<unsigned long>(wide, "unsigned long");
+  readNarrow<unsigned long long>(json, field, "unsigned long");
 }
 
 void readScalar(const Json::Value& json, long long& field) {
-  readInt64(json, field);
+  if (!json.isInt64()) refuseInteger(json, "Int64");
+  field = json.asInt64();
 }
 
 void readScalar(const Json::Value& json, unsigned long long& field) {
-  readUInt64(json, field);
+  if (!json.isUInt64()) refuseInteger(json, "UInt64");
+  field = json.asUInt64();
 }
 
 void readScalar(const Json::Value& json, float& field) {
