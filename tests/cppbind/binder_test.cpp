@@ -6,6 +6,7 @@
 #include <boost/date_time/posix_time/posix_time.hpp>
 #include <boost/make_shared.hpp>
 #include <csignal>
+#include <set>
 
 #include "cppbind/cppbind.h"
 #include "support/ChildProcess.h"
@@ -247,9 +248,10 @@ TEST_F(BinderTest, AConverterOfTheHostReadsAndThenWritesWhatItRead) {
 TEST_F(BinderTest, AHostMayCallSetBindItselfWithABinderThatReadsOrWrites) {
   Json::Value value = json(R"({"machine": 4, "load": 2.0})");
   Json::Value list(Json::arrayValue);
-  EXPECT_THROW(Binder(&binder, list), ParseErrorException);
-  Binder reading(&binder, value);
   Slot slot;
+  Binder readingList(&binder, list);
+  EXPECT_EQ("should be a object", errorOf([&] { slot.setBind(&readingList, true); }));
+  Binder reading(&binder, value);
   slot.setBind(&reading, true);
   JsonEncodeBinder encoder;
   Json::Value written;
@@ -265,6 +267,32 @@ TEST_F(BinderTest, AHostMayCallSetBindItselfWithABinderThatReadsOrWrites) {
   EXPECT_EQ(SIGABRT, child.signal);
   EXPECT_NE(std::string::npos, child.errors.find("cppbind/imp/binder.h"));
   EXPECT_NE(std::string::npos, child.errors.find("Assertion `\"bug\" == NULL' failed"));
+}
+
+// A class that is no object in JSON, but a list.
+struct Names {
+  std::set<std::string> names;
+  void setBind(Binder* binder, bool) { binder->bind(names); }
+};
+struct Team {
+  Names members;
+  boost::shared_ptr<std::string> leader;
+  void setBind(Binder* binder, bool) {
+    binder->bind("members", members);
+    binder->bind("leader", leader, nullptr);
+  }
+};
+
+TEST_F(BinderTest, AClassMayStandForOneValueInPlaceOfFields) {
+  Team team;
+  binder.decode(json(R"({"members": ["b", "a", "b"]})"), team);
+  EXPECT_EQ((std::set<std::string>{"a", "b"}), team.members.names);
+  EXPECT_EQ(json(R"({"members": ["a", "b"], "leader": null})"), JsonEncodeBinder().encode(team));
+  EXPECT_EQ("not found", errorOf([&] { binder.decode(Json::Value(), team.members); }));
+  EXPECT_EQ("members[1]: not found",
+            errorOf([&] { binder.decode(json(R"({"members": ["a", null]})"), team); }));
+  EXPECT_EQ("members: should be a list",
+            errorOf([&] { binder.decode(json(R"({"members": {"a": 1}})"), team); }));
 }
 
 class JsonFileTest : public test_support::InTemporaryDirectory {

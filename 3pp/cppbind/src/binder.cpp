@@ -9,9 +9,9 @@ namespace {
 constexpr std::size_t kUsualFieldCount = 8;
 
 // Null counts as an object without members.
-void requireFields(const Json::Value& json) {
+bool hasMembers(const Json::Value& json) {
   const Json::ValueType type = json.type();
-  if (type != Json::objectValue && type != Json::nullValue) detail::requireObject(json);
+  return type == Json::objectValue || type == Json::nullValue;
 }
 
 }  // namespace
@@ -22,23 +22,33 @@ Binder::Binder(BinderImpBase* imp, Json::Value& json)
       encoder_(dynamic_cast<JsonEncodeBinder*>(imp)),
       source_(&json),
       target_(&json) {
-  if (decoder_ != nullptr) requireFields(json);
+  if (decoder_ != nullptr) hasMembers_ = hasMembers(json);
 }
 
 Binder::Binder(JsonDecodeBinder& decoder, const Json::Value& json)
-    : imp_(&decoder), decoder_(&decoder), encoder_(nullptr), source_(&json), target_(nullptr) {
-  requireFields(json);
-}
+    : imp_(&decoder),
+      decoder_(&decoder),
+      encoder_(nullptr),
+      source_(&json),
+      target_(nullptr),
+      hasMembers_(hasMembers(json)) {}
 
 Binder::Binder(JsonEncodeBinder& encoder, Json::Value& json)
     : imp_(&encoder), decoder_(nullptr), encoder_(&encoder), source_(nullptr), target_(&json) {}
 
 const Json::Value* Binder::claim(std::string_view key) {
+  if (!hasMembers_) detail::requireObject(*source_);
   const Json::Value* member = source_->find(key.data(), key.data() + key.size());
   if (member == nullptr) return nullptr;
   // A key that is bound twice counts once: the number of claims is the number of members known.
   if (!isClaimed(member)) addClaim(member);
   return member->isNull() ? nullptr : member;
+}
+
+const Json::Value& Binder::claimWhole() {
+  isWholeClaimed_ = true;
+  if (source_->isNull()) detail::throwNotFound();
+  return *source_;
 }
 
 void Binder::addClaim(const Json::Value* member) {
@@ -59,7 +69,9 @@ bool Binder::isClaimed(const Json::Value* member) const {
 }
 
 void Binder::checkUnknownKeys() const {
-  if (decoder_ == nullptr || decoder_->acceptsUnknownKeys()) return;
+  if (decoder_ == nullptr || isWholeClaimed_) return;
+  if (!hasMembers_) detail::requireObject(*source_);
+  if (decoder_->acceptsUnknownKeys()) return;
   if (claimCount_ == source_->size()) return;
   for (auto member = source_->begin(); member != source_->end(); ++member) {
     if (!isClaimed(&*member)) {

@@ -39,11 +39,11 @@ void readDynamicList(JsonDecodeBinder& decoder, const Json::Value* json,
 ///
 /// A field is one of: bool, a number, std::string; a type with a text converter; a class with a
 /// setBind of its own; a class that renders itself; boost::shared_ptr to a class derived from
-/// Object, {"ClassName": {fields}} in JSON; std::vector of any of these. Values must have the JSON
-/// type that the field needs: 1.5 or true is no int (2.0 is, and 2 is a double). See FieldCodec to
-/// add a kind: any other type compiles, but throws "BUG,  please register converter for TYPE" when
-/// its key is there, unless the binder was given a converter; so do enumerations, std::optional and
-/// std::map.
+/// Object, {"ClassName": {fields}} in JSON; std::vector of any of these; std::set. Values must have
+/// the JSON type that the field needs: 1.5 or true is no int (2.0 is, and 2 is a double). See
+/// FieldCodec to add a kind: any other type compiles, but throws "BUG,  please register converter
+/// for TYPE" when its key is there, unless the binder was given a converter; so do enumerations,
+/// std::optional and std::map.
 ///
 /// A class whose base has fields calls `Base::setBind(binder, bindFields)` first. A struct that is
 /// only a field needs no base class.
@@ -68,6 +68,11 @@ class CPPBIND_API Binder {
   template <class T>
   void bind(std::string_view key, T& field, const detail::Identity<T>& defaultValue);
 
+  /// The whole value in place of fields: for a class that is a list, say, in JSON. A missing value
+  /// throws "not found".
+  template <class T>
+  void bind(T& whole);
+
   /// A default is a value, not an address, which would pass as true.
   void bind(std::string_view key, bool& field, const void* defaultValue) = delete;
 
@@ -90,10 +95,12 @@ class CPPBIND_API Binder {
  private:
   /// The member under `key`, claimed as bound; null when it is missing or null.
   const Json::Value* claim(std::string_view key);
+  const Json::Value& claimWhole();
   void addClaim(const Json::Value* member);
   bool isClaimed(const Json::Value* member) const;
   Json::Value& memberToWrite(std::string_view key);
   [[noreturn]] static void throwNotFound(std::string_view key);
+  void requireEncoder() const;
 
   template <class T>
   void write(std::string_view key, const T& field);
@@ -103,6 +110,8 @@ class CPPBIND_API Binder {
   JsonEncodeBinder* encoder_;  // set when imp_ writes
   const Json::Value* source_;  // what is read
   Json::Value* target_;        // what is written into
+  bool hasMembers_ = true;     // what is read is an object, or null
+  bool isWholeClaimed_ = false;
   // The bound keys that the JSON has, each by its member: the source does not change while it is
   // read, and an address is cheaper to keep and to compare than a text.
   std::array<const Json::Value*, 16> firstClaims_;
@@ -149,10 +158,24 @@ void Binder::bind(std::string_view key, std::vector<boost::shared_ptr<T>>& list,
 }
 
 template <class T>
-void Binder::write(std::string_view key, const T& field) {
+void Binder::bind(T& whole) {
+  if (decoder_ != nullptr) {
+    FieldCodec<T>::read(*decoder_, claimWhole(), whole);
+  } else {
+    requireEncoder();
+    FieldCodec<T>::write(*encoder_, whole, *target_);
+  }
+}
+
+inline void Binder::requireEncoder() const {
   if (encoder_ == nullptr) {
     assertionFailed("\"bug\" == NULL", __FILE__, __LINE__, BOOST_CURRENT_FUNCTION);
   }
+}
+
+template <class T>
+void Binder::write(std::string_view key, const T& field) {
+  requireEncoder();
   FieldCodec<T>::write(*encoder_, field, memberToWrite(key));
 }
 

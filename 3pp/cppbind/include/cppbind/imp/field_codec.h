@@ -5,6 +5,7 @@
 
 #include <boost/any.hpp>
 #include <boost/shared_ptr.hpp>
+#include <set>
 #include <string>
 #include <string_view>
 #include <type_traits>
@@ -52,6 +53,16 @@ CPPBIND_API void requireObject(const Json::Value& json);
 /// The text that `json` is, as long as that lives. Throws ParseErrorException for any other value.
 CPPBIND_API std::string_view textIn(const Json::Value& json);
 
+/// A null pointer has no text; it is written as null.
+template <class T>
+bool isNullPointer(const T&) {
+  return false;
+}
+template <class T>
+bool isNullPointer(const boost::shared_ptr<T>& pointer) {
+  return pointer == nullptr;
+}
+
 }  // namespace detail
 
 /// Reads and writes one value of type `T`. The primary template is the text-converted field: every
@@ -72,7 +83,9 @@ struct FieldCodec {
   }
   static void write(JsonEncodeBinder& encoder, const T& field, Json::Value& json) {
     const StringConverter& converter = encoder.converterFor(typeid(T));
-    if (const void* typed = converter.typed(typeid(T))) {
+    if (detail::isNullPointer(field)) {
+      json = Json::Value();
+    } else if (const void* typed = converter.typed(typeid(T))) {
       json = static_cast<const TypedStringConverter<T>*>(typed)->textOf(field);
     } else {
       json = converter.toString(field);
@@ -196,6 +209,19 @@ struct FieldCodec<std::vector<T>> {
         throw;
       }
     }
+  }
+};
+
+/// Sets: lists in JSON, in which a value may stand more than once.
+template <class T>
+struct FieldCodec<std::set<T>> {
+  static void read(JsonDecodeBinder& decoder, const Json::Value& json, std::set<T>& field) {
+    std::vector<T> list;
+    FieldCodec<std::vector<T>>::read(decoder, json, list);
+    field = std::set<T>(list.begin(), list.end());
+  }
+  static void write(JsonEncodeBinder& encoder, const std::set<T>& field, Json::Value& json) {
+    FieldCodec<std::vector<T>>::write(encoder, std::vector<T>(field.begin(), field.end()), json);
   }
 };
 
