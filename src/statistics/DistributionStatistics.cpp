@@ -3,7 +3,7 @@
 #include <boost/thread/lock_guard.hpp>
 
 #include "libvarrow/backtrace/Check.h"
-#include "statistics/number_text.h"
+#include "utility/number_text.h"
 
 namespace libvarrow {
 

@@ -1,27 +1,14 @@
 #include "libvarrow/statistics/NumStatistics.h"
 
 #include <boost/thread/lock_guard.hpp>
-#include <limits>
 #include <map>
 #include <string>
 
 #include "libvarrow/backtrace/Check.h"
-#include "statistics/number_text.h"
+#include "utility/number_text.h"
+#include "utility/truncated.h"
 
 namespace libvarrow {
-
-namespace {
-
-// Cut toward zero. What no unsigned integer can hold is settled here: the nearest one, and 0 for
-// what is not a number.
-std::uint64_t truncatedToUnsigned(double value) {
-  constexpr double kTwoTo64 = 18446744073709551616.0;
-  if (!(value > 0)) return 0;
-  if (value >= kTwoTo64) return std::numeric_limits<std::uint64_t>::max();
-  return static_cast<std::uint64_t>(value);
-}
-
-}  // namespace
 
 void NumStatistics::add(double sample) {
   LIBVARROW_CHECK(interval_ != 0);

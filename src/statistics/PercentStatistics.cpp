@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "statistics/number_text.h"
+#include "utility/number_text.h"
 
 namespace libvarrow {
 

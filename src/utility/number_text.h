@@ -1,4 +1,4 @@
-// Numbers in the texts of statistics: printf's and the standard streams' digits, in the classic
+// Numbers in texts: printf's and the standard streams' digits, in the classic
 // locale whatever the global one is.
 #pragma once
 
@@ -11,5 +11,8 @@ std::string general(double value);
 
 /// "%.2f"
 std::string twoDecimals(double value);
+
+/// "%f"
+std::string sixDecimals(double value);
 
 }  // namespace libvarrow::number_text

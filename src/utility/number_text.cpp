@@ -1,4 +1,4 @@
-#include "statistics/number_text.h"
+#include "utility/number_text.h"
 
 #include <charconv>
 
@@ -20,6 +20,10 @@ std::string general(double value) {
 
 std::string twoDecimals(double value) {
   return written(value, std::chars_format::fixed, 2);
+}
+
+std::string sixDecimals(double value) {
+  return written(value, std::chars_format::fixed, 6);
 }
 
 }  // namespace libvarrow::number_text

@@ -1,0 +1,30 @@
+#include "libvarrow/backtrace/TracedError.h"
+
+#include <boost/config.hpp>
+#include <boost/exception/enable_error_info.hpp>
+#include <boost/exception/get_error_info.hpp>
+#include <boost/exception/info.hpp>
+#include <boost/stacktrace.hpp>
+#include <stdexcept>
+
+namespace libvarrow {
+
+namespace {
+
+constexpr std::size_t kMaxFrames = 128;
+constexpr std::size_t kOwnFrame = 1;
+
+}  // namespace
+
+// Not inlined: it is the frame that is left out.
+BOOST_NOINLINE void throwTraced(const std::string& message) {
+  throw boost::enable_error_info(std::runtime_error(message))
+      << StackTraceInfo(boost::stacktrace::stacktrace(kOwnFrame, kMaxFrames));
+}
+
+std::string callStackOf(const std::exception& error) {
+  const auto* stack = boost::get_error_info<StackTraceInfo>(error);
+  return stack == nullptr ? std::string() : boost::stacktrace::to_string(*stack);
+}
+
+}  // namespace libvarrow

@@ -1,0 +1,278 @@
+#include "libvarrow/time/TimeBlock.h"
+
+#include <algorithm>
+#include <array>
+#include <ostream>
+#include <type_traits>
+
+#include "cppbind/imp/binder.h"
+#include "libvarrow/backtrace/Check.h"
+#include "libvarrow/stream/FastStringStream.h"
+#include "libvarrow/stream/StringIndent.h"
+#include "libvarrow/time/time_range.h"
+#include "time/slot_search.h"
+#include "time/slot_sweep.h"
+#include "time/time_sum.h"
+
+namespace libvarrow {
+
+using boost::posix_time::ptime;
+using boost::posix_time::time_duration;
+using slot_search::firstNot;
+using slot_search::SlotsNear;
+
+// Moving the tail of a block is most of what a change costs.
+static_assert(std::is_trivially_copyable_v<TimeSlot>);
+
+const TimeBlock TimeBlock::empty_block;
+
+namespace {
+
+using Slots = std::vector<TimeSlot>;
+
+// From here on one pass over both blocks costs less than one change after the other.
+constexpr std::size_t kManySlots = 4;
+
+bool beginsEarlier(const TimeSlot& a, const TimeSlot& b) {
+  return a.time_begin < b.time_begin;
+}
+
+bool isReversed(const TimeSlot& slot) {
+  return slot.time_end < slot.time_begin;
+}
+
+// As addTimeBlock leaves them: none empty, none touching.
+bool areApart(const Slots& slots) {
+  const auto isEmpty = [](const TimeSlot& slot) { return slot.time_begin == slot.time_end; };
+  const auto touch = [](const TimeSlot& a, const TimeSlot& b) {
+    return a.time_end == b.time_begin;
+  };
+  return std::none_of(slots.begin(), slots.end(), isEmpty) &&
+         std::adjacent_find(slots.begin(), slots.end(), touch) == slots.end();
+}
+
+Slots sortedByBegin(Slots slots) {
+  std::sort(slots.begin(), slots.end(), beginsEarlier);
+  return slots;
+}
+
+slot_sweep::Row rowOf(const Slots& slots) {
+  return {slots.data(), slots.data() + slots.size()};
+}
+
+void writeSlot(FastStringStream& text, const TimeSlot& slot) {
+  text << '[' << slot.time_begin << ',' << slot.time_end << "]:" << slot.dur();
+}
+
+}  // namespace
+
+// ---- TimeSlot
+
+bool TimeSlot::overlap(ptime const& t1, ptime const& t2) const {
+  LIBVARROW_CHECK(t1 <= t2);
+  return t1 < time_end && time_begin < t2;
+}
+
+bool TimeSlot::overlap(ptime const& t1, ptime const& t2, ptime const& p1, ptime const& p2) {
+  LIBVARROW_CHECK(t1 <= t2);
+  LIBVARROW_CHECK(p1 <= p2);
+  return t1 < p2 && p1 < t2;
+}
+
+void TimeSlot::setBind(cppbind::Binder* binder, bool bindFields) {
+  if (!bindFields) return;
+  binder->bind("timeBegin", time_begin);
+  binder->bind("timeEnd", time_end);
+}
+
+// ---- Construction
+
+TimeBlock::TimeBlock(ptime const& begin, ptime const& end) {
+  addTimeBlock(begin, end);
+}
+
+TimeBlock::TimeBlock(std::vector<TimeSlot> const& slots)
+    : timeslots(slots), isOrdered_(slot_search::areOrdered(timeslots)) {}
+
+TimeBlock::TimeBlock(std::vector<TimeSlot>&& slots)
+    : timeslots(std::move(slots)), isOrdered_(slot_search::areOrdered(timeslots)) {}
+
+// ---- Union and subtraction
+
+void TimeBlock::addTimeBlock(ptime bstart, ptime bend) {
+  requireForwards(bstart, bend);
+  if (bend == bstart) return;
+  const bool isBehindAll = isOrdered_ && (timeslots.empty() || timeslots.back().time_end < bstart);
+  const auto first = isBehindAll ? timeslots.cend() : lowerBound(timeslots, bstart);
+  const auto index = static_cast<std::size_t>(first - timeslots.cbegin());
+  if (index > 0) LIBVARROW_CHECK(this->timeslots[index - 1].time_end < bstart);
+  if (first != timeslots.cend()) LIBVARROW_CHECK(this->timeslots[index].time_end >= bstart);
+
+  TimeSlot merged(bstart, bend);
+  auto last = first;
+  for (; last != timeslots.cend() && !(merged.time_end < last->time_begin); ++last) {
+    merged = slot_sweep::hull(merged, *last);
+  }
+  slot_sweep::replace(timeslots, first, last, {&merged, &merged + 1});
+}
+
+void TimeBlock::addTimeBlocks(TimeBlock const& other) {
+  if (&other == this) return addTimeBlocks(TimeBlock(other));
+  const Slots& additions = other.timeslots;
+  const bool isPossible = isOrdered_ && additions.size() >= kManySlots &&
+                          std::none_of(additions.begin(), additions.end(), isReversed);
+  if (isPossible && std::is_sorted(additions.begin(), additions.end(), beginsEarlier)) {
+    unite(additions);
+  } else if (isPossible && areApart(timeslots)) {
+    unite(sortedByBegin(additions));
+  } else {
+    for (const TimeSlot& slot : additions) addTimeBlock(slot.time_begin, slot.time_end);
+  }
+}
+
+void TimeBlock::unite(std::vector<TimeSlot> const& additions) {
+  const auto first = lowerBound(timeslots, additions.front().time_begin);
+  const Slots united = slot_sweep::unite(first, timeslots.cend(), additions);
+  slot_sweep::replace(timeslots, first, timeslots.cend(), rowOf(united));
+}
+
+void TimeBlock::removeTimeBlock(ptime start, ptime end) {
+  CPPBIND_ASSERT(start <= end);
+  const TimeSlot cut(start, end);
+  if (!isOrdered_) {
+    timeslots = slot_sweep::subtract(timeslots, isOrdered_, {&cut, &cut + 1});
+    return;
+  }
+  const auto first = firstNot(timeslots.cbegin(), timeslots.cend(),
+                              [&](const TimeSlot& slot) { return !(start < slot.time_end); });
+  const auto last = firstNot(first, timeslots.cend(),
+                             [&](const TimeSlot& slot) { return slot.time_begin < end; });
+  std::array<TimeSlot, 2> pieces;  // before the cut and behind it
+  TimeSlot* piecesEnd = pieces.data();
+  for (auto slot = first; slot != last; ++slot) {
+    slot_sweep::emitRest(*slot, {&cut, &cut + 1},
+                         [&](const TimeSlot& piece) { *piecesEnd++ = piece; });
+  }
+  slot_sweep::replace(timeslots, first, last, {pieces.data(), piecesEnd});
+}
+
+void TimeBlock::removeTimeBlock(TimeBlock const& other) {
+  if (&other == this) return removeTimeBlock(TimeBlock(other));
+  const Slots& cuts = other.timeslots;
+  if (cuts.size() >= kManySlots) {
+    if (other.isOrdered_) return subtract(cuts);
+    const Slots sorted = sortedByBegin(cuts);
+    if (slot_search::areOrdered(sorted)) return subtract(sorted);
+  }
+  for (const TimeSlot& slot : cuts) removeTimeBlock(slot.time_begin, slot.time_end);
+}
+
+void TimeBlock::subtract(std::vector<TimeSlot> const& cuts) {
+  timeslots = slot_sweep::subtract(timeslots, isOrdered_, rowOf(cuts));
+}
+
+void TimeBlock::removeTimeBlock(TimeBlock const* other) {
+  if (other != nullptr) removeTimeBlock(*other);
+}
+
+// ---- Relation to an interval
+
+TimeBlock TimeBlock::intersection(ptime const& start, ptime const& end) const {
+  TimeBlock result;
+  for (const TimeSlot& slot : SlotsNear(timeslots, isOrdered_, start, end)) {
+    if (!isOverlap(slot.time_begin, slot.time_end, start, end)) continue;
+    result.addTimeBlock(std::max(start, slot.time_begin), std::min(slot.time_end, end));
+  }
+  return result;
+}
+
+bool TimeBlock::intersection(std::pair<ptime, ptime> const& a, std::pair<ptime, ptime> const& b,
+                             std::pair<ptime, ptime>& result) {
+  const ptime& lo = std::max(a.first, b.first);
+  const ptime& hi = std::min(a.second, b.second);
+  if (hi < lo) return false;
+  result = std::pair<ptime, ptime>(lo, hi);
+  return true;
+}
+
+bool TimeBlock::overlap(ptime const& start, ptime const& end) const {
+  LIBVARROW_CHECK(start <= end);
+  if (beginTime() >= end || start >= endTime()) return false;
+  for (const TimeSlot& slot : SlotsNear(timeslots, isOrdered_, start, end)) {
+    if (slot.overlap(start, end)) return true;
+  }
+  return false;
+}
+
+bool TimeBlock::hasIntersection(ptime const& start, ptime const& end) const {
+  for (const TimeSlot& slot : SlotsNear(timeslots, isOrdered_, start, end)) {
+    if (isOverlap(slot.time_begin, slot.time_end, start, end)) return true;
+  }
+  return false;
+}
+
+bool TimeBlock::haveBlock(ptime start, ptime end) const {
+  CPPBIND_ASSERT(start <= end);
+  for (const TimeSlot& slot : SlotsNear(timeslots, isOrdered_, start, end)) {
+    if (slot.time_begin <= start && end <= slot.time_end) return true;
+  }
+  return false;
+}
+
+bool TimeBlock::haveBlock(ptime start, ptime end, time_duration dur) const {
+  for (const TimeSlot& slot : SlotsNear(timeslots, isOrdered_, start, end)) {
+    const ptime& lo = std::max(start, slot.time_begin);
+    const ptime& hi = std::min(slot.time_end, end);
+    if (!(hi < lo) && !(hi - lo < dur)) return true;
+  }
+  return false;
+}
+
+// ---- The slots
+
+Slots::const_iterator TimeBlock::lowerBound(std::vector<TimeSlot> const& slots, ptime const& t) {
+  return firstNot(slots.begin(), slots.end(),
+                  [&](const TimeSlot& slot) { return TimeSlot::CompareByTimeEnd(slot, t); });
+}
+
+bool TimeBlock::operator<(TimeBlock const& other) const {
+  return beginTime() < other.beginTime();
+}
+
+// ---- Text and JSON
+
+void TimeBlock::dumpAsRaw(std::ostream& out, StringIndent const& indent) const {
+  const char* separator = "";
+  for (const TimeSlot& slot : timeslots) {
+    FastStringStream text;
+    writeSlot(text, slot);
+    out << separator << indent << text.str();
+    separator = "\n";
+  }
+  out << '\n';
+}
+
+std::string TimeBlock::dumpAsString() const {
+  FastStringStream text;
+  const char* separator = "";
+  for (const TimeSlot& slot : timeslots) {
+    text << separator;
+    writeSlot(text, slot);
+    separator = "\n";
+  }
+  return text.str();
+}
+
+void TimeBlock::setBind(cppbind::Binder* binder, bool bindFields) {
+  if (!bindFields) return;
+  // A read that fails leaves a part of the slots behind.
+  if (binder->isReading()) isOrdered_ = false;
+  binder->bind(timeslots);
+  if (isOrdered_) return;
+  if (!std::is_sorted(timeslots.begin(), timeslots.end())) {
+    std::sort(timeslots.begin(), timeslots.end());
+  }
+  isOrdered_ = slot_search::areOrdered(timeslots);
+}
+
+}  // namespace libvarrow

@@ -1,0 +1,258 @@
+// What a TimeBlock has in a window and on each day, and where working time ends.
+#include <algorithm>
+#include <cstdint>
+
+#include "libvarrow/backtrace/Check.h"
+#include "libvarrow/backtrace/TracedError.h"
+#include "libvarrow/log/log.h"
+#include "libvarrow/time/TimeBlock.h"
+#include "libvarrow/time/time_range.h"
+#include "time/slot_search.h"
+#include "time/time_sum.h"
+
+namespace libvarrow {
+
+using boost::gregorian::date;
+using boost::posix_time::hours;
+using boost::posix_time::microseconds;
+using boost::posix_time::ptime;
+using boost::posix_time::time_duration;
+using slot_search::haveRealTimesOnly;
+using slot_search::SlotsNear;
+
+namespace {
+
+const boost::gregorian::days kOneDay(1);
+
+void logBlock(const TimeBlock& block) {
+  LIBVARROW_LOG_ERROR("timeBlock: \n%s \n", block.dumpAsString().c_str());
+}
+
+// In whole seconds: what begins less than a second after midnight counts as beginning with the day.
+bool isPastMidnight(const ptime& time) {
+  return time.time_of_day().total_seconds() > 0;
+}
+
+date firstMidnightInside(const TimeSlot& slot) {
+  const date day = slot.time_begin.date();
+  return isPastMidnight(slot.time_begin) ? day + kOneDay : day;
+}
+
+std::int64_t daysBetween(const date& from, const date& to) {
+  return (to - from).days();
+}
+
+// Checks that the days from `first` to `last` can be gone through.
+void requireCountable(const date& first, const date& last) {
+  if (first.is_special() || last.is_special()) {
+    throwTraced("the days from " + time2str(first) + " to " + time2str(last) + " cannot be listed");
+  }
+}
+
+// Appends the days from `first` to `last`, both included. False when one comes before the last one
+// listed.
+bool appendDays(date first, const date& last, std::vector<date>& list) {
+  if (last < first) return true;
+  if (!list.empty() && first < list.back()) return false;
+  if (first != last) requireCountable(first, last);
+  if (!list.empty() && first == list.back()) {
+    if (first == last) return true;
+    first += kOneDay;
+  }
+  const std::int64_t count = first == last ? 1 : daysBetween(first, last) + 1;
+  for (std::int64_t i = 0; i < count; ++i, first += kOneDay) list.push_back(first);
+  return true;
+}
+
+std::vector<bool> noFlags(const date& begin, const date& end) {
+  requireCountable(begin, end);
+  return std::vector<bool>(static_cast<std::size_t>(daysBetween(begin, end) + 1));
+}
+
+template <class Iterator>
+TimeBlock unionOf(Iterator first, Iterator last) {
+  TimeBlock result;
+  for (; first != last; ++first) result.addTimeBlock(first->time_begin, first->time_end);
+  return result;
+}
+
+void setFlags(std::vector<bool>& flags, std::int64_t from, std::int64_t to) {
+  std::fill(flags.begin() + from, flags.begin() + to, true);
+}
+
+}  // namespace
+
+// ---- How much time
+
+time_duration TimeBlock::getTotalDur() const {
+  if (isOrdered_ && haveRealTimesOnly(timeslots)) {
+    std::int64_t ticks = 0;
+    for (const TimeSlot& slot : timeslots) ticks += slot.dur().ticks();
+    return time_duration(0, 0, 0, ticks);
+  }
+  time_duration total;
+  for (const TimeSlot& slot : timeslots) total += slot.dur();
+  return total;
+}
+
+time_duration TimeBlock::getTotalDur(ptime const& statistical_time_begin,
+                                     ptime const& statistical_time_end) const {
+  LIBVARROW_CHECK(statistical_time_begin < statistical_time_end);
+  time_duration total;
+  auto slot = lowerBound(timeslots, statistical_time_begin);
+  for (; slot != timeslots.end() && !(statistical_time_end < slot->time_begin); ++slot) {
+    const ptime& x = std::max(slot->time_begin, statistical_time_begin);
+    const ptime& y = std::min(slot->time_end, statistical_time_end);
+    LIBVARROW_CHECK(x <= y);
+    total += y - x;
+  }
+  return total;
+}
+
+time_duration TimeBlock::getTotalDur(date const& date_begin, date const& date_end) const {
+  return getTotalDur(ptime(date_begin), ptime(date_end + kOneDay));
+}
+
+// ---- Days
+
+std::vector<date> TimeBlock::getAllDates() const {
+  std::vector<date> dates;
+  for (const TimeSlot& slot : timeslots) {
+    const date first = slot.time_begin.date();
+    const date last = slot.time_end.date();
+    if (last < first) {
+      logBlock(*this);
+      LIBVARROW_CHECK(false);
+    }
+    if (!appendDays(first, last, dates)) {
+      logBlock(*this);
+      CPPBIND_ASSERT(false);
+    }
+  }
+  return dates;
+}
+
+std::vector<date> TimeBlock::getDatesContainFullDay() const {
+  std::vector<date> dates;
+  for (const TimeSlot& slot : timeslots) {
+    if (!appendDays(firstMidnightInside(slot), slot.time_end.date(), dates)) {
+      logBlock(*this);
+      CPPBIND_ASSERT(false);
+    }
+  }
+  return dates;
+}
+
+std::vector<bool> TimeBlock::getInvolveStatus(date date_begin, date date_end) const {
+  LIBVARROW_CHECK(date_begin <= date_end);
+  std::vector<bool> flags = noFlags(date_begin, date_end);
+  const bool isSearchable = isOrdered_ && haveRealTimesOnly(timeslots);
+  for (const TimeSlot& slot :
+       SlotsNear(timeslots, isSearchable, ptime(date_begin), ptime(date_end + kOneDay))) {
+    const date first = slot.time_begin.date();
+    const date last = slot.time_end.date();
+    if (last < first) {
+      logBlock(*this);
+      LIBVARROW_CHECK(false);
+    }
+    if (last < date_begin || date_end < first) continue;
+    setFlags(flags, daysBetween(date_begin, std::max(first, date_begin)),
+             daysBetween(date_begin, std::min(last, date_end)) + 1);
+  }
+  return flags;
+}
+
+std::vector<bool> TimeBlock::getFullDayInvolveStatus(date date_begin, date date_end) const {
+  LIBVARROW_CHECK(date_begin <= date_end);
+  std::vector<bool> flags = noFlags(date_begin, date_end);
+  const auto count = static_cast<std::int64_t>(flags.size());
+  const bool isSearchable = isOrdered_ && haveRealTimesOnly(timeslots);
+  for (const TimeSlot& slot :
+       SlotsNear(timeslots, isSearchable, ptime(date_begin), ptime(date_end + kOneDay))) {
+    const std::int64_t first =
+        daysBetween(date_begin, slot.time_begin.date()) + (isPastMidnight(slot.time_begin) ? 1 : 0);
+    const std::int64_t last = daysBetween(date_begin, slot.time_end.date());
+    if (!(first < last)) continue;
+    if (first >= count) break;
+    const std::int64_t from = std::max<std::int64_t>(first, 0);
+    const std::int64_t to = std::min(last, count);
+    if (from < to) setFlags(flags, from, to);
+  }
+  return flags;
+}
+
+std::map<date, time_duration> TimeBlock::getStatisticByDay() const {
+  std::map<date, time_duration> total;
+  for (const TimeSlot& slot : timeslots) {
+    const date first = slot.time_begin.date();
+    const date last = slot.time_end.date();
+    if (first == last) {
+      total[first] += slot.dur();
+      continue;
+    }
+    if (first < last) requireCountable(first, last);
+    total[first] += hours(24) - slot.time_begin.time_of_day();
+    total[last] += slot.time_end.time_of_day();
+    for (date day = first + kOneDay; day < last; day += kOneDay) total[day] += hours(24);
+  }
+  return total;
+}
+
+bool TimeBlock::haveCompleteDays(ptime const& start, ptime const& end, int days) const {
+  // Below one day, slots outside the window count too.
+  const bool isSearchable = isOrdered_ && days >= 1 && haveRealTimesOnly(timeslots) &&
+                            !start.is_special() && !end.is_special();
+  for (const TimeSlot& slot : SlotsNear(timeslots, isSearchable, start, end)) {
+    const ptime& lo = std::max(start, slot.time_begin);
+    const ptime& hi = std::min(slot.time_end, end);
+    if (days <= daysBetween(lo.date(), hi.date()) - (isPastMidnight(lo) ? 1 : 0)) return true;
+  }
+  return false;
+}
+
+bool TimeBlock::haveFullDay(date d) const {
+  return haveBlock(ptime(d), ptime(d + kOneDay));
+}
+
+// ---- Where working time ends
+
+TimeBlock TimeBlock::getBlockAtPos4Dur(ptime const& pos, time_duration const& dur) const {
+  auto slot = lowerBound(timeslots, pos);
+  const time_duration zero;
+  if (slot != timeslots.end() && dur == zero) return TimeBlock(pos, pos + microseconds(1));
+  TimeBlock result;
+  ptime at = pos;
+  time_duration remaining = dur;
+  for (; slot != timeslots.end(); ++slot) {
+    if (remaining == zero) return result;
+    const ptime lo = std::max(at, slot->time_begin);
+    at = std::min(shifted(lo, remaining), slot->time_end);
+    result.addTimeBlock(lo, at);
+    remaining -= at - lo;
+  }
+  // Also when the last slot had just enough: what has nothing behind it is not taken as certain.
+  return empty_block;
+}
+
+TimeBlock TimeBlock::getBlockAtPos4DurByEnd(ptime const& pos, time_duration const& dur) const {
+  auto slot = lowerBound(timeslots, pos);
+  std::vector<TimeSlot> backwards;
+  time_duration remaining = dur;
+  ptime latest = pos;
+  // Only slots that end before `pos`: the search forwards uses the one that contains it.
+  while (slot != timeslots.begin()) {
+    --slot;
+    const ptime hi = std::min(slot->time_end, latest);
+    const ptime lo = shifted(hi, -remaining);
+    const bool isEnough = slot->time_begin <= lo;
+    const ptime& from = isEnough ? lo : slot->time_begin;
+    requireForwards(from, hi);
+    backwards.emplace_back(from, hi);
+    if (isEnough) return unionOf(backwards.rbegin(), backwards.rend());
+    remaining -= hi - from;
+    latest = boost::date_time::pos_infin;
+  }
+  return empty_block;
+}
+
+}  // namespace libvarrow

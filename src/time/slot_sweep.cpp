@@ -1,0 +1,64 @@
+#include "time/slot_sweep.h"
+
+#include <algorithm>
+
+#include "time/slot_search.h"
+
+namespace libvarrow::slot_sweep {
+
+TimeSlot hull(TimeSlot slot, const TimeSlot& other) {
+  if (other.time_begin < slot.time_begin) slot.time_begin = other.time_begin;
+  if (slot.time_end < other.time_end) slot.time_end = other.time_end;
+  return slot;
+}
+
+Slots unite(SlotIterator slot, SlotIterator slotsEnd, const Slots& additions) {
+  Slots result;
+  result.reserve(static_cast<std::size_t>(slotsEnd - slot) + additions.size());
+  for (const TimeSlot& addition : additions) {
+    if (addition.time_begin == addition.time_end) continue;
+    for (; slot != slotsEnd && slot->time_end < addition.time_begin; ++slot) {
+      result.push_back(*slot);
+    }
+    TimeSlot merged = addition;
+    // Only what an earlier addition became can reach so far.
+    if (!result.empty() && !(result.back().time_end < addition.time_begin)) {
+      merged = hull(merged, result.back());
+      result.pop_back();
+    }
+    for (; slot != slotsEnd && !(merged.time_end < slot->time_begin); ++slot) {
+      merged = hull(merged, *slot);
+    }
+    result.push_back(merged);
+  }
+  result.insert(result.end(), slot, slotsEnd);
+  return result;
+}
+
+Slots subtract(const Slots& slots, bool areOrdered, Row cuts) {
+  Slots result;
+  result.reserve(slots.size() + static_cast<std::size_t>(cuts.last - cuts.first));
+  const TimeSlot* cut = cuts.first;
+  for (const TimeSlot& slot : slots) {
+    const auto endsBefore = [&](const TimeSlot& other) {
+      return !(slot.time_begin < other.time_end);
+    };
+    if (areOrdered) {
+      while (cut != cuts.last && endsBefore(*cut)) ++cut;
+    } else {
+      cut = slot_search::firstNot(cuts.first, cuts.last, endsBefore);
+    }
+    emitRest(slot, {cut, cuts.last}, [&](const TimeSlot& piece) { result.push_back(piece); });
+  }
+  return result;
+}
+
+void replace(Slots& slots, SlotIterator first, SlotIterator last, Row pieces) {
+  const auto place = slots.begin() + (first - slots.cbegin());
+  const auto copied = std::min(last - first, pieces.last - pieces.first);
+  std::copy_n(pieces.first, copied, place);
+  slots.erase(place + copied, last);
+  slots.insert(place + copied, pieces.first + copied, pieces.last);
+}
+
+}  // namespace libvarrow::slot_sweep

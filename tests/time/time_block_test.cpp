@@ -1,0 +1,361 @@
+// Blocks of time: the exact cases at midnight, at touching ends and at zero lengths.
+#include "libvarrow/time/TimeBlock.h"
+
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <functional>
+#include <sstream>
+#include <type_traits>
+
+#include "cppbind/cppbind.h"
+#include "libvarrow/backtrace/TracedError.h"
+#include "libvarrow/stream/StringIndent.h"
+#include "libvarrow/time/time_range.h"
+#include "support/ChildProcess.h"
+#include "support/errors.h"
+#include "support/json.h"
+
+namespace {
+
+using namespace libvarrow;
+using boost::gregorian::date;
+using boost::posix_time::hours;
+using boost::posix_time::microseconds;
+using boost::posix_time::milliseconds;
+using boost::posix_time::minutes;
+using boost::posix_time::ptime;
+using boost::posix_time::time_duration;
+using test_support::errorOf;
+
+const date kDay(2024, 3, 1);
+
+// Hours from the first of March, 0:00.
+ptime at(double hour) {
+  return ptime(kDay, microseconds(static_cast<std::int64_t>(hour * 3600e6)));
+}
+
+TimeSlot slot(double begin, double end) {
+  TimeSlot made;
+  made.time_begin = at(begin);
+  made.time_end = at(end);
+  return made;
+}
+
+TimeBlock blockOf(std::initializer_list<TimeSlot> slots) {
+  return TimeBlock(std::vector<TimeSlot>(slots));
+}
+
+const TimeBlock kThreeSlots = blockOf({slot(8, 10), slot(12, 14), slot(16, 18)});
+
+// "8-10 12-14", in hours.
+std::string text(const TimeBlock& block) {
+  std::ostringstream text;
+  for (const TimeSlot& slot : block.getBlocks()) {
+    const auto hour = [](const ptime& t) { return double((t - at(0)).total_seconds()) / 3600; };
+    text << (text.tellp() > 0 ? " " : "") << hour(slot.time_begin) << '-' << hour(slot.time_end);
+  }
+  return text.str();
+}
+
+template <class Change>
+std::string after(TimeBlock block, Change change) {
+  change(block);
+  return text(block);
+}
+
+TEST(TimeBlockTest, TouchingIntervalsBecomeOne) {
+  const auto adding = [](TimeBlock block, double begin, double end) {
+    return after(block, [&](TimeBlock& b) { b.addTimeBlock(at(begin), at(end)); });
+  };
+  const TimeBlock morning(at(8), at(12));
+  EXPECT_EQ("8-14", adding(morning, 12, 14));
+  EXPECT_EQ("5-12", adding(morning, 5, 8));
+  EXPECT_EQ("8-12", adding(morning, 10, 11));
+  EXPECT_EQ("8-12", adding(morning, 14, 14));
+  EXPECT_EQ("7-18", adding(kThreeSlots, 7, 17));
+  EXPECT_EQ("8-14 16-18", adding(kThreeSlots, 10, 12));
+  EXPECT_EQ("8-10 11-11.5 12-14 16-18", adding(kThreeSlots, 11, 11.5));
+  EXPECT_TRUE(TimeBlock(at(8), at(8)).empty());
+}
+
+TEST(TimeBlockTest, SubtractionCutsOnlyWhatSharesTime) {
+  const auto removing = [](TimeBlock block, double begin, double end) {
+    return after(block, [&](TimeBlock& b) { b.removeTimeBlock(at(begin), at(end)); });
+  };
+  const TimeBlock morning(at(8), at(12));
+  EXPECT_EQ("8-10 11-12", removing(morning, 10, 11));
+  EXPECT_EQ("8-12", removing(morning, 12, 13));
+  EXPECT_EQ("8-10 10-12", removing(morning, 10, 10));
+  EXPECT_EQ("8-12", removing(morning, 8, 8));
+  EXPECT_EQ("8-9 17-18", removing(kThreeSlots, 9, 17));
+  EXPECT_EQ("", removing(kThreeSlots, 8, 18));
+}
+
+TEST(TimeBlockTest, ABlockIsAddedToAndTakenOutOfItself) {
+  EXPECT_EQ("", after(kThreeSlots, [](TimeBlock& b) { b.removeTimeBlock(b); }));
+  EXPECT_EQ("8-10 12-14 16-18", after(kThreeSlots, [](TimeBlock& b) { b.addTimeBlocks(b); }));
+  EXPECT_EQ("8-10", after(kThreeSlots, [](TimeBlock& b) {
+              const TimeBlock late(at(11), at(20));
+              b.removeTimeBlock(&late);
+              b.removeTimeBlock(nullptr);
+            }));
+}
+
+TEST(TimeBlockTest, AReversedIntervalThrowsBothTimesAndTheCallStack) {
+  TimeBlock block(at(8), at(12));
+  try {
+    block.addTimeBlock(at(14), at(12));
+    FAIL();
+  } catch (const std::runtime_error& error) {
+    EXPECT_STREQ("2024-03-01 14:00:002024-03-01 12:00:00", error.what());
+    EXPECT_NE(std::string::npos, callStackOf(error).find("libvarrow::TimeBlock::addTimeBlock"));
+    EXPECT_EQ(std::string::npos, callStackOf(error).find("throwTraced"));
+  }
+  EXPECT_EQ("", callStackOf(std::runtime_error("another")));
+  EXPECT_EQ("8-12", text(block));
+  EXPECT_EQ("2024-03-01 09:00:002024-03-01 08:00:00", errorOf([] { TimeBlock(at(9), at(8)); }));
+  // What stands before a reversed slot is added.
+  TimeBlock others(std::vector<TimeSlot>{slot(1, 2), slot(3, 4), slot(5, 6), slot(8, 7)});
+  EXPECT_NE("no error", errorOf([&] { block.addTimeBlocks(others); }));
+  EXPECT_EQ("1-2 3-4 5-6 8-12", text(block));
+}
+
+TEST(TimeBlockTest, OverlapIsOpenAndContainmentClosed) {
+  const TimeBlock morning(at(8), at(12));
+  EXPECT_FALSE(morning.overlap(at(12), at(13)));
+  EXPECT_FALSE(morning.hasIntersection(at(12), at(13)));
+  EXPECT_TRUE(morning.overlap(at(11), at(13)));
+  EXPECT_FALSE(kThreeSlots.overlap(at(10), at(12)));
+  EXPECT_FALSE(TimeBlock().hasIntersection(at(9), at(8)));
+  EXPECT_TRUE(morning.haveBlock(at(8), at(12)));
+  EXPECT_TRUE(morning.haveBlock(at(12), at(12)));
+  EXPECT_FALSE(kThreeSlots.haveBlock(at(9), at(13)));
+  EXPECT_TRUE(kThreeSlots.haveBlock(at(9), at(13), hours(1)));
+  EXPECT_FALSE(kThreeSlots.haveBlock(at(9), at(13), minutes(61)));
+  EXPECT_TRUE(morning.haveBlock(at(12), at(14), hours(0)));
+  EXPECT_FALSE(morning.haveBlock(at(12.5), at(14), hours(0)));
+  EXPECT_EQ("9-10 12-13", text(kThreeSlots.intersection(at(9), at(13))));
+  EXPECT_EQ("", text(kThreeSlots.intersection(at(10), at(12))));
+  EXPECT_TRUE(slot(8, 12).overlap(at(11), at(13)));
+  EXPECT_FALSE(TimeSlot::overlap(at(8), at(12), at(12), at(13)));
+}
+
+TEST(TimeBlockTest, ThePairIntersectionIsClosed) {
+  std::pair<ptime, ptime> common;
+  EXPECT_TRUE(TimeBlock::intersection({at(8), at(12)}, {at(12), at(13)}, common));
+  EXPECT_EQ(std::pair(at(12), at(12)), common);
+  EXPECT_FALSE(TimeBlock::intersection({at(8), at(9)}, {at(10), at(13)}, common));
+  EXPECT_EQ(std::pair(at(12), at(12)), common);
+  EXPECT_TRUE(TimeBlock::intersection({at(8), at(12)}, {at(9), at(10)}, common));
+  EXPECT_EQ(std::pair(at(9), at(10)), common);
+}
+
+TEST(TimeBlockTest, TextHasALineForEachSlot) {
+  EXPECT_EQ("", TimeBlock().dumpAsString());
+  EXPECT_EQ(
+      "[2024-03-01 08:00:00,2024-03-01 10:00:00]:02:00:00\n"
+      "[2024-03-01 12:00:00,2024-03-03 00:00:00]:36:00:00",
+      blockOf({slot(8, 10), slot(12, 48)}).dumpAsString());
+  std::ostringstream raw;
+  blockOf({slot(8, 10), slot(12, 14)}).dumpAsRaw(raw, StringIndent(2));
+  TimeBlock().dumpAsRaw(raw, StringIndent(2));
+  EXPECT_EQ(
+      "  [2024-03-01 08:00:00,2024-03-01 10:00:00]:02:00:00\n"
+      "  [2024-03-01 12:00:00,2024-03-01 14:00:00]:02:00:00\n\n",
+      raw.str());
+}
+
+TimeBlock read(const std::string& text) {
+  TimeBlock block;
+  cppbind::JsonDecodeBinder().decode(test_support::json(text), block);
+  return block;
+}
+
+std::string slotJson(int begin, int end) {
+  const auto time = [](int hour) { return "\"" + time2str(at(hour)) + "\""; };
+  return "{\"timeBegin\":" + time(begin) + ",\"timeEnd\":" + time(end) + "}";
+}
+
+TEST(TimeBlockTest, JsonIsAListOfSlotsThatIsSortedAndOtherwiseTakenAsItIs) {
+  const TimeBlock block =
+      read("[" + slotJson(12, 14) + "," + slotJson(13, 15) + "," + slotJson(8, 5) + "]");
+  EXPECT_EQ("8-5 12-14 13-15", text(block));
+  TimeBlock unsorted = blockOf({slot(12, 14), slot(8, 10)});
+  const Json::Value written = cppbind::JsonEncodeBinder().encode(unsorted);
+  EXPECT_EQ(test_support::json("[" + slotJson(12, 14) + "," + slotJson(8, 10) + "]"), written);
+  EXPECT_EQ("8-10 12-14", text(unsorted));
+  EXPECT_EQ(0u, cppbind::JsonEncodeBinder().encode(TimeBlock()).size());
+  EXPECT_TRUE(read("[]").empty());
+
+  const std::string noDate = "{\"timeBegin\":\"2024-02-30 00:00:00\",\"timeEnd\":\"\"}";
+  const std::pair<std::string, std::string> faults[] = {
+      {"null", "not found"},
+      {"{}", "should be a list"},
+      {"[null]", "[0]: not found"},
+      {"[1]", "[0]: should be a object"},
+      {"[" + slotJson(1, 2) + "," + noDate + "]",
+       "[1].timeBegin: cant not parse [2024-02-30 00:00:00] as time"},
+      {"[{\"timeBegin\":\"2024-02-03 00:00:00\"}]", "[0].timeEnd: not found"},
+  };
+  for (const auto& [json, error] : faults) {
+    EXPECT_EQ(error, errorOf([&, text = json] { read(text); })) << json;
+  }
+}
+
+TEST(TimeBlockTest, DaysAreTouchedContainedOrFullByDifferentRules) {
+  const auto day = [](int number) { return date(2024, 3, static_cast<unsigned short>(number)); };
+  const auto flags = [](const std::vector<bool>& days) {
+    std::string text;
+    for (const bool isSet : days) text += isSet ? '1' : '0';
+    return text;
+  };
+  struct Case {
+    TimeBlock block;
+    std::vector<date> touched, midnights;
+    std::string touchedFlags, fullFlags;  // of the days 1 to 3
+  };
+  const Case cases[] = {
+      {blockOf({slot(8, 24)}), {day(1), day(2)}, {day(2)}, "110", "000"},
+      {blockOf({slot(0, 48)}), {day(1), day(2), day(3)}, {day(1), day(2), day(3)}, "111", "110"},
+      {blockOf({slot(0, 12)}), {day(1)}, {day(1)}, "100", "000"},
+      {blockOf({slot(0, 24), slot(24, 30)}), {day(1), day(2)}, {day(1), day(2)}, "110", "100"},
+      {blockOf({slot(8, 10), slot(12, 60)}),
+       {day(1), day(2), day(3)},
+       {day(2), day(3)},
+       "111",
+       "010"},
+      // Less than a second after midnight is midnight, a second is not.
+      {blockOf({slot(0.5 / 3600, 24)}), {day(1), day(2)}, {day(1), day(2)}, "110", "100"},
+      {blockOf({slot(1.0 / 3600, 24)}), {day(1), day(2)}, {day(2)}, "110", "000"},
+      {blockOf({}), {}, {}, "000", "000"},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.block.dumpAsString());
+    EXPECT_EQ(c.touched, c.block.getAllDates());
+    EXPECT_EQ(c.midnights, c.block.getDatesContainFullDay());
+    EXPECT_EQ(c.touchedFlags, flags(c.block.getInvolveStatus(day(1), day(3))));
+    EXPECT_EQ(c.fullFlags, flags(c.block.getFullDayInvolveStatus(day(1), day(3))));
+  }
+  const TimeBlock twoDays(at(0), at(48));
+  EXPECT_TRUE(twoDays.haveCompleteDays(at(0), at(72), 2));
+  EXPECT_FALSE(twoDays.haveCompleteDays(at(0), at(72), 3));
+  EXPECT_FALSE(twoDays.haveCompleteDays(at(1), at(72), 2));
+  EXPECT_TRUE(twoDays.haveCompleteDays(at(1), at(72), 1));
+  EXPECT_TRUE(twoDays.haveFullDay(day(2)));
+  EXPECT_FALSE(twoDays.haveFullDay(day(3)));
+}
+
+TEST(TimeBlockTest, TimeIsSummedByDayAndInWindows) {
+  const TimeBlock block = blockOf({slot(8, 24), slot(30, 31), slot(40, 80)});
+  const std::map<date, time_duration> byDay{{kDay, hours(16)},
+                                            {date(2024, 3, 2), hours(1 + 8)},
+                                            {date(2024, 3, 3), hours(24)},
+                                            {date(2024, 3, 4), hours(8)}};
+  EXPECT_EQ(byDay, block.getStatisticByDay());
+  // The end date of a slot has its entry, also when the slot ends as that day begins.
+  EXPECT_EQ(hours(0), blockOf({slot(8, 24)}).getStatisticByDay().at(date(2024, 3, 2)));
+  EXPECT_EQ(hours(57), block.getTotalDur());
+  EXPECT_EQ(hours(16), block.getTotalDur(kDay, kDay));
+  EXPECT_EQ(hours(25), block.getTotalDur(kDay, date(2024, 3, 2)));
+  EXPECT_EQ(hours(2), block.getTotalDur(at(23), at(31)));
+  EXPECT_EQ(hours(0), block.getTotalDur(at(24), at(30)));
+  EXPECT_EQ(hours(0), TimeBlock().getTotalDur());
+}
+
+TEST(TimeBlockTest, TheSearchesForWorkingTimeAreNoMirrorImages) {
+  const auto forwards = [](double pos, double length) {
+    return text(kThreeSlots.getBlockAtPos4Dur(at(pos), at(length) - at(0)));
+  };
+  EXPECT_EQ("9-10 12-13", forwards(9, 2));
+  EXPECT_EQ("12-14", forwards(10, 2));
+  EXPECT_EQ("", forwards(17, 0.5));
+  EXPECT_EQ("", forwards(9, 7));
+  EXPECT_EQ("", forwards(19, 1));
+  EXPECT_EQ("", forwards(19, 0));
+  const TimeSlot instant = kThreeSlots.getBlockAtPos4Dur(at(11), hours(0)).getBlocks().at(0);
+  EXPECT_EQ(at(11), instant.time_begin);
+  EXPECT_EQ(at(11) + microseconds(1), instant.time_end);
+  EXPECT_NE("no error", errorOf([&] { forwards(9, -1); }));
+
+  const auto backwards = [](double pos, double length) {
+    return text(kThreeSlots.getBlockAtPos4DurByEnd(at(pos), at(length) - at(0)));
+  };
+  EXPECT_EQ("9-10", backwards(13, 1));
+  EXPECT_EQ("9-10 12-14", backwards(16, 3));
+  EXPECT_EQ("9-10", backwards(14, 1));
+  EXPECT_EQ("8-10 12-14", backwards(16, 4));
+  EXPECT_EQ("", backwards(16, 5));
+  EXPECT_EQ("", backwards(9, 1));
+  EXPECT_EQ("", backwards(13, 0));
+  EXPECT_EQ("17-18", backwards(30, 1));
+}
+
+TEST(TimeBlockTest, SlotsWithoutEndAnswerWhatCanBeAnswered) {
+  const ptime never(boost::date_time::pos_infin);
+  const TimeBlock open(at(8), never);
+  EXPECT_TRUE(open.haveBlock(at(9), at(1e6)));
+  EXPECT_EQ(hours(4), open.getTotalDur(at(0), at(12)));
+  EXPECT_TRUE(open.getTotalDur().is_pos_infinity());
+  EXPECT_EQ(std::vector<bool>({true, true}), open.getInvolveStatus(kDay, date(2024, 3, 2)));
+  const std::string error = "the days from 2024-03-01 to +infinity cannot be listed";
+  EXPECT_EQ(error, errorOf([&] { open.getAllDates(); }));
+  EXPECT_EQ(error, errorOf([&] { open.getStatisticByDay(); }));
+  EXPECT_EQ(error, errorOf([&] { open.getInvolveStatus(kDay, never.date()); }));
+  // A length of all time does not overflow.
+  const time_duration longest(boost::date_time::max_date_time);
+  EXPECT_TRUE(kThreeSlots.getBlockAtPos4Dur(at(8), longest).empty());
+  EXPECT_TRUE(kThreeSlots.getBlockAtPos4DurByEnd(at(30), longest).empty());
+}
+
+void expectAbort(const char* report, const std::function<void()>& call) {
+  const auto child = test_support::runInChild(call);
+  EXPECT_EQ(SIGABRT, child.signal) << report;
+  EXPECT_NE(std::string::npos, child.errors.find(report)) << report << '\n' << child.errors;
+}
+
+TEST(TimeBlockTest, ReversedIntervalsAndMissingSlotsEndTheProcess) {
+  const TimeBlock none;
+  TimeBlock block(at(8), at(12));
+  const std::string header = "include/libvarrow/time/TimeBlock.h";
+  const std::string source = "src/time/TimeBlock.cpp";
+  expectAbort("Assertion `begin <= end' failed", [] { TimeSlot(at(9), at(8)); });
+  expectAbort("Assertion `start <= end' failed", [&] { block.removeTimeBlock(at(9), at(8)); });
+  expectAbort("Assertion `start <= end' failed", [&] { none.haveBlock(at(9), at(8)); });
+  expectAbort("Assertion `s2 <= e2' failed", [&] { block.hasIntersection(at(29), at(28)); });
+  expectAbort("Assertion `s2 <= e2' failed", [&] { block.intersection(at(29), at(28)); });
+  for (const std::function<void()>& call : std::initializer_list<std::function<void()>>{
+           [&] { none.beginTime(); }, [&] { none.endTime(); }, [&] { none.overlap(at(8), at(9)); },
+           [&] { (void)(none < block); }, [&] { (void)(block < none); }}) {
+    expectAbort("Assertion `!this->timeslots.empty()' failed", call);
+  }
+  expectAbort("'t1 <= t2' is false", [] { slot(1, 2).overlap(at(9), at(8)); });
+  expectAbort("'t1 <= t2' is false", [] { TimeSlot::overlap(at(9), at(8), at(9), at(8)); });
+  expectAbort("'p1 <= p2' is false", [] { TimeSlot::overlap(at(8), at(9), at(9), at(8)); });
+  expectAbort("'start <= end' is false", [&] { none.overlap(at(9), at(8)); });
+  expectAbort("'statistical_time_begin < statistical_time_end' is false",
+              [&] { block.getTotalDur(at(8), at(8)); });
+  const date tomorrow(2024, 3, 2);
+  expectAbort(
+      "'date_begin <= date_end' is false in function 'std::vector<bool> "
+      "libvarrow::TimeBlock::getInvolveStatus",
+      [&] { block.getInvolveStatus(tomorrow, kDay); });
+  expectAbort("'date_begin <= date_end' is false",
+              [&] { block.getFullDayInvolveStatus(tomorrow, kDay); });
+}
+
+TEST(TimeBlockTest, BrokenBlocksEndTheProcessWhereTheirDaysCannotBeTold) {
+  const TimeBlock reversed = blockOf({slot(50, 20)});
+  const TimeBlock unsorted = blockOf({slot(40, 60), slot(2, 30)});
+  const std::string logged = "timeBlock: \n" + reversed.dumpAsString() + " \n";
+  expectAbort(logged.c_str(), [&] { reversed.getAllDates(); });
+  expectAbort("'false' is false in function", [&] { reversed.getAllDates(); });
+  expectAbort(logged.c_str(), [&] { reversed.getInvolveStatus(kDay, kDay); });
+  expectAbort("getInvolveStatus(boost::gregorian::date, boost::gregorian::date) const': <",
+              [&] { reversed.getInvolveStatus(kDay, kDay); });
+  expectAbort("timeBlock: \n[2024-03-02 16", [&] { unsorted.getAllDates(); });
+  expectAbort("Assertion `false' failed", [&] { unsorted.getAllDates(); });
+  expectAbort("Assertion `false' failed", [&] { unsorted.getDatesContainFullDay(); });
+}
+
+}  // namespace
