@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Builds the example job shop and plans two well-known instances with it. Needs neither network nor
-# root once the packages are there.
+# Builds the example job shop and plans two well-known instances with it, one of them in shifts too.
+# Needs neither network nor root once the packages are there.
 set -euo pipefail
 
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
@@ -9,6 +9,7 @@ build=$root/build/demo
 out=$root/out/demo
 jobshop=$build/examples/jobshop/jobshop
 pipeline=$root/examples/jobshop/pipeline.json
+shifts=$root/examples/jobshop/pipeline_shifts.json
 
 bold='' plain=''
 if [ -t 1 ]; then
@@ -31,12 +32,24 @@ build_jobshop() {
     cmake --build "$build" --target jobshop --parallel "$(nproc)"
 }
 
+# Prints the summary of a run.
+run_jobshop() {
+  local name=$1 file=$2 run=$3
+  LIBVARROW_TIMED_STAT_DUMP=1 "$jobshop" \
+    --instance "$root/examples/jobshop/data/$name.txt" "$file" "$run"
+}
+
+# The rest of the summary's line that starts with a word.
+entry() {
+  sed -n "s/^$1  *//p" <<<"$2"
+}
+
 plan() {
   local name=$1 optimum=$2
   local run=$out/$name summary makespan gap
-  summary=$(LIBVARROW_TIMED_STAT_DUMP=1 "$jobshop" \
-    --instance "$root/examples/jobshop/data/$name.txt" "$pipeline" "$run")
-  makespan=$(sed -n 's/^makespan *\([0-9]*\).*/\1/p' <<<"$summary")
+  summary=$(run_jobshop "$name" "$pipeline" "$run")
+  makespan=$(entry makespan "$summary")
+  makespan=${makespan%% *}
   gap=$(awk -v found="$makespan" -v best="$optimum" \
     'BEGIN { printf "%.1f %%", 100 * (found - best) / best }')
 
@@ -48,10 +61,26 @@ plan() {
     chart "$run/gantt.svg"
 }
 
+plan_in_shifts() {
+  local name=$1
+  local run=$out/${name}_shifts summary
+  summary=$(run_jobshop "$name" "$shifts" "$run")
+
+  printf '\n%s%s in shifts%s\n' "$bold" "$name" "$plain"
+  printf '  %-12s %s\n' \
+    makespan "$bold$(entry makespan "$summary")$plain" \
+    clock "$(entry clock "$summary")" \
+    'run folder' "$run" \
+    calendar "$run/dump/1_SetCalendars/out_detail.txt" \
+    statistics "$run/statistics.json" \
+    chart "$run/gantt.svg"
+}
+
 "$here/install_packages.sh"
 mkdir -p "$out"
 echo "Building (log: $out/build.log) ..."
 quietly "$out/build.log" build_jobshop
 plan ft06 55
 plan la01 666
+plan_in_shifts ft06
 printf '\nOpen a chart in a browser; hover an operation to see what it is.\n'

@@ -9,13 +9,17 @@ namespace {
 
 class Builder {
  public:
-  explicit Builder(const Instance& instance)
-      : instance_(instance), jobs_(instance.jobs.size()), machineFree_(instance.machineCount) {
+  Builder(const Instance& instance, const ShopCalendar& calendar)
+      : instance_(instance),
+        calendar_(calendar),
+        jobs_(instance.jobs.size()),
+        machineFree_(instance.machineCount),
+        waiting_(instance.machineCount) {
     for (std::size_t job = 0; job < jobs_.size(); ++job) {
       const std::vector<Operation>& operations = instance.jobs[job];
       if (operations.empty()) continue;
-      jobs_[job].next = operations.data();
-      for (const Operation& operation : operations) jobs_[job].workRemaining += operation.duration;
+      for (const Operation& operation : operations) jobs_[job].timeRemaining += timeFor(operation);
+      setNext(job, operations.data());
       unfinished_.push_back(job);
     }
     done_.reserve(instance.operationCount());
@@ -28,25 +32,38 @@ class Builder {
 
  private:
   struct JobState {
-    const Operation* next = nullptr;  // null when the job is done
-    std::size_t position = 0;         // of `next`
+    const Operation* next = nullptr;
+    Span earliest;             // where `next` could run; kept, as a calendar is slow to ask
+    std::size_t position = 0;  // of `next`
     Time ready = 0;
-    Time workRemaining = 0;
+    Time time = 0;  // of `next`, working
+    Time timeRemaining = 0;
   };
 
-  Time earliestStart(const JobState& state) const {
-    return std::max(state.ready, machineFree_[state.next->machine]);
+  Time timeFor(const Operation& operation) const {
+    return calendar_.of(operation.machine).timeFor(operation.duration);
   }
 
-  Time earliestEnd(const JobState& state) const {
-    return earliestStart(state) + state.next->duration;
+  void setNext(std::size_t job, const Operation* next) {
+    jobs_[job].next = next;
+    jobs_[job].time = timeFor(*next);
+    std::vector<std::size_t>& waiting = waiting_[next->machine];
+    waiting.insert(std::lower_bound(waiting.begin(), waiting.end(), job), job);
+    setEarliest(job);
+  }
+
+  void setEarliest(std::size_t job) {
+    JobState& state = jobs_[job];
+    const std::size_t machine = state.next->machine;
+    state.earliest =
+        calendar_.run(machine, std::max(state.ready, machineFree_[machine]), state.time);
   }
 
   // Of those that end together the one that starts first: an operation that takes no time must not
   // push back one that could run before it.
   std::size_t firstToEnd() const {
     const auto endAndStart = [this](std::size_t job) {
-      return std::make_pair(earliestEnd(jobs_[job]), earliestStart(jobs_[job]));
+      return std::make_pair(jobs_[job].earliest.end, jobs_[job].earliest.start);
     };
     return *std::min_element(
         unfinished_.begin(), unfinished_.end(),
@@ -57,12 +74,11 @@ class Builder {
   // end.
   std::size_t mostUrgent(std::size_t first, const Urgency& urgency) const {
     const std::size_t machine = jobs_[first].next->machine;
-    const Time end = earliestEnd(jobs_[first]);
+    const Time end = jobs_[first].earliest.end;
     std::size_t best = first;
     double bestUrgency = urgency(candidate(first));
-    for (const std::size_t job : unfinished_) {
-      const JobState& state = jobs_[job];
-      if (state.next->machine != machine || job == first || earliestStart(state) >= end) continue;
+    for (const std::size_t job : waiting_[machine]) {
+      if (job == first || jobs_[job].earliest.start >= end) continue;
       const double found = urgency(candidate(job));
       if (found < bestUrgency || (found == bestUrgency && job > best)) continue;
       best = job;
@@ -73,37 +89,47 @@ class Builder {
 
   Candidate candidate(std::size_t job) const {
     const JobState& state = jobs_[job];
-    return {job, state.ready, state.next->duration, state.workRemaining,
+    return {job, state.ready, state.time, state.timeRemaining,
             instance_.jobs[job].size() - state.position};
   }
 
   void place(std::size_t job) {
     JobState& state = jobs_[job];
-    const Operation& operation = *state.next;
-    const Time start = earliestStart(state);
-    const Time end = start + operation.duration;
-    done_.push_back({job, state.position, operation.machine, start, end});
-    machineFree_[operation.machine] = end;
-    state.ready = end;
-    state.workRemaining -= operation.duration;
+    const std::size_t machine = state.next->machine;
+    done_.push_back({job, state.position, machine, state.earliest.start, state.earliest.end});
+    machineFree_[machine] = state.earliest.end;
+    remove(job, waiting_[machine]);
+    for (const std::size_t other : waiting_[machine]) setEarliest(other);
+    state.ready = state.earliest.end;
+    state.timeRemaining -= state.time;
     ++state.position;
-    const bool isDone = state.position == instance_.jobs[job].size();
-    state.next = isDone ? nullptr : state.next + 1;
-    if (isDone) unfinished_.erase(std::find(unfinished_.begin(), unfinished_.end(), job));
+    if (state.position < instance_.jobs[job].size()) {
+      setNext(job, state.next + 1);
+    } else {
+      remove(job, unfinished_);
+    }
+  }
+
+  static void remove(std::size_t job, std::vector<std::size_t>& jobs) {
+    jobs.erase(std::lower_bound(jobs.begin(), jobs.end(), job));
   }
 
   const Instance& instance_;
+  const ShopCalendar& calendar_;
   std::vector<JobState> jobs_;
   std::vector<Time> machineFree_;
-  std::vector<std::size_t> unfinished_;  // sorted, so that the lowest number wins among equals
+  // Sorted, so that the lowest number wins among equals.
+  std::vector<std::vector<std::size_t>> waiting_;  // for each machine, the jobs that it is next for
+  std::vector<std::size_t> unfinished_;
   std::vector<ScheduledOperation> done_;
 };
 
 }  // namespace
 
 std::vector<ScheduledOperation> buildActiveSchedule(const Instance& instance,
-                                                    const Urgency& urgency) {
-  return Builder(instance).build(urgency);
+                                                    const Urgency& urgency,
+                                                    const ShopCalendar& calendar) {
+  return Builder(instance, calendar).build(urgency);
 }
 
 }  // namespace jobshop

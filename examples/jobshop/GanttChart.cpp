@@ -3,80 +3,17 @@
 #include <libvarrow/stream/FastStringStream.h>
 
 #include <algorithm>
-#include <cmath>
 
+#include "GanttLayout.h"
 #include "JobColors.h"
+#include "LowerBound.h"
+#include "TimeAxis.h"
 
 namespace jobshop {
 
 namespace {
 
-// Sizes in pixels.
-constexpr double kMargin = 32;
-constexpr double kMachineLabels = 48;
-constexpr double kLoadLabels = 56;
-constexpr double kTitleHeight = 92;
-constexpr double kAxisHeight = 52;
-constexpr double kLegendLine = 26;
-constexpr double kLegendItem = 64;
-constexpr double kMinPlotWidth = 880;
-constexpr double kMaxPlotWidth = 2600;
-constexpr double kWidthPerOperation = 26;
-constexpr double kDigit = 7;  // of a label, about
-
-struct Layout {
-  double plotWidth = 0;
-  double rowHeight = 0;
-  double barHeight = 0;
-  double scale = 0;  // pixels for a time unit
-  std::size_t legendColumns = 0;
-  std::size_t legendLines = 0;
-  double rows = 0;  // height of all of them
-
-  double plotLeft() const { return kMargin + kMachineLabels; }
-  double plotRight() const { return plotLeft() + plotWidth; }
-  double plotTop() const { return kTitleHeight; }
-  double plotBottom() const { return plotTop() + rows; }
-  double width() const { return plotRight() + kLoadLabels + kMargin; }
-  double legendTop() const { return plotBottom() + kAxisHeight; }
-  double height() const {
-    return legendTop() + kLegendLine * static_cast<double>(legendLines) + kMargin * 0.75;
-  }
-  double x(Time time) const { return plotLeft() + static_cast<double>(time) * scale; }
-  double rowTop(std::size_t machine) const {
-    return plotTop() + rowHeight * static_cast<double>(machine);
-  }
-  double barTop(std::size_t machine) const { return rowTop(machine) + (rowHeight - barHeight) / 2; }
-};
-
-using Rows = std::vector<std::vector<ScheduledOperation>>;
-
-Layout layOut(const Rows& rows, Time makespan, std::size_t jobCount) {
-  std::size_t longestRow = 0;
-  for (const auto& row : rows) longestRow = std::max(longestRow, row.size());
-  Layout layout;
-  layout.plotWidth = std::clamp(kWidthPerOperation * static_cast<double>(longestRow), kMinPlotWidth,
-                                kMaxPlotWidth);
-  layout.rowHeight = rows.size() <= 10 ? 46 : 36;
-  layout.barHeight = layout.rowHeight - 12;
-  layout.rows = layout.rowHeight * static_cast<double>(rows.size());
-  layout.scale = layout.plotWidth / static_cast<double>(std::max<Time>(makespan, 1));
-  layout.legendColumns = static_cast<std::size_t>(layout.plotWidth / kLegendItem);
-  layout.legendLines = (jobCount + layout.legendColumns - 1) / layout.legendColumns;
-  return layout;
-}
-
-// A coordinate with at most two decimals: more would only make the file larger.
-std::string px(double value) {
-  const long long hundredths = std::llround(value * 100);
-  libvarrow::FastStringStream text;
-  text << hundredths / 100;
-  if (hundredths % 100 == 0) return text.str();
-  const long long fraction = std::abs(hundredths % 100);
-  text << '.' << fraction / 10;
-  if (fraction % 10 != 0) text << fraction % 10;
-  return text.str();
-}
+constexpr double kThinnest = 0.4;  // what is thinner in pixels is not drawn
 
 // Control characters have no place in XML, not even escaped.
 std::string escaped(const std::string& text) {
@@ -97,29 +34,21 @@ std::string escaped(const std::string& text) {
   return result;
 }
 
-// The distance between ticks: 1, 2 or 5 times a power of ten, with room for their labels.
-Time tickStep(const Layout& layout, Time makespan) {
-  const double room = kDigit * static_cast<double>(std::to_string(makespan).size()) + 44;
-  for (Time power = 1;; power *= 10) {
-    for (const Time factor : {1, 2, 5}) {
-      if (static_cast<double>(factor * power) * layout.scale >= room) return factor * power;
-    }
-  }
-}
-
 std::string plural(std::size_t count, const char* noun) {
   return std::to_string(count) + ' ' + noun + (count == 1 ? "" : "s");
 }
 
 class Drawing {
  public:
-  Drawing(const Instance& instance, const Schedule& schedule, const ShopClock& clock)
+  Drawing(const Instance& instance, const Schedule& schedule, const ShopCalendar& calendar,
+          const ShopClock& clock)
       : instance_(instance),
         schedule_(schedule),
+        calendar_(calendar),
         clock_(clock),
         makespan_(schedule.makespan()),
         rows_(schedule.byMachine(instance.machineCount)),
-        layout_(layOut(rows_, makespan_, instance.jobs.size())) {
+        layout_(layOut(rows_, content())) {
     for (std::size_t job = 0; job < instance.jobs.size(); ++job) {
       colors_.push_back(colorOfJob(job));
     }
@@ -129,17 +58,32 @@ class Drawing {
     open();
     drawTitle();
     drawRows();
+    for (std::size_t machine = 0; machine < rows_.size(); ++machine) drawTimeOff(machine);
     drawAxis();
     for (const auto& row : rows_) {
       for (const ScheduledOperation& operation : row) drawOperation(operation);
     }
     drawEnd();
-    drawLegend();
+    drawJobLegend();
+    if (calendar_.isSet()) drawCalendarLegend();
     svg_ << "</svg>\n";
     return svg_.str();
   }
 
  private:
+  GanttContent content() const {
+    GanttContent content;
+    content.makespan = makespan_;
+    content.jobCount = instance_.jobs.size();
+    content.hasCalendar = calendar_.isSet();
+    content.hasClock = clock_.isSet();
+    for (std::size_t machine = 0; machine < rows_.size(); ++machine) {
+      content.mostWorkingTime =
+          std::max(content.mostWorkingTime, calendar_.of(machine).workingTime(0, makespan_));
+    }
+    return content;
+  }
+
   void open() {
     const std::string width = px(layout_.width());
     const std::string height = px(layout_.height());
@@ -149,6 +93,10 @@ class Drawing {
          << "<style>.op:hover rect { stroke: #1f2430; stroke-width: 2 } "
             ".op text { pointer-events: none }</style>\n"
          << "<rect width=\"100%\" height=\"100%\" fill=\"#fbfbfd\"/>\n";
+    if (!calendar_.isSet()) return;
+    svg_ << "<defs><pattern id=\"off\" width=\"7\" height=\"7\" patternUnits=\"userSpaceOnUse\" "
+            "patternTransform=\"rotate(45)\"><rect width=\"7\" height=\"7\" fill=\"#e6e9f0\"/>"
+            "<rect width=\"2\" height=\"7\" fill=\"#d3d8e3\"/></pattern></defs>\n";
   }
 
   void drawTitle() {
@@ -158,63 +106,124 @@ class Drawing {
          << escaped(instance_.name) << "</text>\n"
          << "<text x=\"" << left << "\" y=\"68\" font-size=\"14\" fill=\"#6b7280\">makespan "
          << "<tspan font-weight=\"bold\" fill=\"#1f2430\">" << makespan_ << "</tspan> by "
-         << escaped(schedule_.origin) << " \xC2\xB7 lower bound " << instance_.lowerBound()
-         << " \xC2\xB7 " << plural(instance_.jobs.size(), "job") << " on "
-         << plural(instance_.machineCount, "machine");
-    if (clock_.isSet()) svg_ << " \xC2\xB7 " << clock_.at(0) << " to " << clock_.at(makespan_);
+         << escaped(schedule_.origin) << " \xC2\xB7 lower bound "
+         << lowerBound(instance_, calendar_) << " \xC2\xB7 " << plural(instance_.jobs.size(), "job")
+         << " on " << plural(instance_.machineCount, "machine");
     svg_ << "</text>\n";
+    if (!clock_.isSet()) return;
+    svg_ << "<text x=\"" << px(layout_.plotRight()) << "\" y=\"44\" font-size=\"14\" "
+         << "text-anchor=\"end\" fill=\"#6b7280\">" << clock_.at(0) << " to "
+         << clock_.at(makespan_) << "</text>\n";
   }
 
   void drawRows() {
     for (std::size_t machine = 0; machine < rows_.size(); ++machine) {
       const std::string baseline = px(layout_.rowTop(machine) + layout_.rowHeight / 2 + 5);
-      const Time percent =
-          makespan_ == 0 ? 0 : (busyTime(rows_[machine]) * 100 + makespan_ / 2) / makespan_;
+      const MachineCalendar& calendar = calendar_.of(machine);
+      const Time working = calendar.workingTime(0, makespan_);
+      const Time busy = busyTime(rows_[machine], calendar);
+      const Time percent = working == 0 ? 0 : (busy * 100 + working / 2) / working;
       svg_ << "<rect x=\"" << px(layout_.plotLeft()) << "\" y=\"" << px(layout_.rowTop(machine))
            << "\" width=\"" << px(layout_.plotWidth) << "\" height=\"" << px(layout_.rowHeight)
            << "\" fill=\"" << (machine % 2 == 0 ? "#f1f3f8" : "#fbfbfd") << "\"/>\n"
            << "<text x=\"" << px(layout_.plotLeft() - 12) << "\" y=\"" << baseline
            << "\" text-anchor=\"end\" font-weight=\"bold\">M" << machine << "</text>\n"
            << "<text x=\"" << px(layout_.plotRight() + 12) << "\" y=\"" << baseline
-           << "\" fill=\"#8a92a3\">" << percent << " %<title>busy " << busyTime(rows_[machine])
-           << " of " << makespan_ << "</title></text>\n";
+           << "\" fill=\"#8a92a3\">" << percent << " %<title>busy " << busy << " of " << working
+           << (calendar_.isSet() ? " working" : "") << "</title></text>\n";
+      drawEfficiency(machine);
+    }
+  }
+
+  void drawEfficiency(std::size_t machine) {
+    const Efficiency& efficiency = calendar_.of(machine).efficiency();
+    if (efficiency.isOne()) return;
+    svg_ << "<text x=\"" << px(layout_.plotLeft() - 12) << "\" y=\""
+         << px(layout_.rowTop(machine) + layout_.rowHeight / 2 + 17)
+         << "\" text-anchor=\"end\" font-size=\"10\" fill=\"#8a92a3\">\xC3\x97 "
+         << efficiency.text() << "</text>\n";
+  }
+
+  void drawTimeOff(std::size_t machine) {
+    for (const Span& gap : calendar_.of(machine).gaps(0, makespan_)) {
+      const double left = layout_.x(gap.start);
+      const double width = layout_.x(gap.end) - left;
+      if (width < kThinnest) continue;
+      svg_ << "<rect class=\"off\" x=\"" << px(left) << "\" y=\"" << px(layout_.rowTop(machine))
+           << "\" width=\"" << px(width) << "\" height=\"" << px(layout_.rowHeight)
+           << "\" fill=\"url(#off)\"/>\n";
     }
   }
 
   void drawAxis() {
-    const Time step = tickStep(layout_, makespan_);
-    const std::string top = px(layout_.plotTop());
-    const std::string bottom = px(layout_.plotBottom() + 5);
-    const std::string labels = px(layout_.plotBottom() + 22);
-    for (Time tick = 0; tick <= makespan_; tick += step) {
-      const std::string x = px(layout_.x(tick));
-      svg_ << "<line x1=\"" << x << "\" x2=\"" << x << "\" y1=\"" << top << "\" y2=\"" << bottom
-           << "\" stroke=\"#d8dce6\"/>\n"
-           << "<text x=\"" << x << "\" y=\"" << labels
-           << "\" text-anchor=\"middle\" font-size=\"12\" fill=\"#6b7280\">" << tick << "</text>\n";
+    const TimeAxis axis = timeAxis(makespan_, layout_.scale, clock_);
+    const double bottom = layout_.plotBottom() + 5;
+    for (const Tick& tick : axis.ticks) {
+      drawAxisLine(tick.at, bottom, "#d8dce6");
+      svg_ << "<text x=\"" << px(layout_.x(tick.at)) << "\" y=\"" << px(layout_.plotBottom() + 22)
+           << "\" text-anchor=\"middle\" font-size=\"12\" fill=\"#6b7280\">" << tick.label
+           << "</text>\n";
+    }
+    const double dayLabels = layout_.plotBottom() + (axis.ticks.empty() ? 22 : 42);
+    for (const Tick& day : axis.days) {
+      drawAxisLine(day.at, dayLabels + 1, "#a9b1c1");
+      svg_ << "<text x=\"" << px(layout_.x(day.at) + 6) << "\" y=\"" << px(dayLabels)
+           << "\" font-size=\"12\" font-weight=\"bold\" fill=\"#6b7280\">" << day.label
+           << "</text>\n";
     }
   }
 
+  void drawAxisLine(double at, double bottom, const char* color) {
+    const std::string x = px(layout_.x(at));
+    svg_ << "<line x1=\"" << x << "\" x2=\"" << x << "\" y1=\"" << px(layout_.plotTop())
+         << "\" y2=\"" << px(bottom) << "\" stroke=\"" << color << "\"/>\n";
+  }
+
+  // What interrupts an operation leaves a thread between its bars.
   void drawOperation(const ScheduledOperation& operation) {
-    const JobColor& color = colors_[operation.job];
-    const double left = layout_.x(operation.start);
-    const double width = std::max(layout_.x(operation.end) - left, 1.0);
-    svg_ << "<g class=\"op\"><rect x=\"" << px(left) << "\" y=\""
-         << px(layout_.barTop(operation.machine)) << "\" width=\"" << px(width) << "\" height=\""
-         << px(layout_.barHeight) << "\" rx=\"" << px(std::min(3.0, width / 3)) << "\" fill=\""
-         << color.fill << "\" stroke=\"#fbfbfd\" stroke-width=\"" << (width < 4 ? "0.3" : "1")
-         << "\"/>";
-    drawLabel(operation, left + width / 2, width);
+    std::vector<Span> bars =
+        calendar_.of(operation.machine).workingSpans(operation.start, operation.end);
+    // Where bars have no room side by side, one stands for all.
+    const double room = (layout_.x(operation.end) - layout_.x(operation.start)) / 2;
+    if (bars.empty() || static_cast<double>(bars.size()) > std::max(room, 1.0)) {
+      bars = {{operation.start, operation.end}};
+    }
+    svg_ << "<g class=\"op\">";
+    if (bars.size() > 1) drawThread(operation);
+    for (const Span& bar : bars) drawBar(operation, bar);
+    const Span& widest = *std::max_element(
+        bars.begin(), bars.end(),
+        [](const Span& a, const Span& b) { return a.end - a.start < b.end - b.start; });
+    drawLabel(operation, widest);
     svg_ << "<title>";
     describe(operation);
     svg_ << "</title></g>\n";
   }
 
-  void drawLabel(const ScheduledOperation& operation, double center, double width) {
+  void drawThread(const ScheduledOperation& operation) {
+    const double left = layout_.x(operation.start) + 2;
+    svg_ << "<rect x=\"" << px(left) << "\" y=\""
+         << px(layout_.barTop(operation.machine) + layout_.barHeight / 2 - 3) << "\" width=\""
+         << px(layout_.x(operation.end) - 2 - left) << "\" height=\"6\" fill=\""
+         << color(operation).fill << "\" stroke=\"#fbfbfd\"/>";
+  }
+
+  void drawBar(const ScheduledOperation& operation, const Span& bar) {
+    const double left = layout_.x(bar.start);
+    const double width = std::max(layout_.x(bar.end) - left, 1.0);
+    svg_ << "<rect x=\"" << px(left) << "\" y=\"" << px(layout_.barTop(operation.machine))
+         << "\" width=\"" << px(width) << "\" height=\"" << px(layout_.barHeight) << "\" rx=\""
+         << px(std::min(3.0, width / 3)) << "\" fill=\"" << color(operation).fill
+         << "\" stroke=\"#fbfbfd\" stroke-width=\"" << (width < 4 ? "0.3" : "1") << "\"/>";
+  }
+
+  void drawLabel(const ScheduledOperation& operation, const Span& bar) {
     const std::string label = std::to_string(operation.job);
+    const double left = layout_.x(bar.start);
+    const double width = std::max(layout_.x(bar.end) - left, 1.0);
     if (kDigit * static_cast<double>(label.size()) + 6 > width) return;
     const double middle = layout_.barTop(operation.machine) + layout_.barHeight / 2;
-    svg_ << "<text x=\"" << px(center) << "\" y=\"" << px(middle + 4)
+    svg_ << "<text x=\"" << px(left + width / 2) << "\" y=\"" << px(middle + 4)
          << "\" text-anchor=\"middle\" font-size=\"12\" fill=\"" << color(operation).text << "\">"
          << label << "</text>";
   }
@@ -226,10 +235,17 @@ class Drawing {
   void describe(const ScheduledOperation& operation) {
     svg_ << "job " << operation.job << ", operation " << operation.position << ", machine "
          << operation.machine << "\n"
-         << operation.start << " to " << operation.end << " (" << operation.end - operation.start
-         << ")";
-    if (!clock_.isSet()) return;
-    svg_ << "\n" << clock_.at(operation.start) << " to " << clock_.at(operation.end);
+         << operation.start << " to " << operation.end << " ("
+         << calendar_.of(operation.machine).workingTime(operation.start, operation.end) << ")";
+    if (clock_.isSet()) svg_ << "\n" << clockTimes({operation.start, operation.end});
+    for (const Span& gap : calendar_.of(operation.machine).gaps(operation.start, operation.end)) {
+      svg_ << "\ninterrupted " << gap.start << " to " << gap.end;
+      if (clock_.isSet()) svg_ << ", " << clockTimes(gap);
+    }
+  }
+
+  std::string clockTimes(const Span& span) const {
+    return clock_.at(span.start) + " to " + clock_.at(span.end);
   }
 
   void drawEnd() {
@@ -242,7 +258,7 @@ class Drawing {
          << makespan_ << "</text>\n";
   }
 
-  void drawLegend() {
+  void drawJobLegend() {
     svg_ << "<text x=\"" << px(layout_.plotLeft() - 12) << "\" y=\"" << px(layout_.legendTop() + 11)
          << "\" text-anchor=\"end\" fill=\"#8a92a3\">jobs</text>\n";
     for (std::size_t job = 0; job < colors_.size(); ++job) {
@@ -257,20 +273,45 @@ class Drawing {
     }
   }
 
+  void drawCalendarLegend() {
+    const double x = layout_.plotLeft();
+    const double y =
+        layout_.legendTop() + kLegendLine * static_cast<double>(layout_.legendLines - 1);
+    const std::string top = px(y);
+    const std::string baseline = px(y + 11);
+    svg_ << "<text x=\"" << px(x - 12) << "\" y=\"" << baseline
+         << "\" text-anchor=\"end\" fill=\"#8a92a3\">time</text>\n"
+         << "<rect x=\"" << px(x) << "\" y=\"" << top
+         << "\" width=\"30\" height=\"14\" fill=\"url(#off)\"/><text x=\"" << px(x + 38)
+         << "\" y=\"" << baseline << "\" font-size=\"12\">not working</text>\n"
+         << "<g transform=\"translate(" << px(x + 148) << ' ' << top
+         << ")\" fill=\"#8a92a3\"><rect x=\"9\" width=\"16\" height=\"14\" fill=\"url(#off)\"/>"
+         << "<rect x=\"9\" y=\"5\" width=\"16\" height=\"4\"/>"
+         << "<rect width=\"10\" height=\"14\" rx=\"2\"/><rect x=\"24\" width=\"10\" height=\"14\" "
+            "rx=\"2\"/></g><text x=\""
+         << px(x + 190) << "\" y=\"" << baseline
+         << "\" font-size=\"12\">interrupted operation</text>\n"
+         << "<text x=\"" << px(layout_.plotRight()) << "\" y=\"" << baseline
+         << "\" text-anchor=\"end\" font-size=\"12\" fill=\"#8a92a3\">% busy of working "
+            "time</text>\n";
+  }
+
   const Instance& instance_;
   const Schedule& schedule_;
+  const ShopCalendar& calendar_;
   const ShopClock& clock_;
   const Time makespan_;
   const Rows rows_;
-  const Layout layout_;
+  const GanttLayout layout_;
   std::vector<JobColor> colors_;
   libvarrow::FastStringStream svg_;
 };
 
 }  // namespace
 
-std::string ganttChart(const Instance& instance, const Schedule& schedule, const ShopClock& clock) {
-  return Drawing(instance, schedule, clock).draw();
+std::string ganttChart(const Instance& instance, const Schedule& schedule,
+                       const ShopCalendar& calendar, const ShopClock& clock) {
+  return Drawing(instance, schedule, calendar, clock).draw();
 }
 
 }  // namespace jobshop

@@ -6,11 +6,14 @@
 #include "Instance.h"
 #include "Schedule.h"
 #include "ShopClock.h"
+#include "calendar/ShopCalendar.h"
 
 namespace jobshop {
 
 /// The chart as an SVG document. Hovering an operation in a browser tells what it is, with its
-/// clock times when there is a clock.
-std::string ganttChart(const Instance& instance, const Schedule& schedule, const ShopClock& clock);
+/// clock times when there is a clock. With a calendar, time off is hatched, and an operation that
+/// it interrupts has a bar for each stretch of its work; the percentages are of working time.
+std::string ganttChart(const Instance& instance, const Schedule& schedule,
+                       const ShopCalendar& calendar, const ShopClock& clock);
 
 }  // namespace jobshop

@@ -23,10 +23,6 @@ struct Instance {
   std::vector<std::vector<Operation>> jobs;  ///< of each job, its operations in order
 
   std::size_t operationCount() const;
-
-  /// A makespan that no schedule can beat: the longest job, or a machine's work together with the
-  /// shortest way to it and the shortest way from it.
-  Time lowerBound() const;
 };
 
 }  // namespace jobshop

@@ -7,7 +7,9 @@
 #include <stdexcept>
 #include <utility>
 
+#include "LowerBound.h"
 #include "ScheduleText.h"
+#include "calendar/CalendarText.h"
 
 namespace jobshop {
 
@@ -18,7 +20,15 @@ JobShopData& JobShopData::of(libvarrow::ModuleData* data) {
 }
 
 void JobShopData::setInstance(Instance instance) {
+  lowerBound_ = jobshop::lowerBound(instance);
   instance_ = std::move(instance);
+  calendar_ = {};
+  schedule_.reset();
+}
+
+void JobShopData::setCalendar(ShopCalendar calendar) {
+  lowerBound_ = jobshop::lowerBound(this->instance(), calendar);
+  calendar_ = std::move(calendar);
   schedule_.reset();
 }
 
@@ -48,11 +58,13 @@ Json::Value JobShopData::getBaiscInfoJson() {
     info["jobs"] = Json::UInt64(instance_->jobs.size());
     info["machines"] = Json::UInt64(instance_->machineCount);
     info["operations"] = Json::UInt64(instance_->operationCount());
-    info["lower_bound"] = Json::Int64(instance_->lowerBound());
+    info["lower_bound"] = Json::Int64(lowerBound_);
   }
+  if (calendar_.isSet()) info["start"] = calendar_.clock().at(0);
   info["operations_scheduled"] = Json::UInt64(schedule_ ? schedule_->operations.size() : 0);
   if (schedule_) {
     info["makespan"] = Json::Int64(schedule_->makespan());
+    if (calendar_.isSet()) info["end"] = calendar_.clock().at(schedule_->makespan());
     info["origin"] = schedule_->origin;
   }
   return info;
@@ -66,19 +78,24 @@ void JobShopData::dumpDetailInfo(std::string path) const {
   }
   file << "instance " << instance_->name << ": " << instance_->jobs.size() << " jobs, "
        << instance_->machineCount << " machines\n";
+  if (calendar_.isSet()) file << calendarText(calendar_, instance_->machineCount);
   if (!schedule_) {
     file << "no schedule yet\n";
     return;
   }
-  file << scheduleByMachine(*instance_, *schedule_);
+  file << scheduleByMachine(*instance_, *schedule_, calendar_);
 }
 
 void JobShopData::dump4Debug(std::string path) const {
   if (instance_) {
     libvarrow::AutoCreateDirFileStream(path + "instance.txt") << instanceText(*instance_);
   }
+  if (calendar_.isSet()) {
+    libvarrow::AutoCreateDirFileStream(path + "calendar.json") << calendarKeys(calendar_) << '\n';
+  }
   if (schedule_) {
-    libvarrow::AutoCreateDirFileStream(path + "schedule.csv") << scheduleCsv(*schedule_, {});
+    libvarrow::AutoCreateDirFileStream(path + "schedule.csv")
+        << scheduleCsv(*schedule_, calendar_, calendar_.clock());
   }
 }
 

@@ -12,6 +12,7 @@
 
 #include "Instance.h"
 #include "Schedule.h"
+#include "calendar/ShopCalendar.h"
 
 namespace jobshop {
 
@@ -36,11 +37,18 @@ class JobShopData : public libvarrow::ModuleData {
 
   const RunSettings& settings() const { return settings_; }
 
-  /// Forgets the schedule, which was for another instance.
+  /// Forgets calendar and schedule, which were for another instance.
   void setInstance(Instance instance);
   bool hasInstance() const { return instance_.has_value(); }
   /// Throws std::runtime_error, which says what the pipeline lacks, when there is none.
   const Instance& instance() const;
+
+  /// Forgets the schedule, which was for other working time. Throws as lowerBound.
+  void setCalendar(ShopCalendar calendar);
+  const ShopCalendar& calendar() const { return calendar_; }
+
+  /// That of the instance, with the calendar.
+  Time lowerBound() const { return lowerBound_; }
 
   void setSchedule(Schedule schedule) { schedule_ = std::move(schedule); }
   bool hasSchedule() const { return schedule_.has_value(); }
@@ -55,12 +63,15 @@ class JobShopData : public libvarrow::ModuleData {
 
   Json::Value getBaiscInfoJson() override;
   void dumpDetailInfo(std::string path) const override;
-  /// "schedule.csv", and "instance.txt" in the form that ReadInstance reads.
+  /// "schedule.csv", "instance.txt" in the form that ReadInstance reads, and "calendar.json", the
+  /// keys of a SetCalendars.
   void dump4Debug(std::string path) const override;
 
  private:
   RunSettings settings_;
   std::optional<Instance> instance_;
+  ShopCalendar calendar_;
+  Time lowerBound_ = 0;
   std::optional<Schedule> schedule_;
   std::vector<WrittenFile> writtenFiles_;
 };

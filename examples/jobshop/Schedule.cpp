@@ -42,9 +42,11 @@ std::vector<Time> Schedule::waitingTimes() const {
   return waits;
 }
 
-Time busyTime(const std::vector<ScheduledOperation>& operations) {
+Time busyTime(const std::vector<ScheduledOperation>& operations, const MachineCalendar& calendar) {
   Time busy = 0;
-  for (const ScheduledOperation& operation : operations) busy += operation.end - operation.start;
+  for (const ScheduledOperation& operation : operations) {
+    busy += calendar.workingTime(operation.start, operation.end);
+  }
   return busy;
 }
 

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "Instance.h"
+#include "calendar/MachineCalendar.h"
 
 namespace jobshop {
 
@@ -14,7 +15,7 @@ struct ScheduledOperation {
   std::size_t position = 0;  ///< among the operations of the job, from 0
   std::size_t machine = 0;
   Time start = 0;
-  Time end = 0;
+  Time end = 0;  ///< with all that interrupts it
 };
 
 struct Schedule {
@@ -26,12 +27,13 @@ struct Schedule {
   /// The operations of each machine, by start.
   std::vector<std::vector<ScheduledOperation>> byMachine(std::size_t machineCount) const;
 
-  /// How long each operation waits for its machine after its job is ready for it, by job.
+  /// How long each operation waits for its machine after its job is ready for it, by job; at work
+  /// or not, both may make it wait.
   std::vector<Time> waitingTimes() const;
 };
 
-/// The working time among `operations`.
-Time busyTime(const std::vector<ScheduledOperation>& operations);
+/// The working time in `operations` of one machine.
+Time busyTime(const std::vector<ScheduledOperation>& operations, const MachineCalendar& calendar);
 
 /// Orders by job, then by position.
 bool earlierInJob(const ScheduledOperation& a, const ScheduledOperation& b);

@@ -24,7 +24,8 @@ std::string describe(const ScheduledOperation& operation) {
 
 class Checker {
  public:
-  explicit Checker(const Instance& instance) : instance_(instance) {
+  Checker(const Instance& instance, const ShopCalendar& calendar)
+      : instance_(instance), calendar_(calendar) {
     for (const auto& job : instance.jobs) {
       placed_.emplace_back(job.size(), nullptr);
     }
@@ -47,9 +48,7 @@ class Checker {
     if (operation.machine != wanted.machine) {
       report(describe(operation) + " belongs on machine " + std::to_string(wanted.machine));
     }
-    if (operation.end - operation.start != wanted.duration) {
-      report(describe(operation) + " takes a time of " + number(wanted.duration));
-    }
+    checkTime(operation, calendar_.of(wanted.machine), wanted.duration);
     if (operation.start < 0) report(describe(operation) + " starts before time 0");
     if (operation.machine < onMachine_.size()) onMachine_[operation.machine].push_back(&operation);
 
@@ -58,6 +57,37 @@ class Checker {
       return report(describe(operation) + " is there twice, the first is " + describe(*place));
     }
     place = &operation;
+  }
+
+  void checkTime(const ScheduledOperation& operation, const MachineCalendar& calendar, Time work) {
+    const Time wanted = calendar.timeFor(work);
+    if (calendar.alwaysWorks() || operation.start < 0 || operation.end < operation.start) {
+      if (operation.end - operation.start == wanted) return;
+      return report(describe(operation) + " takes a time of " + number(wanted));
+    }
+    if (operation.end > calendar.end()) {
+      return report(describe(operation) + " ends after its machine's calendar");
+    }
+    checkWorkingTime(operation, calendar.working(), wanted);
+  }
+
+  void checkWorkingTime(const ScheduledOperation& operation, const libvarrow::TimeBlock& working,
+                        Time wanted) {
+    const ShopClock& clock = calendar_.clock();
+    const auto start = clock.pointAt(operation.start);
+    const auto end = clock.pointAt(operation.end);
+    const auto unit = wanted == 0 ? boost::posix_time::time_duration() : clock.unit();
+    if (!working.haveBlock(start, start + unit)) {
+      report(describe(operation) + " starts outside working time");
+    }
+    if (!working.haveBlock(end - unit, end)) {
+      report(describe(operation) + " ends outside working time");
+    }
+    const Time worked =
+        start == end ? 0 : working.getTotalDur(start, end).ticks() / clock.unit().ticks();
+    if (worked == wanted) return;
+    report(describe(operation) + " has a working time of " + number(worked) + ", but takes " +
+           number(wanted));
   }
 
   void checkJob(std::size_t job) {
@@ -95,6 +125,7 @@ class Checker {
   void report(std::string violation) { violations_.push_back(std::move(violation)); }
 
   const Instance& instance_;
+  const ShopCalendar& calendar_;
   std::vector<std::vector<const ScheduledOperation*>> placed_;
   std::vector<std::vector<const ScheduledOperation*>> onMachine_;
   std::vector<std::string> violations_;
@@ -102,8 +133,9 @@ class Checker {
 
 }  // namespace
 
-std::vector<std::string> findViolations(const Instance& instance, const Schedule& schedule) {
-  return Checker(instance).check(schedule);
+std::vector<std::string> findViolations(const Instance& instance, const Schedule& schedule,
+                                        const ShopCalendar& calendar) {
+  return Checker(instance, calendar).check(schedule);
 }
 
 }  // namespace jobshop

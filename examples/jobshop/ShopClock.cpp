@@ -6,14 +6,24 @@
 
 namespace jobshop {
 
-std::string ShopClock::at(Time time) const {
-  const boost::posix_time::ptime last(boost::posix_time::max_date_time);
+using boost::posix_time::ptime;
+
+ptime ShopClock::pointAt(Time time) const {
+  const ptime last(boost::posix_time::max_date_time);
   // Divided rather than multiplied: the product might not fit.
-  if (time > (last - start_).total_seconds() / unit_.total_seconds()) {
+  if (time > unitsUntil(last)) {
     throw std::runtime_error("the clock that starts at " + libvarrow::time2str(start_) +
                              " does not reach time " + std::to_string(time));
   }
-  return libvarrow::time2str(start_ + boost::posix_time::seconds(time * unit_.total_seconds()));
+  return start_ + boost::posix_time::time_duration(0, 0, 0, time * unit_.ticks());
+}
+
+std::string ShopClock::at(Time time) const {
+  return libvarrow::time2str(pointAt(time));
+}
+
+Time ShopClock::unitsUntil(const ptime& point) const {
+  return (point - start_).ticks() / unit_.ticks();
 }
 
 }  // namespace jobshop

@@ -17,10 +17,17 @@ class ShopClock {
       : start_(start), unit_(unit) {}
 
   bool isSet() const { return !start_.is_special(); }
+  const boost::posix_time::time_duration& unit() const { return unit_; }
 
-  /// "2024-03-05 07:08:00", for a clock that is set and a time from 0 on. Throws
-  /// std::runtime_error past the year 9999.
+  // What follows is for a clock that is set.
+
+  /// For a time from 0 on. Throws std::runtime_error past the year 9999.
+  boost::posix_time::ptime pointAt(Time time) const;
+  /// "2024-03-05 07:08:00", as pointAt.
   std::string at(Time time) const;
+
+  /// The whole time units from the start to `point`, which is not before it.
+  Time unitsUntil(const boost::posix_time::ptime& point) const;
 
  private:
   boost::posix_time::ptime start_;

@@ -74,7 +74,9 @@ void printSummary(const Run& run, const jobshop::JobShopData& data) {
   if (data.hasSchedule()) {
     const jobshop::Schedule& schedule = data.schedule();
     line("makespan", std::to_string(schedule.makespan()) + " (" + schedule.origin +
-                         "), lower bound " + std::to_string(data.instance().lowerBound()));
+                         "), lower bound " + std::to_string(data.lowerBound()));
+    const jobshop::ShopClock& clock = data.calendar().clock();
+    if (clock.isSet()) line("clock", clock.at(0) + " to " + clock.at(schedule.makespan()));
   }
   line("run folder", run.folder.string());
   line("statistics", run.statistics.string());

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include "LowerBound.h"
 #include "ScheduleText.h"
 #include "shop_fixtures.h"
 #include "support/errors.h"
@@ -58,9 +59,12 @@ TEST(InstanceReader, FaultsAreNamedWithLineAndExpectation) {
 
 TEST(InstanceReader, TheLowerBoundSeesTheBusiestMachineWithItsWaysInAndOut) {
   // Machine 1 works for 20, is reached after 2 at the soonest and left 3 before the end.
-  EXPECT_EQ(parseInstance("2 3\n0 2 1 10 2 3\n0 4 1 10 2 3\n", "x.txt").lowerBound(), 25);
-  EXPECT_EQ(parseInstance("2 2\n0 30 1 1\n1 1 0 2\n", "x.txt").lowerBound(), 32);
-  EXPECT_EQ(parseInstance("1 2\n1 3 1 4\n", "x.txt").lowerBound(), 7) << "a machine comes twice";
+  const auto bound = [](const char* text) {
+    return jobshop::lowerBound(parseInstance(text, "x.txt"));
+  };
+  EXPECT_EQ(bound("2 3\n0 2 1 10 2 3\n0 4 1 10 2 3\n"), 25);
+  EXPECT_EQ(bound("2 2\n0 30 1 1\n1 1 0 2\n"), 32);
+  EXPECT_EQ(bound("1 2\n1 3 1 4\n"), 7) << "a machine comes twice";
 }
 
 }  // namespace

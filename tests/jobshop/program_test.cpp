@@ -74,6 +74,29 @@ TEST_F(Program, LeavesEverythingInTheFolderOfTheRunAndReplacesWhatWasThere) {
   }
 }
 
+TEST_F(Program, PlansInShiftsAndDumpsACalendarThatPlansTheSame) {
+  const ChildResult run = jobshopRun({JOBSHOP_FOLDER "/pipeline_shifts.json", "run"});
+  ASSERT_EQ(run.exitCode, 0) << run.errors;
+  EXPECT_NE(run.output.find("clock        2024-03-01 06:00:00 to 2024-03-0"), std::string::npos);
+  EXPECT_NE(readFile("run/statistics.json").find("operations_interrupted"), std::string::npos);
+  EXPECT_NE(readFile("run/gantt.svg")
+                .find("interrupted 8 to 9, 2024-03-01 10:00:00 to 2024-03-01 "
+                      "10:30:00"),
+            std::string::npos);
+  EXPECT_NE(readFile("run/dump/1_SetCalendars/out_detail.txt")
+                .find("machine 3 in the first week, efficiency 0.8\n"
+                      "  [2024-03-01 06:00:00,2024-03-01 10:00:00]:04:00:00\n"),
+            std::string::npos);
+
+  Json::Value pipeline = libvarrow::File2Json(JOBSHOP_FOLDER "/pipeline_shifts.json");
+  pipeline["modules"][0]["ReadInstance"]["file"] = JOBSHOP_FOLDER "/data/ft06.txt";
+  pipeline["modules"][1]["SetCalendars"] =
+      libvarrow::File2Json("run/dump/1_SetCalendars/after_process/calendar.json");
+  writeFile("again.json", libvarrow::Json2Str(pipeline));
+  EXPECT_EQ(jobshopRun({"again.json", "again"}).exitCode, 0);
+  EXPECT_EQ(scheduleIn("again"), scheduleIn("run"));
+}
+
 TEST_F(Program, ThePipelineChoosesWhatRunsAndWhatIsKept) {
   writeFile("shop/data/my.txt", readFile(JOBSHOP_FOLDER "/data/ft06.txt"));
   writeFile("shop/p.json", R"({"modules": [
@@ -119,6 +142,13 @@ TEST_F(Program, ABadPipelineIsOneLineWithThePathToTheFault) {
        "0_ChainedModule/0_ReadInstance: " + directory.path().string() +
            "/bad.txt:2: expected a time from 0 to 1000000000, found \"x\""},
       {R"({"ReadInstance": {"file": "gone.txt"}})", "0_ReadInstance: "},
+      {R"({"SetCalendars": {"start": "2024-03-01", "machines": [
+          {"machine": 0, "shifts": [{"from": "06:00:00", "to": "14:00:00", "days": ["Mon"]}]}]}})",
+       "modules[0].SetCalendars.machines[0].shifts[0].days[0]: no day \"Mon\"; there are mon, "},
+      {R"({"SetCalendars": {"start": "2024-03-01"}})", "0_SetCalendars: no instance yet: "},
+      {R"({"ReadInstance": {"file": "one.txt"}},
+          {"SetCalendars": {"start": "2024-03-01", "machines": [{"machine": 0}, {"machine": 1}]}})",
+       "1_SetCalendars: machines[1].machine: no machine 1, the instance has 0 to 0"},
       {R"({"Dispatch": {"rule": "SPT"}})",
        "0_Dispatch: no instance yet: a ReadInstance has to come before"},
       {R"({"ReadInstance": {"file": "one.txt"}}, {"WriteSchedule": {}})",

@@ -28,16 +28,16 @@ TEST(ScheduleText, JsonIsByJobAndCsvByStartWithClockTimesWhenThereIsAClock) {
   const ShopClock clock(posix_time::time_from_string("2024-02-28 23:00:00"),
                         posix_time::minutes(1));
   // Read back: the text is what counts, not whether a number is kept with a sign.
-  EXPECT_EQ(json(scheduleJson(instance, schedule, {}).toStyledString()), json(R"({
+  EXPECT_EQ(json(scheduleJson(instance, schedule, {}, {}).toStyledString()), json(R"({
       "instance": "x", "makespan": 65, "lower_bound": 63, "origin": "hand", "jobs": [
         [{"machine": 0, "start": 2, "end": 5}, {"machine": 1, "start": 5, "end": 65}],
         [{"machine": 0, "start": 0, "end": 2}]]})"));
-  const Json::Value last = scheduleJson(instance, schedule, clock)["jobs"][0][1];
+  const Json::Value last = scheduleJson(instance, schedule, {}, clock)["jobs"][0][1];
   EXPECT_EQ(last["start_clock"], "2024-02-28 23:05:00");
   EXPECT_EQ(last["end_clock"], "2024-02-29 00:05:00");
-  EXPECT_EQ(scheduleCsv(schedule, {}),
+  EXPECT_EQ(scheduleCsv(schedule, {}, {}),
             "job,operation,machine,start,end\n1,0,0,0,2\n0,0,0,2,5\n0,1,1,5,65\n");
-  EXPECT_EQ(scheduleCsv({{{0, 0, 0, 0, 60}}, ""}, clock),
+  EXPECT_EQ(scheduleCsv({{{0, 0, 0, 0, 60}}, ""}, {}, clock),
             "job,operation,machine,start,end,start_clock,end_clock\n"
             "0,0,0,0,60,2024-02-28 23:00:00,2024-02-29 00:00:00\n");
 }
@@ -54,7 +54,7 @@ TEST(GanttChart, IsWellFormedAndShowsEveryOperation) {
        {shipped("ft06"), randomInstance(1, 100, 20, 1), randomInstance(2, 1, 1, 0),
         randomInstance(3, 20, 5, kMaxDuration - 8)}) {
     instance.name = "<b>&\"\x01%s";
-    const std::string svg = ganttChart(instance, planned(instance, "SPT"), {});
+    const std::string svg = ganttChart(instance, planned(instance, "SPT"), {}, {});
     boost::property_tree::ptree tree;
     std::istringstream stream(svg);
     boost::property_tree::read_xml(stream, tree);

@@ -14,7 +14,8 @@ namespace jobshop {
 void CheckSchedule::processImp(libvarrow::ModuleData* data) {
   JobShopData& shop = JobShopData::of(data);
   const Schedule& schedule = shop.schedule();
-  const std::vector<std::string> violations = findViolations(shop.instance(), schedule);
+  const std::vector<std::string> violations =
+      findViolations(shop.instance(), schedule, shop.calendar());
   shop.statistics()
       .getPercentStatistics("violations", schedule.operations.size())
       ->inc(violations.size());

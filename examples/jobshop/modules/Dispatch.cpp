@@ -60,7 +60,6 @@ void Dispatch::setBind(cppbind::Binder* binder, bool bindFields) {
 
 void Dispatch::processImp(libvarrow::ModuleData* data) {
   JobShopData& shop = JobShopData::of(data);
-  const Instance& instance = shop.instance();
   libvarrow::StatisticsContainer& statistics = shop.statistics();
   // The container owns what addStat is given.
   auto* const makespans = new libvarrow::NumStatistics(kBucket);
@@ -68,7 +67,7 @@ void Dispatch::processImp(libvarrow::ModuleData* data) {
   Schedule found;
   {
     const libvarrow::TimeRecoderHelper timer(statistics.getTimeStatistics("dispatching"));
-    found = search(instance, *makespans);
+    found = search(shop, *makespans);
   }
   record(found, shop);
 
@@ -79,7 +78,8 @@ void Dispatch::processImp(libvarrow::ModuleData* data) {
   if (keep) shop.setSchedule(std::move(found));
 }
 
-Schedule Dispatch::search(const Instance& instance, libvarrow::NumStatistics& makespans) const {
+Schedule Dispatch::search(const JobShopData& shop, libvarrow::NumStatistics& makespans) const {
+  const Instance& instance = shop.instance();
   std::mt19937_64 random(seed_);
   const auto bent = [&](const Candidate& candidate) {
     return rule_.urgency(candidate) * (1 + noise_ * (2 * nextFraction(random) - 1));
@@ -88,7 +88,8 @@ Schedule Dispatch::search(const Instance& instance, libvarrow::NumStatistics& ma
   Time bestMakespan = 0;
   for (int i = 0; i < tries_; ++i) {
     Schedule schedule;
-    schedule.operations = buildActiveSchedule(instance, i == 0 ? Urgency(rule_.urgency) : bent);
+    schedule.operations =
+        buildActiveSchedule(instance, i == 0 ? Urgency(rule_.urgency) : bent, shop.calendar());
     const Time makespan = schedule.makespan();
     schedulesBuilt_->inc();
     makespans.add(static_cast<double>(makespan));
@@ -111,6 +112,16 @@ void Dispatch::record(const Schedule& schedule, JobShopData& shop) const {
   auto* const machines = statistics.getDistributionStatistics("operations_by_machine");
   for (const ScheduledOperation& operation : schedule.operations) {
     machines->inc("machine " + std::to_string(operation.machine), 1);
+  }
+  if (shop.calendar().isSet()) recordInterruptions(schedule, shop);
+}
+
+void Dispatch::recordInterruptions(const Schedule& schedule, JobShopData& shop) const {
+  auto* const interrupted =
+      shop.statistics().getPercentStatistics("operations_interrupted", schedule.operations.size());
+  for (const ScheduledOperation& operation : schedule.operations) {
+    const MachineCalendar& calendar = shop.calendar().of(operation.machine);
+    if (!calendar.gaps(operation.start, operation.end).empty()) interrupted->inc();
   }
 }
 

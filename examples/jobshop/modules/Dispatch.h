@@ -34,8 +34,9 @@ class Dispatch : public libvarrow::Module {
   void processImp(libvarrow::ModuleData* data) override;
 
  private:
-  Schedule search(const Instance& instance, libvarrow::NumStatistics& makespans) const;
+  Schedule search(const JobShopData& shop, libvarrow::NumStatistics& makespans) const;
   void record(const Schedule& schedule, JobShopData& shop) const;
+  void recordInterruptions(const Schedule& schedule, JobShopData& shop) const;
 
   DispatchRule rule_;
   int tries_ = 1;

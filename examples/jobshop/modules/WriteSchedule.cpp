@@ -40,15 +40,18 @@ void WriteSchedule::processImp(libvarrow::ModuleData* data) {
   JobShopData& shop = JobShopData::of(data);
   const Instance& instance = shop.instance();
   const Schedule& schedule = shop.schedule();
-  const ShopClock clock(start_, timeUnit_);
+  const ShopCalendar& calendar = shop.calendar();
+  const ShopClock clock = start_.is_special() ? calendar.clock() : ShopClock(start_, timeUnit_);
 
   const libvarrow::TimeRecoderHelper timer(shop.statistics().getTimeStatistics("writing"));
   if (!json_.empty()) {
-    const Json::Value json = scheduleJson(instance, schedule, clock);
+    const Json::Value json = scheduleJson(instance, schedule, calendar, clock);
     writeFile(shop, "schedule", json_, libvarrow::Json2Str(json) + "\n");
   }
-  if (!csv_.empty()) writeFile(shop, "table", csv_, scheduleCsv(schedule, clock));
-  if (!gantt_.empty()) writeFile(shop, "chart", gantt_, ganttChart(instance, schedule, clock));
+  if (!csv_.empty()) writeFile(shop, "table", csv_, scheduleCsv(schedule, calendar, clock));
+  if (!gantt_.empty()) {
+    writeFile(shop, "chart", gantt_, ganttChart(instance, schedule, calendar, clock));
+  }
 }
 
 }  // namespace jobshop

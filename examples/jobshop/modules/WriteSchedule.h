@@ -14,10 +14,9 @@ class WriteSchedule : public libvarrow::Module {
  public:
   /// - "json", "schedule.json"; "csv", "schedule.csv"; "gantt", "gantt.svg": where to write each,
   ///   from the run's folder unless absolute; "" leaves it out;
-  /// - "start", none: when the schedule starts, "2024-03-05 06:00:00"; clock times then stand
-  /// beside
-  ///   the time units;
-  /// - "time_unit", "00:01:00": how long a time unit is on that clock.
+  /// - "start", that of the calendar if there is one: when the schedule starts, "2024-03-05
+  ///   06:00:00"; clock times then stand beside the time units;
+  /// - "time_unit", "00:01:00": how long a time unit is on a clock that starts at "start".
   void setBind(cppbind::Binder* binder, bool bindFields);
 
   /// Throws std::runtime_error for a file that cannot be written.

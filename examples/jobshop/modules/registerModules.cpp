@@ -6,6 +6,7 @@
 #include "modules/CheckSchedule.h"
 #include "modules/Dispatch.h"
 #include "modules/ReadInstance.h"
+#include "modules/SetCalendars.h"
 #include "modules/WriteSchedule.h"
 
 namespace jobshop {
@@ -14,6 +15,7 @@ void registerModules(cppbind::ClassRegister& classes) {
   classes.regClass<libvarrow::ChainedModule>("ChainedModule");
   classes.regClass<libvarrow::CommonModuleStatDumper>("CommonModuleStatDumper");
   classes.regClass<ReadInstance>("ReadInstance");
+  classes.regClass<SetCalendars>("SetCalendars");
   classes.regClass<Dispatch>("Dispatch");
   classes.regClass<CheckSchedule>("CheckSchedule");
   classes.regClass<WriteSchedule>("WriteSchedule");

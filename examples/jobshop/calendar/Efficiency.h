@@ -1,0 +1,38 @@
+// How much work a machine does in a unit of time.
+#pragma once
+
+#include <string>
+
+#include "Instance.h"
+
+namespace jobshop {
+
+/// Kept to six decimals, so that results do not hang on how a fraction looks in binary: at 0.57 a
+/// work of 57 takes 100, not 101.
+class Efficiency {
+ public:
+  static constexpr double kLeast = 0.001;
+  static constexpr double kMost = 1000;
+
+  Efficiency() = default;
+  /// Asserts that `workInTimeUnit` is from kLeast to kMost.
+  explicit Efficiency(double workInTimeUnit);
+
+  static bool isValid(double workInTimeUnit) {
+    return workInTimeUnit >= kLeast && workInTimeUnit <= kMost;
+  }
+
+  /// The working time that `work` takes, rounded up to whole units.
+  Time timeFor(Time work) const;
+
+  bool isOne() const { return millionths_ == kMillion; }
+  /// "0.8"
+  std::string text() const;
+
+ private:
+  static constexpr Time kMillion = 1'000'000;
+
+  Time millionths_ = kMillion;
+};
+
+}  // namespace jobshop

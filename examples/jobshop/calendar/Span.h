@@ -1,0 +1,13 @@
+// A stretch of a schedule's time.
+#pragma once
+
+#include "Instance.h"
+
+namespace jobshop {
+
+struct Span {
+  Time start = 0;
+  Time end = 0;
+};
+
+}  // namespace jobshop

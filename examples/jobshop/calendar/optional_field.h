@@ -1,0 +1,34 @@
+// Keys that may be missing, where missing differs from every value.
+#pragma once
+
+#include <cppbind/imp/binder.h>
+
+#include <optional>
+#include <string_view>
+#include <utility>
+
+namespace cppbind {
+
+template <class T>
+struct FieldCodec<std::optional<T>> {
+  static void read(JsonDecodeBinder& decoder, const Json::Value& json, std::optional<T>& field) {
+    T value{};
+    FieldCodec<T>::read(decoder, json, value);
+    field = std::move(value);
+  }
+  static void write(JsonEncodeBinder& encoder, const std::optional<T>& field, Json::Value& json) {
+    if (field) FieldCodec<T>::write(encoder, *field, json);
+  }
+};
+
+}  // namespace cppbind
+
+namespace jobshop {
+
+/// Reads nothing from a missing key and writes no key for nothing.
+template <class T>
+void bindOptional(cppbind::Binder* binder, std::string_view key, std::optional<T>& field) {
+  if (binder->isReading() || field) binder->bind(key, field, std::nullopt);
+}
+
+}  // namespace jobshop
