@@ -38,8 +38,10 @@ date firstMidnightInside(const TimeSlot& slot) {
   return isPastMidnight(slot.time_begin) ? day + kOneDay : day;
 }
 
+// Between special dates, too: more days than there are, in the direction of the difference.
 std::int64_t daysBetween(const date& from, const date& to) {
-  return (to - from).days();
+  constexpr std::int64_t kMost = std::int64_t{1} << 32;
+  return std::clamp<std::int64_t>((to - from).days(), -kMost, kMost);
 }
 
 // Checks that the days from `first` to `last` can be gone through.
@@ -91,7 +93,7 @@ time_duration TimeBlock::getTotalDur() const {
     return time_duration(0, 0, 0, ticks);
   }
   time_duration total;
-  for (const TimeSlot& slot : timeslots) total += slot.dur();
+  for (const TimeSlot& slot : timeslots) total = sumOf(total, slot.dur());
   return total;
 }
 
@@ -104,7 +106,7 @@ time_duration TimeBlock::getTotalDur(ptime const& statistical_time_begin,
     const ptime& x = std::max(slot->time_begin, statistical_time_begin);
     const ptime& y = std::min(slot->time_end, statistical_time_end);
     LIBVARROW_CHECK(x <= y);
-    total += y - x;
+    total = sumOf(total, y - x);
   }
   return total;
 }

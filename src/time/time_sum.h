@@ -19,6 +19,20 @@ inline boost::posix_time::ptime shifted(const boost::posix_time::ptime& time,
   return time + duration;
 }
 
+/// total + duration. A sum beyond the longest durations is infinite; overlapping slots may come to
+/// that.
+inline boost::posix_time::time_duration sumOf(const boost::posix_time::time_duration& total,
+                                              const boost::posix_time::time_duration& duration) {
+  using boost::posix_time::time_duration;
+  if (total.is_special() || duration.is_special()) return total + duration;
+  const time_duration longest(boost::date_time::max_date_time);
+  if (duration.is_negative()) {
+    return total < -longest - duration ? time_duration(boost::date_time::neg_infin)
+                                       : total + duration;
+  }
+  return longest - duration < total ? time_duration(boost::date_time::pos_infin) : total + duration;
+}
+
 /// Throws a traced runtime error with the texts of both times when they are reversed.
 inline void requireForwards(const boost::posix_time::ptime& begin,
                             const boost::posix_time::ptime& end) {

@@ -131,11 +131,16 @@ inline bool isPastMidnight(ptime time) {
   return time.time_of_day().total_seconds() > 0;
 }
 
+// Of an infinite time, so many that one more or less is no overflow.
+inline long dayCount(const boost::gregorian::date_duration& difference) {
+  return std::clamp<long>(difference.days(), -1'000'000'000, 1'000'000'000);
+}
+
 inline bool hasCompleteDays(const Slots& slots, ptime start, ptime end, int count) {
   return std::any_of(slots.begin(), slots.end(), [&](const TimeSlot& slot) {
     const ptime lo = std::max(start, slot.time_begin);
     const ptime hi = std::min(slot.time_end, end);
-    return count <= long((hi.date() - lo.date()).days()) - (isPastMidnight(lo) ? 1 : 0);
+    return count <= dayCount(hi.date() - lo.date()) - (isPastMidnight(lo) ? 1 : 0);
   });
 }
 
@@ -156,8 +161,8 @@ inline std::vector<bool> fullDays(const Slots& slots, date from, date to) {
   const long count = (to - from).days() + 1;
   std::vector<bool> flags(static_cast<std::size_t>(count));
   for (const auto& [b, e] : slots) {
-    const long first = long((b.date() - from).days()) + (isPastMidnight(b) ? 1 : 0);
-    const long last = (e.date() - from).days();
+    const long first = dayCount(b.date() - from) + (isPastMidnight(b) ? 1 : 0);
+    const long last = dayCount(e.date() - from);
     if (!(first < last)) continue;
     if (first >= count) break;
     for (long i = std::max(first, 0L); i < std::min(last, count); ++i) {

@@ -306,6 +306,8 @@ TEST(TimeBlockTest, SlotsWithoutEndAnswerWhatCanBeAnswered) {
   const time_duration longest(boost::date_time::max_date_time);
   EXPECT_TRUE(kThreeSlots.getBlockAtPos4Dur(at(8), longest).empty());
   EXPECT_TRUE(kThreeSlots.getBlockAtPos4DurByEnd(at(30), longest).empty());
+  const TimeSlot ages(ptime(date(1400, 1, 1)), ptime(date(9999, 12, 31)));
+  EXPECT_TRUE(TimeBlock(std::vector<TimeSlot>(40, ages)).getTotalDur().is_pos_infinity());
 }
 
 void expectAbort(const char* report, const std::function<void()>& call) {
