@@ -18,6 +18,7 @@ namespace libvarrow {
 
 using boost::posix_time::ptime;
 using boost::posix_time::time_duration;
+using slot_search::firstEndingFrom;
 using slot_search::firstNot;
 using slot_search::SlotsNear;
 
@@ -102,8 +103,11 @@ TimeBlock::TimeBlock(std::vector<TimeSlot>&& slots)
 void TimeBlock::addTimeBlock(ptime bstart, ptime bend) {
   requireForwards(bstart, bend);
   if (bend == bstart) return;
-  const bool isBehindAll = isOrdered_ && (timeslots.empty() || timeslots.back().time_end < bstart);
-  const auto first = isBehindAll ? timeslots.cend() : lowerBound(timeslots, bstart);
+  if (isOrdered_ && (timeslots.empty() || timeslots.back().time_end < bstart)) {
+    timeslots.emplace_back(bstart, bend);
+    return;
+  }
+  const auto first = firstEndingFrom(timeslots, bstart);
   const auto index = static_cast<std::size_t>(first - timeslots.cbegin());
   if (index > 0) LIBVARROW_CHECK(this->timeslots[index - 1].time_end < bstart);
   if (first != timeslots.cend()) LIBVARROW_CHECK(this->timeslots[index].time_end >= bstart);
@@ -179,7 +183,9 @@ void TimeBlock::removeTimeBlock(TimeBlock const* other) {
 
 TimeBlock TimeBlock::intersection(ptime const& start, ptime const& end) const {
   TimeBlock result;
-  for (const TimeSlot& slot : SlotsNear(timeslots, isOrdered_, start, end)) {
+  const SlotsNear near(timeslots, isOrdered_, start, end);
+  result.timeslots.reserve(near.count());
+  for (const TimeSlot& slot : near) {
     if (!isOverlap(slot.time_begin, slot.time_end, start, end)) continue;
     result.addTimeBlock(std::max(start, slot.time_begin), std::min(slot.time_end, end));
   }
@@ -231,8 +237,7 @@ bool TimeBlock::haveBlock(ptime start, ptime end, time_duration dur) const {
 // ---- The slots
 
 Slots::const_iterator TimeBlock::lowerBound(std::vector<TimeSlot> const& slots, ptime const& t) {
-  return firstNot(slots.begin(), slots.end(),
-                  [&](const TimeSlot& slot) { return TimeSlot::CompareByTimeEnd(slot, t); });
+  return slot_search::firstEndingFrom(slots, t);
 }
 
 bool TimeBlock::operator<(TimeBlock const& other) const {

@@ -78,6 +78,12 @@ TimeBlock unionOf(Iterator first, Iterator last) {
   return result;
 }
 
+// The count that real times are kept as: a difference of time points asks each time whether they
+// are special.
+struct RealTime : ptime {
+  static std::int64_t ticks(const ptime& time) { return (time.*&RealTime::time_).time_count(); }
+};
+
 void setFlags(std::vector<bool>& flags, std::int64_t from, std::int64_t to) {
   std::fill(flags.begin() + from, flags.begin() + to, true);
 }
@@ -89,7 +95,9 @@ void setFlags(std::vector<bool>& flags, std::int64_t from, std::int64_t to) {
 time_duration TimeBlock::getTotalDur() const {
   if (isOrdered_ && haveRealTimesOnly(timeslots)) {
     std::int64_t ticks = 0;
-    for (const TimeSlot& slot : timeslots) ticks += slot.dur().ticks();
+    for (const TimeSlot& slot : timeslots) {
+      ticks += RealTime::ticks(slot.time_end) - RealTime::ticks(slot.time_begin);
+    }
     return time_duration(0, 0, 0, ticks);
   }
   time_duration total;

@@ -26,11 +26,19 @@ Iterator firstNot(Iterator first, Iterator last, IsBefore isBefore) {
   auto count = last - first;
   while (count > 0) {
     const auto half = count / 2;
-    const bool goRight = isBefore(first[half]);
-    first += goRight ? half + 1 : 0;
-    count = goRight ? count - half - 1 : half;
+    // All bits or none, and no branch: the processor would guess every second one wrong.
+    const auto right = -static_cast<decltype(count)>(isBefore(first[half]));
+    first += right & (half + 1);
+    count = (count + right) / 2;
   }
   return first;
+}
+
+/// The first slot that ends at `time` or later.
+inline Slots::const_iterator firstEndingFrom(const Slots& slots,
+                                             const boost::posix_time::ptime& time) {
+  return firstNot(slots.begin(), slots.end(),
+                  [&](const TimeSlot& slot) { return TimeSlot::CompareByTimeEnd(slot, time); });
 }
 
 /// The slots that share time with [from, to] or touch it, in order: for (slot : SlotsNear(...)).
@@ -42,12 +50,14 @@ class SlotsNear {
             const boost::posix_time::ptime& to)
       : end_{slots.data() + slots.size(), to, isSearchable && !(to < from)},
         begin_(slots.data() +
-               (end_.isNarrowed ? TimeBlock::lowerBound(slots, from) - slots.begin() : 0)) {}
+               (end_.isNarrowed ? firstEndingFrom(slots, from) - slots.begin() : 0)) {}
 
   struct End {
     const TimeSlot* last;
     boost::posix_time::ptime to;
     bool isNarrowed;
+
+    bool isBehind(const TimeSlot& slot) const { return isNarrowed && to < slot.time_begin; }
   };
   struct Iterator {
     const TimeSlot* slot;
@@ -57,10 +67,14 @@ class SlotsNear {
       ++slot;
       return *this;
     }
-    bool operator!=(const End& end) const {
-      return slot != end.last && !(end.isNarrowed && end.to < slot->time_begin);
-    }
+    bool operator!=(const End& end) const { return slot != end.last && !end.isBehind(*slot); }
   };
+  /// How many there are.
+  std::size_t count() const {
+    const auto isInside = [&](const TimeSlot& slot) { return !end_.isBehind(slot); };
+    return static_cast<std::size_t>(firstNot(begin_, end_.last, isInside) - begin_);
+  }
+
   Iterator begin() const { return {begin_}; }
   const End& end() const { return end_; }
 

@@ -29,7 +29,8 @@ Slots unite(SlotIterator slot, SlotIterator slotsEnd, const Slots& additions) {
     for (; slot != slotsEnd && !(merged.time_end < slot->time_begin); ++slot) {
       merged = hull(merged, *slot);
     }
-    result.push_back(merged);
+    // By its parts: the processor waits before it reads as one what was just written as two.
+    result.emplace_back(merged.time_begin, merged.time_end);
   }
   result.insert(result.end(), slot, slotsEnd);
   return result;
@@ -39,16 +40,23 @@ Slots subtract(const Slots& slots, bool areOrdered, Row cuts) {
   Slots result;
   result.reserve(slots.size() + static_cast<std::size_t>(cuts.last - cuts.first));
   const TimeSlot* cut = cuts.first;
-  for (const TimeSlot& slot : slots) {
+  for (auto slot = slots.begin(); slot != slots.end(); ++slot) {
     const auto endsBefore = [&](const TimeSlot& other) {
-      return !(slot.time_begin < other.time_end);
+      return !(slot->time_begin < other.time_end);
     };
     if (areOrdered) {
       while (cut != cuts.last && endsBefore(*cut)) ++cut;
+      // Slots that end before the next cut are copied in one go.
+      const auto run = slot;
+      while (slot != slots.end() && (cut == cuts.last || !(cut->time_begin < slot->time_end))) {
+        ++slot;
+      }
+      result.insert(result.end(), run, slot);
+      if (slot == slots.end()) break;
     } else {
       cut = slot_search::firstNot(cuts.first, cuts.last, endsBefore);
     }
-    emitRest(slot, {cut, cuts.last}, [&](const TimeSlot& piece) { result.push_back(piece); });
+    emitRest(*slot, {cut, cuts.last}, [&](const TimeSlot& piece) { result.push_back(piece); });
   }
   return result;
 }

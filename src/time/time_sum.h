@@ -14,8 +14,10 @@ inline boost::posix_time::ptime shifted(const boost::posix_time::ptime& time,
                                         const boost::posix_time::time_duration& duration) {
   using boost::posix_time::ptime;
   if (time.is_special() || duration.is_special()) return time + duration;
-  if (ptime(boost::date_time::max_date_time) - time < duration) return boost::date_time::pos_infin;
-  if (duration < ptime(boost::date_time::min_date_time) - time) return boost::date_time::neg_infin;
+  static const ptime earliest(boost::date_time::min_date_time);
+  static const ptime latest(boost::date_time::max_date_time);
+  if (latest - time < duration) return boost::date_time::pos_infin;
+  if (duration < earliest - time) return boost::date_time::neg_infin;
   return time + duration;
 }
 

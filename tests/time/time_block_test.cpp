@@ -137,6 +137,10 @@ TEST(TimeBlockTest, OverlapIsOpenAndContainmentClosed) {
   EXPECT_FALSE(morning.haveBlock(at(12.5), at(14), hours(0)));
   EXPECT_EQ("9-10 12-13", text(kThreeSlots.intersection(at(9), at(13))));
   EXPECT_EQ("", text(kThreeSlots.intersection(at(10), at(12))));
+  EXPECT_TRUE(kThreeSlots < blockOf({slot(9, 10)}));
+  EXPECT_FALSE(kThreeSlots < blockOf({slot(8, 20)}));
+  EXPECT_TRUE(slot(8, 9) < slot(8, 10));
+  EXPECT_FALSE(slot(8, 10) < slot(8, 10));
   EXPECT_TRUE(slot(8, 12).overlap(at(11), at(13)));
   EXPECT_FALSE(TimeSlot::overlap(at(8), at(12), at(12), at(13)));
 }
@@ -255,6 +259,11 @@ TEST(TimeBlockTest, TimeIsSummedByDayAndInWindows) {
   EXPECT_EQ(byDay, block.getStatisticByDay());
   // The end date of a slot has its entry, also when the slot ends as that day begins.
   EXPECT_EQ(hours(0), blockOf({slot(8, 24)}).getStatisticByDay().at(date(2024, 3, 2)));
+  // A slot that ends on a day before its begin counts the rest of the one and the start of the
+  // other.
+  const auto reversed = blockOf({slot(50, 20)}).getStatisticByDay();
+  EXPECT_EQ(hours(22), reversed.at(date(2024, 3, 3)));
+  EXPECT_EQ(hours(20), reversed.at(kDay));
   EXPECT_EQ(hours(57), block.getTotalDur());
   EXPECT_EQ(hours(16), block.getTotalDur(kDay, kDay));
   EXPECT_EQ(hours(25), block.getTotalDur(kDay, date(2024, 3, 2)));
@@ -306,6 +315,7 @@ TEST(TimeBlockTest, SlotsWithoutEndAnswerWhatCanBeAnswered) {
   const time_duration longest(boost::date_time::max_date_time);
   EXPECT_TRUE(kThreeSlots.getBlockAtPos4Dur(at(8), longest).empty());
   EXPECT_TRUE(kThreeSlots.getBlockAtPos4DurByEnd(at(30), longest).empty());
+  EXPECT_NE("no error", errorOf([&] { kThreeSlots.getBlockAtPos4DurByEnd(at(30), -longest); }));
   const TimeSlot ages(ptime(date(1400, 1, 1)), ptime(date(9999, 12, 31)));
   EXPECT_TRUE(TimeBlock(std::vector<TimeSlot>(40, ages)).getTotalDur().is_pos_infinity());
 }
@@ -355,9 +365,11 @@ TEST(TimeBlockTest, BrokenBlocksEndTheProcessWhereTheirDaysCannotBeTold) {
   expectAbort(logged.c_str(), [&] { reversed.getInvolveStatus(kDay, kDay); });
   expectAbort("getInvolveStatus(boost::gregorian::date, boost::gregorian::date) const': <",
               [&] { reversed.getInvolveStatus(kDay, kDay); });
+  expectAbort("'x <= y' is false", [&] { reversed.getTotalDur(at(10), at(60)); });
   expectAbort("timeBlock: \n[2024-03-02 16", [&] { unsorted.getAllDates(); });
   expectAbort("Assertion `false' failed", [&] { unsorted.getAllDates(); });
   expectAbort("Assertion `false' failed", [&] { unsorted.getDatesContainFullDay(); });
+  expectAbort("timeBlock: \n[2024-03-02 16", [&] { unsorted.getDatesContainFullDay(); });
 }
 
 }  // namespace
