@@ -1,8 +1,9 @@
-# Prints the ratio of the medians of each pair in targets.txt and whether it keeps its limit:
+# Prints what targets.txt asks for of the medians in a report, and whether it keeps its limit:
 #
-#     awk -f ratios.awk targets.txt report.json
+#     awk [-v isPart=1] -f ratios.awk targets.txt report.json
 #
-# Exit status: 0, 1 when a limit is broken, 2 when the report lacks a benchmark.
+# Exit status: 0, 1 when a limit is broken, 2 when a benchmark failed or, unless the report is only a
+# part, is not in it.
 
 function valueOf(line) {
   sub(/^[^:]*: */, "", line)
@@ -14,12 +15,14 @@ function valueOf(line) {
 function store() {
   if (aggregate == "" || run == "") return
   time = run ~ /\/real_time/ ? realTime : cpuTime
-  sub(/\/real_time.*/, "", run)
+  sub(/\/(real_time|min_time:).*/, "", run)
   times[run, aggregate] = time
 }
 
 FNR == NR {
-  if ($0 !~ /^#/ && NF == 3) {
+  if ($1 == "growth" || $1 == "per_slot") {
+    figures[++figureCount] = $0
+  } else if ($0 !~ /^#/ && NF == 3) {
     ours[++pairs] = $1
     peer[pairs] = $2
     limit[pairs] = $3
@@ -27,6 +30,8 @@ FNR == NR {
   next
 }
 
+/"error_occurred": true/ { hasFailed = 1 }
+/"error_message":/ { print run ": " valueOf($0) }
 /"name":/ { aggregate = run = "" }
 /"run_name":/ { run = valueOf($0) }
 /"aggregate_name":/ { aggregate = valueOf($0) }
@@ -47,22 +52,54 @@ function allocationsOf(name) {
   return name in allocations ? sprintf("%.3g", allocations[name]) : "-"
 }
 
+function isMeasured(name) {
+  return (name, "median") in times
+}
+
+# The verdict on a value, which it notes.
+function judge(value, most) {
+  ++measured
+  if (most == "-") return ""
+  if (value <= most) return "holds"
+  isBroken = 1
+  return "MISSED"
+}
+
+function printFigure(name, what, value, most) {
+  printf "%-38s %-39s %33.3f %7s %s\n", name, what, value, most, judge(value, most)
+}
+
+# The exponent of n between two arguments of a benchmark.
+function printGrowth(name, from, to, most,    fromName, toName) {
+  fromName = name "/" from
+  toName = name "/" to
+  if (!isMeasured(fromName) || !isMeasured(toName)) return
+  printFigure(name, "exponent from " from " to " to,
+              log(toNanoseconds(toName) / toNanoseconds(fromName)) / log(to / from), most)
+}
+
+function printPerSlot(name, count, most) {
+  if (!isMeasured(name "/" count)) return
+  printFigure(name, "ns for each of " count, toNanoseconds(name "/" count) / count, most)
+}
+
 END {
-  row = "%-33s %-39s %12s %12s %7s %7s %-7s %9s %11s\n"
+  row = "%-38s %-39s %12s %12s %7s %7s %-7s %9s %11s\n"
   printf row, "benchmark", "peer", "ns", "peer ns", "ratio", "limit", "", "spread", "allocs"
   for (i = 1; i <= pairs; ++i) {
-    if (!((ours[i], "median") in times) || !((peer[i], "median") in times)) {
-      printf "%-33s %-39s not in the report\n", ours[i], peer[i]
-      isMissing = 1
-      continue
-    }
+    if (!isMeasured(ours[i]) || !isMeasured(peer[i])) continue
     ratio = toNanoseconds(ours[i]) / toNanoseconds(peer[i])
-    verdict = limit[i] == "-" ? "" : ratio <= limit[i] ? "holds" : "MISSED"
-    if (verdict == "MISSED") isBroken = 1
     printf row, ours[i], peer[i], sprintf("%.1f", toNanoseconds(ours[i])),
-           sprintf("%.1f", toNanoseconds(peer[i])), sprintf("%.3f", ratio), limit[i], verdict,
-           spread(ours[i]) "/" spread(peer[i]),
+           sprintf("%.1f", toNanoseconds(peer[i])), sprintf("%.3f", ratio), limit[i],
+           judge(ratio, limit[i]), spread(ours[i]) "/" spread(peer[i]),
            allocationsOf(ours[i]) "/" allocationsOf(peer[i])
   }
-  exit isMissing ? 2 : isBroken ? 1 : 0
+  for (i = 1; i <= figureCount; ++i) {
+    split(figures[i], field)
+    if (field[1] == "growth") printGrowth(field[2], field[3], field[4], field[5])
+    else printPerSlot(field[2], field[3], field[4])
+  }
+  missing = pairs + figureCount - measured
+  if (missing > 0) print missing " lines not measured"
+  exit hasFailed || (missing > 0 && !isPart) ? 2 : isBroken
 }

@@ -3,8 +3,9 @@
 #
 #     scripts/bench.sh [BENCHMARK_OPTION...]
 #
-# Options go to the benchmark program, --benchmark_repetitions=15 say. VARROW_BENCH_BUILD names
-# another build directory. Exit status: 0, 1 when a limit of bench/targets.txt is broken.
+# Options go to the benchmark program: --benchmark_repetitions=15, or --benchmark_filter=block for
+# the time blocks alone. VARROW_BENCH_BUILD names another build directory. Exit status: 0, 1 when a
+# limit of bench/targets.txt is broken, 2 when something was not measured.
 set -euo pipefail
 
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
@@ -28,4 +29,6 @@ cmake --build "$build" --target varrow_bench
   --benchmark_out_format=json \
   "$@" >/dev/null
 
-awk -f bench/ratios.awk bench/targets.txt "$report"
+isPart=0
+[[ $* != *--benchmark_filter* ]] || isPart=1
+awk -v isPart=$isPart -f bench/ratios.awk bench/targets.txt "$report"

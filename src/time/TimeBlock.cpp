@@ -9,9 +9,9 @@
 #include "libvarrow/backtrace/Check.h"
 #include "libvarrow/stream/FastStringStream.h"
 #include "libvarrow/stream/StringIndent.h"
-#include "libvarrow/time/time_range.h"
 #include "time/slot_search.h"
 #include "time/slot_sweep.h"
+#include "time/time_range.inl"
 #include "time/time_sum.h"
 
 namespace libvarrow {
@@ -109,6 +109,7 @@ void TimeBlock::addTimeBlock(ptime bstart, ptime bend) {
   }
   const auto first = firstEndingFrom(timeslots, bstart);
   const auto index = static_cast<std::size_t>(first - timeslots.cbegin());
+  // Whatever the slots are, a search by halves ends so.
   if (index > 0) LIBVARROW_CHECK(this->timeslots[index - 1].time_end < bstart);
   if (first != timeslots.cend()) LIBVARROW_CHECK(this->timeslots[index].time_end >= bstart);
 
@@ -123,6 +124,8 @@ void TimeBlock::addTimeBlock(ptime bstart, ptime bend) {
 void TimeBlock::addTimeBlocks(TimeBlock const& other) {
   if (&other == this) return addTimeBlocks(TimeBlock(other));
   const Slots& additions = other.timeslots;
+  // Ordered slots need no look at whether they are reversed or out of order.
+  if (isOrdered_ && other.isOrdered_ && additions.size() >= kManySlots) return unite(additions);
   const bool isPossible = isOrdered_ && additions.size() >= kManySlots &&
                           std::none_of(additions.begin(), additions.end(), isReversed);
   if (isPossible && std::is_sorted(additions.begin(), additions.end(), beginsEarlier)) {
@@ -143,10 +146,7 @@ void TimeBlock::unite(std::vector<TimeSlot> const& additions) {
 void TimeBlock::removeTimeBlock(ptime start, ptime end) {
   CPPBIND_ASSERT(start <= end);
   const TimeSlot cut(start, end);
-  if (!isOrdered_) {
-    timeslots = slot_sweep::subtract(timeslots, isOrdered_, {&cut, &cut + 1});
-    return;
-  }
+  if (!isOrdered_) return subtract({cut});
   const auto first = firstNot(timeslots.cbegin(), timeslots.cend(),
                               [&](const TimeSlot& slot) { return !(start < slot.time_end); });
   const auto last = firstNot(first, timeslots.cend(),
@@ -173,6 +173,7 @@ void TimeBlock::removeTimeBlock(TimeBlock const& other) {
 
 void TimeBlock::subtract(std::vector<TimeSlot> const& cuts) {
   timeslots = slot_sweep::subtract(timeslots, isOrdered_, rowOf(cuts));
+  if (!isOrdered_) isOrdered_ = slot_search::areOrdered(timeslots);
 }
 
 void TimeBlock::removeTimeBlock(TimeBlock const* other) {
@@ -186,7 +187,7 @@ TimeBlock TimeBlock::intersection(ptime const& start, ptime const& end) const {
   const SlotsNear near(timeslots, isOrdered_, start, end);
   result.timeslots.reserve(near.count());
   for (const TimeSlot& slot : near) {
-    if (!isOverlap(slot.time_begin, slot.time_end, start, end)) continue;
+    if (!shareTime(slot.time_begin, slot.time_end, start, end)) continue;
     result.addTimeBlock(std::max(start, slot.time_begin), std::min(slot.time_end, end));
   }
   return result;
@@ -212,7 +213,7 @@ bool TimeBlock::overlap(ptime const& start, ptime const& end) const {
 
 bool TimeBlock::hasIntersection(ptime const& start, ptime const& end) const {
   for (const TimeSlot& slot : SlotsNear(timeslots, isOrdered_, start, end)) {
-    if (isOverlap(slot.time_begin, slot.time_end, start, end)) return true;
+    if (shareTime(slot.time_begin, slot.time_end, start, end)) return true;
   }
   return false;
 }
@@ -273,11 +274,9 @@ void TimeBlock::setBind(cppbind::Binder* binder, bool bindFields) {
   // A read that fails leaves a part of the slots behind.
   if (binder->isReading()) isOrdered_ = false;
   binder->bind(timeslots);
-  if (isOrdered_) return;
-  if (!std::is_sorted(timeslots.begin(), timeslots.end())) {
-    std::sort(timeslots.begin(), timeslots.end());
-  }
-  isOrdered_ = slot_search::areOrdered(timeslots);
+  const bool isSorted = isOrdered_ || std::is_sorted(timeslots.begin(), timeslots.end());
+  if (!isSorted) std::sort(timeslots.begin(), timeslots.end());
+  if (binder->isReading() || !isSorted) isOrdered_ = slot_search::areOrdered(timeslots);
 }
 
 }  // namespace libvarrow

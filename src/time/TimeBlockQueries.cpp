@@ -22,7 +22,7 @@ using slot_search::SlotsNear;
 
 namespace {
 
-const boost::gregorian::days kOneDay(1);
+constexpr boost::gregorian::days kOneDay(1);
 
 void logBlock(const TimeBlock& block) {
   LIBVARROW_LOG_ERROR("timeBlock: \n%s \n", block.dumpAsString().c_str());
@@ -229,7 +229,7 @@ bool TimeBlock::haveFullDay(date d) const {
 TimeBlock TimeBlock::getBlockAtPos4Dur(ptime const& pos, time_duration const& dur) const {
   auto slot = lowerBound(timeslots, pos);
   const time_duration zero;
-  if (slot != timeslots.end() && dur == zero) return TimeBlock(pos, pos + microseconds(1));
+  if (slot != timeslots.end() && dur == zero) return TimeBlock(pos, shifted(pos, microseconds(1)));
   TimeBlock result;
   ptime at = pos;
   time_duration remaining = dur;

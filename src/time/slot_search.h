@@ -2,6 +2,7 @@
 #pragma once
 
 #include <boost/date_time/posix_time/posix_time_types.hpp>
+#include <cstddef>
 #include <vector>
 
 #include "libvarrow/time/TimeBlock.h"
@@ -23,12 +24,12 @@ bool haveRealTimesOnly(const Slots& slots);
 // finds some element, the same on every platform.
 template <class Iterator, class IsBefore>
 Iterator firstNot(Iterator first, Iterator last, IsBefore isBefore) {
-  auto count = last - first;
+  auto count = static_cast<std::size_t>(last - first);
   while (count > 0) {
-    const auto half = count / 2;
+    const std::size_t half = count / 2;
     // All bits or none, and no branch: the processor would guess every second one wrong.
-    const auto right = -static_cast<decltype(count)>(isBefore(first[half]));
-    first += right & (half + 1);
+    const std::size_t right = std::size_t{0} - static_cast<std::size_t>(isBefore(first[half]));
+    first += static_cast<std::ptrdiff_t>(right & (half + 1));
     count = (count + right) / 2;
   }
   return first;

@@ -6,6 +6,7 @@
 #include "TimeDigits.h"
 #include "cppbind/Assert.h"
 #include "libvarrow/backtrace/BackTraceException.h"
+#include "time/time_range.inl"
 #include "time/time_text.h"
 
 namespace libvarrow {
@@ -70,15 +71,13 @@ bool isContain(ptime const& s1, ptime const& e1, ptime const& s2, ptime const& e
 }
 
 bool isOverlap(ptime s1, ptime e1, ptime s2, ptime e2) {
-  CPPBIND_ASSERT(s1 <= e1);
-  CPPBIND_ASSERT(s2 <= e2);
-  return s1 < e2 && s2 < e1;
+  return shareTime(s1, e1, s2, e2);
 }
 
 bool isInRange(time_duration begin, time_duration end, ptime t) {
   require(begin < end);
   require(begin < oneDay());
-  require(end - begin < oneDay());
+  require(end < begin + oneDay());  // their difference may overflow
   const time_duration timeOfDay = t.time_of_day();
   if (begin <= timeOfDay && timeOfDay <= std::min(end, oneDay())) return true;
   return end > oneDay() && time_duration() <= timeOfDay && timeOfDay <= end - oneDay();
@@ -88,7 +87,7 @@ bool isOverlap(time_duration begin, time_duration end, ptime s, ptime e) {
   require(begin < end);
   require(s < e);
   require(begin < oneDay());
-  require(end - begin < oneDay());
+  require(end < begin + oneDay());  // their difference may overflow
   const time_duration from = s.time_of_day();
   const time_duration to = from + (e - s);
   // Closed where the isOverlap of two intervals is open: a shift that begins as the window ends

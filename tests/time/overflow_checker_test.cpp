@@ -56,6 +56,7 @@ TEST(OverflowCheckerTest, ValuesAreSummedFromTheSecondWindowOn) {
   EXPECT_EQ(0u, excessOfValues({9, 1, 1, 1}, 2, 5));
   EXPECT_EQ(5u, excessOfValues({1, 1, 9, 1}, 2, 5, {0, 2}));
   EXPECT_EQ(1u, excessOfValues({0, 0, 0}, 0, -1, {0, 0}));
+  EXPECT_EQ(4u, excessOfValues({0, 2, 3, 6}, 2, 5, {1, 3}));
   EXPECT_EQ(0u, excessOfValues({}, 2, 0));
   // 32 bits wrap around: the sum to -2, the excess of 2^31 - 1 over -2 to a negative number.
   const int most = std::numeric_limits<int>::max();

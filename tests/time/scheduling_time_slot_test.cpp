@@ -84,6 +84,11 @@ TEST(SchedulingTimeSlotTest, OnlyTouchingSlotsOfTheSameKindMerge) {
   EXPECT_EQ("no", merged(slot(8, 10), slot(10, 12, 3)));
   EXPECT_EQ("no", merged(slot(8, 10, NAN), slot(10, 12, NAN)));
   EXPECT_EQ("no", merged(slot(8, 10), slot(10, 12, 2, false)));
+  EXPECT_FALSE(slot(8, 10).isSameWithoutTime(slot(8, 10, 2, false)));
+  EXPECT_TRUE(slot(8, 10).isSameWithoutTime(slot(9, 12, 3)));
+  EXPECT_TRUE(slot(8, 10) < slot(8, 12));
+  EXPECT_TRUE(TimeSlot::compareLess(slot(8, 12), slot(9, 10)));
+  EXPECT_FALSE(slot(8, 10) < slot(8, 10));
   TimeSlot other = slot(10, 12);
   other.setLocked(true);
   other.setShiftDur(hours(1));
@@ -111,8 +116,14 @@ TEST(SchedulingTimeSlotTest, APieceTakesOverAllButTheLock) {
   EXPECT_EQ(whole.getShift(), piece.getShift());
   EXPECT_EQ(hours(8), piece.getShiftDur());
   EXPECT_EQ(whole.getOriginalSlot(), piece.getOriginalSlot());
-  EXPECT_EQ("时间范围错误，开始时间:2024-03-05 10:00:00 晚于结束时间:2024-03-05 09:00:00",
-            errorOf([&] { whole.newFromThis(at(10), at(9), 1); }));
+  try {
+    whole.newFromThis(at(10), at(9), 1);
+    FAIL();
+  } catch (const std::runtime_error& error) {
+    EXPECT_STREQ("时间范围错误，开始时间:2024-03-05 10:00:00 晚于结束时间:2024-03-05 09:00:00",
+                 error.what());
+    EXPECT_NE("", libvarrow::callStackOf(error));
+  }
   EXPECT_EQ(
       "[not-a-date-time,not-a-date-time], block count:1.000000, dur:not-a-date-time, "
       "valid,unlock, tags:000",
@@ -136,6 +147,9 @@ TEST(SchedulingTimeSlotTest, DurationIsUsedUpFromEitherEnd) {
   time_duration work = hours(5);
   EXPECT_EQ(at(8), usable.getBeginTime(work));
   EXPECT_EQ(at(9), usable.getEndTime(work));
+  work = time_duration(boost::date_time::max_date_time);
+  EXPECT_EQ(at(12), usable.getEndTime(work));
+  EXPECT_EQ(at(8), usable.getBeginTime(work));
   work = hours(5);
   EXPECT_EQ(at(8), slot(8, 12, 1, false).getBeginTime(at(20), work));
   EXPECT_EQ(at(12), slot(8, 12, 1, false).getEndTime(at(20), work));
@@ -177,6 +191,12 @@ TEST(SchedulingTimeSlotTest, TagsTravelFromJsonOnlyAndUnknownOnesAreLogged) {
 
   EXPECT_EQ(1.0F, read<TimeSlot>(slotJson(R"(,"tags":[])")).getBlockCount());
   EXPECT_EQ("tags: not found", errorOf([] { read<TimeSlot>(slotJson("")); }));
+  EXPECT_EQ("timeBegin: not found", errorOf([] { read<TimeSlotWithEfficiency>(Json::Value()); }));
+  TimeSlot tagged = slot(8, 10, 3);
+  tagged.setTag(TimeSlot::Tag::Host1, true);
+  cppbind::JsonDecodeBinder().decode(slotJson(R"(,"tags":["frozen"])"), tagged);
+  EXPECT_EQ("110", tagged.getTags().to_string());
+  EXPECT_EQ(3.0F, tagged.getBlockCount());
   EXPECT_EQ("tags: should be a list",
             errorOf([] { read<TimeSlot>(slotJson(R"(,"tags":"frozen")")); }));
   EXPECT_TRUE(cppbind::JsonEncodeBinder().encode(TimeSlot())["shift"].isNull());
@@ -191,8 +211,18 @@ TEST(TimeSlotWithEfficiencyTest, WorkAndClockTimeAreConvertedInWholeMilliseconds
   work = hours(2);
   EXPECT_EQ(at(10), slow.getEndTimeWithEfficiency(work));
   EXPECT_EQ(minutes(24), work);
+  work = hours(2);
+  EXPECT_EQ(at(8), slow.getBeginTimeWithEfficiency(work));
+  EXPECT_EQ(minutes(24), work);
   work = minutes(48) + microseconds(900);
   EXPECT_EQ(at(9), slow.getBeginTimeWithEfficiency(work));
+  const auto inSlow = [&](int milliseconds) {
+    const auto length = boost::posix_time::milliseconds(milliseconds);
+    return slow.newFromThis(at(8), at(8) + length, 1).getDurWithEfficiency().total_milliseconds();
+  };
+  EXPECT_EQ(1597, inSlow(1997));  // of 1597.6
+  work = minutes(60) + microseconds(900);
+  EXPECT_EQ(at(9) + microseconds(900), slotAt(1).getEndTimeWithEfficiency(at(8), work));
   work = minutes(60) + microseconds(900);
   EXPECT_EQ(at(9) - microseconds(900), slotAt(1).getBeginTimeWithEfficiency(at(10), work));
   slow.setLocked(true);
@@ -214,6 +244,10 @@ TEST(TimeSlotWithEfficiencyTest, PiecesAndMergingMindTheEfficiency) {
   slot.setTag(TimeSlot::Tag::Frozen, true);
   EXPECT_TRUE(slot.merge(slot.newFromThis(at(10), at(12), 2)));
   EXPECT_EQ(hours(4), slot.getDur());
+  slot.setLocked(true);
+  EXPECT_EQ(hours(8), slot.newFromThis(at(8), at(9), 1).getShiftDur());
+  EXPECT_FALSE(slot.newFromThis(at(8), at(9), 1).isLocked());
+  EXPECT_FALSE(slot.isSameWithoutTime(slot.newFromThis(at(8), at(9), 1, false)));
   const auto piece = slot.newFromThis(at(8), at(9), 1, false, hours(3), 1.25);
   EXPECT_EQ(
       "[2024-03-05 08:00:00,2024-03-05 09:00:00], block count:1.000000, dur:00:00:00, "
@@ -231,8 +265,8 @@ TEST(TimeSlotWithEfficiencyTest, JsonCutsTheEfficiencyToFourDecimalsInSinglePrec
     EXPECT_EQ(static_cast<double>(expected), slot.getEfficiency()) << text;
   }
   EXPECT_EQ(1.0, read<TimeSlotWithEfficiency>(slotJson(R"(,"tags":[])")).getEfficiency());
-  const TimeSlotWithEfficiency slot = slotAt(0.12345);
-  cppbind::JsonEncodeBinder().encode(slot);
+  TimeSlotWithEfficiency slot = slotAt(0.12345);
+  EXPECT_EQ(0.12345, cppbind::JsonEncodeBinder().encode(slot)["processEfficiency"].asDouble());
   EXPECT_EQ(static_cast<double>(0.1234F), slot.getEfficiency());
 }
 

@@ -95,6 +95,8 @@ TEST(TimeBlockTest, SubtractionCutsOnlyWhatSharesTime) {
 TEST(TimeBlockTest, ABlockIsAddedToAndTakenOutOfItself) {
   EXPECT_EQ("", after(kThreeSlots, [](TimeBlock& b) { b.removeTimeBlock(b); }));
   EXPECT_EQ("8-10 12-14 16-18", after(kThreeSlots, [](TimeBlock& b) { b.addTimeBlocks(b); }));
+  EXPECT_EQ("8-12",
+            after(blockOf({slot(8, 10), slot(10, 12)}), [](TimeBlock& b) { b.addTimeBlocks(b); }));
   EXPECT_EQ("8-10", after(kThreeSlots, [](TimeBlock& b) {
               const TimeBlock late(at(11), at(20));
               b.removeTimeBlock(&late);
@@ -140,6 +142,7 @@ TEST(TimeBlockTest, OverlapIsOpenAndContainmentClosed) {
   EXPECT_TRUE(kThreeSlots < blockOf({slot(9, 10)}));
   EXPECT_FALSE(kThreeSlots < blockOf({slot(8, 20)}));
   EXPECT_TRUE(slot(8, 9) < slot(8, 10));
+  EXPECT_FALSE(TimeSlot::CompareByTimeBegin(slot(8, 10), at(8)));
   EXPECT_FALSE(slot(8, 10) < slot(8, 10));
   EXPECT_TRUE(slot(8, 12).overlap(at(11), at(13)));
   EXPECT_FALSE(TimeSlot::overlap(at(8), at(12), at(12), at(13)));
@@ -185,6 +188,14 @@ TEST(TimeBlockTest, JsonIsAListOfSlotsThatIsSortedAndOtherwiseTakenAsItIs) {
   const TimeBlock block =
       read("[" + slotJson(12, 14) + "," + slotJson(13, 15) + "," + slotJson(8, 5) + "]");
   EXPECT_EQ("8-5 12-14 13-15", text(block));
+  // Its order is not taken on trust.
+  EXPECT_TRUE(read("[" + slotJson(1, 9) + "," + slotJson(2, 3) + "]").haveBlock(at(4), at(5)));
+  TimeBlock bound;
+  Json::Value list = test_support::json("[" + slotJson(1, 9) + "]");
+  cppbind::JsonDecodeBinder decoder;
+  cppbind::Binder binder(&decoder, list);
+  bound.setBind(&binder, false);
+  EXPECT_TRUE(bound.empty());
   TimeBlock unsorted = blockOf({slot(12, 14), slot(8, 10)});
   const Json::Value written = cppbind::JsonEncodeBinder().encode(unsorted);
   EXPECT_EQ(test_support::json("[" + slotJson(12, 14) + "," + slotJson(8, 10) + "]"), written);
@@ -329,11 +340,11 @@ void expectAbort(const char* report, const std::function<void()>& call) {
 TEST(TimeBlockTest, ReversedIntervalsAndMissingSlotsEndTheProcess) {
   const TimeBlock none;
   TimeBlock block(at(8), at(12));
-  const std::string header = "include/libvarrow/time/TimeBlock.h";
-  const std::string source = "src/time/TimeBlock.cpp";
   expectAbort("Assertion `begin <= end' failed", [] { TimeSlot(at(9), at(8)); });
   expectAbort("Assertion `start <= end' failed", [&] { block.removeTimeBlock(at(9), at(8)); });
   expectAbort("Assertion `start <= end' failed", [&] { none.haveBlock(at(9), at(8)); });
+  expectAbort("src/time/TimeBlock.cpp:", [&] { none.haveBlock(at(9), at(8)); });
+  expectAbort("include/libvarrow/time/TimeBlock.h:", [&] { none.beginTime(); });
   expectAbort("Assertion `s2 <= e2' failed", [&] { block.hasIntersection(at(29), at(28)); });
   expectAbort("Assertion `s2 <= e2' failed", [&] { block.intersection(at(29), at(28)); });
   for (const std::function<void()>& call : std::initializer_list<std::function<void()>>{

@@ -78,6 +78,9 @@ TEST(TimeRangeTest, WindowsAndIntervalsThatAreNoneEndTheProcess) {
     expectAbort("BackTraceException", [&] { isOverlap(begin, end, at(8), at(9)); });
   }
   expectAbort("BackTraceException", [] { isOverlap(hours(8), hours(10), at(8), at(8)); });
+  const hours ages(2147483647);
+  expectAbort("BackTraceException", [&] { isInRange(-ages, ages, at(8)); });
+  expectAbort("BackTraceException", [&] { isOverlap(-ages, ages, at(8), at(9)); });
 }
 
 // The text forms of a value, or of what a pointer points to.

@@ -132,7 +132,7 @@ class LIBVARROW_API TimeSlot {
   /// {"timeBegin": "2024-03-05 08:00:00", "timeEnd": "2024-03-05 12:00:00", "shift": "early",
   /// "blockCount": 1, "tags": ["frozen"]}. Only "blockCount" may be missing and keeps its value
   /// then. A tag without a name is logged at ERROR and passed over. "tags" is written empty,
-  /// whatever the slot's tags are; a slot without shift writes null. Begin and end may stand in any
+  /// whatever the slot's tags are; a slot without shift writes null, which is not read back. Begin and end may stand in any
   /// order.
   void setBind(cppbind::Binder* binder, bool bindFields);
 

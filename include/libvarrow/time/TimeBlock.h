@@ -86,7 +86,7 @@ class LIBVARROW_API TimeSlot {
 /// the middle moves the slots behind it.
 ///
 /// Threads may share a block that none of them changes. Writing one as JSON sorts its slots, which
-/// is a change only if they were out of order.
+/// is a change only if they were not sorted.
 class LIBVARROW_API TimeBlock {
  public:
   /// No slots. For results that are handed out by reference.
@@ -96,7 +96,8 @@ class LIBVARROW_API TimeBlock {
   /// The one slot [begin, end]; none when the times are equal. Reversed times throw as addTimeBlock
   /// does.
   TimeBlock(boost::posix_time::ptime const& begin, boost::posix_time::ptime const& end);
-  /// The slots as they are: neither sorted, nor merged, nor checked.
+  /// The slots as they are: neither sorted, nor merged, nor checked. Explicit, as no list of slots
+  /// should become a block unnoticed.
   explicit TimeBlock(std::vector<TimeSlot> const& slots);
   explicit TimeBlock(std::vector<TimeSlot>&& slots);
 
@@ -185,7 +186,7 @@ class LIBVARROW_API TimeBlock {
   boost::posix_time::time_duration getTotalDur() const;
 
   /// The block's time in a window: [8, 12] has 1 hour in [11, 14]. Checks that the window is
-  /// neither empty nor reversed.
+  /// neither empty nor reversed, nor any slot that it looks at.
   boost::posix_time::time_duration getTotalDur(
       boost::posix_time::ptime const& statistical_time_begin,
       boost::posix_time::ptime const& statistical_time_end) const;
@@ -210,7 +211,7 @@ class LIBVARROW_API TimeBlock {
   std::vector<boost::gregorian::date> getAllDates() const;
 
   /// The days whose 0:00 lies inside a slot, ends included, ascending. Days that are out of order
-  /// fail an assertion.
+  /// fail an assertion; a slot that ends on a day before its begin has none.
   std::vector<boost::gregorian::date> getDatesContainFullDay() const;
 
   /// For each day from date_begin to date_end, both included: whether a slot touches it. Checks

@@ -65,9 +65,10 @@ class LIBVARROW_API TimeSlotWithEfficiency : public TimeSlot {
   /// TimeSlot's text and ", efficiency:0.800000".
   std::string dumpAsString() const;
 
-  /// TimeSlot's keys and "processEfficiency", which may be missing and keeps its value then. The
-  /// efficiency is cut to four decimals and to single precision, when it is written too: 0.33333
-  /// becomes the float nearest to 0.3333.
+  /// TimeSlot's keys and "processEfficiency", which may be missing and keeps its value then. After
+  /// that the slot's efficiency is cut to four decimals and to single precision, 0.33333 to the
+  /// float nearest to 0.3333, a negative one or none to 0. So it is when the slot is written, which
+  /// writes the value as it was: a slot that is being written is being changed.
   void setBind(cppbind::Binder* binder, bool bindFields);
 
  private:

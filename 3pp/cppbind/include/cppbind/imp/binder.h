@@ -196,7 +196,8 @@ Json::Value JsonEncodeBinder::encode(const T& object) {
   } else {
     Json::Value json(Json::objectValue);
     Binder binder(*this, json);
-    // The description of fields is one for both directions; writing does not change the object.
+    // The description of fields is one for both directions. One that tidies its object while it is
+    // written (sorts, cuts digits) does so to whoever gave it as const.
     if constexpr (hasSetBind<T>) const_cast<T&>(object).setBind(&binder, true);
     return json;
   }

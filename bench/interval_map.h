@@ -1,0 +1,138 @@
+// A set of intervals by hand, on std::map: the peer that TimeBlock would otherwise have been.
+#pragma once
+
+#include <algorithm>
+#include <boost/date_time/posix_time/posix_time_types.hpp>
+#include <iterator>
+#include <map>
+
+#include "calendar.h"
+
+namespace bench {
+
+/// Begins to ends; disjoint, none touching.
+class IntervalMap {
+ public:
+  void add(Time begin, Time end) {
+    if (slots_.empty() || slots_.rbegin()->second < begin) {
+      slots_.emplace_hint(slots_.end(), begin, end);
+      return;
+    }
+    auto first = slots_.upper_bound(begin);
+    if (first != slots_.begin() && !(std::prev(first)->second < begin)) {
+      --first;
+      begin = first->first;
+    }
+    auto last = first;
+    for (; last != slots_.end() && !(end < last->first); ++last) end = std::max(end, last->second);
+    if (first != last && first->first == begin) {
+      first->second = end;
+      slots_.erase(std::next(first), last);
+    } else {
+      slots_.emplace_hint(slots_.erase(first, last), begin, end);
+    }
+  }
+
+  void add(const IntervalMap& other) {
+    for (const auto& [begin, end] : other.slots_) add(begin, end);
+  }
+
+  void remove(Time begin, Time end) {
+    auto slot = slots_.upper_bound(begin);
+    if (slot != slots_.begin() && begin < std::prev(slot)->second) --slot;
+    while (slot != slots_.end() && slot->first < end) {
+      const Time slotEnd = slot->second;
+      if (slot->first < begin) {
+        slot->second = begin;
+        ++slot;
+      } else {
+        slot = slots_.erase(slot);
+      }
+      if (end < slotEnd) slots_.emplace_hint(slot, end, slotEnd);
+    }
+  }
+
+  void remove(const IntervalMap& other) {
+    for (const auto& [begin, end] : other.slots_) remove(begin, end);
+  }
+
+  IntervalMap intersection(Time begin, Time end) const {
+    IntervalMap result;
+    for (auto slot = firstEndingBehind(begin); isBefore(slot, end); ++slot) {
+      result.append(std::max(slot->first, begin), std::min(slot->second, end));
+    }
+    return result;
+  }
+
+  bool contains(Time begin, Time end) const {
+    const auto slot = slots_.upper_bound(begin);
+    return slot != slots_.begin() && !(std::prev(slot)->second < end);
+  }
+
+  bool meets(Time begin, Time end) const { return isBefore(firstEndingBehind(begin), end); }
+
+  Duration total() const {
+    Duration total;
+    for (const auto& [begin, end] : slots_) total += end - begin;
+    return total;
+  }
+
+  Duration total(Time begin, Time end) const {
+    Duration total;
+    for (auto slot = firstEndingBehind(begin); isBefore(slot, end); ++slot) {
+      total += std::min(slot->second, end) - std::max(slot->first, begin);
+    }
+    return total;
+  }
+
+  /// The first `length` from `time` on; nothing when there is not as much.
+  IntervalMap forwards(Time time, Duration length) const {
+    IntervalMap result;
+    for (auto slot = firstEndingBehind(time); slot != slots_.end(); ++slot) {
+      const Time begin = std::max(slot->first, time);
+      const Time end = std::min(slot->second, begin + length);
+      result.append(begin, end);
+      length -= end - begin;
+      if (length == Duration()) return result;
+    }
+    return IntervalMap();
+  }
+
+  /// The last `length` in the slots that end before `time`; nothing when there is not as much.
+  IntervalMap backwards(Time time, Duration length) const {
+    IntervalMap result;
+    auto slot = slots_.lower_bound(time);
+    if (slot != slots_.begin() && !(std::prev(slot)->second < time)) --slot;
+    while (slot != slots_.begin()) {
+      --slot;
+      const Time begin = std::max(slot->first, slot->second - length);
+      result.slots_.emplace_hint(result.slots_.begin(), begin, slot->second);
+      length -= slot->second - begin;
+      if (length == Duration()) return result;
+    }
+    return IntervalMap();
+  }
+
+  Slots slots() const {
+    Slots slots;
+    for (const auto& [begin, end] : slots_) slots.push_back({begin, end});
+    return slots;
+  }
+
+ private:
+  using Iterator = std::map<Time, Time>::const_iterator;
+
+  Iterator firstEndingBehind(Time time) const {
+    auto slot = slots_.upper_bound(time);
+    if (slot != slots_.begin() && time < std::prev(slot)->second) --slot;
+    return slot;
+  }
+
+  bool isBefore(Iterator slot, Time end) const { return slot != slots_.end() && slot->first < end; }
+
+  void append(Time begin, Time end) { slots_.emplace_hint(slots_.end(), begin, end); }
+
+  std::map<Time, Time> slots_;
+};
+
+}  // namespace bench
