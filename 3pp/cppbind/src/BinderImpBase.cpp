@@ -42,6 +42,10 @@ BinderImpBase::~BinderImpBase() = default;
 
 boost::shared_ptr<Backup> BinderImpBase::regClassRegisterWithAutoRollBack(ClassRegisterBase* reg) {
   CPPBIND_ASSERT(this->class_reg == NULL);  // NOLINT(modernize-use-nullptr): the text is printed
+  return replaceClassRegister(reg);
+}
+
+boost::shared_ptr<Backup> BinderImpBase::replaceClassRegister(ClassRegisterBase* reg) {
   auto backup = boost::make_shared<Backup>(this);
   class_reg = reg;
   return backup;

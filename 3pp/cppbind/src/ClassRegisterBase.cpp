@@ -2,6 +2,7 @@
 
 #include <cctype>
 #include <iostream>
+#include <iterator>
 #include <utility>
 
 #include "cppbind/Assert.h"
@@ -28,6 +29,16 @@ void ClassRegisterBase::regClass(std::string className, boost::shared_ptr<ObjFac
   }
   static_cast<void>(*factory);  // the pointer's own assertion refuses null
   factories_.emplace(std::move(key), std::move(factory));
+}
+
+bool ClassRegisterBase::unregClass(const std::string& className) {
+  return factories_.erase(lowered(className)) > 0;
+}
+
+void ClassRegisterBase::unregClassesOf(const CodeOwner& owner) {
+  for (auto entry = factories_.begin(); entry != factories_.end();) {
+    entry = entry->second->codeOwner() == owner ? factories_.erase(entry) : std::next(entry);
+  }
 }
 
 ObjFactory& ClassRegisterBase::findFactory(const std::string& className) const {

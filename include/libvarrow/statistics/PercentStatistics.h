@@ -16,6 +16,9 @@ class LIBVARROW_API PercentStatistics : public CountStatistics {
 
   Json::Value toJsonValue4Bind() const override;
 
+ protected:
+  std::uint64_t total() const { return total_; }
+
  private:
   std::uint64_t total_;
 };

@@ -42,6 +42,9 @@ class CPPBIND_API BinderImpBase : private boost::noncopyable {
   /// Ends the process when a registry is set already.
   [[nodiscard]] boost::shared_ptr<Backup> regClassRegisterWithAutoRollBack(ClassRegisterBase* reg);
 
+  /// As above, whatever registry is in use now; `reg` may be null.
+  [[nodiscard]] boost::shared_ptr<Backup> replaceClassRegister(ClassRegisterBase* reg);
+
   /// The registry in use, or null.
   ClassRegisterBase* classRegister() const { return class_reg; }
 

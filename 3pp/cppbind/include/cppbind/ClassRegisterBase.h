@@ -8,6 +8,7 @@
 #include <memory>
 #include <string>
 
+#include "cppbind/CodeOwner.h"
 #include "cppbind/Export.h"
 #include "cppbind/Object.h"
 #include "cppbind/ParseErrorException.h"
@@ -25,6 +26,14 @@ class CPPBIND_API ClassRegisterBase {
   /// Registers `factory` (not null) under `className`. A name that is taken, whatever its case,
   /// prints "Error ... alread registered ..." to standard output and ends the process.
   void regClass(std::string className, boost::shared_ptr<ObjFactory> factory);
+
+  /// Takes the class out again; false when there is none of that name. Objects that were created
+  /// live on.
+  bool unregClass(const std::string& className);
+  /// Takes out every class whose code `owner` keeps loaded.
+  void unregClassesOf(const CodeOwner& owner);
+  /// Whether no class is registered.
+  bool empty() const { return factories_.empty(); }
 
   /// The factory for `className`, kept alive by the registry. A name that is not registered is
   /// printed to standard output and throws ClassMissRegException.

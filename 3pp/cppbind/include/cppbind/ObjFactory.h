@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "cppbind/BinderImpBase.h"
+#include "cppbind/CodeOwner.h"
 #include "cppbind/Export.h"
 #include "cppbind/Object.h"
 #include "cppbind/imp/json_decode_binder.h"
@@ -32,12 +33,16 @@ class CPPBIND_API ObjFactory {
   /// Name of the class that create() makes.
   virtual std::string typeName() const = 0;
 
+  /// Who keeps the class's code loaded.
+  const CodeOwner& codeOwner() const { return codeOwner_; }
+
  protected:
   /// What a created object remembers of its making.
   Json::Value creationRecord(const Json::Value& json) const;
 
  private:
   Json::Value baseProperty_;
+  CodeOwner codeOwner_ = currentCodeOwner();
 };
 
 /// {name: fields}: the form in which JSON names an object's class.
@@ -55,6 +60,7 @@ class ObjWrapperT : public T {
   void setConverters(boost::shared_ptr<const ConverterTable> converters) {
     converters_ = std::move(converters);
   }
+  void setCodeOwner(CodeOwner owner) { codeOwner_ = std::move(owner); }
 
   Json::Value getJsonValue4Bind() const override {
     return dynamicTypeForm(className_,
@@ -67,6 +73,7 @@ class ObjWrapperT : public T {
   std::string className_;
   Json::Value creationRecord_;
   boost::shared_ptr<const ConverterTable> converters_;
+  CodeOwner codeOwner_;
 };
 
 /// The factory of `T`. A class with a setBind is default-constructed and read in place, so it need
@@ -83,6 +90,7 @@ class ObjFactoryT : public ObjFactory {
     std::unique_ptr<ObjWrapperT<T>> object = read(name, json, decoder);
     object->setCreationRecord(creationRecord(json));
     object->setConverters(decoder.converters());
+    object->setCodeOwner(codeOwner());
     return object.release();
   }
 

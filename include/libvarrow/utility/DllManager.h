@@ -1,0 +1,73 @@
+// Plug-in libraries.
+#pragma once
+
+#include <boost/filesystem/path.hpp>
+#include <boost/shared_ptr.hpp>
+#include <map>
+#include <string>
+
+#include "libvarrow/Export.h"
+
+namespace boost {
+namespace dll {
+class shared_library;
+}
+}  // namespace boost
+
+namespace libvarrow {
+
+/// Loads plug-ins and has each register its classes. A plug-in is a shared library that exports a
+/// function under the alias "initModule", which is called once, right after loading:
+///
+///     #include <boost/dll/alias.hpp>
+///     static void registerClasses() {
+///       libvarrow::RegistersManager::createRegister("modules")->regClass<Dispatch>("Dispatch");
+///     }
+///     BOOST_DLL_ALIAS(registerClasses, initModule)
+///
+/// Plug-in and host link the same varrow library and are built alike.
+///
+/// A plug-in's code stays loaded until the manager is destroyed, so the manager is to outlive all
+/// that comes from its plug-ins: objects first, then registries that the host made itself, then the
+/// manager. It takes the plug-ins' classes out of the named registries on its own. Should anything
+/// of a plug-in be alive then, a created object or a class in another registry, the library is not
+/// unloaded; a WARN line names it. What is not created by class name (threads, callbacks) the
+/// manager cannot see.
+///
+/// Copies share the libraries, which go with the last of them. Not locked: load at start-up from
+/// one thread.
+class LIBVARROW_API DllManager {
+ public:
+  DllManager();
+
+  /// The library loaded under `name`, or null.
+  const boost::dll::shared_library* findDll(const std::string& name) const;
+
+  /// The same, and loads it from the directory `dir` if needed: the file NAME.so there, or else
+  /// libNAME.so (NAME.dll on Windows). Loading is logged at INFO.
+  ///
+  /// A file that cannot be loaded throws std::runtime_error "shared library:PATH err:MESSAGE!", one
+  /// without "initModule" boost::system::system_error "boost::dll::shared_library::get() failed
+  /// ...", and what initModule throws passes as it is; the latter two are logged at ERROR with the
+  /// file first. Nothing is kept under the name then. The code of a plug-in whose initModule threw
+  /// stays loaded for good, as the error may be of a type of its own.
+  const boost::dll::shared_library* findOrCreateDll(const std::string& name,
+                                                    const std::string& dir);
+
+  /// Loads every library in `dir`, not in directories below: each file whose extension is exactly
+  /// ".so" (".dll" on Windows), under its name without that. A relative `dir` that does not exist
+  /// is looked for beside the running program; one that is not there either, or is no directory,
+  /// loads nothing. Errors are those of findOrCreateDll; libraries loaded before stay.
+  void autoLoad(const std::string& dir);
+
+ private:
+  class Plugin;
+
+  static std::string nativeName(const std::string& name);
+  const boost::dll::shared_library* load(const std::string& name,
+                                         const boost::filesystem::path& file);
+
+  std::map<std::string, boost::shared_ptr<Plugin>> plugins_;
+};
+
+}  // namespace libvarrow

@@ -1,0 +1,31 @@
+// The base of everything that says why a check failed.
+#pragma once
+
+#include <json/value.h>
+
+#include <string>
+
+#include "libvarrow/Export.h"
+
+namespace libvarrow {
+
+class LIBVARROW_API FailReason {
+ public:
+  FailReason() = default;
+  FailReason(const FailReason&) = default;
+  FailReason(FailReason&&) = default;
+  FailReason& operator=(const FailReason&) = default;
+  FailReason& operator=(FailReason&&) = default;
+  virtual ~FailReason();
+
+  /// The reason for programs, as each class documents.
+  virtual Json::Value getJsonValueInfo() const = 0;
+
+  /// The reason for people: dumpJsonValueInfo() unless a class says it better.
+  virtual std::string toStr() const;
+
+  /// getJsonValueInfo() as text indented by tabs, with a line end.
+  std::string dumpJsonValueInfo() const;
+};
+
+}  // namespace libvarrow

@@ -1,0 +1,42 @@
+// The rules that failed in one check, and the objects that the check was about.
+#pragma once
+
+#include <boost/shared_ptr.hpp>
+#include <string>
+#include <vector>
+
+#include "libvarrow/xrule/FailReason.h"
+#include "libvarrow/xrule/RuleReason.h"
+
+namespace libvarrow {
+
+/// In JSON: {"refObjList": [...], "ruleReasonList": [...]}; without referred objects the former is
+/// not there.
+class LIBVARROW_API RuleValidatorReason : public FailReason {
+ public:
+  RuleValidatorReason() = default;
+  explicit RuleValidatorReason(std::string refObj);
+  /// Two referred objects, such as a job and its machine.
+  RuleValidatorReason(std::string first, std::string second);
+  explicit RuleValidatorReason(std::vector<std::string> refObjs);
+
+  void addRefObj(const std::string& refObj);
+  /// Takes ownership.
+  void appendReason(RuleReason* reason);
+  void appendReason(const boost::shared_ptr<RuleReason>& reason);
+
+  const std::vector<std::string>& refObjs() const { return refObjs_; }
+  const std::vector<boost::shared_ptr<RuleReason>>& reasons() const { return reasons_; }
+
+  Json::Value getJsonValueInfo() const override;
+  /// A value for each rule reason: its own JSON with "refObjList" added.
+  std::vector<Json::Value> getJsonValueInfoV2() const;
+
+ private:
+  Json::Value refObjList() const;
+
+  std::vector<std::string> refObjs_;
+  std::vector<boost::shared_ptr<RuleReason>> reasons_;
+};
+
+}  // namespace libvarrow

@@ -1,0 +1,52 @@
+// The start of a process.
+#include "libvarrow/env/process_init.h"
+
+#include <gtest/gtest.h>
+#include <omp.h>
+
+#include <boost/filesystem/operations.hpp>
+#include <iostream>
+
+#include "libvarrow/env/RunTimeEnv.h"
+#include "support/ChildProcess.h"
+#include "support/TemporaryDirectory.h"
+
+namespace {
+
+using namespace libvarrow;
+
+TEST(ProcessInitTest, OpenMpLeavesAPartOfTheProcessors) {
+  const std::pair<int, unsigned> cases[] = {{1, 1},    {2, 2},    {8, 8},    {10, 9},  {16, 15},
+                                            {100, 90}, {101, 51}, {128, 64}, {129, 65}};
+  for (const auto& [processors, threads] : cases) {
+    EXPECT_EQ(threads, openMPThreadCount(processors)) << processors;
+  }
+}
+
+TEST(ProcessInitTest, OneCallInstallsTheErrorHandlerAndSetsTheThreadCount) {
+  const auto child = test_support::runInChild([] {
+    porcessCommonInit();
+    std::cout << omp_get_max_threads();
+  });
+  const int processors = omp_get_num_procs();
+  const std::string cores = std::to_string(processors);
+  const std::string threads = std::to_string(openMPThreadCount(processors));
+  EXPECT_EQ("init backtrace\nphysical_cores=" + cores +
+                "\nreset openmp parallel threads number from:" + cores + " to " + threads + "\n" +
+                threads,
+            child.output);
+}
+
+TEST(RunTimeEnvTest, ThePathsAreThoseOfTheFirstUse) {
+  const test_support::TemporaryDirectory directory;
+  const auto child = test_support::runInChild([] {
+    const boost::filesystem::path start = boost::filesystem::current_path();
+    RunTimeEnv& env = RunTimeEnv::instance();
+    boost::filesystem::current_path("/");
+    std::cout << (&env == &RunTimeEnv::instance()) << (env.runPath() == start)
+              << (env.confPath() == start);
+  });
+  EXPECT_EQ("111", child.output);
+}
+
+}  // namespace

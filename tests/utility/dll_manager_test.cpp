@@ -1,0 +1,167 @@
+// Plug-ins, each test in a process of its own: what is loaded stays loaded.
+#include "libvarrow/utility/DllManager.h"
+
+#include <gtest/gtest.h>
+
+#include <boost/dll/runtime_symbol_info.hpp>
+#include <boost/dll/shared_library.hpp>
+#include <boost/filesystem/operations.hpp>
+#include <fstream>
+#include <functional>
+#include <iostream>
+#include <iterator>
+#include <memory>
+
+#include "libvarrow/log/log.h"
+#include "libvarrow/utility/RegistersManager.h"
+#include "support/ChildProcess.h"
+#include "support/TemporaryDirectory.h"
+#include "support/errors.h"
+
+namespace {
+
+using libvarrow::DllManager;
+using libvarrow::RegistersManager;
+using test_support::errorOf;
+using test_support::runInChild;
+
+// Copies into the current directory and below, with a log that standard output shows.
+class DllManagerTest : public test_support::InTemporaryDirectory {
+ protected:
+  static void provide(const char* plugin, const std::string& as) {
+    boost::filesystem::copy_file(std::string(PLUGINS) + "/" + plugin + ".so", as);
+  }
+  static void logToOutput() {
+    test_support::writeFile("log.conf",
+                            "log4cplus.rootLogger=INFO, C\n"
+                            "log4cplus.appender.C=log4cplus::ConsoleAppender\n"
+                            "log4cplus.appender.C.layout=log4cplus::PatternLayout\n"
+                            "log4cplus.appender.C.layout.ConversionPattern=%p %m%n\n");
+    InitRootLogger("log.conf");
+  }
+  static std::string run(const std::function<void()>& body) {
+    const auto child = runInChild([&] {
+      logToOutput();
+      body();
+    });
+    EXPECT_EQ(0, child.exitCode) << child.signal << child.errors;
+    return child.output + child.errors;
+  }
+  static std::string at(const std::string& file) {
+    return (boost::filesystem::current_path() / file).string();
+  }
+};
+
+TEST_F(DllManagerTest, APlugInIsLoadedOnceUnderItsName) {
+  provide("good", "libdecorated.so");
+  const std::string output = run([&] {
+    DllManager manager;
+    const auto* loaded = manager.findOrCreateDll("decorated", at(""));
+    std::cout << "ok\n";
+    EXPECT_TRUE(loaded != nullptr && loaded->is_loaded());
+    EXPECT_EQ(loaded, manager.findOrCreateDll("decorated", "elsewhere"));
+    EXPECT_EQ(loaded, manager.findDll("decorated"));
+    EXPECT_EQ(nullptr, manager.findDll("Decorated"));
+    if (testing::Test::HasFailure()) std::cout << "failed\n";
+  });
+  EXPECT_EQ("INFO 开始加载动态库:decorated\ninitModule\nINFO 成功加载动态库:decorated\nok\n",
+            output);
+}
+
+TEST_F(DllManagerTest, ADirectoryIsSearchedForExactlyTheLibrariesInIt) {
+  boost::filesystem::create_directories("d.so");
+  provide("good", "a.so");
+  provide("good", "b.SO");
+  provide("good", "d.so/inner.so");
+  test_support::writeFile("c.txt", "text");
+  const std::string output = run([] {
+    DllManager manager;
+    manager.autoLoad(".");
+    manager.autoLoad(boost::filesystem::current_path().string());
+    manager.autoLoad("a.so");
+    manager.autoLoad("nowhere");
+  });
+  EXPECT_EQ("INFO 开始加载动态库:a\ninitModule\nINFO 成功加载动态库:a\n", output);
+}
+
+TEST_F(DllManagerTest, ARelativeDirectoryMayStandBesideTheProgram) {
+  const std::string output = run([] {
+    const auto beside = boost::dll::program_location().parent_path() / "plugins";
+    EXPECT_TRUE(boost::filesystem::is_directory(beside));
+    DllManager manager;
+    std::cout << errorOf([&] { manager.autoLoad("plugins"); });
+  });
+  EXPECT_NE(std::string::npos, output.find("开始加载动态库:"));
+}
+
+TEST_F(DllManagerTest, WhatIsNoPlugInSaysWhichFileAndWhyAndIsNotKept) {
+  provide("without_entry", "without_entry.so");
+  provide("throwing", "throwing.so");
+  test_support::writeFile("text.so", "no library");
+  boost::filesystem::create_directory("folder.so");
+  const std::string output = run([&] {
+    // The errors are read when the managers are gone.
+    for (const char* name : {"gone", "text", "folder", "without_entry", "throwing", "throwing"}) {
+      std::cout << name << ": " << errorOf([&, name] {
+        DllManager manager;
+        const auto notKept = [&] { return manager.findDll(name) == nullptr; };
+        try {
+          manager.findOrCreateDll(name, at(""));
+        } catch (...) {
+          std::cout << (notKept() ? "not kept, " : "kept, ");
+          throw;
+        }
+      }) << std::endl;
+    }
+    std::cout << (RegistersManager::getRegister("plug-ins") == nullptr) << std::endl;
+  });
+  const auto expectText = [&](const std::string& text) {
+    EXPECT_NE(std::string::npos, output.find(text)) << text << "\nin\n" << output;
+  };
+  expectText("not kept, shared library:" + at("gone.so") + " err:");
+  expectText("No such file or directory");
+  expectText("not kept, shared library:" + at("text.so") + " err:");
+  expectText("file too short");
+  expectText("not kept, shared library:" + at("folder.so") + " err:");
+  expectText("ERROR shared library:" + at("without_entry.so") +
+             " err:boost::dll::shared_library::get() failed");
+  expectText("not kept, boost::dll::shared_library::get() failed");
+  expectText("ERROR shared library:" + at("throwing.so") + " err:");
+  expectText("not kept, no licence\n1\n");
+}
+
+TEST_F(DllManagerTest, ThePlugInsClassesGoWithTheManagerAndItsCodeWhenNothingOfItIsAlive) {
+  provide("good", "good.so");
+  const auto isLoaded = [] {
+    std::ifstream maps("/proc/self/maps");
+    const std::string text{std::istreambuf_iterator<char>(maps), {}};
+    return text.find("/good.so") != std::string::npos;
+  };
+  const auto create = [] {
+    auto* reg = RegistersManager::getRegister("plug-ins");
+    return std::unique_ptr<cppbind::Object>(reg->create("Greeter", Json::Value()));
+  };
+  const std::string inOrder = run([&] {
+    auto manager = std::make_unique<DllManager>();
+    manager->findOrCreateDll("good", at(""));
+    create();
+    manager.reset();
+    std::cout << isLoaded() << (RegistersManager::getRegister("plug-ins") == nullptr) << std::endl;
+  });
+  EXPECT_NE(std::string::npos, inOrder.find("greeter gone\n01\n")) << inOrder;
+
+  const std::string tooLate = run([&] {
+    auto manager = std::make_unique<DllManager>();
+    manager->findOrCreateDll("good", at(""));
+    auto object = create();
+    manager.reset();
+    std::cout << isLoaded() << (RegistersManager::getRegister("plug-ins") == nullptr) << std::endl;
+    object.reset();
+  });
+  EXPECT_NE(std::string::npos, tooLate.find("WARN shared library:" + at("good.so") +
+                                            " stays loaded: 1 of its classes and objects are alive"
+                                            "\n11\ngreeter gone\n"))
+      << tooLate;
+}
+
+}  // namespace

@@ -1,0 +1,153 @@
+// Rules, their results and the reasons for failing.
+#include "libvarrow/xrule/Rule.h"
+
+#include <gtest/gtest.h>
+
+#include <boost/make_shared.hpp>
+#include <csignal>
+
+#include "libvarrow/xrule/RuleResult.h"
+#include "libvarrow/xrule/ValidatorReason.h"
+#include "support/ChildProcess.h"
+#include "support/json.h"
+#include "xrule/checks.h"
+
+namespace xrule_test {
+
+using namespace libvarrow;
+using test_support::json;
+
+TEST(RuleTest, CountsAndFlagsAreItsOwnAndCopied) {
+  AtMost rule;
+  EXPECT_TRUE(rule.isEnabled());
+  EXPECT_EQ(RuleGenType{0}, rule.getRuleGenType());
+  EXPECT_FALSE(rule.getValidateAllFlag());
+  rule.limit = 3;
+  EXPECT_TRUE(rule.validate(3));
+  EXPECT_TRUE(rule.validate(1));
+  EXPECT_FALSE(rule.validate(4));
+  rule.disable();
+  rule.setRuleGenType(RuleGenType{7});
+  const AtMost copy = rule;
+  rule.resetStatisticsCount();
+  rule.enable();
+  std::string text;
+  EXPECT_EQ(json(R"({"failed_count": 0, "passed_count": 0, "rule_class": "xrule_test::AtMost"})"),
+            rule.getRuleBasicInfo(nullptr));
+  const Json::Value info = copy.getRuleBasicInfo(&text);
+  EXPECT_EQ(2, info["passed_count"].asInt());
+  EXPECT_EQ(
+      "{\n\t\"failed_count\" : 1,\n\t\"passed_count\" : 2,\n"
+      "\t\"rule_class\" : \"xrule_test::AtMost\"\n}\n",
+      text);
+  EXPECT_FALSE(copy.isEnabled());
+  EXPECT_EQ(RuleGenType{7}, copy.getRuleGenType());
+  EXPECT_EQ("xrule_test::AtMost", rule.dumpStr());
+  EXPECT_EQ(
+      "atMOST",
+      std::unique_ptr<Rule>(checks().create<Rule>("atMOST", json(R"({"limit":1})")))->dumpStr());
+}
+
+struct Reason : FailReason {
+  Json::Value getJsonValueInfo() const override { return json(R"({"why": "late"})"); }
+};
+
+TEST(RuleTest, AResultTellsItsFlagAndItsReason) {
+  RuleResult result;
+  EXPECT_EQ("flag: PASS", result.dumpStr());
+  result.setFlag(RuleResult::FLAG_FAILED_OVER_FLOW);
+  EXPECT_FALSE(result.isGood());
+  EXPECT_EQ("flag: FAIL", result.dumpStr());
+  Reason reason;
+  result.setReason(&reason);
+  EXPECT_EQ("flag: FAIL; failed_reason: {\n\t\"why\" : \"late\"\n}\n", result.dumpStr());
+
+  RuleParameter parameter;
+  RuleValidatorReason why("machine 3");
+  RuleValidateContext context(&parameter, &why);
+  EXPECT_TRUE(context.getResult().isGood());
+  EXPECT_EQ(&why, context.getResult().getReason());
+  EXPECT_EQ("parameter: libvarrow::RuleParameter; result: flag: PASS; failed_reason: " +
+                why.dumpJsonValueInfo(),
+            context.dumpStr());
+  EXPECT_EQ("parameter: null; result: flag: PASS", RuleValidateContext(nullptr, nullptr).dumpStr());
+}
+
+boost::shared_ptr<RuleReason> reasonOf(const Rule& rule, const char* detail) {
+  auto info = detail == nullptr ? nullptr : std::make_unique<Json::Value>(json(detail));
+  auto reason = boost::make_shared<RuleReason>(&rule, info);
+  EXPECT_EQ(nullptr, info);
+  return reason;
+}
+
+class ReasonTest : public testing::Test {
+ protected:
+  cppbind::ClassRegister reg = checks();
+  std::unique_ptr<Rule> rule{reg.create<Rule>("atmost", json(R"({"limit": 5})"))};
+  // What every reason says of the rule.
+  const std::string ofRule = R"("ruleName": "atmost",
+    "ruleClassName": "cppbind::ObjWrapperT<xrule_test::AtMost>",
+    "ruleProperty": {"baseProperty": "a property", "originParameter": {"limit": 5}})";
+};
+
+TEST_F(ReasonTest, TheFullFormIsATreeByValidator) {
+  EXPECT_EQ(json("{" + ofRule + "}"), reasonOf(*rule, nullptr)->getJsonValueInfo());
+  const auto validator = boost::make_shared<RuleValidatorReason>("job 1", "machine 2");
+  validator->addRefObj("day 3");
+  validator->appendReason(reasonOf(*rule, R"({"reasonStr": "too many"})"));
+  std::unique_ptr<Json::Value> none;
+  validator->appendReason(new RuleReason(rule.get(), none));
+  ValidatorReason report("plan");
+  report.addReason({{"load", validator}, {"nothing", nullptr}});
+  report.addReason("empty", boost::make_shared<RuleValidatorReason>());
+  EXPECT_EQ(json(R"({"refObj": "plan", "ruleValidatorReasonList": [
+      {"ruleValidatorName": "load", "ruleValidatorReason": {
+        "refObjList": ["job 1", "machine 2", "day 3"], "ruleReasonList": [
+          {)" + ofRule +
+                 R"(, "detailInfo": {"reasonStr": "too many"}}, {)" + ofRule + R"(}]}},
+      {"ruleValidatorName": "nothing"},
+      {"ruleValidatorName": "empty", "ruleValidatorReason": {"ruleReasonList": []}}]})"),
+            report.getJsonValueInfo());
+  EXPECT_EQ(json(R"({"refObj": "", "ruleValidatorReasonList": []})"),
+            ValidatorReason().getJsonValueInfo());
+}
+
+TEST_F(ReasonTest, TheOtherFormsAreFlat) {
+  const auto first = boost::make_shared<RuleValidatorReason>("job 1");
+  first->appendReason(reasonOf(*rule, R"({"reasonStr": "too many"})"));
+  first->appendReason(reasonOf(*rule, R"({"reasonStr": 3})"));
+  const auto second = boost::make_shared<RuleValidatorReason>(std::vector<std::string>{"a", "b"});
+  second->appendReason(reasonOf(*rule, "[1]"));
+  ValidatorReason report("plan");
+  EXPECT_EQ(json(R"({"refObj": "plan"})"), report.getJsonValueInfoV2());
+  report.addReason("x", first);
+  report.addReason("y", second);
+  EXPECT_EQ(json(R"({"refObj": "plan", "rulesBreak": [
+      {)" + ofRule +
+                 R"(, "detailInfo": {"reasonStr": "too many"}, "refObjList": ["job 1"]},
+      {)" + ofRule +
+                 R"(, "detailInfo": {"reasonStr": 3}, "refObjList": ["job 1"]},
+      {)" + ofRule +
+                 R"(, "detailInfo": [1], "refObjList": ["a", "b"]}]})"),
+            report.getJsonValueInfoV2());
+  report.addReason("z", nullptr);
+  second->appendReason(boost::shared_ptr<RuleReason>());
+  EXPECT_EQ(3u, report.getFailedReasonCount());
+  EXPECT_EQ(second->reasons()[0], report.getFailedReasons()[2]);
+  const auto simple = report.toSimple();
+  ASSERT_EQ(3u, simple->breakRules().size());
+  EXPECT_EQ("atmost", simple->breakRules()[0].ruleName);
+  EXPECT_EQ("too many", simple->breakRules()[0].reason);
+  EXPECT_EQ("", simple->breakRules()[1].reason);
+  EXPECT_EQ("", simple->breakRules()[2].reason);
+
+  ValidatorReason empty("plan");
+  empty.addReason("x", boost::make_shared<RuleValidatorReason>("job 1"));
+  EXPECT_FALSE(empty.getJsonValueInfoV2().isMember("rulesBreak"));
+  empty.addReason("z", nullptr);
+  const auto child = test_support::runInChild([&] { empty.getJsonValueInfoV2(); });
+  EXPECT_EQ(SIGABRT, child.signal);
+  EXPECT_NE(std::string::npos, child.errors.find("Expression 'px != 0' is false"));
+}
+
+}  // namespace xrule_test
