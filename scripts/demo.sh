@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Builds the example job shop and plans two well-known instances with it, one of them in shifts too.
+# Builds the example job shop and plans two well-known instances with it, one of them in shifts too,
+# which keeps the shop's rules, and once too late, which breaks some.
 # Needs neither network nor root once the packages are there.
 set -euo pipefail
 
@@ -10,6 +11,7 @@ out=$root/out/demo
 jobshop=$build/examples/jobshop/jobshop
 pipeline=$root/examples/jobshop/pipeline.json
 shifts=$root/examples/jobshop/pipeline_shifts.json
+late=$root/examples/jobshop/pipeline_late.json
 
 bold='' plain=''
 if [ -t 1 ]; then
@@ -70,10 +72,30 @@ plan_in_shifts() {
   printf '  %-12s %s\n' \
     makespan "$bold$(entry makespan "$summary")$plain" \
     clock "$(entry clock "$summary")" \
+    rules "$(entry rules "$summary")" \
     'run folder' "$run" \
     calendar "$run/dump/1_SetCalendars/out_detail.txt" \
     statistics "$run/statistics.json" \
     chart "$run/gantt.svg"
+}
+
+# A broken rule ends the run with 1, which is what is to be shown here.
+plan_too_late() {
+  local name=$1
+  local run=$out/${name}_late status=0 error
+  error=$(run_jobshop "$name" "$late" "$run" 2>&1 >/dev/null) || status=$?
+  if [ "$status" -ne 1 ] || [ ! -s "$run/rule_report.txt" ]; then
+    printf '%s\n' "$error" >&2
+    return 1
+  fi
+
+  printf '\n%s%s by the shortest operation first, too late%s\n' "$bold" "$name" "$plain"
+  printf '  %-12s %s\n' \
+    'exit status' "$bold$status$plain, as rules are broken" \
+    'run folder' "$run" \
+    chart "$run/gantt.svg" \
+    'rule report' "$run/rule_report.txt"
+  sed 's/^/    /' "$run/rule_report.txt"
 }
 
 "$here/install_packages.sh"
@@ -83,4 +105,5 @@ quietly "$out/build.log" build_jobshop
 plan ft06 55
 plan la01 666
 plan_in_shifts ft06
+plan_too_late ft06
 printf '\nOpen a chart in a browser; hover an operation to see what it is.\n'

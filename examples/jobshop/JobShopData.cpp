@@ -23,13 +23,23 @@ void JobShopData::setInstance(Instance instance) {
   lowerBound_ = jobshop::lowerBound(instance);
   instance_ = std::move(instance);
   calendar_ = {};
-  schedule_.reset();
+  forgetSchedule();
 }
 
 void JobShopData::setCalendar(ShopCalendar calendar) {
   lowerBound_ = jobshop::lowerBound(this->instance(), calendar);
   calendar_ = std::move(calendar);
+  forgetSchedule();
+}
+
+void JobShopData::setSchedule(Schedule schedule) {
+  forgetSchedule();
+  schedule_ = std::move(schedule);
+}
+
+void JobShopData::forgetSchedule() {
   schedule_.reset();
+  rulesVerdict_.clear();
 }
 
 const Instance& JobShopData::instance() const {
@@ -66,6 +76,7 @@ Json::Value JobShopData::getBaiscInfoJson() {
     info["makespan"] = Json::Int64(schedule_->makespan());
     if (calendar_.isSet()) info["end"] = calendar_.clock().at(schedule_->makespan());
     info["origin"] = schedule_->origin;
+    if (!rulesVerdict_.empty()) info["rules"] = rulesVerdict_;
   }
   return info;
 }

@@ -6,6 +6,7 @@
 #include <libvarrow/statistics/StatisticsContainer.h>
 
 #include <boost/filesystem/path.hpp>
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <vector>
@@ -20,6 +21,7 @@ namespace jobshop {
 struct RunSettings {
   boost::filesystem::path inputFolder;  ///< what ReadInstance's relative paths start from
   std::string instanceFile;             ///< unless empty, read instead of what the pipeline names
+  std::size_t progressColumns = 0;      ///< how wide progress bars may be; 0: there are none
 };
 
 /// The instance, the best schedule so far, and what was written of it.
@@ -50,10 +52,15 @@ class JobShopData : public libvarrow::ModuleData {
   /// That of the instance, with the calendar.
   Time lowerBound() const { return lowerBound_; }
 
-  void setSchedule(Schedule schedule) { schedule_ = std::move(schedule); }
+  /// Forgets what was said of another schedule.
+  void setSchedule(Schedule schedule);
   bool hasSchedule() const { return schedule_.has_value(); }
   /// As instance().
   const Schedule& schedule() const;
+
+  /// What the user's rules say of the schedule, in a few words; empty when none were asked.
+  const std::string& rulesVerdict() const { return rulesVerdict_; }
+  void setRulesVerdict(std::string verdict) { rulesVerdict_ = std::move(verdict); }
 
   void noteWrittenFile(std::string kind, const boost::filesystem::path& path);
   const std::vector<WrittenFile>& writtenFiles() const { return writtenFiles_; }
@@ -68,11 +75,14 @@ class JobShopData : public libvarrow::ModuleData {
   void dump4Debug(std::string path) const override;
 
  private:
+  void forgetSchedule();
+
   RunSettings settings_;
   std::optional<Instance> instance_;
   ShopCalendar calendar_;
   Time lowerBound_ = 0;
   std::optional<Schedule> schedule_;
+  std::string rulesVerdict_;
   std::vector<WrittenFile> writtenFiles_;
 };
 

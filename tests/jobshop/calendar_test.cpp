@@ -5,11 +5,11 @@
 #include <boost/property_tree/xml_parser.hpp>
 #include <sstream>
 
-#include "GanttChart.h"
 #include "JobShopData.h"
 #include "LowerBound.h"
 #include "ScheduleChecker.h"
 #include "ScheduleText.h"
+#include "gantt/GanttChart.h"
 #include "shop_fixtures.h"
 #include "support/errors.h"
 

@@ -4,8 +4,10 @@
 #include <unistd.h>
 
 #include <boost/filesystem/operations.hpp>
+#include <chrono>
 #include <cstdlib>
 
+#include "TerminalRun.h"
 #include "support/ChildProcess.h"
 #include "support/TemporaryDirectory.h"
 
@@ -19,19 +21,27 @@ namespace {
 const std::string kPipeline = JOBSHOP_FOLDER "/pipeline.json";
 
 /// Runs the program itself, as a user does.
-ChildResult jobshopRun(std::vector<std::string> arguments) {
+ChildResult jobshopRun(std::vector<std::string> arguments,
+                       const std::string& program = JOBSHOP_PROGRAM) {
   return test_support::runInChild([&] {
-    arguments.insert(arguments.begin(), JOBSHOP_PROGRAM);
+    arguments.insert(arguments.begin(), program);
     std::vector<char*> argv;
     for (std::string& argument : arguments) argv.push_back(argument.data());
     argv.push_back(nullptr);
-    ::execv(JOBSHOP_PROGRAM, argv.data());
+    ::execv(program.c_str(), argv.data());
     std::_Exit(98);
   });
 }
 
 Json::Value scheduleIn(const std::string& folder) {
   return libvarrow::File2Json(folder + "/schedule.json");
+}
+
+void expectOneLine(const ChildResult& run, int status, const std::string& error) {
+  EXPECT_EQ(run.exitCode, status) << error;
+  EXPECT_EQ(run.errors.find("jobshop: "), 0u) << run.errors;
+  EXPECT_NE(run.errors.find(error), std::string::npos) << run.errors << error;
+  EXPECT_EQ(run.errors.find('\n'), run.errors.size() - 1) << run.errors;
 }
 
 class Program : public test_support::InTemporaryDirectory {};
@@ -68,8 +78,9 @@ TEST_F(Program, LeavesEverythingInTheFolderOfTheRunAndReplacesWhatWasThere) {
   EXPECT_FALSE(fs::exists("out/run/dump/9_Stale"));
   EXPECT_EQ(std::distance(fs::directory_iterator("."), fs::directory_iterator()), 1);
   const std::string statistics = readFile("out/run/statistics.json");
-  for (const char* name : {"Module::Dispatch", "waiting_times", "makespans", "dispatching",
-                           "operations_by_machine", "\"violations\" : \"0/36;0%\""}) {
+  for (const char* name :
+       {"Module::Dispatch", "waiting_times", "makespans", "dispatching", "operations_by_machine",
+        "\"violations\" : \"0/36;0%\"", "\"tries\" : \"500/500;100%\"", "\"search\" : \"MOPNR\""}) {
     EXPECT_NE(statistics.find(name), std::string::npos) << name;
   }
 }
@@ -92,9 +103,80 @@ TEST_F(Program, PlansInShiftsAndDumpsACalendarThatPlansTheSame) {
   pipeline["modules"][0]["ReadInstance"]["file"] = JOBSHOP_FOLDER "/data/ft06.txt";
   pipeline["modules"][1]["SetCalendars"] =
       libvarrow::File2Json("run/dump/1_SetCalendars/after_process/calendar.json");
+  for (Json::Value& module : pipeline["modules"]) {
+    if (module.isMember("CheckRules")) module["CheckRules"]["file"] = JOBSHOP_FOLDER "/rules.json";
+  }
   writeFile("again.json", libvarrow::Json2Str(pipeline));
   EXPECT_EQ(jobshopRun({"again.json", "again"}).exitCode, 0);
   EXPECT_EQ(scheduleIn("again"), scheduleIn("run"));
+}
+
+TEST_F(Program, ABrokenRuleEndsARunWhoseFilesAreThere) {
+  const ChildResult good = jobshopRun({JOBSHOP_FOLDER "/pipeline_shifts.json", "good"});
+  EXPECT_NE(good.output.find("rules        all 4 kept\n"), std::string::npos) << good.output;
+  EXPECT_EQ(readFile("good/rule_report.txt").find('\n'),
+            readFile("good/rule_report.txt").size() - 1);
+
+  const ChildResult late = jobshopRun({JOBSHOP_FOLDER "/pipeline_late.json", "late"});
+  expectOneLine(late, 1,
+                "5_CheckRules: rules: 3 of 4 broken; LatestFinish: job 1 ends at 94, 34 after 60; "
+                "more in " +
+                    (directory.path() / "late/rule_report.txt\n").string());
+  for (const char* file : {"rule_report.json", "rule_report_v2.json", "schedule.json"}) {
+    EXPECT_TRUE(libvarrow::File2Json(std::string("late/") + file).isObject()) << file;
+  }
+  EXPECT_NE(readFile("late/statistics.json").find("\"rules_broken\" : \"3/4;75%\""),
+            std::string::npos);
+
+  // What is no rule file at all ends the process; the log tells which it was.
+  writeFile("broken.json", "{");
+  writeFile("log.conf", readFile(JOBSHOP_FOLDER "/log.conf"));
+  writeFile("p.json", R"({"modules": [{"ReadInstance": {"file": "one.txt"}},
+      {"Dispatch": {"rule": "SPT"}}, {"CheckRules": {"file": "broken.json"}}]})");
+  writeFile("one.txt", "1 1\n0 5\n");
+  EXPECT_NE(jobshopRun({"p.json", "run"}).signal, 0);
+  EXPECT_NE(readFile("run/log.txt").find("reading the rules of " + directory.path().string()),
+            std::string::npos);
+}
+
+TEST_F(Program, FindsPlugInsBesideItselfOnly) {
+  fs::create_directory("moved");
+  fs::copy_file(JOBSHOP_PROGRAM, "moved/jobshop");
+  const auto plugins = fs::path(JOBSHOP_PROGRAM).parent_path() / "plugins";
+  fs::create_directory("run");
+  fs::create_directory_symlink(plugins, "run/plugins");
+  const auto moved = [&] { return jobshopRun({kPipeline, "run"}, "moved/jobshop"); };
+  const std::string folder = (directory.path() / "moved/plugins").string();
+  expectOneLine(moved(), 1,
+                "pipeline.json: modules[4]: DrawGantt miss register; plug-ins come from " + folder +
+                    ", which is not there\n");
+  writeFile("moved/plugins/gantt.so", "no library");
+  expectOneLine(moved(), 1, "pipeline.json: shared library:" + folder + "/gantt.so err:");
+  fs::remove_all("moved/plugins");
+  fs::create_directory_symlink(plugins, "moved/plugins");
+  EXPECT_EQ(moved().exitCode, 0);
+  EXPECT_TRUE(fs::exists("run/gantt.svg"));
+}
+
+TEST_F(Program, AProgressBarGrowsOnATerminalOnlyAndIsWipedOut) {
+  writeFile("log.conf", "log4cplus.rootLogger=OFF\n");
+  writeFile("p.json", R"({"modules": [{"ReadInstance": {"file": ")" JOBSHOP_FOLDER
+                      R"(/data/la01.txt"}}, {"Dispatch": {"rule": "FIFO", "tries": 80000}}]})");
+  const auto start = std::chrono::steady_clock::now();
+  const std::string shown = jobshop_test::runOnTerminal(JOBSHOP_PROGRAM, {"p.json", "run"}, 60);
+  const auto tenths = (std::chrono::steady_clock::now() - start) / std::chrono::milliseconds(100);
+  const std::string begin = "\rFIFO [";
+  const std::size_t first = shown.find(begin);
+  ASSERT_NE(first, std::string::npos) << shown;
+  EXPECT_EQ(shown.find('\r', first + 1), first + 60) << "59 columns of the 60: " << shown;
+  long drawn = 0;
+  for (std::size_t at = first; at != std::string::npos; at = shown.find(begin, at + 1)) ++drawn;
+  EXPECT_LE(drawn, tenths + 1);
+  EXPECT_NE(shown.find('\r' + std::string(59, ' ') + "\rinstance "), std::string::npos) << shown;
+
+  const ChildResult run = jobshopRun({"p.json", "run"});
+  EXPECT_EQ(run.errors, "");
+  EXPECT_EQ(run.output.find("FIFO ["), std::string::npos);
 }
 
 TEST_F(Program, ThePipelineChoosesWhatRunsAndWhatIsKept) {
@@ -105,7 +187,7 @@ TEST_F(Program, ThePipelineChoosesWhatRunsAndWhatIsKept) {
         {"Dispatch": {"rule": "MWKR"}},
         {"Dispatch": {"rule": "SPT", "keep_best": false}},
         {"Dispatch": {"rule": "SPT", "tries": 50, "noise": 0}}]}},
-      {"WriteSchedule": {"json": "deep/plan.json", "csv": "", "gantt": "",
+      {"WriteSchedule": {"json": "deep/plan.json", "csv": "",
                          "start": "2024-03-05 06:00:00", "time_unit": "00:30:00"}}]})");
   const ChildResult run = jobshopRun({"shop/p.json", "run"});
   ASSERT_EQ(run.exitCode, 0) << run.errors;
@@ -114,14 +196,6 @@ TEST_F(Program, ThePipelineChoosesWhatRunsAndWhatIsKept) {
   EXPECT_EQ(plan["jobs"][5][0]["end"], 3);
   EXPECT_EQ(plan["jobs"][5][0]["end_clock"], "2024-03-05 07:30:00");
   EXPECT_FALSE(fs::exists("run/schedule.csv"));
-  EXPECT_FALSE(fs::exists("run/gantt.svg"));
-}
-
-void expectOneLine(const ChildResult& run, int status, const std::string& error) {
-  EXPECT_EQ(run.exitCode, status) << error;
-  EXPECT_EQ(run.errors.find("jobshop: "), 0u) << run.errors;
-  EXPECT_NE(run.errors.find(error), std::string::npos) << run.errors << error;
-  EXPECT_EQ(run.errors.find('\n'), run.errors.size() - 1) << run.errors;
 }
 
 TEST_F(Program, ABadPipelineIsOneLineWithThePathToTheFault) {
@@ -154,8 +228,8 @@ TEST_F(Program, ABadPipelineIsOneLineWithThePathToTheFault) {
       {R"({"ReadInstance": {"file": "one.txt"}}, {"WriteSchedule": {}})",
        "1_WriteSchedule: no schedule yet: a Dispatch has to come before"},
       {R"({"ReadInstance": {"file": "one.txt"}}, {"Dispatch": {"rule": "SPT"}},
-          {"WriteSchedule": {"gantt": "log.txt/gantt.svg"}})",
-       "2_WriteSchedule: cannot write log.txt/gantt.svg"}};
+          {"DrawGantt": {"file": "log.txt/gantt.svg"}})",
+       "2_DrawGantt: cannot write log.txt/gantt.svg"}};
   writeFile("bad.txt", "1 1\n0 x\n");
   writeFile("one.txt", "1 1\n0 5\n");
   for (const auto& [modules, fault] : cases) {
@@ -176,7 +250,7 @@ TEST_F(Program, WrongArgumentsAndFoldersAreOneLine) {
   expectOneLine(jobshopRun({"gone.json", "run"}), 1, "jobshop: gone.json: conf ");
   const ChildResult help = jobshopRun({"--help"});
   EXPECT_EQ(help.exitCode, 0);
-  EXPECT_EQ(help.output.find("Usage: jobshop"), 0u);
+  EXPECT_NE(help.output.find("\nUsage: jobshop"), std::string::npos);
 }
 
 }  // namespace

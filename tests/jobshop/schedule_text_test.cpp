@@ -9,9 +9,9 @@
 #include <set>
 #include <sstream>
 
-#include "GanttChart.h"
-#include "JobColors.h"
 #include "OneLine.h"
+#include "gantt/GanttChart.h"
+#include "gantt/JobColors.h"
 #include "shop_fixtures.h"
 #include "support/json.h"
 

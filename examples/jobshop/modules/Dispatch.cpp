@@ -2,13 +2,14 @@
 
 #include <libvarrow/log/log.h>
 
-#include <memory>
+#include <boost/make_shared.hpp>
 #include <random>
 #include <string>
 #include <utility>
 
 #include "ActiveScheduler.h"
 #include "JobShopData.h"
+#include "progress/ProgressBar.h"
 
 namespace cppbind {
 
@@ -56,6 +57,8 @@ void Dispatch::setBind(cppbind::Binder* binder, bool bindFields) {
   binder->bind("keep_best", keepBest_, true);
   require(tries_ >= 1 && tries_ <= kMaxTries, "tries", "expected a number from 1 to 1000000");
   require(noise_ >= 0 && noise_ <= 1, "noise", "expected a number from 0 to 1");
+  if (!binder->isReading()) return;
+  progress_ = boost::make_shared<SearchProgress>(rule_.name, static_cast<std::uint64_t>(tries_));
 }
 
 void Dispatch::processImp(libvarrow::ModuleData* data) {
@@ -79,24 +82,34 @@ void Dispatch::processImp(libvarrow::ModuleData* data) {
 }
 
 Schedule Dispatch::search(const JobShopData& shop, libvarrow::NumStatistics& makespans) const {
-  const Instance& instance = shop.instance();
+  const auto tries = static_cast<std::uint64_t>(tries_);
+  // The container owns what addStat is given.
+  auto* const triesDone = new libvarrow::SimpleProgressStatistics(tries);
+  shop.statistics().addStat("tries", triesDone);
+  ProgressBar bar(rule_.name, tries, shop.settings().progressColumns);
   std::mt19937_64 random(seed_);
   const auto bent = [&](const Candidate& candidate) {
     return rule_.urgency(candidate) * (1 + noise_ * (2 * nextFraction(random) - 1));
   };
   Schedule best;
   Time bestMakespan = 0;
-  for (int i = 0; i < tries_; ++i) {
+  for (std::uint64_t done = 0; done < tries;) {
     Schedule schedule;
-    schedule.operations =
-        buildActiveSchedule(instance, i == 0 ? Urgency(rule_.urgency) : bent, shop.calendar());
+    schedule.operations = buildActiveSchedule(
+        shop.instance(), done == 0 ? Urgency(rule_.urgency) : bent, shop.calendar());
     const Time makespan = schedule.makespan();
-    schedulesBuilt_->inc();
+    ++done;
+    if (done == 1 || makespan < bestMakespan) {
+      schedule.origin = rule_.name;
+      if (done > 1) schedule.origin += ", try " + std::to_string(done);
+      best = std::move(schedule);
+      bestMakespan = makespan;
+    }
     makespans.add(static_cast<double>(makespan));
-    if (i > 0 && makespan >= bestMakespan) continue;
-    schedule.origin = i == 0 ? rule_.name : rule_.name + (", try " + std::to_string(i + 1));
-    best = std::move(schedule);
-    bestMakespan = makespan;
+    schedulesBuilt_->inc();
+    triesDone->inc();
+    progress_->countTry();
+    bar.update(done, bestMakespan);
   }
   return best;
 }

@@ -2,13 +2,15 @@
 #pragma once
 
 #include <cppbind/imp/binder.h>
-#include <libvarrow/module/Module.h>
 
+#include <boost/shared_ptr.hpp>
 #include <cstdint>
 
 #include "DispatchRules.h"
 #include "Instance.h"
 #include "Schedule.h"
+#include "progress/SearchProgress.h"
+#include "progress/runProgress.h"
 
 namespace jobshop {
 
@@ -18,7 +20,7 @@ class JobShopData;
 /// bends the rule. The same numbers give the same schedules, on every machine.
 ///
 /// In JSON: {"Dispatch": {"rule": "MWKR", "tries": 100}}.
-class Dispatch : public libvarrow::Module {
+class Dispatch : public LongModule {
  public:
   Dispatch();
 
@@ -33,6 +35,8 @@ class Dispatch : public libvarrow::Module {
 
   void processImp(libvarrow::ModuleData* data) override;
 
+  boost::shared_ptr<libvarrow::ProgressStatistics> progress() const override { return progress_; }
+
  private:
   Schedule search(const JobShopData& shop, libvarrow::NumStatistics& makespans) const;
   void record(const Schedule& schedule, JobShopData& shop) const;
@@ -43,6 +47,7 @@ class Dispatch : public libvarrow::Module {
   double noise_ = 0;
   std::uint64_t seed_ = 1;
   bool keepBest_ = true;
+  boost::shared_ptr<SearchProgress> progress_;        // made with the keys
   libvarrow::CountStatistics* const schedulesBuilt_;  // over all runs; the module's own owns it
 };
 

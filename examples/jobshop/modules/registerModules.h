@@ -3,8 +3,14 @@
 
 #include <cppbind/ClassRegister.h>
 
+#include <boost/shared_ptr.hpp>
+
 namespace jobshop {
 
-void registerModules(cppbind::ClassRegister& classes);
+/// The named registry of the modules, to which plug-ins add theirs.
+inline constexpr const char* kModuleRegister = "jobshop";
+
+/// Registers the host's own modules there; once in a process. Returns the registry.
+boost::shared_ptr<cppbind::ClassRegister> registerModules();
 
 }  // namespace jobshop

@@ -1,4 +1,4 @@
-#include "GanttLayout.h"
+#include "gantt/GanttLayout.h"
 
 #include <libvarrow/stream/FastStringStream.h>
 

@@ -1,4 +1,4 @@
-#include "JobColors.h"
+#include "gantt/JobColors.h"
 
 #include <algorithm>
 #include <array>

@@ -1,11 +1,11 @@
-#include "TimeAxis.h"
+#include "gantt/TimeAxis.h"
 
 #include <libvarrow/time/time_range.h>
 
 #include <algorithm>
 #include <boost/date_time/gregorian/gregorian_types.hpp>
 
-#include "GanttLayout.h"
+#include "gantt/GanttLayout.h"
 
 namespace jobshop {
 

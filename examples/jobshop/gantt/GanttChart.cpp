@@ -1,13 +1,13 @@
-#include "GanttChart.h"
+#include "gantt/GanttChart.h"
 
 #include <libvarrow/stream/FastStringStream.h>
 
 #include <algorithm>
 
-#include "GanttLayout.h"
-#include "JobColors.h"
 #include "LowerBound.h"
-#include "TimeAxis.h"
+#include "gantt/GanttLayout.h"
+#include "gantt/JobColors.h"
+#include "gantt/TimeAxis.h"
 
 namespace jobshop {
 

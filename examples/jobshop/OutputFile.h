@@ -1,0 +1,15 @@
+// The files that modules write for the user.
+#pragma once
+
+#include <string>
+
+#include "JobShopData.h"
+
+namespace jobshop {
+
+/// Writes `text` to `path`, from the run's folder unless absolute, and notes the file in `shop`
+/// under `kind`. Throws std::runtime_error when it cannot be written.
+void writeOutput(JobShopData& shop, const char* kind, const std::string& path,
+                 const std::string& text);
+
+}  // namespace jobshop

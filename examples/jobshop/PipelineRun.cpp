@@ -1,0 +1,74 @@
+#include "PipelineRun.h"
+
+#include <libvarrow/log/log.h>
+#include <libvarrow/module/ModuleExecutor.h>
+#include <libvarrow/statistics/TimedStatDumper.h>
+#include <libvarrow/utility/DllManager.h>
+
+#include <boost/dll/runtime_symbol_info.hpp>
+#include <boost/filesystem/operations.hpp>
+#include <stdexcept>
+
+#include "OneLine.h"
+#include "RunSummary.h"
+#include "modules/registerModules.h"
+#include "progress/runProgress.h"
+#include "rules/registerRules.h"
+
+namespace jobshop {
+
+namespace {
+
+namespace fs = boost::filesystem;
+
+// Whole, so that a folder of that name where the program happens to run is not taken for it.
+fs::path pluginFolder() {
+  return boost::dll::program_location().parent_path() / "plugins";
+}
+
+libvarrow::ModuleExecutor readPipeline(const fs::path& file, cppbind::ClassRegister& classes) {
+  try {
+    return {&classes, file.string(), false};
+  } catch (const cppbind::ClassMissRegException& error) {
+    const fs::path plugins = pluginFolder();
+    throw std::runtime_error(std::string(error.what()) + "; plug-ins come from " +
+                             plugins.string() +
+                             (fs::is_directory(plugins) ? "" : ", which is not there"));
+  }
+}
+
+// A step that fails leaves its dump path in the data, which tells which one it was.
+std::string failedStep(const RunFolder& run, const JobShopData& data) {
+  const fs::path step = fs::path(data.dumpPath).lexically_relative(run.dumps);
+  const std::string name = step.parent_path().generic_string();
+  return name.empty() || name == "." ? "" : name + ": ";
+}
+
+}  // namespace
+
+std::optional<std::string> runPipeline(const RunFolder& run) {
+  InitRootLogger((run.settings.inputFolder / "log.conf").string());
+  // The plug-ins' code has to be there for as long as anything of theirs is: statistics, modules,
+  // classes, and errors.
+  libvarrow::DllManager plugins;
+  libvarrow::StatisticsContainer statistics("jobshop");
+  const libvarrow::TimedStatDumper dumper(&statistics, run.statistics.string());
+  JobShopData data(run.settings);
+  data.dumpPath = run.dumps.string() + "/";
+  data.statisticsContainer = &statistics;
+  try {
+    registerRules();
+    const auto classes = registerModules();
+    plugins.autoLoad(pluginFolder().string());
+    const libvarrow::ModuleExecutor executor = readPipeline(run.pipeline, *classes);
+    addRunProgress(*executor.mainModule(), statistics);
+    executor.process(&data);
+  } catch (const std::exception& error) {
+    LIBVARROW_LOG_ERROR("%s", oneLine(error.what()).c_str());
+    return run.pipelineName + ": " + failedStep(run, data) + error.what();
+  }
+  printSummary(run, data);
+  return std::nullopt;
+}
+
+}  // namespace jobshop

@@ -1,0 +1,13 @@
+// What the program calls when it loads this library.
+#include <libvarrow/utility/RegistersManager.h>
+
+#include <boost/dll/alias.hpp>
+
+#include "gantt/DrawGantt.h"
+#include "modules/registerModules.h"
+
+static void registerClasses() {
+  libvarrow::RegistersManager::createRegister(jobshop::kModuleRegister)
+      ->regClass<jobshop::DrawGantt>("DrawGantt");
+}
+BOOST_DLL_ALIAS(registerClasses, initModule)

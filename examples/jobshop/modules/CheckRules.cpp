@@ -1,0 +1,97 @@
+#include "modules/CheckRules.h"
+
+#include <libvarrow/json/json.h>
+#include <libvarrow/log/log.h>
+#include <libvarrow/stream/FastStringStream.h>
+
+#include <algorithm>
+#include <boost/filesystem/operations.hpp>
+#include <stdexcept>
+
+#include "JobShopData.h"
+#include "OutputFile.h"
+#include "rules/RuleFile.h"
+
+namespace jobshop {
+
+namespace {
+
+using libvarrow::ValidatorReason;
+
+void record(const RuleFile& rules, libvarrow::StatisticsContainer& statistics) {
+  statistics.getPercentStatistics("rules_broken", rules.enabledCount())->inc(rules.brokenCount());
+  Json::Value list(Json::arrayValue);
+  for (const auto& rule : rules.rules()) {
+    Json::Value& entry = list.append(rule->getRuleBasicInfo(nullptr));
+    entry["rule"] = rule->getJsonValue4Bind();
+  }
+  statistics.getJsonStatistics("rules", list);
+}
+
+std::string verdictOf(const RuleFile& rules) {
+  const std::string all = std::to_string(rules.enabledCount());
+  const std::size_t broken = rules.brokenCount();
+  return broken == 0 ? "all " + all + " kept" : std::to_string(broken) + " of " + all + " broken";
+}
+
+std::string reportText(const ValidatorReason& report, const std::string& verdict) {
+  const auto simple = report.toSimple();
+  std::size_t width = 0;
+  for (const auto& entry : simple->breakRules()) width = std::max(width, entry.ruleName.size());
+  libvarrow::FastStringStream text;
+  text << report.refObj() << ": rules, " << verdict << '\n';
+  for (const auto& [name, reason] : simple->breakRules()) {
+    text << "  " << name << std::string(width - name.size() + 2, ' ') << reason << '\n';
+  }
+  return text.str();
+}
+
+}  // namespace
+
+void CheckRules::setBind(cppbind::Binder* binder, bool bindFields) {
+  if (!bindFields) return;
+  binder->bind("file", file_);
+  binder->bind("stop", stop_, true);
+  binder->bind("json", json_, "rule_report.json");
+  binder->bind("json_v2", jsonV2_, "rule_report_v2.json");
+  binder->bind("text", text_, "rule_report.txt");
+}
+
+void CheckRules::processImp(libvarrow::ModuleData* data) {
+  JobShopData& shop = JobShopData::of(data);
+  const libvarrow::TimeRecoderHelper timer(shop.statistics().getTimeStatistics("checking"));
+  const auto path = boost::filesystem::absolute(file_, shop.settings().inputFolder);
+  // Said before: what is no rule file ends the process, and only the log tells then which it was.
+  LIBVARROW_LOG_INFO("reading the rules of %s", path.string().c_str());
+  RuleFile rules(path);
+  const ValidatorReason report = rules.check(shop);
+  record(rules, shop.statistics());
+  shop.setRulesVerdict(verdictOf(rules));
+  writeReports(report, rules, shop);
+  judge(report, rules);
+}
+
+void CheckRules::writeReports(const ValidatorReason& report, const RuleFile& rules,
+                              JobShopData& shop) const {
+  if (!text_.empty()) {
+    writeOutput(shop, "rule report", text_, reportText(report, verdictOf(rules)));
+  }
+  if (!json_.empty()) writeOutput(shop, "full report", json_, report.dumpJsonValueInfo());
+  if (!jsonV2_.empty()) {
+    writeOutput(shop, "flat report", jsonV2_, libvarrow::Json2Str(report.getJsonValueInfoV2()));
+  }
+}
+
+void CheckRules::judge(const ValidatorReason& report, const RuleFile& rules) const {
+  const auto simple = report.toSimple();
+  for (const auto& [name, reason] : simple->breakRules()) {
+    LIBVARROW_LOG_WARN("%s: %s", name.c_str(), reason.c_str());
+  }
+  if (simple->breakRules().empty() || !stop_) return;
+  const auto& first = simple->breakRules().front();
+  std::string error = "rules: " + verdictOf(rules) + "; " + first.ruleName + ": " + first.reason;
+  if (!text_.empty()) error += "; more in " + boost::filesystem::absolute(text_).string();
+  throw std::runtime_error(error);
+}
+
+}  // namespace jobshop

@@ -1,0 +1,21 @@
+// The rule by which jobs are to be done in time.
+#pragma once
+
+#include "rules/JobRule.h"
+
+namespace jobshop {
+
+/// In JSON: {"LatestFinish": {"limit": 60, "job": 3}}.
+class LatestFinish : public JobRule {
+ public:
+  /// "limit", required: the latest end of the last operation, in time units from 0; and the keys of
+  /// JobRule.
+  void setBind(cppbind::Binder* binder, bool bindFields);
+
+ private:
+  Complaint complaintAboutJob(const JobParameter& parameter) const override;
+
+  Time limit_ = 0;
+};
+
+}  // namespace jobshop

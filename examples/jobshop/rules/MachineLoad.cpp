@@ -1,0 +1,47 @@
+#include "rules/MachineLoad.h"
+
+#include <cmath>
+#include <string>
+
+namespace jobshop {
+
+namespace {
+
+// With one decimal.
+std::string percent(double part) {
+  const std::string tenths = std::to_string(std::lround(part * 1000));
+  const std::string padded = tenths.size() > 1 ? tenths : "0" + tenths;
+  return padded.substr(0, padded.size() - 1) + "." + padded.back() + " %";
+}
+
+}  // namespace
+
+void MachineLoad::setBind(cppbind::Binder* binder, bool bindFields) {
+  if (!bindFields) return;
+  MachineRule::setBind(binder, bindFields);
+  binder->bind("at_most", atMost_);
+  if (atMost_ >= 0 && atMost_ <= 1) return;
+  throw cppbind::ParseErrorException("at_most", "expected a number from 0 to 1");
+}
+
+ScheduleRule::Complaint MachineLoad::complaintAboutMachine(
+    const MachineParameter& parameter) const {
+  const Time working = parameter.calendar->workingTime(0, parameter.makespan);
+  const Time busy = busyTime(parameter.operations, *parameter.calendar);
+  if (busy == 0) return std::nullopt;
+  // Divided, as the limit is the nearest number to its decimals: 29 of 100 are 0.29 then.
+  const double load = static_cast<double>(busy) / static_cast<double>(working);
+  if (load <= atMost_) return std::nullopt;
+  Json::Value complaint;
+  complaint["machine"] = Json::UInt64(parameter.machine);
+  complaint["busy"] = Json::Int64(busy);
+  complaint["working"] = Json::Int64(working);
+  complaint["found"] = load;
+  complaint["limit"] = atMost_;
+  complaint["reasonStr"] = parameter.dumpStr() + " is busy " + std::to_string(busy) + " of " +
+                           std::to_string(working) + ", " + percent(load) + ", more than " +
+                           percent(atMost_);
+  return complaint;
+}
+
+}  // namespace jobshop

@@ -1,0 +1,41 @@
+#include "rules/ScheduleRule.h"
+
+#include <libvarrow/xrule/RuleReason.h>
+#include <libvarrow/xrule/RuleValidatorReason.h>
+
+#include <memory>
+
+namespace jobshop {
+
+void ScheduleRule::setBind(cppbind::Binder* binder, bool bindFields) {
+  if (!bindFields) return;
+  bool enabled = isEnabled();
+  bool all = getValidateAllFlag();
+  binder->bind("enabled", enabled, true);
+  binder->bind("all", all, false);
+  enabled ? enable() : disable();
+  setValidateAllFlag(all);
+}
+
+bool ScheduleRule::wantsToLook() const {
+  return isEnabled() && (getValidateAllFlag() || getFailedCountValue() == 0);
+}
+
+bool ScheduleRule::validate(libvarrow::RuleValidateContext& context) {
+  const libvarrow::RuleParameter& parameter = *context.getParameter();
+  if (!wantsToLook() || !isAbout(parameter)) return true;
+  const Complaint complaint = complaintAbout(parameter);
+  if (count(!complaint)) return true;
+  libvarrow::RuleResult& result = context.getResult();
+  result.setFailed();
+  auto detail = std::make_unique<Json::Value>(*complaint);
+  dynamic_cast<libvarrow::RuleValidatorReason&>(*result.getReason())
+      .appendReason(new libvarrow::RuleReason(this, detail));
+  return false;
+}
+
+void requireLimit(Time limit) {
+  if (limit < 0) throw cppbind::ParseErrorException("limit", "expected a number from 0");
+}
+
+}  // namespace jobshop
