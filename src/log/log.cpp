@@ -51,15 +51,15 @@ void configureDefault() {
   log4cplus::Logger::getRoot().setLogLevel(log4cplus::INFO_LOG_LEVEL);
 }
 
-log4cplus::LogLevel nativeLevel(libvarrow::log::Level level) {
+log4cplus::LogLevel nativeLevel(libvarrow::logging::Level level) {
   switch (level) {
-    case libvarrow::log::Level::Debug:
+    case libvarrow::logging::Level::Debug:
       return log4cplus::DEBUG_LOG_LEVEL;
-    case libvarrow::log::Level::Info:
+    case libvarrow::logging::Level::Info:
       return log4cplus::INFO_LOG_LEVEL;
-    case libvarrow::log::Level::Warn:
+    case libvarrow::logging::Level::Warn:
       return log4cplus::WARN_LOG_LEVEL;
-    case libvarrow::log::Level::Error:
+    case libvarrow::logging::Level::Error:
       break;
   }
   return log4cplus::ERROR_LOG_LEVEL;
@@ -104,7 +104,7 @@ void registerLogInitedHandler(const boost::function<void()>& handler) {
 // Removal is not offered: what a handler set up once is set up again by every later call.
 void unRegisterLogInitedHandler(const boost::function<void()>&) {}
 
-namespace libvarrow::log {
+namespace libvarrow::logging {
 
 bool isEnabled(Level level) {
   return log4cplus::Logger::getRoot().isEnabledFor(nativeLevel(level));
@@ -123,4 +123,4 @@ void write(Level level, const char* file, int line, const char* function, const 
   root.forcedLog(nativeLevel(level), message, file, line, function);
 }
 
-}  // namespace libvarrow::log
+}  // namespace libvarrow::logging

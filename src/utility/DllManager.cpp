@@ -5,6 +5,7 @@
 #include <boost/dll/shared_library.hpp>
 #include <boost/exception/diagnostic_information.hpp>
 #include <boost/filesystem/operations.hpp>
+#include <boost/function.hpp>
 #include <boost/make_shared.hpp>
 #include <exception>
 #include <stdexcept>
@@ -35,13 +36,16 @@ fs::path fileOf(const std::string& name, const fs::path& dir) {
   return !fs::exists(exact, ignored) && fs::exists(decorated, ignored) ? decorated : exact;
 }
 
+std::runtime_error fault(const std::string& path, const std::string& message) {
+  return std::runtime_error("shared library:" + path + " err:" + message + "!");
+}
+
 boost::dll::shared_library open(const fs::path& path) {
   try {
     // What the library lacks is to be found out now, not at the first call.
     return boost::dll::shared_library(path, boost::dll::load_mode::rtld_now);
   } catch (const boost::system::system_error& error) {
-    throw std::runtime_error("shared library:" + path.generic_string() + " err:" + error.what() +
-                             "!");
+    throw fault(path.generic_string(), error.what());
   }
 }
 
@@ -70,7 +74,7 @@ class DllManager::Plugin {
   }
 
   void start() {
-    void (&entry)() = findEntry();
+    const auto entry = findEntry();
     const cppbind::CodeOwnerScope scope(owner_);
     try {
       entry();
@@ -86,8 +90,13 @@ class DllManager::Plugin {
   const boost::dll::shared_library& library() const { return library_; }
 
  private:
-  void (&findEntry() const)() {
+  // The exported pointer's target; a function of that name would be taken for a pointer, too.
+  boost::function<void()> findEntry() const {
     try {
+      void* const target = library_.get<void*>(kEntry);
+      boost::system::error_code isNowhere;
+      boost::dll::symbol_location_ptr(target, isNowhere);
+      if (isNowhere) throw fault(path_, "initModule is no alias of a function");
       return library_.get_alias<void()>(kEntry);
     } catch (const std::exception& error) {
       logError(error.what());

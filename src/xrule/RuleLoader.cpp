@@ -7,6 +7,7 @@
 #include "cppbind/Assert.h"
 #include "cppbind/ClassRegister.h"
 #include "libvarrow/backtrace/BackTraceException.h"
+#include "libvarrow/backtrace/Check.h"
 #include "libvarrow/log/log.h"
 
 namespace libvarrow {
@@ -17,9 +18,16 @@ using OwnedRules = std::vector<std::unique_ptr<Rule>>;
 
 constexpr int kTopLevel = 1;
 
-[[noreturn]] void refuse(const std::string& place, const char* complaint) {
-  LIBVARROW_LOG_ERROR("rule file: %s%s%s", place.c_str(), place.empty() ? "" : ": ", complaint);
-  throw BackTraceException();
+// Runs `body`; what it complains of gains `place` in front of its path. Other errors pass as they
+// are.
+template <class Body>
+void at(const std::string& place, Body body) {
+  try {
+    body();
+  } catch (cppbind::ParseErrorException& error) {
+    error.addPathFront(place);
+    throw;
+  }
 }
 
 std::unique_ptr<Rule> createRule(const std::string& name, const Json::Value& parameter,
@@ -36,30 +44,35 @@ std::unique_ptr<Rule> createRule(const std::string& name, const Json::Value& par
   return owned;
 }
 
-// Reads groups into one list. `place` says where in the file, such as "rule_list[1]".
+// Structure that is none: unlike what is wrong with a rule, nobody can go on from it.
+struct NoRuleFile : cppbind::ParseErrorException {
+  using ParseErrorException::ParseErrorException;
+};
+
+// Reads groups into one list. Errors gain their place in the file, such as "rule_list[1]".
 class GroupReader {
  public:
   explicit GroupReader(const cppbind::ClassRegister& reg) : reg_(reg) {}
 
-  void readGroup(const Json::Value& group, int level, const std::string& place) {
-    if (!group.isObject()) refuse(place, "should be a object");
-    if (group.isMember("rule_level")) level = levelOf(group["rule_level"], place);
+  void readGroup(const Json::Value& group, int level) {
+    if (!group.isObject()) throw NoRuleFile("should be a object");
+    if (group.isMember("rule_level")) level = levelOf(group["rule_level"]);
     for (auto member = group.begin(); member != group.end(); ++member) {
       const std::string key = member.name();
       if (key == "rule_level") continue;
       if (key == "rule_list") {
-        readGroups(*member, level, memberPlace(place, key));
+        at(key, [&] { readGroups(*member, level); });
       } else {
         rules_.push_back(createRule(key, *member, reg_, level));
       }
     }
   }
 
-  void readGroups(const Json::Value& groups, int level, const std::string& place) {
-    if (!groups.isArray()) refuse(place, "should be a list");
+  void readGroups(const Json::Value& groups, int level) {
+    if (!groups.isArray()) throw NoRuleFile("should be a list");
     std::size_t index = 0;
     for (const Json::Value& group : groups) {
-      readGroup(group, level, place + "[" + std::to_string(index++) + "]");
+      at("[" + std::to_string(index++) + "]", [&] { readGroup(group, level); });
     }
   }
 
@@ -72,18 +85,36 @@ class GroupReader {
   }
 
  private:
-  static std::string memberPlace(const std::string& place, const std::string& key) {
-    return place.empty() ? key : place + "." + key;
-  }
-
-  static int levelOf(const Json::Value& level, const std::string& place) {
-    if (!level.isInt()) refuse(memberPlace(place, "rule_level"), "should be an integer");
+  static int levelOf(const Json::Value& level) {
+    if (!level.isInt()) throw NoRuleFile("rule_level", "should be an integer");
     return level.asInt();
   }
 
   const cppbind::ClassRegister& reg_;
   OwnedRules rules_;
 };
+
+// The rules that `read` gives to the reader it is called with. `file` is "" when there is none.
+template <class Read>
+RuleLoader::Rules rulesOf(const cppbind::ClassRegister* reg, const char* file, Read read) {
+  LIBVARROW_CHECK(reg != nullptr);
+  GroupReader reader(*reg);
+  try {
+    read(reader);
+  } catch (const NoRuleFile& error) {
+    LIBVARROW_LOG_ERROR("rule file%s%s: %s", *file == '\0' ? "" : " ", file, error.what());
+    throw BackTraceException();
+  }
+  return reader.release();
+}
+
+void readAny(GroupReader& reader, const Json::Value& json) {
+  if (json.isArray()) {
+    reader.readGroups(json, kTopLevel);
+  } else if (!json.isNull()) {
+    reader.readGroup(json, kTopLevel);
+  }
+}
 
 void logSummary(const RuleLoader::Rules& rules) {
   std::string text = "\n<<<<<<\n";
@@ -102,37 +133,30 @@ RuleLoader::Rules RuleLoader::loadRules(const char* file, const cppbind::ClassRe
     LIBVARROW_LOG_ERROR("Failed to parse %s, %s\n", file, errors.c_str());
     throw BackTraceException();
   }
-  return loadRules(std::move(json), reg);
+  const Rules rules = rulesOf(reg, file, [&](GroupReader& reader) { readAny(reader, json); });
+  logSummary(rules);
+  return rules;
 }
 
 RuleLoader::Rules RuleLoader::loadRules(Json::Value json, const cppbind::ClassRegister* reg) {
-  GroupReader reader(*reg);
-  if (json.isArray()) {
-    reader.readGroups(json, kTopLevel, "");
-  } else if (!json.isNull()) {
-    reader.readGroup(json, kTopLevel, "");
-  }
-  Rules rules = reader.release();
+  const Rules rules = rulesOf(reg, "", [&](GroupReader& reader) { readAny(reader, json); });
   logSummary(rules);
   return rules;
 }
 
 RuleLoader::Rules RuleLoader::loadRulesByJsonObj(Json::Value group,
                                                  const cppbind::ClassRegister* reg, int level) {
-  GroupReader reader(*reg);
-  reader.readGroup(group, level, "");
-  return reader.release();
+  return rulesOf(reg, "", [&](GroupReader& reader) { reader.readGroup(group, level); });
 }
 
 RuleLoader::Rules RuleLoader::loadRulesByJsonArrary(Json::Value groups,
                                                     const cppbind::ClassRegister* reg, int level) {
-  GroupReader reader(*reg);
-  reader.readGroups(groups, level, "");
-  return reader.release();
+  return rulesOf(reg, "", [&](GroupReader& reader) { reader.readGroups(groups, level); });
 }
 
 Rule* RuleLoader::loadOneRuleByJsonObj(std::string name, Json::Value parameter,
                                        const cppbind::ClassRegister* reg, int level) {
+  LIBVARROW_CHECK(reg != nullptr);
   return createRule(name, parameter, *reg, level).release();
 }
 

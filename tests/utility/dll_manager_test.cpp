@@ -97,11 +97,13 @@ TEST_F(DllManagerTest, ARelativeDirectoryMayStandBesideTheProgram) {
 TEST_F(DllManagerTest, WhatIsNoPlugInSaysWhichFileAndWhyAndIsNotKept) {
   provide("without_entry", "without_entry.so");
   provide("throwing", "throwing.so");
+  provide("plain_function", "plain_function.so");
   test_support::writeFile("text.so", "no library");
   boost::filesystem::create_directory("folder.so");
   const std::string output = run([&] {
     // The errors are read when the managers are gone.
-    for (const char* name : {"gone", "text", "folder", "without_entry", "throwing", "throwing"}) {
+    for (const char* name :
+         {"gone", "text", "folder", "without_entry", "plain_function", "throwing", "throwing"}) {
       std::cout << name << ": " << errorOf([&, name] {
         DllManager manager;
         const auto notKept = [&] { return manager.findDll(name) == nullptr; };
@@ -126,6 +128,8 @@ TEST_F(DllManagerTest, WhatIsNoPlugInSaysWhichFileAndWhyAndIsNotKept) {
   expectText("ERROR shared library:" + at("without_entry.so") +
              " err:boost::dll::shared_library::get() failed");
   expectText("not kept, boost::dll::shared_library::get() failed");
+  expectText("not kept, shared library:" + at("plain_function.so") +
+             " err:initModule is no alias of a function!");
   expectText("ERROR shared library:" + at("throwing.so") + " err:");
   expectText("not kept, no licence\n1\n");
 }

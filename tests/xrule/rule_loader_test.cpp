@@ -92,7 +92,9 @@ TEST_F(RuleLoaderTest, RulesMadeBeforeAFailureAreFreed) {
       {R"({"AtMost": {"limit": 1}, "Unknown": {}})", "Unknown miss register"},
       {R"({"AtMost": {"limit": 1}, "atmost": {"limit": 1.5}})",
        "atmost.limit: Value is not convertible to Int."},
-      {R"([{"AtMost": {"limit": 1}}, {"AtMost": {}}])", "AtMost.limit: not found"},
+      {R"([{"AtMost": {"limit": 1}}, {"AtMost": {}}])", "[1].AtMost.limit: not found"},
+      {R"({"AtMost": {"limit": 1}, "rule_list": [{}, {"rule_list": [{"Unknown": {}}]}]})",
+       "rule_list[1].rule_list[0]: Unknown miss register"},
       {R"({"AtMost": {"limit": 1}, "Never": {"x": 1}})", "Never: unknown json key:[x]"},
       {R"({"AtMost": {"limit": 1}, "Never": [3]})", "Never: should be a object"},
   };
@@ -111,6 +113,9 @@ TEST_F(RuleLoaderTest, WhatIsNoRuleFileEndsTheProcessAndSaysWhere) {
             [&] { RuleLoader::loadRules("gone.json", &reg); });
   expectEnd("Failed to parse broken.json, * Line 1, Column 11\n",
             [&] { RuleLoader::loadRules("broken.json", &reg); });
+  test_support::writeFile("structure.json", "[{}, 1]");
+  expectEnd("rule file structure.json: [1]: should be a object",
+            [&] { RuleLoader::loadRules("structure.json", &reg); });
   const std::pair<const char*, const char*> faults[] = {
       {"3", "rule file: should be a object"},
       {R"("Never")", "rule file: should be a object"},

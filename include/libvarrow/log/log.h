@@ -24,7 +24,7 @@ LIBVARROW_API void registerLogInitedHandler(const boost::function<void()>& handl
 /// Does nothing: a registered handler stays for the life of the process.
 LIBVARROW_API void unRegisterLogInitedHandler(const boost::function<void()>& handler);
 
-namespace libvarrow::log {
+namespace libvarrow::logging {
 
 enum class Level { Debug, Info, Warn, Error };
 
@@ -36,19 +36,20 @@ LIBVARROW_API bool isEnabled(Level level);
 LIBVARROW_API void write(Level level, const char* file, int line, const char* function,
                          const char* format, ...) LIBVARROW_PRINTF_LIKE(5, 6);
 
-}  // namespace libvarrow::log
+}  // namespace libvarrow::logging
 
 /// Logs a printf-like message. The format is a literal of the source: text from anywhere else is an
 /// argument ("%s").
 ///
 ///     LIBVARROW_LOG_INFO("%d operations of %s", count, name.c_str());
-#define LIBVARROW_LOG(level, ...)                                                                 \
-  do {                                                                                            \
-    if (::libvarrow::log::isEnabled(level)) {                                                     \
-      ::libvarrow::log::write(level, __FILE__, __LINE__, BOOST_CURRENT_FUNCTION, "" __VA_ARGS__); \
-    }                                                                                             \
+#define LIBVARROW_LOG(level, ...)                                                    \
+  do {                                                                               \
+    if (::libvarrow::logging::isEnabled(level)) {                                    \
+      ::libvarrow::logging::write(level, __FILE__, __LINE__, BOOST_CURRENT_FUNCTION, \
+                                  "" __VA_ARGS__);                                   \
+    }                                                                                \
   } while (false)
-#define LIBVARROW_LOG_DEBUG(...) LIBVARROW_LOG(::libvarrow::log::Level::Debug, __VA_ARGS__)
-#define LIBVARROW_LOG_INFO(...) LIBVARROW_LOG(::libvarrow::log::Level::Info, __VA_ARGS__)
-#define LIBVARROW_LOG_WARN(...) LIBVARROW_LOG(::libvarrow::log::Level::Warn, __VA_ARGS__)
-#define LIBVARROW_LOG_ERROR(...) LIBVARROW_LOG(::libvarrow::log::Level::Error, __VA_ARGS__)
+#define LIBVARROW_LOG_DEBUG(...) LIBVARROW_LOG(::libvarrow::logging::Level::Debug, __VA_ARGS__)
+#define LIBVARROW_LOG_INFO(...) LIBVARROW_LOG(::libvarrow::logging::Level::Info, __VA_ARGS__)
+#define LIBVARROW_LOG_WARN(...) LIBVARROW_LOG(::libvarrow::logging::Level::Warn, __VA_ARGS__)
+#define LIBVARROW_LOG_ERROR(...) LIBVARROW_LOG(::libvarrow::logging::Level::Error, __VA_ARGS__)

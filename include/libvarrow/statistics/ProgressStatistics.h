@@ -24,8 +24,13 @@ class LIBVARROW_API ProgressStatistics : public CommonStatistics {
 /// Steps done out of a known number, counted with inc() from any thread. Rendered as
 /// PercentStatistics is: two of three as "2/3;66.6667%".
 ///
-/// It is no ProgressStatistics, so no child of a composed progress: a host derives a child of its
-/// own from ProgressStatistics.
+/// It is no ProgressStatistics, so no child of a composed progress. A host's own child may hold
+/// one:
+///
+///     struct Search : libvarrow::ProgressStatistics {
+///       std::uint64_t getProcessPercent() const override { return steps.getProcessPercent(); }
+///       libvarrow::SimpleProgressStatistics steps{1000};
+///     };
 class LIBVARROW_API SimpleProgressStatistics : public PercentStatistics {
  public:
   explicit SimpleProgressStatistics(std::uint64_t total) : PercentStatistics(total) {}

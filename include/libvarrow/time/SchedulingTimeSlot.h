@@ -38,8 +38,8 @@ class LIBVARROW_API TimeSlot {
 
   /// Times not-a-date-time, block count 1, usable, not locked, no shift, tags or origin.
   TimeSlot() = default;
-  /// Not locked and without tags. Throws a traced std::runtime_error (TracedError.h) with both
-  /// times when end < begin.
+  /// Not locked and without tags; `rest`: true for usable capacity. Throws a traced
+  /// std::runtime_error (TracedError.h) with both times when end < begin.
   TimeSlot(boost::posix_time::ptime const& begin, boost::posix_time::ptime const& end,
            float blockCount, bool rest, boost::shared_ptr<std::string> shift,
            boost::posix_time::time_duration const& shiftDur,
@@ -69,7 +69,7 @@ class LIBVARROW_API TimeSlot {
   void setShift(boost::shared_ptr<std::string> shift);
   boost::posix_time::time_duration const& getShiftDur() const { return shiftDur_; }
   void setShiftDur(boost::posix_time::time_duration const& shiftDur) { shiftDur_ = shiftDur; }
-  /// The slot this one was cut from; may be null.
+  /// The slot this one was cut from, as the host sets it; may be null. newFromThis copies it.
   boost::shared_ptr<TimeSlot> const& getOriginalSlot() const { return originalSlot_; }
   void setOriginalSlot(boost::shared_ptr<TimeSlot> originalSlot);
   std::bitset<kTagCount> const& getTags() const { return tags_; }
@@ -106,14 +106,14 @@ class LIBVARROW_API TimeSlot {
   /// When work of `dur` has to begin to end at `end_time`, which is checked to lie in the slot,
   /// ends included. `dur` becomes what does not fit: of [8, 12], (12:00, 3 h) gives 9:00 and leaves
   /// zero, (12:00, 5 h) gives 8:00 and leaves 1 h. A slot that is not usable gives its begin and
-  /// leaves `dur` as it is.
+  /// leaves `dur` as it is. A lock is not looked at.
   boost::posix_time::ptime getBeginTime(boost::posix_time::ptime const& end_time,
                                         boost::posix_time::time_duration& dur) const;
   /// From the slot's end.
   boost::posix_time::ptime getBeginTime(boost::posix_time::time_duration& dur) const;
 
   /// When work of `dur` ends that begins at `begin_time`: the mirror image. Of [8, 12], (8:00, 4 h)
-  /// gives 12:00 and leaves zero.
+  /// gives 12:00 and leaves zero. A slot that is not usable gives its end.
   boost::posix_time::ptime getEndTime(boost::posix_time::ptime const& begin_time,
                                       boost::posix_time::time_duration& dur) const;
   /// From the slot's begin.
@@ -129,11 +129,12 @@ class LIBVARROW_API TimeSlot {
   /// valid,unlock,early tags:000" on one line; of the tags Frozen comes first.
   std::string dumpAsString() const;
 
+  /// Does not read back all that it writes.
   /// {"timeBegin": "2024-03-05 08:00:00", "timeEnd": "2024-03-05 12:00:00", "shift": "early",
   /// "blockCount": 1, "tags": ["frozen"]}. Only "blockCount" may be missing and keeps its value
   /// then. A tag without a name is logged at ERROR and passed over. "tags" is written empty,
-  /// whatever the slot's tags are; a slot without shift writes null, which is not read back. Begin and end may stand in any
-  /// order.
+  /// whatever the slot's tags are; a slot without shift writes null, which is not read back. Begin
+  /// and end may stand in any order.
   void setBind(cppbind::Binder* binder, bool bindFields);
 
  protected:

@@ -71,7 +71,10 @@ class LIBVARROW_API TimeSlot {
 ///     libvarrow::TimeBlock shift(at(8), at(16));      // 8:00 to 16:00
 ///     shift.removeTimeBlock(at(12), at(13));          // [8, 12] [13, 16]
 ///     shift.getTotalDur();                            // 7 hours
-///     shift.getBlockAtPos4Dur(at(11), hours(2));      // [11, 12] [13, 14]
+///     shift.getBlockAtPos4Dur(at(9), hours(2));       // [9, 11]
+///
+/// Asserts and checks both end the process and differ only in what they print; neither prints the
+/// times, so look at what comes from outside first.
 ///
 /// addTimeBlock and removeTimeBlock keep the slots sorted and disjoint; added ones are never empty
 /// and never touch. Slots that come from a vector or from JSON are taken as they are: whoever gives
@@ -106,16 +109,18 @@ class LIBVARROW_API TimeBlock {
   /// Adds [bstart, bend] and merges it with all slots that it shares time with or touches:
   /// [8, 12] and [12, 14] become [8, 14]. An empty interval adds nothing.
   ///
-  /// A reversed one throws a traced std::runtime_error (TracedError.h) with the texts of both times
-  /// and leaves the block as it was.
+  /// A reversed one throws a traced std::runtime_error (TracedError.h), "2024-03-05 14:00:00" and
+  /// "2024-03-05 12:00:00" with nothing between them, and leaves the block as it was.
   void addTimeBlock(boost::posix_time::ptime bstart, boost::posix_time::ptime bend);
 
   /// addTimeBlock of each slot of `other`, in order; a reversed slot throws after those before it
-  /// were added. Many slots at once cost one pass over both blocks.
+  /// were added. Many slots at once cost one pass over both blocks, so slots in no order are best
+  /// collected first: block.addTimeBlocks(TimeBlock(std::move(vectorOfSlots))).
   void addTimeBlocks(TimeBlock const& other);
 
   /// Takes [start, end] out of every slot that shares time with it: [8, 12] less [10, 11] is
-  /// [8, 10] and [11, 12]. A slot that only touches it stays whole. Asserts start <= end.
+  /// [8, 10] and [11, 12]. A slot that only touches it stays whole. Asserts start <= end, where
+  /// addTimeBlock throws.
   ///
   /// An empty interval inside a slot splits it into two that touch: [8, 12] less [10, 10] is
   /// [8, 10] and [10, 12].
@@ -202,15 +207,17 @@ class LIBVARROW_API TimeBlock {
   //     March 1 0:00  to March 3 0:00 1, 2, 3     1, 2, 3           1, 2
   //     March 1 0:00  to March 1 12:00  1         1                 none
   //
-  // A begin less than a second after midnight counts as midnight for the latter two. Slots whose
-  // days cannot be told or counted are logged at ERROR, "timeBlock: \n%s \n", and end the process
-  // as said below; a slot without begin or end (infinite) whose days would have to be listed throws
-  // a traced std::runtime_error.
+  // A begin less than a second after midnight counts as midnight for the latter two. A block whose
+  // slots are broken so that its days cannot be told is logged at ERROR, "timeBlock: \n%s \n",
+  // before the process ends; an infinite slot whose days would have to be listed throws a traced
+  // std::runtime_error.
 
-  /// The days that slots touch, ascending. Days that are out of order fail an assertion.
+  /// The days that slots touch, ascending: a shift to midnight touches the next day too, with no
+  /// time (getStatisticByDay tells). Days that are out of order fail an assertion.
   std::vector<boost::gregorian::date> getAllDates() const;
 
-  /// The days whose 0:00 lies inside a slot, ends included, ascending. Days that are out of order
+  /// The days whose 0:00 lies inside a slot, ends included, ascending: not the full days, which
+  /// getFullDayInvolveStatus and haveFullDay tell. Days that are out of order
   /// fail an assertion; a slot that ends on a day before its begin has none.
   std::vector<boost::gregorian::date> getDatesContainFullDay() const;
 
@@ -247,6 +254,11 @@ class LIBVARROW_API TimeBlock {
   ///     (11:00, 0 h)     [11:00, 11:00:00.000001], whether or not the block has time at 11:00
   ///     (19:00, 0 h)     empty: no slot ends at `pos` or later
   ///
+  /// So a block of one slot finds nothing, and an empty result means that the block has not enough,
+  /// or just so that the last slot is needed. To search to the end, put a slot behind the horizon:
+  ///
+  ///     block.addTimeBlock(block.endTime() + hours(24), block.endTime() + hours(25));
+  ///
   /// A negative `dur` throws as addTimeBlock does. In a block that is out of order each slot counts
   /// from where the one before it was left.
   TimeBlock getBlockAtPos4Dur(boost::posix_time::ptime const& pos,
@@ -261,19 +273,27 @@ class LIBVARROW_API TimeBlock {
   ///     (16:00, 4 h)  [8, 10] [12, 14]
   ///     (16:00, 5 h)  empty: the block has not as much
   ///     (13:00, 0 h)  empty
+  ///
+  /// For work that ends at `pos` itself, cut the block there and search from a little later:
+  ///
+  ///     block.intersection(block.beginTime(), pos).getBlockAtPos4DurByEnd(pos + seconds(1), dur);
   TimeBlock getBlockAtPos4DurByEnd(boost::posix_time::ptime const& pos,
                                    boost::posix_time::time_duration const& dur) const;
 
   // ---- Text and JSON
 
   /// Slots as "[2024-03-05 08:00:00,2024-03-05 12:00:00]:04:00:00", each on a line of its own
-  /// behind `indent`, and a line end; for an empty block only that.
+  /// behind `indent` (stream/StringIndent.h), and a line end; for an empty block only that.
   void dumpAsRaw(std::ostream& out, StringIndent const& indent) const;
   /// The same without indent and without a line end at the end.
   std::string dumpAsString() const;
 
   /// The block is an array of slots in JSON. Slots read are sorted (TimeSlot's order), but neither
-  /// merged nor checked; writing sorts them too.
+  /// merged nor checked; writing sorts them too. To merge and check what was read, and have
+  /// reversed slots throw:
+  ///
+  ///     libvarrow::TimeBlock calendar;
+  ///     calendar.addTimeBlocks(read);
   void setBind(cppbind::Binder* binder, bool bindFields);
 
  private:

@@ -43,7 +43,8 @@ class LIBVARROW_API TimeSlotWithEfficiency : public TimeSlot {
                                                     boost::posix_time::time_duration& dur) const;
   boost::posix_time::ptime getEndTimeWithEfficiency(boost::posix_time::time_duration& dur) const;
 
-  /// As TimeSlot's; the efficiencies must be equal too.
+  /// As TimeSlot's; the efficiencies must be equal too. (Called on a TimeSlot&, TimeSlot's own
+  /// operations do not look at them.)
   bool isSameWithoutTime(TimeSlotWithEfficiency const& other) const;
   bool merge(TimeSlotWithEfficiency const& other);
 
@@ -68,7 +69,8 @@ class LIBVARROW_API TimeSlotWithEfficiency : public TimeSlot {
   /// TimeSlot's keys and "processEfficiency", which may be missing and keeps its value then. After
   /// that the slot's efficiency is cut to four decimals and to single precision, 0.33333 to the
   /// float nearest to 0.3333, a negative one or none to 0. So it is when the slot is written, which
-  /// writes the value as it was: a slot that is being written is being changed.
+  /// writes the value as it was: a slot that is being written is being changed, and may
+  /// merge no more with one that was not.
   void setBind(cppbind::Binder* binder, bool bindFields);
 
  private:

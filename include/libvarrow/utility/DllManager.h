@@ -31,8 +31,9 @@ namespace libvarrow {
 /// that comes from its plug-ins: objects first, then registries that the host made itself, then the
 /// manager. It takes the plug-ins' classes out of the named registries on its own. Should anything
 /// of a plug-in be alive then, a created object or a class in another registry, the library is not
-/// unloaded; a WARN line names it. What is not created by class name (threads, callbacks) the
-/// manager cannot see.
+/// unloaded; a WARN line names it. What is not created by class name (threads, callbacks,
+/// statistics, an error in flight) the manager cannot see: make it before the host's data and
+/// outside of the try block.
 ///
 /// Copies share the libraries, which go with the last of them. Not locked: load at start-up from
 /// one thread.
@@ -46,8 +47,9 @@ class LIBVARROW_API DllManager {
   /// The same, and loads it from the directory `dir` if needed: the file NAME.so there, or else
   /// libNAME.so (NAME.dll on Windows). Loading is logged at INFO.
   ///
-  /// A file that cannot be loaded throws std::runtime_error "shared library:PATH err:MESSAGE!", one
-  /// without "initModule" boost::system::system_error "boost::dll::shared_library::get() failed
+  /// A file that cannot be loaded, or whose "initModule" is no alias of a function, throws
+  /// std::runtime_error "shared library:PATH err:MESSAGE!", one without "initModule"
+  /// boost::system::system_error "boost::dll::shared_library::get() failed
   /// ...", and what initModule throws passes as it is; the latter two are logged at ERROR with the
   /// file first. Nothing is kept under the name then. The code of a plug-in whose initModule threw
   /// stays loaded for good, as the error may be of a type of its own.

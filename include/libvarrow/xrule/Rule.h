@@ -57,7 +57,8 @@ class LIBVARROW_API Rule : virtual public cppbind::Object {
   /// respect. False unless the rule's class sets it.
   bool getValidateAllFlag() const { return validateAll_; }
 
-  /// {"passed_count", "failed_count", "rule_class"}; the class is the run-time type. Unless null,
+  /// {"passed_count", "failed_count", "rule_class"}; the class is the run-time type, of a
+  /// rule created by name "cppbind::ObjWrapperT<LatestFinish>". Unless null,
   /// `*text` gets it as text indented by tabs.
   Json::Value getRuleBasicInfo(std::string* text) const;
 

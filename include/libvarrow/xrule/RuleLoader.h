@@ -32,11 +32,11 @@ namespace libvarrow {
 /// The caller owns the rules. They, and `reg` (not null), which creates them, belong to one thread.
 ///
 /// An unknown class throws cppbind::ClassMissRegException, parameters that do not fit a
-/// cppbind::ParseErrorException whose path begins with the class name; rules made before are freed.
-/// What is no rule file at all is logged at ERROR with its place and ends the process with a
-/// back-trace: a file that cannot be read or parsed, a group that is no object, a "rule_list" that
-/// is no array, a "rule_level" that is no integer. A registered class that is no Rule fails an
-/// assertion.
+/// cppbind::ParseErrorException; both say where, "rule_list[1].LatestFinish.limit: not found", and
+/// rules made before are freed. What is no rule file at all is logged at ERROR with its place and
+/// ends the process with a back-trace: a file that cannot be read or parsed, a group that is no
+/// object, a "rule_list" that is no array, a "rule_level" that is no integer. A registered class
+/// that is no Rule fails an assertion.
 class LIBVARROW_API RuleLoader {
  public:
   using Rules = std::vector<Rule*>;

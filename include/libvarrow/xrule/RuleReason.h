@@ -12,9 +12,10 @@ namespace libvarrow {
 
 class Rule;
 
-/// In JSON: {"ruleName": the class name that the rule was created under, "ruleClassName": its
-/// run-time type, "ruleProperty": {"baseProperty", "originParameter"}, what it was created from,
-/// "detailInfo": only when there is one}.
+/// In JSON: {"ruleName": the class name that the rule was created under, spelt as in the rule file,
+/// "ruleClassName": its run-time type, of one created by name "cppbind::ObjWrapperT<LatestFinish>",
+/// "ruleProperty": {"baseProperty", "originParameter"}, what it was created from, "detailInfo":
+/// only when there is one}.
 class LIBVARROW_API RuleReason : public FailReason {
  public:
   /// Copies what it says of `rule` (not null) and takes `detail` over, which may be null. Its

@@ -62,7 +62,7 @@ class LIBVARROW_API ValidatorReason : public FailReason {
   Json::Value getJsonValueInfoV2() const;
 
   /// Name and words of each rule reason, in order. The words are the detail's "reasonStr", empty
-  /// when that is no string.
+  /// when that is no string. Keep the result while you loop over its breakRules().
   boost::shared_ptr<SimpleValidatorReason> toSimple() const;
 
  private:
