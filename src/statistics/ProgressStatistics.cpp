@@ -19,6 +19,9 @@ Json::Value ProgressStatistics::toJsonValue4Bind() const {
   return json;
 }
 
+// Here, so that the class is this library's own wherever its objects are made.
+SimpleProgressStatistics::~SimpleProgressStatistics() = default;
+
 std::uint64_t SimpleProgressStatistics::getProcessPercent() const {
   LIBVARROW_CHECK(total() != 0);
   return static_cast<std::uint64_t>(count()) * 100 / total();

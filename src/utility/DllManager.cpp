@@ -7,6 +7,7 @@
 #include <boost/filesystem/operations.hpp>
 #include <boost/function.hpp>
 #include <boost/make_shared.hpp>
+#include <boost/weak_ptr.hpp>
 #include <exception>
 #include <stdexcept>
 #include <utility>
@@ -40,13 +41,26 @@ std::runtime_error fault(const std::string& path, const std::string& message) {
   return std::runtime_error("shared library:" + path + " err:" + message + "!");
 }
 
+void logFault(const std::string& path, const std::string& message) {
+  LIBVARROW_LOG_ERROR("shared library:%s err:%s", path.c_str(), message.c_str());
+}
+
 boost::dll::shared_library open(const fs::path& path) {
   try {
     // What the library lacks is to be found out now, not at the first call.
     return boost::dll::shared_library(path, boost::dll::load_mode::rtld_now);
   } catch (const boost::system::system_error& error) {
+    logFault(path.generic_string(), error.what());
     throw fault(path.generic_string(), error.what());
   }
+}
+
+// Neither a directory nor something that would wait to be read from. A link to nowhere may: what is
+// wrong with it is for the loader to say.
+bool mayBeLibrary(const fs::path& file) {
+  boost::system::error_code ignored;
+  const fs::file_type type = fs::status(file, ignored).type();
+  return type == fs::regular_file || type == fs::file_not_found || type == fs::status_error;
 }
 
 // Libraries that are never unloaded.
@@ -60,17 +74,21 @@ std::vector<boost::dll::shared_library>& keptLibraries() {
 // A loaded library and the share that tells whether anything of it is alive.
 class DllManager::Plugin {
  public:
-  Plugin(std::string path, boost::dll::shared_library library)
-      : path_(std::move(path)), library_(std::move(library)) {}
+  /// Loads the library.
+  explicit Plugin(const fs::path& file)
+      : path_(file.generic_string()), library_(openFor(owner_, file)) {}
   Plugin(const Plugin&) = delete;
   Plugin& operator=(const Plugin&) = delete;
 
   ~Plugin() {
     RegistersManager::unregisterAllOf(owner_);
-    if (owner_.use_count() == 1) return;
-    LIBVARROW_LOG_WARN("shared library:%s stays loaded: %ld of its classes and objects are alive",
-                       path_.c_str(), owner_.use_count() - 1);
-    keepLoaded();
+    const long others = owner_.use_count() - 1;
+    if (others > 0) {
+      LIBVARROW_LOG_WARN("shared library:%s stays loaded: %ld of its classes and objects are alive",
+                         path_.c_str(), others);
+    }
+    // An error on its way out may be of the library's making.
+    if (others > 0 || std::uncaught_exceptions() > 0) keepLoaded();
   }
 
   void start() {
@@ -79,44 +97,47 @@ class DllManager::Plugin {
     try {
       entry();
     } catch (...) {
-      logError(boost::current_exception_diagnostic_information());
-      keepLoaded();  // the error's type may be the library's own
+      logFault(path_, boost::current_exception_diagnostic_information());
+      throw;
+    }
+  }
+
+  const boost::dll::shared_library& library() const { return library_; }
+
+ private:
+  // What static objects of the library register is its own, too.
+  static boost::dll::shared_library openFor(const cppbind::CodeOwner& owner, const fs::path& file) {
+    const cppbind::CodeOwnerScope scope(owner);
+    return open(file);
+  }
+
+  boost::function<void()> findEntry() const {
+    boost::system::error_code isNowhere;
+    boost::dll::symbol_location_ptr(exportedPointer(), isNowhere);
+    if (isNowhere) {
+      // A function of that name would be taken for a pointer, too.
+      const char* message = "initModule is no alias of a function";
+      logFault(path_, message);
+      throw fault(path_, message);
+    }
+    return library_.get_alias<void()>(kEntry);
+  }
+
+  void* exportedPointer() const {
+    try {
+      return library_.get<void*>(kEntry);
+    } catch (const std::exception& error) {
+      logFault(path_, error.what());
       throw;
     }
   }
 
   void keepLoaded() { keptLibraries().push_back(std::move(library_)); }
 
-  const boost::dll::shared_library& library() const { return library_; }
-
- private:
-  // The exported pointer's target; a function of that name would be taken for a pointer, too.
-  boost::function<void()> findEntry() const {
-    try {
-      void* const target = library_.get<void*>(kEntry);
-      boost::system::error_code isNowhere;
-      boost::dll::symbol_location_ptr(target, isNowhere);
-      if (isNowhere) throw fault(path_, "initModule is no alias of a function");
-      return library_.get_alias<void()>(kEntry);
-    } catch (const std::exception& error) {
-      logError(error.what());
-      throw;
-    }
-  }
-
-  void logError(const std::string& message) const {
-    LIBVARROW_LOG_ERROR("shared library:%s err:%s", path_.c_str(), message.c_str());
-  }
-
   const std::string path_;
-  boost::dll::shared_library library_;
   const cppbind::CodeOwner owner_ = boost::make_shared<char>();
+  boost::dll::shared_library library_;
 };
-
-DllManager::DllManager() {
-  // Made first, so that it goes last, also when both live until the process ends.
-  RegistersManager::instance();
-}
 
 std::string DllManager::nativeName(const std::string& name) {
   return name;
@@ -133,12 +154,29 @@ const boost::dll::shared_library* DllManager::findOrCreateDll(const std::string&
   return load(name, fileOf(nativeName(name), dir));
 }
 
+// The plug-in of a library that some manager holds already, under whatever name, is shared.
+boost::shared_ptr<DllManager::Plugin> DllManager::shared(const boost::shared_ptr<Plugin>& opened) {
+  static auto* const alive = new std::map<void*, boost::weak_ptr<Plugin>>;
+  boost::weak_ptr<Plugin>& known = (*alive)[opened->library().native()];
+  if (const auto plugin = known.lock()) return plugin;
+  known = opened;
+  return opened;
+}
+
 const boost::dll::shared_library* DllManager::load(const std::string& name, const fs::path& file) {
   LIBVARROW_LOG_INFO("开始加载动态库:%s", name.c_str());
-  const auto plugin = boost::make_shared<Plugin>(file.generic_string(), open(file));
-  plugin->start();
+  const auto opened = boost::make_shared<Plugin>(file);
+  const auto plugin = shared(opened);
+  // Known before it starts, as it may itself load what lies in its directory.
+  plugins_.emplace(name, plugin);
+  try {
+    if (plugin == opened) plugin->start();
+  } catch (...) {
+    plugins_.erase(name);
+    throw;
+  }
   LIBVARROW_LOG_INFO("成功加载动态库:%s", name.c_str());
-  return &plugins_.emplace(name, plugin).first->second->library();
+  return &plugin->library();
 }
 
 void DllManager::autoLoad(const std::string& dir) {
@@ -151,7 +189,7 @@ void DllManager::autoLoad(const std::string& dir) {
   for (const fs::directory_entry& entry : fs::directory_iterator(path)) {
     const fs::path& file = entry.path();
     // Exactly: what is spelt otherwise is no plug-in's name.
-    if (fs::is_directory(entry.status()) || file.extension() != suffix()) continue;
+    if (file.extension() != suffix() || !mayBeLibrary(file)) continue;
     const std::string name = file.stem().string();
     if (findDll(name) == nullptr) load(name, file);
   }

@@ -4,6 +4,14 @@
 
 namespace libvarrow {
 
+namespace {
+
+// Made when the library is loaded, so that it outlives every static object of a host, which may
+// still hold plug-ins.
+[[maybe_unused]] const RegistersManager& madeAtLoad = RegistersManager::instance();
+
+}  // namespace
+
 RegistersManager& RegistersManager::instance() {
   static RegistersManager manager;
   return manager;

@@ -76,6 +76,13 @@ class GroupReader {
     }
   }
 
+  void logSummary() const {
+    std::string text = "\n<<<<<<\n";
+    for (const auto& rule : rules_) text += rule->dumpStr() + "\n";
+    text += "<<<<<<\n";
+    LIBVARROW_LOG_DEBUG("%s", text.c_str());
+  }
+
   // Hands the rules over to the caller.
   RuleLoader::Rules release() {
     RuleLoader::Rules released;
@@ -94,6 +101,10 @@ class GroupReader {
   OwnedRules rules_;
 };
 
+void logFault(const char* file, const std::exception& error) {
+  LIBVARROW_LOG_ERROR("rule file%s%s: %s", *file == '\0' ? "" : " ", file, error.what());
+}
+
 // The rules that `read` gives to the reader it is called with. `file` is "" when there is none.
 template <class Read>
 RuleLoader::Rules rulesOf(const cppbind::ClassRegister* reg, const char* file, Read read) {
@@ -102,8 +113,11 @@ RuleLoader::Rules rulesOf(const cppbind::ClassRegister* reg, const char* file, R
   try {
     read(reader);
   } catch (const NoRuleFile& error) {
-    LIBVARROW_LOG_ERROR("rule file%s%s: %s", *file == '\0' ? "" : " ", file, error.what());
+    logFault(file, error);
     throw BackTraceException();
+  } catch (const cppbind::ParseErrorException& error) {
+    logFault(file, error);
+    throw;
   }
   return reader.release();
 }
@@ -114,13 +128,7 @@ void readAny(GroupReader& reader, const Json::Value& json) {
   } else if (!json.isNull()) {
     reader.readGroup(json, kTopLevel);
   }
-}
-
-void logSummary(const RuleLoader::Rules& rules) {
-  std::string text = "\n<<<<<<\n";
-  for (const Rule* rule : rules) text += rule->dumpStr() + "\n";
-  text += "<<<<<<\n";
-  LIBVARROW_LOG_DEBUG("%s", text.c_str());
+  reader.logSummary();
 }
 
 }  // namespace
@@ -133,15 +141,11 @@ RuleLoader::Rules RuleLoader::loadRules(const char* file, const cppbind::ClassRe
     LIBVARROW_LOG_ERROR("Failed to parse %s, %s\n", file, errors.c_str());
     throw BackTraceException();
   }
-  const Rules rules = rulesOf(reg, file, [&](GroupReader& reader) { readAny(reader, json); });
-  logSummary(rules);
-  return rules;
+  return rulesOf(reg, file, [&](GroupReader& reader) { readAny(reader, json); });
 }
 
 RuleLoader::Rules RuleLoader::loadRules(Json::Value json, const cppbind::ClassRegister* reg) {
-  const Rules rules = rulesOf(reg, "", [&](GroupReader& reader) { readAny(reader, json); });
-  logSummary(rules);
-  return rules;
+  return rulesOf(reg, "", [&](GroupReader& reader) { readAny(reader, json); });
 }
 
 RuleLoader::Rules RuleLoader::loadRulesByJsonObj(Json::Value group,

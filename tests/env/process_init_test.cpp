@@ -25,6 +25,7 @@ TEST(ProcessInitTest, OpenMpLeavesAPartOfTheProcessors) {
 
 TEST(ProcessInitTest, OneCallInstallsTheErrorHandlerAndSetsTheThreadCount) {
   const auto child = test_support::runInChild([] {
+    omp_set_num_threads(7);
     porcessCommonInit();
     std::cout << omp_get_max_threads();
   });

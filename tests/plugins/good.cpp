@@ -1,4 +1,4 @@
-// A plug-in that registers a class.
+// A plug-in that registers classes, one of them already while it is loaded.
 #include <boost/dll/alias.hpp>
 #include <iostream>
 
@@ -10,9 +10,32 @@ struct Greeter : cppbind::Object {
   ~Greeter() override { std::cout << "greeter gone\n"; }
 };
 
+struct OwnError : std::exception {
+  const char* what() const noexcept override { return "out of order"; }
+};
+
+struct Faulty : cppbind::Object {
+  void setBind(cppbind::Binder* binder, bool) {
+    bool isOwnFault = false;
+    binder->bind("own", isOwnFault);
+    if (isOwnFault) throw OwnError();
+    throw cppbind::ParseErrorException("own", "should be true");
+  }
+};
+
+cppbind::ClassRegister& classes() {
+  return *libvarrow::RegistersManager::createRegister("plug-ins");
+}
+
+[[maybe_unused]] const bool isRegisteredEarly = [] {
+  classes().regClass<Greeter>("Early");
+  return true;
+}();
+
 void registerClasses() {
   std::cout << "initModule\n";
-  libvarrow::RegistersManager::createRegister("plug-ins")->regClass<Greeter>("Greeter");
+  classes().regClass<Greeter>("Greeter");
+  classes().regClass<Faulty>("Faulty");
 }
 
 }  // namespace

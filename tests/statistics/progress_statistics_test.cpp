@@ -40,7 +40,7 @@ TEST(ProgressStatisticsTest, StepsGiveWholePercentsRoundedDown) {
 TEST(ProgressStatisticsTest, AComposedProgressCountsFinishedChildrenOnly) {
   EXPECT_EQ(66u, ComposedProgressStatistics(children({100, 100, 99})).getProcessPercent());
   EXPECT_EQ(100u, ComposedProgressStatistics(children({100, 120})).getProcessPercent());
-  EXPECT_EQ(0u, ComposedProgressStatistics(children({99})).getProcessPercent());
+  EXPECT_EQ(33u, ComposedProgressStatistics(children({99, 0, 100})).getProcessPercent());
   EXPECT_EQ(test_support::json(R"({"progressPercent": 50, "childdreProgress": [
                 {"progressPercent": 100}, {"progressPercent": 50}]})")
                 .toStyledString(),

@@ -34,6 +34,10 @@ TEST(RegistersManagerTest, RegistriesAreMadeFoundAndGoWithTheirLastClass) {
   EXPECT_TRUE(things->empty());
 
   RegistersManager::createRegister("nothing");
+  RegistersManager::createRegister("things")->regClass<Thing>("Mine");
+  RegistersManager::unregisterAllOf(boost::make_shared<int>(1));
+  EXPECT_NE(nullptr, RegistersManager::getRegister("nothing"));
+  EXPECT_TRUE(RegistersManager::unregister("things", "Mine"));
   EXPECT_FALSE(RegistersManager::unregister("nothing", "Thing"));
   EXPECT_EQ(nullptr, RegistersManager::getRegister("nothing"));
 }

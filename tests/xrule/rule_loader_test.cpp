@@ -59,6 +59,14 @@ TEST_F(RuleLoaderTest, RulesComeOutInTheOrderOfTheKeysWithGroupsAtTheirPlace) {
   }());
   EXPECT_EQ("AtMost 1, AtMost 1",
             load(R"([{"AtMost": {"limit": 1}}, {"AtMost": {"limit": 1, "rule_level": 5}}])"));
+  const Json::Value group = json(R"({"AtMost": {"limit": 1}, "Never": {}})");
+  EXPECT_EQ("AtMost 1, Never", take(RuleLoader::loadRulesByJsonObj(group, &reg, 1)));
+  Json::Value groups;
+  groups.append(group);
+  groups.append(group);
+  EXPECT_EQ("AtMost 1, Never, AtMost 1, Never",
+            take(RuleLoader::loadRulesByJsonArrary(groups, &reg, 1)));
+  EXPECT_EQ("never", take({RuleLoader::loadOneRuleByJsonObj("never", Json::objectValue, &reg, 1)}));
   test_support::writeFile("rules.json", "{\"Never\": {} /* a comment */}");
   EXPECT_EQ("Never", take(RuleLoader::loadRules("rules.json", &reg)));
 }
@@ -72,11 +80,15 @@ TEST_F(RuleLoaderTest, LevelsAreInheritedAndLogged) {
                           "log4cplus.appender.F.layout.ConversionPattern=%m|\n");
   const auto child = test_support::runInChild([&] {
     InitRootLogger("my.conf");
-    load(R"({"never": {}, "rule_list": [{"rule_level": 4, "rule_list": [{"Never": {}}]},
+    take(RuleLoader::loadRulesByJsonObj(json(R"({"Never": {}})"), &reg, 7));
+    load("[]");
+    load(R"({"never": {}, "rule_list": [{"rule_level": 4, "Never": {}, "rule_list": [{}]},
                                         {"AtMost": {"limit": 2, "rule_level": 9}}]})");
   });
   EXPECT_EQ(0, child.exitCode) << child.errors;
   EXPECT_EQ(
+      "rule_name: Never\n|rule_parameter: {}\n\n|rule_level: 7\n|Created rule Never\n|"
+      "\n<<<<<<\n<<<<<<\n|"
       "rule_name: never\n|rule_parameter: {}\n\n|rule_level: 1\n|Created rule never\n|"
       "rule_name: Never\n|rule_parameter: {}\n\n|rule_level: 4\n|Created rule Never\n|"
       "rule_name: AtMost\n|rule_parameter: {\n\t\"limit\" : 2,\n\t\"rule_level\" : 9\n}\n\n|"

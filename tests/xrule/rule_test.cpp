@@ -28,7 +28,8 @@ TEST(RuleTest, CountsAndFlagsAreItsOwnAndCopied) {
   EXPECT_FALSE(rule.validate(4));
   rule.disable();
   rule.setRuleGenType(RuleGenType{7});
-  const AtMost copy = rule;
+  AtMost copy;
+  copy = AtMost(rule);
   rule.resetStatisticsCount();
   rule.enable();
   std::string text;
@@ -43,6 +44,9 @@ TEST(RuleTest, CountsAndFlagsAreItsOwnAndCopied) {
   EXPECT_FALSE(copy.isEnabled());
   EXPECT_EQ(RuleGenType{7}, copy.getRuleGenType());
   EXPECT_EQ("xrule_test::AtMost", rule.dumpStr());
+  Never all;
+  all.setBind(nullptr, true);
+  EXPECT_TRUE(Never(all).getValidateAllFlag());
   EXPECT_EQ(
       "atMOST",
       std::unique_ptr<Rule>(checks().create<Rule>("atMOST", json(R"({"limit":1})")))->dumpStr());
@@ -116,6 +120,9 @@ TEST_F(ReasonTest, TheOtherFormsAreFlat) {
   const auto first = boost::make_shared<RuleValidatorReason>("job 1");
   first->appendReason(reasonOf(*rule, R"({"reasonStr": "too many"})"));
   first->appendReason(reasonOf(*rule, R"({"reasonStr": 3})"));
+  const auto noObjects = boost::make_shared<RuleValidatorReason>();
+  noObjects->appendReason(reasonOf(*rule, nullptr));
+  EXPECT_EQ(json("[]"), noObjects->getJsonValueInfoV2().at(0)["refObjList"]);
   const auto second = boost::make_shared<RuleValidatorReason>(std::vector<std::string>{"a", "b"});
   second->appendReason(reasonOf(*rule, "[1]"));
   ValidatorReason report("plan");
@@ -130,6 +137,7 @@ TEST_F(ReasonTest, TheOtherFormsAreFlat) {
       {)" + ofRule +
                  R"(, "detailInfo": [1], "refObjList": ["a", "b"]}]})"),
             report.getJsonValueInfoV2());
+  report.addReason("z", nullptr);
   report.addReason("z", nullptr);
   second->appendReason(boost::shared_ptr<RuleReason>());
   EXPECT_EQ(3u, report.getFailedReasonCount());

@@ -48,4 +48,8 @@ void rethrowWithPath(std::string element) {
   }
 }
 
+// Here, so that errors outlive a plug-in that threw them.
+ParseErrorException::~ParseErrorException() = default;
+ClassMissRegException::~ClassMissRegException() = default;
+
 }  // namespace cppbind

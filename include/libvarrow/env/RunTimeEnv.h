@@ -13,6 +13,7 @@ namespace libvarrow {
 
 /// The process-wide environment. The first call of instance() fixes the paths, so make it before
 /// anything changes the current directory, as modules may do for their dumps. Thread safe.
+/// Throws boost::filesystem::filesystem_error when there is no current directory any more.
 class LIBVARROW_API RunTimeEnv {
  public:
   static RunTimeEnv& instance();

@@ -34,6 +34,7 @@ class LIBVARROW_API ProgressStatistics : public CommonStatistics {
 class LIBVARROW_API SimpleProgressStatistics : public PercentStatistics {
  public:
   explicit SimpleProgressStatistics(std::uint64_t total) : PercentStatistics(total) {}
+  ~SimpleProgressStatistics() override;
 
   /// Whole percent, rounded down; above 100 when more steps were counted than there are. Checks
   /// that there are any.

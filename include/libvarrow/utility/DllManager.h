@@ -35,12 +35,12 @@ namespace libvarrow {
 /// statistics, an error in flight) the manager cannot see: make it before the host's data and
 /// outside of the try block.
 ///
-/// Copies share the libraries, which go with the last of them. Not locked: load at start-up from
-/// one thread.
+/// Everything that is registered during initModule, or by the library's static objects, belongs to
+/// the plug-in. A library that is loaded already, under another name or by another manager, is
+/// shared and not started again; it goes with the last manager that has it. Not locked: load at
+/// start-up from one thread.
 class LIBVARROW_API DllManager {
  public:
-  DllManager();
-
   /// The library loaded under `name`, or null.
   const boost::dll::shared_library* findDll(const std::string& name) const;
 
@@ -59,12 +59,14 @@ class LIBVARROW_API DllManager {
   /// Loads every library in `dir`, not in directories below: each file whose extension is exactly
   /// ".so" (".dll" on Windows), under its name without that. A relative `dir` that does not exist
   /// is looked for beside the running program; one that is not there either, or is no directory,
-  /// loads nothing. Errors are those of findOrCreateDll; libraries loaded before stay.
+  /// loads nothing. Errors are those of findOrCreateDll and, for a directory that cannot be read,
+  /// boost::filesystem::filesystem_error; libraries loaded before stay.
   void autoLoad(const std::string& dir);
 
  private:
   class Plugin;
 
+  static boost::shared_ptr<Plugin> shared(const boost::shared_ptr<Plugin>& opened);
   static std::string nativeName(const std::string& name);
   const boost::dll::shared_library* load(const std::string& name,
                                          const boost::filesystem::path& file);

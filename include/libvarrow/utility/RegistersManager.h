@@ -42,7 +42,7 @@ class LIBVARROW_API RegistersManager {
   static bool unregister(const std::string& registerName, const std::string& className);
 
   /// Takes out, everywhere, the classes whose code `owner` keeps loaded, and the registries that
-  /// hold none then. Called when a plug-in goes.
+  /// this leaves empty. Called when a plug-in goes.
   static void unregisterAllOf(const cppbind::CodeOwner& owner);
 
  private:

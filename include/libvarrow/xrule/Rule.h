@@ -29,7 +29,8 @@ enum class RuleGenType : std::int32_t {};
 ///       int limit_ = 0;
 ///     };
 ///
-/// Derives from Object virtually, so that a rule may have several bases that are rules.
+/// Derives from Object virtually, so that a rule may have another base that is virtually an Object;
+/// of several bases that are rules each derives from Rule virtually.
 ///
 /// The counters may be used from any thread; the rest belongs to one thread at a time.
 class LIBVARROW_API Rule : virtual public cppbind::Object {

@@ -21,7 +21,7 @@ class LIBVARROW_API RuleValidatorReason : public FailReason {
   explicit RuleValidatorReason(std::vector<std::string> refObjs);
 
   void addRefObj(const std::string& refObj);
-  /// Takes ownership.
+  /// Takes ownership. A null reason ends the process when the reasons are written as JSON.
   void appendReason(RuleReason* reason);
   void appendReason(const boost::shared_ptr<RuleReason>& reason);
 

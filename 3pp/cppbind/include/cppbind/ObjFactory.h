@@ -48,9 +48,23 @@ class CPPBIND_API ObjFactory {
 /// {name: fields}: the form in which JSON names an object's class.
 CPPBIND_API Json::Value dynamicTypeForm(const std::string& name, Json::Value fields);
 
+namespace detail {
+
+/// As the first base of an object it goes last: the code of the other bases' destructors is there
+/// until they have run.
+class CodeOwnerHolder {
+ public:
+  void setCodeOwner(CodeOwner owner) { codeOwner_ = std::move(owner); }
+
+ private:
+  CodeOwner codeOwner_;
+};
+
+}  // namespace detail
+
 /// A `T` that knows the name it was created under and what it was read from.
 template <class T>
-class ObjWrapperT : public T {
+class ObjWrapperT : private detail::CodeOwnerHolder, public T {
  public:
   template <class... Arguments>
   explicit ObjWrapperT(std::string className, Arguments&&... arguments)
@@ -60,7 +74,7 @@ class ObjWrapperT : public T {
   void setConverters(boost::shared_ptr<const ConverterTable> converters) {
     converters_ = std::move(converters);
   }
-  void setCodeOwner(CodeOwner owner) { codeOwner_ = std::move(owner); }
+  using detail::CodeOwnerHolder::setCodeOwner;
 
   Json::Value getJsonValue4Bind() const override {
     return dynamicTypeForm(className_,
@@ -73,7 +87,6 @@ class ObjWrapperT : public T {
   std::string className_;
   Json::Value creationRecord_;
   boost::shared_ptr<const ConverterTable> converters_;
-  CodeOwner codeOwner_;
 };
 
 /// The factory of `T`. A class with a setBind is default-constructed and read in place, so it need

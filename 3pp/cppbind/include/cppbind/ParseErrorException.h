@@ -18,6 +18,9 @@ class CPPBIND_API ParseErrorException : public std::exception {
  public:
   explicit ParseErrorException(std::string message);
   ParseErrorException(std::string pathElement, std::string message);
+  ParseErrorException(const ParseErrorException&) = default;
+  ParseErrorException& operator=(const ParseErrorException&) = default;
+  ~ParseErrorException() override;
 
   /// Adds the next outer element. Each level that an error passes adds its own.
   void addPathFront(std::string element);
@@ -41,6 +44,9 @@ class CPPBIND_API ParseErrorException : public std::exception {
 class CPPBIND_API ClassMissRegException : public ParseErrorException {
  public:
   explicit ClassMissRegException(const std::string& className);
+  ClassMissRegException(const ClassMissRegException&) = default;
+  ClassMissRegException& operator=(const ClassMissRegException&) = default;
+  ~ClassMissRegException() override;
 };
 
 /// Call in a catch block: throws the error in flight on, with `element` in front of its path. A
