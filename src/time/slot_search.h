@@ -28,7 +28,9 @@ Iterator firstNot(Iterator first, Iterator last, IsBefore isBefore) {
   while (count > 0) {
     const std::size_t half = count / 2;
     // All bits or none, and no branch: the processor would guess every second one wrong.
-    const std::size_t right = std::size_t{0} - static_cast<std::size_t>(isBefore(first[half]));
+    const std::size_t right =
+        std::size_t{0} -
+        static_cast<std::size_t>(isBefore(first[static_cast<std::ptrdiff_t>(half)]));
     first += static_cast<std::ptrdiff_t>(right & (half + 1));
     count = (count + right) / 2;
   }

@@ -1,13 +1,12 @@
 #include "libvarrow/utility/DllManager.h"
 
-#include <boost/dll/import.hpp>
 #include <boost/dll/runtime_symbol_info.hpp>
 #include <boost/dll/shared_library.hpp>
 #include <boost/exception/diagnostic_information.hpp>
 #include <boost/filesystem/operations.hpp>
-#include <boost/function.hpp>
 #include <boost/make_shared.hpp>
 #include <boost/weak_ptr.hpp>
+#include <cstring>
 #include <exception>
 #include <stdexcept>
 #include <utility>
@@ -92,7 +91,7 @@ class DllManager::Plugin {
   }
 
   void start() {
-    const auto entry = findEntry();
+    const Entry entry = findEntry();
     const cppbind::CodeOwnerScope scope(owner_);
     try {
       entry();
@@ -111,21 +110,25 @@ class DllManager::Plugin {
     return open(file);
   }
 
-  boost::function<void()> findEntry() const {
+  using Entry = void (*)();
+
+  Entry findEntry() const {
+    // Looked at as bytes: a function of that name, which is no pointer, lies at any address.
+    void* target = nullptr;
+    std::memcpy(&target, entrySymbol(), sizeof target);
     boost::system::error_code isNowhere;
-    boost::dll::symbol_location_ptr(exportedPointer(), isNowhere);
+    boost::dll::symbol_location_ptr(target, isNowhere);
     if (isNowhere) {
-      // A function of that name would be taken for a pointer, too.
       const char* message = "initModule is no alias of a function";
       logFault(path_, message);
       throw fault(path_, message);
     }
-    return library_.get_alias<void()>(kEntry);
+    return reinterpret_cast<Entry>(target);
   }
 
-  void* exportedPointer() const {
+  const char* entrySymbol() const {
     try {
-      return library_.get<void*>(kEntry);
+      return &library_.get<char>(kEntry);
     } catch (const std::exception& error) {
       logFault(path_, error.what());
       throw;
