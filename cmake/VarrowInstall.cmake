@@ -1,0 +1,43 @@
+# What `cmake --install` puts where, and the packages that find it there.
+include(CMakePackageConfigHelpers)
+
+set(VARROW_PACKAGE_DIR "${CMAKE_INSTALL_LIBDIR}/cmake/varrow")
+
+install(
+  TARGETS varrow
+  EXPORT varrowTargets
+  RUNTIME COMPONENT runtime
+  LIBRARY COMPONENT runtime NAMELINK_COMPONENT development
+  ARCHIVE COMPONENT development)
+install(
+  DIRECTORY "${PROJECT_SOURCE_DIR}/include/libvarrow"
+            "${PROJECT_SOURCE_DIR}/3pp/cppbind/include/cppbind"
+            "${PROJECT_BINARY_DIR}/generated/libvarrow"
+  DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}"
+  COMPONENT development)
+
+# find_package(varrow 1.0 CONFIG)
+install(
+  EXPORT varrowTargets
+  NAMESPACE varrow::
+  DESTINATION "${VARROW_PACKAGE_DIR}"
+  COMPONENT development)
+configure_package_config_file(
+  "${PROJECT_SOURCE_DIR}/cmake/varrowConfig.cmake.in"
+  "${PROJECT_BINARY_DIR}/generated/varrowConfig.cmake" INSTALL_DESTINATION "${VARROW_PACKAGE_DIR}")
+write_basic_package_version_file("${PROJECT_BINARY_DIR}/generated/varrowConfigVersion.cmake"
+                                 COMPATIBILITY SameMajorVersion)
+install(
+  FILES "${PROJECT_BINARY_DIR}/generated/varrowConfig.cmake"
+        "${PROJECT_BINARY_DIR}/generated/varrowConfigVersion.cmake"
+  DESTINATION "${VARROW_PACKAGE_DIR}"
+  COMPONENT development)
+
+# pkg-config varrow. The prefix is found from the file, so the tree may be moved.
+file(RELATIVE_PATH VARROW_PREFIX_FROM_PC "/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/")
+configure_file("${PROJECT_SOURCE_DIR}/cmake/varrow.pc.in"
+               "${PROJECT_BINARY_DIR}/generated/varrow.pc" @ONLY)
+install(
+  FILES "${PROJECT_BINARY_DIR}/generated/varrow.pc"
+  DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig"
+  COMPONENT development)
