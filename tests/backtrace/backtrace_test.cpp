@@ -1,14 +1,12 @@
 // Failed checks and crashes, each in a process of its own.
 #include "libvarrow/backtrace/BackTrace.h"
 
-#include <gtest/gtest.h>
 #include <sys/mman.h>
 
 #include <boost/assert.hpp>
 #include <boost/filesystem/operations.hpp>
 #include <boost/shared_ptr.hpp>
 #include <boost/stacktrace/stacktrace.hpp>
-#include <csignal>
 #include <cstdlib>
 #include <fstream>
 #include <regex>
@@ -17,16 +15,14 @@
 #include "libvarrow/backtrace/BackTraceException.h"
 #include "libvarrow/backtrace/Check.h"
 #include "libvarrow/log/log.h"
-#include "support/ChildProcess.h"
-#include "support/TemporaryDirectory.h"
+#include "support/support.h"
 
 namespace {
 
 using libvarrow::init_error_handler;
-using test_support::readFile;
-using test_support::runInChild;
+using namespace test_support;
 
-class BackTraceTest : public test_support::InTemporaryDirectory {};
+class BackTraceTest : public InTemporaryDirectory {};
 
 std::size_t occurrences(const std::string& text, const std::string& part) {
   std::size_t count = 0;
@@ -84,7 +80,7 @@ TEST_F(BackTraceTest, TheHandlerIsInstalledOnceAndLeavesAtTheEnd) {
 }
 
 TEST_F(BackTraceTest, ASegmentationFaultIsLoggedAndDumpedFromTheFaultingFunctionDownward) {
-  test_support::writeFile("coredump", "a file where the directory would be");
+  writeFile("coredump", "a file where the directory would be");
   const auto child = runInChild([] {
     InitRootLogger("none");
     init_error_handler(true);

@@ -1,23 +1,21 @@
 // The start of a process.
 #include "libvarrow/env/process_init.h"
 
-#include <gtest/gtest.h>
 #include <omp.h>
 
 #include <boost/filesystem/operations.hpp>
 #include <iostream>
 
 #include "libvarrow/env/RunTimeEnv.h"
-#include "support/ChildProcess.h"
-#include "support/TemporaryDirectory.h"
+#include "support/support.h"
 
 namespace {
 
 using namespace libvarrow;
 
 TEST(ProcessInitTest, OpenMpLeavesAPartOfTheProcessors) {
-  const std::pair<int, unsigned> cases[] = {{1, 1},    {2, 2},    {8, 8},    {10, 9},  {16, 15},
-                                            {100, 90}, {101, 51}, {128, 64}, {129, 65}};
+  const std::pair<int, unsigned> cases[] = {{1, 1},    {8, 8},    {10, 9},  {16, 15},
+                                            {100, 90}, {101, 51}, {128, 64}};
   for (const auto& [processors, threads] : cases) {
     EXPECT_EQ(threads, openMPThreadCount(processors)) << processors;
   }

@@ -1,5 +1,4 @@
 // What keeps and what breaks the user's rules, and what is reported of it.
-#include <gtest/gtest.h>
 #include <libvarrow/json/json.h>
 
 #include <boost/filesystem/operations.hpp>
@@ -8,15 +7,11 @@
 #include "modules/CheckRules.h"
 #include "rules/registerRules.h"
 #include "shop_fixtures.h"
-#include "support/TemporaryDirectory.h"
-#include "support/errors.h"
+#include "support/support.h"
 
 using namespace jobshop;
 using namespace jobshop_test;
-using test_support::errorOf;
-using test_support::json;
-using test_support::readFile;
-using test_support::writeFile;
+using namespace test_support;
 
 namespace {
 
@@ -39,7 +34,7 @@ struct SmallShop {
   }
 };
 
-class Rules : public test_support::InTemporaryDirectory {
+class Rules : public InTemporaryDirectory {
  protected:
   static void SetUpTestSuite() {
     static const bool once = (registerRules(), true);
@@ -149,7 +144,6 @@ TEST_F(Rules, FaultsInARuleFileNameTheFileAndTheirPlace) {
   const std::string file = (directory.path() / "rules.json").string() + ": ";
   const std::pair<std::string, std::string> cases[] = {
       {R"({"Nope": {}})", file + "Nope miss register"},
-      {R"({"LatestFinish": {}})", file + "LatestFinish.limit: not found"},
       {R"({"MaxWait": {"limit": -1}})", file + "MaxWait.limit: expected a number from 0"},
       {R"({"MachineLoad": {"at_most": 80}})",
        file + "MachineLoad.at_most: expected a number from 0 to 1"},

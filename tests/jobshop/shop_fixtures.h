@@ -4,6 +4,8 @@
 #include <cppbind/imp/json_decode_binder.h>
 
 #include <boost/date_time/posix_time/posix_time.hpp>
+#include <boost/property_tree/ptree.hpp>
+#include <boost/property_tree/xml_parser.hpp>
 #include <cstdint>
 #include <random>
 #include <string>
@@ -13,7 +15,7 @@
 #include "InstanceReader.h"
 #include "Schedule.h"
 #include "calendar/ShopCalendar.h"
-#include "support/json.h"
+#include "support/support.h"
 
 namespace jobshop_test {
 
@@ -25,6 +27,13 @@ inline jobshop::Schedule planned(const jobshop::Instance& instance, const std::s
                                  const jobshop::ShopCalendar& calendar = {}) {
   const auto urgency = jobshop::findDispatchRule(rule).urgency;
   return {jobshop::buildActiveSchedule(instance, urgency, calendar), rule};
+}
+
+inline boost::property_tree::ptree xmlOf(const std::string& text) {
+  boost::property_tree::ptree tree;
+  std::istringstream stream(text);
+  boost::property_tree::read_xml(stream, tree);
+  return tree;
 }
 
 /// The settings that `keys`, the members of a JSON object, stand for.

@@ -1,28 +1,23 @@
 // JSON and UTF-8 text between memory and files.
 #include "libvarrow/json/json.h"
 
-#include <gtest/gtest.h>
-
 #include <boost/filesystem/operations.hpp>
 #include <clocale>
-
-#include "support/TemporaryDirectory.h"
-#include "support/errors.h"
+#include "support/support.h"
 
 namespace {
 
 using namespace libvarrow;
 using namespace libvarrow::utility;
-using test_support::readFile;
-using test_support::writeFile;
+using namespace test_support;
 
-class JsonTest : public test_support::InTemporaryDirectory {
+class JsonTest : public InTemporaryDirectory {
  protected:
   // The message thrown and what was logged before it.
   template <class Call>
   std::pair<std::string, std::string> failure(Call call) {
     testing::internal::CaptureStderr();
-    const std::string thrown = test_support::errorOf(call);
+    const std::string thrown = errorOf(call);
     return {thrown, testing::internal::GetCapturedStderr()};
   }
   const std::string folder = directory.path().string() + "/";
@@ -78,13 +73,13 @@ TEST_F(JsonTest, ARelativePathIsTakenFromTheDirectoryOfTheStart) {
 TEST_F(JsonTest, AMissingFileAndAFolderThatCannotBeMadeAreLoggedAndThrown) {
   const auto [missing, missingLog] = failure([] { readUTF8File("no/file.txt"); });
   EXPECT_EQ(missing + "\n", missingLog);
-  EXPECT_NE(std::string::npos, missing.find("readUTF8File("));
-  EXPECT_NE(std::string::npos, missingLog.find(" file:no/file.txtnot exist!\n"));
+  EXPECT_TRUE(contains(missing, "readUTF8File("));
+  EXPECT_TRUE(contains(missing, " file:no/file.txtnot exist!"));
   writeFile("file", "");
   const auto [failed, failedLog] = failure([&] { writeFileForUTF8(folder + "file/sub/x", ""); });
   EXPECT_EQ(failed + "\n", failedLog);
-  EXPECT_NE(std::string::npos, failed.find("writeFileForUTF8("));
-  EXPECT_NE(std::string::npos, failed.find(" create dir " + folder + "file/subfailed for :"));
+  EXPECT_TRUE(contains(failed, "writeFileForUTF8("));
+  EXPECT_TRUE(contains(failed, " create dir " + folder + "file/subfailed for :"));
   EXPECT_NO_THROW(writeFileForUTF8(directory.path().string(), "a directory"));
 }
 

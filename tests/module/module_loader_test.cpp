@@ -1,26 +1,22 @@
-// Pipelines from JSON in three layouts.
+// Pipelines from files, run end to end, and from JSON in three layouts.
 #include "libvarrow/module/ModuleLoader.h"
 
-#include <gtest/gtest.h>
-
-#include <csignal>
+#include <boost/filesystem/operations.hpp>
 #include <memory>
 
 #include "libvarrow/json/json.h"
+#include "libvarrow/module/ChainedModule.h"
 #include "libvarrow/module/CommonModuleStatDumper.h"
+#include "libvarrow/module/ModuleExecutor.h"
 #include "module/recording.h"
-#include "support/ChildProcess.h"
-#include "support/TemporaryDirectory.h"
-#include "support/errors.h"
-#include "support/json.h"
+#include "support/support.h"
 
 namespace module_test {
 
 using namespace libvarrow;
-using test_support::errorOf;
-using test_support::json;
+using namespace test_support;
 
-class ModuleLoaderTest : public test_support::InTemporaryDirectory {
+class ModuleLoaderTest : public InTemporaryDirectory {
  protected:
   ModuleLoaderTest() { loader.classRegister().regClass<Add>("Add"); }
 
@@ -28,7 +24,7 @@ class ModuleLoaderTest : public test_support::InTemporaryDirectory {
 };
 
 TEST_F(ModuleLoaderTest, NamedModulesRunInTheOrderOfTheChainAndAreShared) {
-  test_support::writeFile("p.json", R"({
+  writeFile("p.json", R"({
       "named_modules": {"prepare": {"add": {"amount": 5}},
                         "nest": {"ChainedModule": {"modules": [{"Add": {"amount": 100}}]}},
                         "solve": {"CommonModuleStatDumper": {"file": "stat.json"}}},
@@ -91,15 +87,12 @@ TEST_F(ModuleLoaderTest, BrokenStructureEndsTheProcess) {
   const std::string unknown = "this->named_modules.find(module_name) != this->named_modules.end()";
   const std::pair<const char*, std::string> cases[] = {
       {R"({"named_modules": {"a": {"Add": {}, "B": {}}}})", "module_type_names.size() == 1"},
-      {R"({"named_modules": {"a": {}}})", "module_type_names.size() == 1"},
       {R"({"named_modules": {"a": 5}})", "module_type_names.size() == 1"},
       {R"({"chained_module": {}})", "jv.isArray()"},
       {R"({"chained_module": [1]})", "jv_module.isString()"},
       {R"({"chained_module": ["a"]})", unknown}};
   for (const auto& c : cases) {
-    const auto child = test_support::runInChild([&] { loader.loadJson(json(c.first)); });
-    EXPECT_EQ(SIGABRT, child.signal) << c.first;
-    EXPECT_EQ(0u, child.errors.find("Expression '" + c.second + "' is false")) << child.errors;
+    expectAbort("Expression '" + c.second + "' is false", [&] { loader.loadJson(json(c.first)); });
   }
 }
 
@@ -119,6 +112,69 @@ TEST_F(ModuleLoaderTest, TheObjectLayoutTakesAnotherRegisterAndTheChainLayoutGiv
   EXPECT_EQ("mainModule: Add miss register", load(R"({"mainModule": {"Add": {"amount": 1}}})"));
   EXPECT_EQ("Mine", loader.mainModule()->getModuleName());
   EXPECT_TRUE(loader.namedModules().empty());
+}
+
+class ModuleExecutorTest : public InTemporaryDirectory {
+ protected:
+  ModuleExecutorTest() {
+    reg.regClass<ChainedModule>("ChainedModule");
+    reg.regClass<Add>("Add");
+  }
+
+  std::string errorIn(const std::string& file) {
+    return errorOf([&] { ModuleExecutor(&reg, file, false); });
+  }
+
+  cppbind::ClassRegister reg;
+};
+
+TEST_F(ModuleExecutorTest, APipelineFileRunsOnTheHostsData) {
+  writeFile("p.json", R"({"modules": [ // first
+      {"Add": {"amount": 1}}, {"chainedmodule": {"modules": [{"add": {"amount": 10}}]}}]})");
+  const ModuleExecutor executor(&reg, "p.json", false);
+  const ModuleExecutor copy = executor;
+  EXPECT_EQ(executor.mainModule(), copy.mainModule());
+  StatisticsContainer root("root");
+  RecordingData data;
+  data.dumpPath = "run/";
+  data.statisticsContainer = &root;
+  copy.process(&data);
+  EXPECT_EQ(11, data.steps);
+  EXPECT_TRUE(boost::filesystem::exists("run/1_chainedmodule/0_add/module_stat.json"));
+  const Json::Value main = root.toJsonValue4Bind()["root"][0];
+  EXPECT_EQ("Module::libvarrow::ChainedModule", main.getMemberNames().at(0));
+}
+
+TEST_F(ModuleExecutorTest, EveryFaultOfAPipelineFileIsNamedWithItsPlace) {
+  // How the message starts.
+  const std::pair<const char*, const char*> cases[] = {
+      {"", "Can not parse file [p.json]: * Line 1, Column 1\n"},
+      {R"({"modules": {}})", "modules: should be a object array"},
+      {R"({"modules": [{"Add": {"amount": 1}}, {"Nobody": {}}]})",
+       "modules[1]: Nobody miss register"},
+      {R"({"modules": [{"ChainedModule": {"modules": [{"Add": {"amount": "x"}}]}}]})",
+       "modules[0].ChainedModule.modules[0].Add.amount: Value is not convertible to Int."}};
+  for (const auto& [text, error] : cases) {
+    writeFile("p.json", text);
+    EXPECT_EQ(0u, errorIn("p.json").find(error)) << text << "\n" << errorIn("p.json");
+  }
+  EXPECT_EQ("conf missing.json file not found!", errorIn("missing.json"));
+  EXPECT_EQ("Can not open file [.]", errorIn("."));
+  const std::string tooLong(5000, 'x');
+  EXPECT_EQ("conf " + tooLong + " file not found!", errorIn(tooLong)) << "no status to be read";
+
+  writeFile("p.json", R"({"modules": [{"Add": {"amount": 1, "b": 2}}], "extra": 1})");
+  EXPECT_NO_THROW(ModuleExecutor(&reg, "p.json", true)) << "unknown keys pass when ignored";
+}
+
+TEST_F(ModuleExecutorTest, ANullRegisterAndRunningAnExecutorThatWasMovedFromEndTheProcess) {
+  expectAbort("Expression 'nullptr != moduleRegister' is false",
+              [] { ModuleExecutor(nullptr, "p.json", true); });
+  writeFile("p.json", R"({"modules": []})");
+  ModuleExecutor executor(&reg, "p.json", false);
+  const ModuleExecutor moved = std::move(executor);
+  EXPECT_NE(nullptr, moved.mainModule());
+  expectAbort("Expression 'px != 0' is false", [&] { executor.process(nullptr); });
 }
 
 }  // namespace module_test

@@ -1,24 +1,20 @@
 // The frame that every module runs in.
 #include "libvarrow/module/Module.h"
 
-#include <gtest/gtest.h>
-
 #include <boost/filesystem/operations.hpp>
 #include <stdexcept>
 
 #include "libvarrow/json/json.h"
 #include "module/recording.h"
-#include "support/TemporaryDirectory.h"
-#include "support/json.h"
+#include "support/support.h"
 
 namespace module_test {
 
 using namespace libvarrow;
-using test_support::json;
-using test_support::readFile;
+using namespace test_support;
 namespace fs = boost::filesystem;
 
-class ModuleTest : public test_support::InTemporaryDirectory {
+class ModuleTest : public InTemporaryDirectory {
  protected:
   RecordingData data;
   Worker worker;

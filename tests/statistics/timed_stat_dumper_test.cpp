@@ -1,23 +1,19 @@
 // Statistics files, on demand and on a timer.
 #include "libvarrow/statistics/TimedStatDumper.h"
 
-#include <gtest/gtest.h>
-
 #include <boost/filesystem/operations.hpp>
 #include <chrono>
-#include <csignal>
 #include <cstdlib>
 #include <thread>
-
-#include "support/TemporaryDirectory.h"
+#include "support/support.h"
 
 namespace {
 
 using namespace libvarrow;
-using test_support::readFile;
+using namespace test_support;
 namespace fs = boost::filesystem;
 
-class StatisticsFileTest : public test_support::InTemporaryDirectory {
+class StatisticsFileTest : public InTemporaryDirectory {
  protected:
   StatisticsFileTest() { ::unsetenv("LIBVARROW_TIMED_STAT_DUMP"); }
 
@@ -28,7 +24,7 @@ class StatisticsFileTest : public test_support::InTemporaryDirectory {
 TEST_F(StatisticsFileTest, AFileIsWrittenWithItsFoldersAndNamed) {
   statistics.getCountStatistics("rows", 5);
   statistics.dumpToFile("a/b/stat.json");
-  test_support::writeFile("a/b/stat.json", std::string(1000, 'x'));  // to be truncated
+  writeFile("a/b/stat.json", std::string(1000, 'x'));  // to be truncated
   const std::string real = statistics.dumpToFile("a/b/stat.json");
   EXPECT_EQ(directory.path().generic_string() + "/a/b/stat.json", real);
   EXPECT_EQ("{\n \"run\" : \n [\n  {\n   \"rows\" : 5\n  }\n ]\n}\n", readFile(real));
@@ -43,7 +39,7 @@ TEST_F(StatisticsFileTest, AFileThatCannotBeOpenedIsLoggedAndEndsTheProcess) {
 
 TEST_F(StatisticsFileTest, WithoutTheVariableADumperReplacesItsFirstTargetOnceAtItsEnd) {
   fs::create_directory("elsewhere");
-  test_support::writeFile("live/stat.json", "old");
+  writeFile("live/stat.json", "old");
   {
     TimedStatDumper dumper(&statistics, "live/stat.json");
     EXPECT_EQ(5000, dumper.getStartInterval());
@@ -60,7 +56,7 @@ TEST_F(StatisticsFileTest, WithoutTheVariableADumperReplacesItsFirstTargetOnceAt
 TEST_F(StatisticsFileTest, ADumperWritesBesideItsTargetFirst) {
   fs::create_directory("stat.json.writing");
   EXPECT_EXIT(TimedStatDumper(&statistics, "stat.json"), aborted, "/stat\\.json\\.writing\n");
-  test_support::writeFile("full/inner", "");
+  writeFile("full/inner", "");
   EXPECT_EXIT(TimedStatDumper(&statistics, "full"), aborted, "filesystem_error");
 }
 

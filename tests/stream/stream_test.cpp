@@ -1,5 +1,4 @@
 // The string builder, indentation, and the stream that makes its folder.
-#include <gtest/gtest.h>
 
 #include <boost/date_time/posix_time/posix_time.hpp>
 #include <boost/lexical_cast.hpp>
@@ -13,16 +12,16 @@
 #include "libvarrow/stream/FastStringStream.h"
 #include "libvarrow/stream/StringIndent.h"
 #include "support/CommaLocale.h"
-#include "support/TemporaryDirectory.h"
+#include "support/support.h"
 
 namespace {
 
 using namespace libvarrow;
-using test_support::readFile;
+using namespace test_support;
 
 TEST(FastStringStreamTest, ValuesOfEveryTypeAreAppendedUnderAnyLocale) {
   const auto noon = boost::posix_time::time_from_string("2024-03-05 12:00:00");
-  const test_support::CommaLocale comma;
+  const CommaLocale comma;
   FastStringStream stream;
   stream.str() = "x";
   stream << 'c' << static_cast<signed char>('d') << static_cast<unsigned char>('e') << true << false
@@ -68,10 +67,10 @@ TEST(StringIndentTest, IndentsGrowAsCopies) {
   EXPECT_EQ("---|--|   ", out.str());
 }
 
-class AutoCreateDirFileStreamTest : public test_support::InTemporaryDirectory {};
+class AutoCreateDirFileStreamTest : public InTemporaryDirectory {};
 
 TEST_F(AutoCreateDirFileStreamTest, TheFolderIsMadeAndTheFileTruncated) {
-  test_support::writeFile("a/b/c.txt", "something longer");
+  writeFile("a/b/c.txt", "something longer");
   AutoCreateDirFileStream("a/b/c.txt") << "short";
   EXPECT_EQ("short", readFile("a/b/c.txt"));
   AutoCreateDirFileStream stream("x/y/z.txt");
@@ -82,7 +81,7 @@ TEST_F(AutoCreateDirFileStreamTest, TheFolderIsMadeAndTheFileTruncated) {
 }
 
 TEST_F(AutoCreateDirFileStreamTest, AFileWhereAFolderBelongsGivesAFailedStream) {
-  test_support::writeFile("file", "");
+  writeFile("file", "");
   testing::internal::CaptureStderr();
   AutoCreateDirFileStream stream("file/sub/x.txt");
   const std::string log = testing::internal::GetCapturedStderr();

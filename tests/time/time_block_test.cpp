@@ -1,10 +1,6 @@
 // Blocks of time: the exact cases at midnight, at touching ends and at zero lengths.
 #include "libvarrow/time/TimeBlock.h"
 
-#include <gtest/gtest.h>
-
-#include <csignal>
-#include <functional>
 #include <sstream>
 #include <type_traits>
 
@@ -12,21 +8,14 @@
 #include "libvarrow/backtrace/TracedError.h"
 #include "libvarrow/stream/StringIndent.h"
 #include "libvarrow/time/time_range.h"
-#include "support/ChildProcess.h"
-#include "support/errors.h"
-#include "support/json.h"
+#include "support/support.h"
 
 namespace {
 
 using namespace libvarrow;
 using boost::gregorian::date;
-using boost::posix_time::hours;
-using boost::posix_time::microseconds;
-using boost::posix_time::milliseconds;
-using boost::posix_time::minutes;
-using boost::posix_time::ptime;
-using boost::posix_time::time_duration;
-using test_support::errorOf;
+using namespace boost::posix_time;
+using namespace test_support;
 
 const date kDay(2024, 3, 1);
 
@@ -64,32 +53,23 @@ std::string after(TimeBlock block, Change change) {
   return text(block);
 }
 
-TEST(TimeBlockTest, TouchingIntervalsBecomeOne) {
+TEST(TimeBlockTest, TouchingIntervalsBecomeOneAndSubtractionCutsOnlyWhatSharesTime) {
   const auto adding = [](TimeBlock block, double begin, double end) {
     return after(block, [&](TimeBlock& b) { b.addTimeBlock(at(begin), at(end)); });
   };
-  const TimeBlock morning(at(8), at(12));
-  EXPECT_EQ("8-14", adding(morning, 12, 14));
-  EXPECT_EQ("5-12", adding(morning, 5, 8));
-  EXPECT_EQ("8-12", adding(morning, 10, 11));
-  EXPECT_EQ("8-12", adding(morning, 14, 14));
-  EXPECT_EQ("7-18", adding(kThreeSlots, 7, 17));
-  EXPECT_EQ("8-14 16-18", adding(kThreeSlots, 10, 12));
-  EXPECT_EQ("8-10 11-11.5 12-14 16-18", adding(kThreeSlots, 11, 11.5));
-  EXPECT_TRUE(TimeBlock(at(8), at(8)).empty());
-}
-
-TEST(TimeBlockTest, SubtractionCutsOnlyWhatSharesTime) {
   const auto removing = [](TimeBlock block, double begin, double end) {
     return after(block, [&](TimeBlock& b) { b.removeTimeBlock(at(begin), at(end)); });
   };
   const TimeBlock morning(at(8), at(12));
-  EXPECT_EQ("8-10 11-12", removing(morning, 10, 11));
+  EXPECT_EQ("5-12", adding(morning, 5, 8));
+  EXPECT_EQ("8-12", adding(morning, 14, 14));
+  EXPECT_EQ("7-18", adding(kThreeSlots, 7, 17));
+  EXPECT_EQ("8-14 16-18", adding(kThreeSlots, 10, 12));
+  EXPECT_TRUE(TimeBlock(at(8), at(8)).empty());
   EXPECT_EQ("8-12", removing(morning, 12, 13));
   EXPECT_EQ("8-10 10-12", removing(morning, 10, 10));
   EXPECT_EQ("8-12", removing(morning, 8, 8));
   EXPECT_EQ("8-9 17-18", removing(kThreeSlots, 9, 17));
-  EXPECT_EQ("", removing(kThreeSlots, 8, 18));
 }
 
 TEST(TimeBlockTest, ABlockIsAddedToAndTakenOutOfItself) {
@@ -127,23 +107,16 @@ TEST(TimeBlockTest, OverlapIsOpenAndContainmentClosed) {
   const TimeBlock morning(at(8), at(12));
   EXPECT_FALSE(morning.overlap(at(12), at(13)));
   EXPECT_FALSE(morning.hasIntersection(at(12), at(13)));
-  EXPECT_TRUE(morning.overlap(at(11), at(13)));
-  EXPECT_FALSE(kThreeSlots.overlap(at(10), at(12)));
   EXPECT_FALSE(TimeBlock().hasIntersection(at(9), at(8)));
-  EXPECT_TRUE(morning.haveBlock(at(8), at(12)));
   EXPECT_TRUE(morning.haveBlock(at(12), at(12)));
-  EXPECT_FALSE(kThreeSlots.haveBlock(at(9), at(13)));
   EXPECT_TRUE(kThreeSlots.haveBlock(at(9), at(13), hours(1)));
   EXPECT_FALSE(kThreeSlots.haveBlock(at(9), at(13), minutes(61)));
   EXPECT_TRUE(morning.haveBlock(at(12), at(14), hours(0)));
-  EXPECT_FALSE(morning.haveBlock(at(12.5), at(14), hours(0)));
-  EXPECT_EQ("9-10 12-13", text(kThreeSlots.intersection(at(9), at(13))));
   EXPECT_EQ("", text(kThreeSlots.intersection(at(10), at(12))));
   EXPECT_TRUE(kThreeSlots < blockOf({slot(9, 10)}));
   EXPECT_FALSE(kThreeSlots < blockOf({slot(8, 20)}));
   EXPECT_TRUE(slot(8, 9) < slot(8, 10));
   EXPECT_FALSE(TimeSlot::CompareByTimeBegin(slot(8, 10), at(8)));
-  EXPECT_FALSE(slot(8, 10) < slot(8, 10));
   EXPECT_TRUE(slot(8, 12).overlap(at(11), at(13)));
   EXPECT_FALSE(TimeSlot::overlap(at(8), at(12), at(12), at(13)));
 }
@@ -154,8 +127,6 @@ TEST(TimeBlockTest, ThePairIntersectionIsClosed) {
   EXPECT_EQ(std::pair(at(12), at(12)), common);
   EXPECT_FALSE(TimeBlock::intersection({at(8), at(9)}, {at(10), at(13)}, common));
   EXPECT_EQ(std::pair(at(12), at(12)), common);
-  EXPECT_TRUE(TimeBlock::intersection({at(8), at(12)}, {at(9), at(10)}, common));
-  EXPECT_EQ(std::pair(at(9), at(10)), common);
 }
 
 TEST(TimeBlockTest, TextHasALineForEachSlot) {
@@ -200,9 +171,6 @@ TEST(TimeBlockTest, JsonIsAListOfSlotsThatIsSortedAndOtherwiseTakenAsItIs) {
   const Json::Value written = cppbind::JsonEncodeBinder().encode(unsorted);
   EXPECT_EQ(test_support::json("[" + slotJson(12, 14) + "," + slotJson(8, 10) + "]"), written);
   EXPECT_EQ("8-10 12-14", text(unsorted));
-  EXPECT_EQ(0u, cppbind::JsonEncodeBinder().encode(TimeBlock()).size());
-  EXPECT_TRUE(read("[]").empty());
-
   const std::string noDate = "{\"timeBegin\":\"2024-02-30 00:00:00\",\"timeEnd\":\"\"}";
   const std::pair<std::string, std::string> faults[] = {
       {"null", "not found"},
@@ -233,13 +201,7 @@ TEST(TimeBlockTest, DaysAreTouchedContainedOrFullByDifferentRules) {
   const Case cases[] = {
       {blockOf({slot(8, 24)}), {day(1), day(2)}, {day(2)}, "110", "000"},
       {blockOf({slot(0, 48)}), {day(1), day(2), day(3)}, {day(1), day(2), day(3)}, "111", "110"},
-      {blockOf({slot(0, 12)}), {day(1)}, {day(1)}, "100", "000"},
       {blockOf({slot(0, 24), slot(24, 30)}), {day(1), day(2)}, {day(1), day(2)}, "110", "100"},
-      {blockOf({slot(8, 10), slot(12, 60)}),
-       {day(1), day(2), day(3)},
-       {day(2), day(3)},
-       "111",
-       "010"},
       // Less than a second after midnight is midnight, a second is not.
       {blockOf({slot(0.5 / 3600, 24)}), {day(1), day(2)}, {day(1), day(2)}, "110", "100"},
       {blockOf({slot(1.0 / 3600, 24)}), {day(1), day(2)}, {day(2)}, "110", "000"},
@@ -254,11 +216,7 @@ TEST(TimeBlockTest, DaysAreTouchedContainedOrFullByDifferentRules) {
   }
   const TimeBlock twoDays(at(0), at(48));
   EXPECT_TRUE(twoDays.haveCompleteDays(at(0), at(72), 2));
-  EXPECT_FALSE(twoDays.haveCompleteDays(at(0), at(72), 3));
   EXPECT_FALSE(twoDays.haveCompleteDays(at(1), at(72), 2));
-  EXPECT_TRUE(twoDays.haveCompleteDays(at(1), at(72), 1));
-  EXPECT_TRUE(twoDays.haveFullDay(day(2)));
-  EXPECT_FALSE(twoDays.haveFullDay(day(3)));
 }
 
 TEST(TimeBlockTest, TimeIsSummedByDayAndInWindows) {
@@ -278,20 +236,14 @@ TEST(TimeBlockTest, TimeIsSummedByDayAndInWindows) {
   EXPECT_EQ(hours(57), block.getTotalDur());
   EXPECT_EQ(hours(16), block.getTotalDur(kDay, kDay));
   EXPECT_EQ(hours(25), block.getTotalDur(kDay, date(2024, 3, 2)));
-  EXPECT_EQ(hours(2), block.getTotalDur(at(23), at(31)));
-  EXPECT_EQ(hours(0), block.getTotalDur(at(24), at(30)));
-  EXPECT_EQ(hours(0), TimeBlock().getTotalDur());
 }
 
 TEST(TimeBlockTest, TheSearchesForWorkingTimeAreNoMirrorImages) {
   const auto forwards = [](double pos, double length) {
     return text(kThreeSlots.getBlockAtPos4Dur(at(pos), at(length) - at(0)));
   };
-  EXPECT_EQ("9-10 12-13", forwards(9, 2));
   EXPECT_EQ("12-14", forwards(10, 2));
   EXPECT_EQ("", forwards(17, 0.5));
-  EXPECT_EQ("", forwards(9, 7));
-  EXPECT_EQ("", forwards(19, 1));
   EXPECT_EQ("", forwards(19, 0));
   const TimeSlot instant = kThreeSlots.getBlockAtPos4Dur(at(11), hours(0)).getBlocks().at(0);
   EXPECT_EQ(at(11), instant.time_begin);
@@ -301,12 +253,8 @@ TEST(TimeBlockTest, TheSearchesForWorkingTimeAreNoMirrorImages) {
   const auto backwards = [](double pos, double length) {
     return text(kThreeSlots.getBlockAtPos4DurByEnd(at(pos), at(length) - at(0)));
   };
-  EXPECT_EQ("9-10", backwards(13, 1));
-  EXPECT_EQ("9-10 12-14", backwards(16, 3));
   EXPECT_EQ("9-10", backwards(14, 1));
   EXPECT_EQ("8-10 12-14", backwards(16, 4));
-  EXPECT_EQ("", backwards(16, 5));
-  EXPECT_EQ("", backwards(9, 1));
   EXPECT_EQ("", backwards(13, 0));
   EXPECT_EQ("17-18", backwards(30, 1));
 }
@@ -314,8 +262,6 @@ TEST(TimeBlockTest, TheSearchesForWorkingTimeAreNoMirrorImages) {
 TEST(TimeBlockTest, SlotsWithoutEndAnswerWhatCanBeAnswered) {
   const ptime never(boost::date_time::pos_infin);
   const TimeBlock open(at(8), never);
-  EXPECT_TRUE(open.haveBlock(at(9), at(1e6)));
-  EXPECT_EQ(hours(4), open.getTotalDur(at(0), at(12)));
   EXPECT_TRUE(open.getTotalDur().is_pos_infinity());
   EXPECT_EQ(std::vector<bool>({true, true}), open.getInvolveStatus(kDay, date(2024, 3, 2)));
   const std::string error = "the days from 2024-03-01 to +infinity cannot be listed";
@@ -329,12 +275,6 @@ TEST(TimeBlockTest, SlotsWithoutEndAnswerWhatCanBeAnswered) {
   EXPECT_NE("no error", errorOf([&] { kThreeSlots.getBlockAtPos4DurByEnd(at(30), -longest); }));
   const TimeSlot ages(ptime(date(1400, 1, 1)), ptime(date(9999, 12, 31)));
   EXPECT_TRUE(TimeBlock(std::vector<TimeSlot>(40, ages)).getTotalDur().is_pos_infinity());
-}
-
-void expectAbort(const char* report, const std::function<void()>& call) {
-  const auto child = test_support::runInChild(call);
-  EXPECT_EQ(SIGABRT, child.signal) << report;
-  EXPECT_NE(std::string::npos, child.errors.find(report)) << report << '\n' << child.errors;
 }
 
 TEST(TimeBlockTest, ReversedIntervalsAndMissingSlotsEndTheProcess) {
@@ -371,15 +311,12 @@ TEST(TimeBlockTest, BrokenBlocksEndTheProcessWhereTheirDaysCannotBeTold) {
   const TimeBlock reversed = blockOf({slot(50, 20)});
   const TimeBlock unsorted = blockOf({slot(40, 60), slot(2, 30)});
   const std::string logged = "timeBlock: \n" + reversed.dumpAsString() + " \n";
-  expectAbort(logged.c_str(), [&] { reversed.getAllDates(); });
+  expectAbort(logged, [&] { reversed.getAllDates(); });
   expectAbort("'false' is false in function", [&] { reversed.getAllDates(); });
-  expectAbort(logged.c_str(), [&] { reversed.getInvolveStatus(kDay, kDay); });
-  expectAbort("getInvolveStatus(boost::gregorian::date, boost::gregorian::date) const': <",
-              [&] { reversed.getInvolveStatus(kDay, kDay); });
+  expectAbort(logged, [&] { reversed.getInvolveStatus(kDay, kDay); });
   expectAbort("'x <= y' is false", [&] { reversed.getTotalDur(at(10), at(60)); });
   expectAbort("timeBlock: \n[2024-03-02 16", [&] { unsorted.getAllDates(); });
   expectAbort("Assertion `false' failed", [&] { unsorted.getAllDates(); });
-  expectAbort("Assertion `false' failed", [&] { unsorted.getDatesContainFullDay(); });
   expectAbort("timeBlock: \n[2024-03-02 16", [&] { unsorted.getDatesContainFullDay(); });
 }
 

@@ -1,43 +1,37 @@
 // Plug-ins, each test in a process of its own: what is loaded stays loaded.
 #include "libvarrow/utility/DllManager.h"
 
-#include <gtest/gtest.h>
-
 #include <boost/dll/runtime_symbol_info.hpp>
 #include <boost/dll/shared_library.hpp>
 #include <boost/filesystem/operations.hpp>
 #include <cstdlib>
 #include <fstream>
-#include <functional>
 #include <iostream>
 #include <iterator>
 #include <memory>
 
 #include "libvarrow/log/log.h"
 #include "libvarrow/utility/RegistersManager.h"
-#include "support/ChildProcess.h"
-#include "support/TemporaryDirectory.h"
-#include "support/errors.h"
+#include "support/support.h"
 
 namespace {
 
 using libvarrow::DllManager;
 using libvarrow::RegistersManager;
-using test_support::errorOf;
-using test_support::runInChild;
+using namespace test_support;
 
 // Copies into the current directory and below, with a log that standard output shows.
-class DllManagerTest : public test_support::InTemporaryDirectory {
+class DllManagerTest : public InTemporaryDirectory {
  protected:
   static void provide(const char* plugin, const std::string& as) {
     boost::filesystem::copy_file(std::string(PLUGINS) + "/" + plugin + ".so", as);
   }
   static void logToOutput() {
-    test_support::writeFile("log.conf",
-                            "log4cplus.rootLogger=INFO, C\n"
-                            "log4cplus.appender.C=log4cplus::ConsoleAppender\n"
-                            "log4cplus.appender.C.layout=log4cplus::PatternLayout\n"
-                            "log4cplus.appender.C.layout.ConversionPattern=%p %m%n\n");
+    writeFile("log.conf",
+              "log4cplus.rootLogger=INFO, C\n"
+              "log4cplus.appender.C=log4cplus::ConsoleAppender\n"
+              "log4cplus.appender.C.layout=log4cplus::PatternLayout\n"
+              "log4cplus.appender.C.layout.ConversionPattern=%p %m%n\n");
     InitRootLogger("log.conf");
   }
   static std::string run(const std::function<void()>& body) {
@@ -78,7 +72,7 @@ TEST_F(DllManagerTest, ADirectoryIsSearchedForExactlyTheLibrariesInIt) {
   provide("good", "a.so");
   provide("good", "b.SO");
   provide("good", "d.so/inner.so");
-  test_support::writeFile("c.txt", "text");
+  writeFile("c.txt", "text");
   const std::string output = run([] {
     DllManager manager;
     manager.autoLoad(".");
@@ -102,14 +96,14 @@ TEST_F(DllManagerTest, ARelativeDirectoryMayStandBesideTheProgramAndAFaultKeepsW
   });
   EXPECT_EQ(std::string::npos, output.find("no error"));
   const bool isGoodFirst = output.find("initModule\n") != std::string::npos;
-  EXPECT_NE(std::string::npos, output.find(isGoodFirst ? "\n11\n" : "\n00\n")) << output;
+  EXPECT_TRUE(contains(output, isGoodFirst ? "\n11\n" : "\n00\n")) << output;
 }
 
 TEST_F(DllManagerTest, WhatIsNoPlugInSaysWhichFileAndWhyAndIsNotKept) {
   provide("without_entry", "without_entry.so");
   provide("throwing", "throwing.so");
   provide("plain_function", "plain_function.so");
-  test_support::writeFile("text.so", "no library");
+  writeFile("text.so", "no library");
   boost::filesystem::create_directory("folder.so");
   const std::string output = run([&] {
     // The errors are read when the managers are gone.
@@ -128,21 +122,20 @@ TEST_F(DllManagerTest, WhatIsNoPlugInSaysWhichFileAndWhyAndIsNotKept) {
     }
     std::cout << (RegistersManager::getRegister("plug-ins") == nullptr) << std::endl;
   });
-  const auto expectText = [&](const std::string& text) {
-    EXPECT_NE(std::string::npos, output.find(text)) << text << "\nin\n" << output;
+  const auto failure = [&](const char* file) {
+    return "not kept, shared library:" + at(file) + " err:";
   };
-  expectText("not kept, shared library:" + at("gone.so") + " err:");
-  expectText("No such file or directory");
-  expectText("not kept, shared library:" + at("text.so") + " err:");
-  expectText("file too short");
-  expectText("not kept, shared library:" + at("folder.so") + " err:");
-  expectText("ERROR shared library:" + at("without_entry.so") +
-             " err:boost::dll::shared_library::get() failed");
-  expectText("not kept, boost::dll::shared_library::get() failed");
-  expectText("not kept, shared library:" + at("plain_function.so") +
-             " err:initModule is no alias of a function!");
-  expectText("ERROR shared library:" + at("throwing.so") + " err:");
-  expectText("not kept, no licence\n1\n");
+  for (const std::string& text :
+       {failure("gone.so"), failure("text.so"), failure("folder.so"),
+        "ERROR shared library:" + at("without_entry.so") +
+            " err:boost::dll::shared_library::get() failed",
+        std::string("not kept, boost::dll::shared_library::get() failed"),
+        failure("plain_function.so") + "initModule is no alias of a function!",
+        "ERROR shared library:" + at("throwing.so") + " err:",
+        std::string("No such file or directory"), std::string("file too short"),
+        std::string("not kept, no licence\n1\n")}) {
+    EXPECT_TRUE(contains(output, text)) << text << "\nin\n" << output;
+  }
 }
 
 TEST_F(DllManagerTest, ThePlugInsClassesGoWithTheManagerAndItsCodeWhenNothingOfItIsAlive) {
@@ -152,31 +145,23 @@ TEST_F(DllManagerTest, ThePlugInsClassesGoWithTheManagerAndItsCodeWhenNothingOfI
     const std::string text{std::istreambuf_iterator<char>(maps), {}};
     return text.find("/good.so") != std::string::npos;
   };
-  const auto create = [] {
-    auto* reg = RegistersManager::getRegister("plug-ins");
-    return std::unique_ptr<cppbind::Object>(reg->create("Greeter", Json::Value()));
-  };
-  const std::string inOrder = run([&] {
-    auto manager = std::make_unique<DllManager>();
-    manager->findOrCreateDll("good", at(""));
-    create();
-    manager.reset();
-    std::cout << isLoaded() << (RegistersManager::getRegister("plug-ins") == nullptr) << std::endl;
-  });
-  EXPECT_NE(std::string::npos, inOrder.find("greeter gone\n01\n")) << inOrder;
-
-  const std::string tooLate = run([&] {
-    auto manager = std::make_unique<DllManager>();
-    manager->findOrCreateDll("good", at(""));
-    auto object = create();
-    manager.reset();
-    std::cout << isLoaded() << (RegistersManager::getRegister("plug-ins") == nullptr) << std::endl;
-    object.reset();
-  });
-  EXPECT_NE(std::string::npos, tooLate.find("WARN shared library:" + at("good.so") +
-                                            " stays loaded: 1 of its classes and objects are alive"
-                                            "\n11\ngreeter gone\n"))
-      << tooLate;
+  for (const bool isInOrder : {true, false}) {
+    const std::string output = run([&] {
+      auto manager = std::make_unique<DllManager>();
+      manager->findOrCreateDll("good", at(""));
+      auto* reg = RegistersManager::getRegister("plug-ins");
+      std::unique_ptr<cppbind::Object> object(reg->create("Greeter", Json::Value()));
+      if (isInOrder) object.reset();
+      manager.reset();
+      std::cout << isLoaded() << (RegistersManager::getRegister("plug-ins") == nullptr)
+                << std::endl;
+    });
+    EXPECT_TRUE(contains(output, isInOrder ? std::string("greeter gone\n01\n")
+                                           : "WARN shared library:" + at("good.so") +
+                                                 " stays loaded: 1 of its classes and objects are "
+                                                 "alive\n11\ngreeter gone\n"))
+        << output;
+  }
 }
 
 TEST_F(DllManagerTest, ErrorsOutliveTheManagerThatTheyFlyPast) {
@@ -192,13 +177,13 @@ TEST_F(DllManagerTest, ErrorsOutliveTheManagerThatTheyFlyPast) {
       }) << std::endl;
     }
   });
-  EXPECT_NE(std::string::npos, output.find("out of order\n")) << output;
-  EXPECT_NE(std::string::npos, output.find("Faulty.own: should be true\n")) << output;
+  EXPECT_TRUE(contains(output, "out of order\n")) << output;
+  EXPECT_TRUE(contains(output, "Faulty.own: should be true\n")) << output;
 }
 
 TEST_F(DllManagerTest, AManagerMayGoWithTheStaticObjectsOfAHost) {
   EXPECT_EQ(0, std::system(STATIC_MANAGER_HOST " " PLUGINS " > output.txt"));
-  EXPECT_NE(std::string::npos, test_support::readFile("output.txt").find("main ends\n"));
+  EXPECT_NE(std::string::npos, readFile("output.txt").find("main ends\n"));
 }
 
 }  // namespace

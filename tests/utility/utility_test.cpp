@@ -1,5 +1,4 @@
 // File names, directories, encodings and small text helpers.
-#include <gtest/gtest.h>
 
 #include <boost/filesystem/operations.hpp>
 
@@ -7,7 +6,7 @@
 #include "libvarrow/utility/UTFConverter.h"
 #include "libvarrow/utility/file_name.h"
 #include "libvarrow/utility/text.h"
-#include "support/TemporaryDirectory.h"
+#include "support/support.h"
 
 namespace {
 

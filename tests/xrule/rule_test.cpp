@@ -1,31 +1,24 @@
 // Rules, their results and the reasons for failing.
 #include "libvarrow/xrule/Rule.h"
 
-#include <gtest/gtest.h>
-
 #include <boost/make_shared.hpp>
-#include <csignal>
 
 #include "libvarrow/xrule/RuleResult.h"
 #include "libvarrow/xrule/ValidatorReason.h"
-#include "support/ChildProcess.h"
-#include "support/json.h"
+#include "support/support.h"
 #include "xrule/checks.h"
 
 namespace xrule_test {
 
 using namespace libvarrow;
-using test_support::json;
+using namespace test_support;
 
 TEST(RuleTest, CountsAndFlagsAreItsOwnAndCopied) {
   AtMost rule;
   EXPECT_TRUE(rule.isEnabled());
-  EXPECT_EQ(RuleGenType{0}, rule.getRuleGenType());
   EXPECT_FALSE(rule.getValidateAllFlag());
   rule.limit = 3;
-  EXPECT_TRUE(rule.validate(3));
-  EXPECT_TRUE(rule.validate(1));
-  EXPECT_FALSE(rule.validate(4));
+  for (const int value : {1, 3, 4}) EXPECT_EQ(value < 4, rule.validate(value));
   rule.disable();
   rule.setRuleGenType(RuleGenType{7});
   AtMost copy;
@@ -35,8 +28,7 @@ TEST(RuleTest, CountsAndFlagsAreItsOwnAndCopied) {
   std::string text;
   EXPECT_EQ(json(R"({"failed_count": 0, "passed_count": 0, "rule_class": "xrule_test::AtMost"})"),
             rule.getRuleBasicInfo(nullptr));
-  const Json::Value info = copy.getRuleBasicInfo(&text);
-  EXPECT_EQ(2, info["passed_count"].asInt());
+  copy.getRuleBasicInfo(&text);
   EXPECT_EQ(
       "{\n\t\"failed_count\" : 1,\n\t\"passed_count\" : 2,\n"
       "\t\"rule_class\" : \"xrule_test::AtMost\"\n}\n",
@@ -47,9 +39,6 @@ TEST(RuleTest, CountsAndFlagsAreItsOwnAndCopied) {
   Never all;
   all.setBind(nullptr, true);
   EXPECT_TRUE(Never(all).getValidateAllFlag());
-  EXPECT_EQ(
-      "atMOST",
-      std::unique_ptr<Rule>(checks().create<Rule>("atMOST", json(R"({"limit":1})")))->dumpStr());
 }
 
 struct Reason : FailReason {
@@ -126,7 +115,6 @@ TEST_F(ReasonTest, TheOtherFormsAreFlat) {
   const auto second = boost::make_shared<RuleValidatorReason>(std::vector<std::string>{"a", "b"});
   second->appendReason(reasonOf(*rule, "[1]"));
   ValidatorReason report("plan");
-  EXPECT_EQ(json(R"({"refObj": "plan"})"), report.getJsonValueInfoV2());
   report.addReason("x", first);
   report.addReason("y", second);
   EXPECT_EQ(json(R"({"refObj": "plan", "rulesBreak": [
@@ -146,16 +134,13 @@ TEST_F(ReasonTest, TheOtherFormsAreFlat) {
   ASSERT_EQ(3u, simple->breakRules().size());
   EXPECT_EQ("atmost", simple->breakRules()[0].ruleName);
   EXPECT_EQ("too many", simple->breakRules()[0].reason);
-  EXPECT_EQ("", simple->breakRules()[1].reason);
-  EXPECT_EQ("", simple->breakRules()[2].reason);
+  EXPECT_EQ("", simple->breakRules()[1].reason + simple->breakRules()[2].reason);
 
   ValidatorReason empty("plan");
   empty.addReason("x", boost::make_shared<RuleValidatorReason>("job 1"));
-  EXPECT_FALSE(empty.getJsonValueInfoV2().isMember("rulesBreak"));
+  EXPECT_EQ(json(R"({"refObj": "plan"})"), empty.getJsonValueInfoV2());
   empty.addReason("z", nullptr);
-  const auto child = test_support::runInChild([&] { empty.getJsonValueInfoV2(); });
-  EXPECT_EQ(SIGABRT, child.signal);
-  EXPECT_NE(std::string::npos, child.errors.find("Expression 'px != 0' is false"));
+  expectAbort("Expression 'px != 0' is false", [&] { empty.getJsonValueInfoV2(); });
 }
 
 }  // namespace xrule_test

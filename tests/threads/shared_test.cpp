@@ -1,0 +1,153 @@
+// What threads share, knowingly or not: statistics, rules, converters, the logger, crash handling.
+#include <algorithm>
+#include <atomic>
+#include <boost/date_time/posix_time/posix_time.hpp>
+#include <cstdlib>
+#include <set>
+#include <thread>
+#include <vector>
+
+#include "cppbind/cppbind.h"
+#include "libvarrow/backtrace/BackTrace.h"
+#include "libvarrow/env/RunTimeEnv.h"
+#include "libvarrow/json/json.h"
+#include "libvarrow/log/log.h"
+#include "libvarrow/statistics/ProgressStatistics.h"
+#include "libvarrow/statistics/TimedStatDumper.h"
+#include "libvarrow/time/TimeBlock.h"
+#include "libvarrow/utility/UTFConverter.h"
+#include "libvarrow/utility/text.h"
+#include "libvarrow/xrule/Rule.h"
+#include "support/support.h"
+
+namespace {
+
+using namespace libvarrow;
+
+constexpr int kThreads = 4;
+constexpr int kRepeats = 3000;
+
+struct Even : Rule {
+  bool validate(int value) { return count(value % 2 == 0); }
+};
+
+void onThreads(const std::function<void(int)>& body) {
+  std::vector<std::thread> threads;
+  for (int i = 0; i < kThreads; ++i) threads.emplace_back(body, i);
+  for (std::thread& thread : threads) thread.join();
+}
+
+class SharedTest : public test_support::InTemporaryDirectory {};
+
+TEST_F(SharedTest, TotalsAreExactWhileATimerWritesTheTreeAndOneThreadMerges) {
+  ::setenv("LIBVARROW_TIMED_STAT_DUMP", "1", 1);
+  StatisticsContainer root("root");
+  CountStatistics* count = root.getCountStatistics("count");
+  auto* numbers = new NumStatistics(10);
+  root.addStat("numbers", numbers);
+  DistributionStatistics* distribution = root.getDistributionStatistics("distribution");
+  DistributionStatistics merged;
+  TimeStatistics* times = root.getTimeStatistics("times");
+  {
+    TimedStatDumper dumper(&root, "stat.json");
+    dumper.restart(2);
+    onThreads([&](int thread) {
+      for (int n = 0; n < kRepeats; ++n) {
+        count->inc();
+        numbers->add(thread * 10);
+        distribution->inc("key" + std::to_string(thread), 2);
+        if (thread == 0) merged.merge(distribution);
+        EXPECT_LE(merged.get().size(), 4u);
+        EXPECT_LE(distribution->getCountSum(), 24000u);
+        if (n % 125 == 0) {
+          times->appendCurrentLocalTime();
+          root.getStatisticsContainer("child")->getCountStatistics("n")->inc();
+        }
+      }
+    });
+  }
+  ::unsetenv("LIBVARROW_TIMED_STAT_DUMP");
+  const Json::Value entries = File2Json("stat.json")["root"];
+  EXPECT_EQ(12000, entries[0]["count"].asInt());
+  EXPECT_EQ(12000, entries[1]["numbers"]["count"].asInt());
+  EXPECT_EQ("3000,   25.00%", entries[1]["numbers"]["[300-310)"].asString());
+  EXPECT_EQ(24000, entries[2]["distribution"]["__sum__"].asInt());
+}
+
+TEST_F(SharedTest, CountersOfRulesAndProgressAreExactAndOneEnvironmentIsMade) {
+  Even rule;
+  SimpleProgressStatistics progress(kThreads * kRepeats);
+  std::vector<RunTimeEnv*> made(kThreads);
+  onThreads([&](int thread) {
+    made[static_cast<std::size_t>(thread)] = &RunTimeEnv::instance();
+    EXPECT_FALSE(RunTimeEnv::instance().runPath().empty());
+    for (int i = 0; i < kRepeats; ++i) {
+      rule.validate(i);
+      progress.inc();
+      EXPECT_LE(progress.getProcessPercent(), 100u);
+    }
+  });
+  EXPECT_EQ(kThreads * kRepeats / 2, rule.getPassedCountValue());
+  EXPECT_EQ(kThreads * kRepeats / 2, rule.getFailedCountValue());
+  EXPECT_EQ(100u, progress.getProcessPercent());
+  EXPECT_EQ(1u, std::set<RunTimeEnv*>(made.begin(), made.end()).size());
+}
+
+#if defined(_OPENMP)
+TEST_F(SharedTest, CountsFromOpenMpThreadsAreExact) {
+  Even rule;
+  CountStatistics count;
+#pragma omp parallel for num_threads(kThreads)
+  for (int i = 0; i < kRepeats; ++i) {
+    rule.validate(i);
+    count.inc(2);
+  }
+  EXPECT_EQ(kRepeats / 2, rule.getPassedCountValue());
+  EXPECT_EQ(kRepeats / 2, rule.getFailedCountValue());
+  EXPECT_EQ(2 * kRepeats, count.toJsonValue4Bind().asInt());
+}
+#endif
+
+TEST_F(SharedTest, SeveralThreadsConvertByFacetAndNeverGetASerialNumberTwice) {
+  std::atomic<std::uint64_t> sum{0};
+  onThreads([&](int) {
+    for (int i = 0; i < 500; ++i) {
+      sum += getSerialNum("shared");
+      const std::string text = "2024/03/" + std::to_string(10 + i % 20) + " 07:08:09";
+      EXPECT_EQ(10 + i % 20, cppbind::BoostPTimeText::fromString(text).date().day());
+      EXPECT_EQ("not-a-date-time", cppbind::BoostPTimeText::toString(boost::posix_time::ptime()));
+      EXPECT_EQ(boost::posix_time::hours(5),
+                cppbind::BoostTimeDurationText::fromString("05:00:00"));
+      EXPECT_EQ("小", utility::fromUtf8("小"));
+    }
+  });
+  EXPECT_EQ(1999u * 2000 / 2, sum);
+}
+
+TEST_F(SharedTest, ThreadsShareACalendarThatNoneOfThemChanges) {
+  TimeSlot slot;
+  slot.time_begin = boost::posix_time::ptime(boost::gregorian::date(2024, 3, 5));
+  slot.time_end = slot.time_begin + boost::posix_time::hours(8);
+  // Sorted, but overlapping: of such a block nothing is taken for granted.
+  TimeBlock calendar(std::vector<TimeSlot>{slot, slot});
+  onThreads([&](int) {
+    for (int i = 0; i < 100; ++i) {
+      EXPECT_EQ(boost::posix_time::hours(16), calendar.getTotalDur());
+      EXPECT_TRUE(calendar.haveBlock(slot.time_begin, slot.time_end));
+      EXPECT_EQ(2u, cppbind::JsonEncodeBinder().encode(calendar).size());
+    }
+  });
+}
+
+TEST_F(SharedTest, ThreadsLogAndInstallTheHandlerAtOnce) {
+  InitRootLogger("none");
+  onThreads([](int) {
+    init_error_handler(false);
+    for (int i = 0; i < 50; ++i) LIBVARROW_LOG_INFO("line %d", i);
+  });
+  const std::string log = test_support::readFile("log.txt");
+  // One line of the set-up, two for each of the four handler messages, fifty for each thread.
+  EXPECT_EQ(1 + 4 * 2 + 4 * 50, std::count(log.begin(), log.end(), '\n'));
+}
+
+}  // namespace
