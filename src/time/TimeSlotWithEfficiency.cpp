@@ -37,6 +37,16 @@ time_duration toEfficiencyDur(const time_duration& work, double efficiency) {
   return work.is_special() ? work : wholeMilliseconds(inMilliseconds(work) / efficiency);
 }
 
+// What `use` makes of clock time, with `dur` as work time before and after.
+template <class Use>
+ptime atRate(double efficiency, time_duration& dur, Use use) {
+  if (efficiency == 1.0) return use(dur);
+  time_duration clock = toEfficiencyDur(dur, efficiency);
+  const ptime time = use(clock);
+  dur = fromEfficiencyDur(clock, efficiency);
+  return time;
+}
+
 // What readers of the JSON have always been given: four decimals, held in single precision.
 double toFourDecimals(double efficiency) {
   return static_cast<float>(libvarrow::truncatedToUnsigned(efficiency * 10000.0)) / 10000.0F;
@@ -65,11 +75,8 @@ time_duration TimeSlotWithEfficiency::getDurWithEfficiency() const {
 
 ptime TimeSlotWithEfficiency::getBeginTimeWithEfficiency(ptime const& end_time,
                                                          time_duration& dur) const {
-  if (efficiency_ == 1.0) return getBeginTime(end_time, dur);
-  time_duration clock = toEfficiencyDur(dur, efficiency_);
-  const ptime begin = getBeginTime(end_time, clock);
-  dur = fromEfficiencyDur(clock, efficiency_);
-  return begin;
+  return atRate(efficiency_, dur,
+                [&](time_duration& clock) { return getBeginTime(end_time, clock); });
 }
 
 ptime TimeSlotWithEfficiency::getBeginTimeWithEfficiency(time_duration& dur) const {
@@ -78,11 +85,8 @@ ptime TimeSlotWithEfficiency::getBeginTimeWithEfficiency(time_duration& dur) con
 
 ptime TimeSlotWithEfficiency::getEndTimeWithEfficiency(ptime const& begin_time,
                                                        time_duration& dur) const {
-  if (efficiency_ == 1.0) return getEndTime(begin_time, dur);
-  time_duration clock = toEfficiencyDur(dur, efficiency_);
-  const ptime end = getEndTime(begin_time, clock);
-  dur = fromEfficiencyDur(clock, efficiency_);
-  return end;
+  return atRate(efficiency_, dur,
+                [&](time_duration& clock) { return getEndTime(begin_time, clock); });
 }
 
 ptime TimeSlotWithEfficiency::getEndTimeWithEfficiency(time_duration& dur) const {

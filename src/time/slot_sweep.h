@@ -37,8 +37,8 @@ void emitRest(TimeSlot slot, Row cuts, Emit emit) {
 /// after the other. The begins of `additions` ascend, and none is reversed.
 Slots unite(SlotIterator slot, SlotIterator slotsEnd, const Slots& additions);
 
-/// What the ordered slots `cuts` leave of `slots`, each of which is cut where it
-/// stands; their own order matters only for speed.
+/// What the ordered slots `cuts` leave of `slots`, each of which is cut where it stands; their own
+/// order matters only for speed.
 Slots subtract(const Slots& slots, bool areOrdered, Row cuts);
 
 /// Puts `pieces` in the place of [first, last), moving what follows once.

@@ -11,7 +11,7 @@ void LatestFinish::setBind(cppbind::Binder* binder, bool bindFields) {
   requireLimit(limit_);
 }
 
-ScheduleRule::Complaint LatestFinish::complaintAboutJob(const JobParameter& parameter) const {
+ScheduleRule::Complaint LatestFinish::complaintOf(const JobParameter& parameter) const {
   const Time end = parameter.operations.empty() ? 0 : parameter.operations.back().end;
   if (end <= limit_) return std::nullopt;
   Json::Value complaint;

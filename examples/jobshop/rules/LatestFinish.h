@@ -1,7 +1,7 @@
 // The rule by which jobs are to be done in time.
 #pragma once
 
-#include "rules/JobRule.h"
+#include "rules/RuleAbout.h"
 
 namespace jobshop {
 
@@ -13,7 +13,7 @@ class LatestFinish : public JobRule {
   void setBind(cppbind::Binder* binder, bool bindFields);
 
  private:
-  Complaint complaintAboutJob(const JobParameter& parameter) const override;
+  Complaint complaintOf(const JobParameter& parameter) const override;
 
   Time limit_ = 0;
 };

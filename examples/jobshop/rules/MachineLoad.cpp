@@ -24,8 +24,7 @@ void MachineLoad::setBind(cppbind::Binder* binder, bool bindFields) {
   throw cppbind::ParseErrorException("at_most", "expected a number from 0 to 1");
 }
 
-ScheduleRule::Complaint MachineLoad::complaintAboutMachine(
-    const MachineParameter& parameter) const {
+ScheduleRule::Complaint MachineLoad::complaintOf(const MachineParameter& parameter) const {
   const Time working = parameter.calendar->workingTime(0, parameter.makespan);
   const Time busy = busyTime(parameter.operations, *parameter.calendar);
   if (busy == 0) return std::nullopt;

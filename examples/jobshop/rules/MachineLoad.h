@@ -1,7 +1,7 @@
 // The rule by which machines keep some time to spare.
 #pragma once
 
-#include "rules/MachineRule.h"
+#include "rules/RuleAbout.h"
 
 namespace jobshop {
 
@@ -13,7 +13,7 @@ class MachineLoad : public MachineRule {
   void setBind(cppbind::Binder* binder, bool bindFields);
 
  private:
-  Complaint complaintAboutMachine(const MachineParameter& parameter) const override;
+  Complaint complaintOf(const MachineParameter& parameter) const override;
 
   double atMost_ = 0;
 };

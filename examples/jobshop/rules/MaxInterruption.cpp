@@ -33,8 +33,7 @@ void MaxInterruption::setBind(cppbind::Binder* binder, bool bindFields) {
   requireLimit(limit_);
 }
 
-ScheduleRule::Complaint MaxInterruption::complaintAboutMachine(
-    const MachineParameter& parameter) const {
+ScheduleRule::Complaint MaxInterruption::complaintOf(const MachineParameter& parameter) const {
   const Interruption longest = longestIn(parameter);
   if (longest.length() <= limit_) return std::nullopt;
   const ScheduledOperation& operation = longest.operation;

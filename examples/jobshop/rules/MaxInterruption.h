@@ -1,7 +1,7 @@
 // The rule by which work is not to stand still for long.
 #pragma once
 
-#include "rules/MachineRule.h"
+#include "rules/RuleAbout.h"
 
 namespace jobshop {
 
@@ -13,7 +13,7 @@ class MaxInterruption : public MachineRule {
   void setBind(cppbind::Binder* binder, bool bindFields);
 
  private:
-  Complaint complaintAboutMachine(const MachineParameter& parameter) const override;
+  Complaint complaintOf(const MachineParameter& parameter) const override;
 
   Time limit_ = 0;
 };

@@ -11,7 +11,7 @@ void MaxWait::setBind(cppbind::Binder* binder, bool bindFields) {
   requireLimit(limit_);
 }
 
-ScheduleRule::Complaint MaxWait::complaintAboutJob(const JobParameter& parameter) const {
+ScheduleRule::Complaint MaxWait::complaintOf(const JobParameter& parameter) const {
   const auto& operations = parameter.operations;
   Time longest = 0;
   std::size_t next = 0;

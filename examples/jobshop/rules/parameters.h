@@ -13,6 +13,10 @@
 namespace jobshop {
 
 struct JobParameter : libvarrow::RuleParameter {
+  static constexpr const char* kKind = "job";
+  static std::size_t countIn(const Instance& instance) { return instance.jobs.size(); }
+  std::size_t number() const { return job; }
+
   std::size_t job = 0;
   std::vector<ScheduledOperation> operations;  ///< by position
 
@@ -20,6 +24,10 @@ struct JobParameter : libvarrow::RuleParameter {
 };
 
 struct MachineParameter : libvarrow::RuleParameter {
+  static constexpr const char* kKind = "machine";
+  static std::size_t countIn(const Instance& instance) { return instance.machineCount; }
+  std::size_t number() const { return machine; }
+
   std::size_t machine = 0;
   std::vector<ScheduledOperation> operations;  ///< by start
   Time makespan = 0;                           ///< of the whole schedule

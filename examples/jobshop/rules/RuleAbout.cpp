@@ -1,0 +1,40 @@
+#include "rules/RuleAbout.h"
+
+#include <stdexcept>
+#include <string>
+
+#include "calendar/optional_field.h"
+
+namespace jobshop {
+
+template <class Parameter>
+void RuleAbout<Parameter>::setBind(cppbind::Binder* binder, bool bindFields) {
+  if (!bindFields) return;
+  ScheduleRule::setBind(binder, bindFields);
+  bindOptional(binder, Parameter::kKind, number_);
+}
+
+template <class Parameter>
+void RuleAbout<Parameter>::requireFits(const Instance& instance) const {
+  const std::size_t count = Parameter::countIn(instance);
+  if (!number_ || *number_ < count) return;
+  throw std::runtime_error(dumpStr() + ": no " + Parameter::kKind + " " + std::to_string(*number_) +
+                           ", the instance has " + std::to_string(count) + ", from 0");
+}
+
+template <class Parameter>
+bool RuleAbout<Parameter>::isAbout(const libvarrow::RuleParameter& parameter) const {
+  const auto* const found = dynamic_cast<const Parameter*>(&parameter);
+  return found != nullptr && (!number_ || *number_ == found->number());
+}
+
+template <class Parameter>
+ScheduleRule::Complaint RuleAbout<Parameter>::complaintAbout(
+    const libvarrow::RuleParameter& parameter) const {
+  return complaintOf(static_cast<const Parameter&>(parameter));
+}
+
+template class RuleAbout<JobParameter>;
+template class RuleAbout<MachineParameter>;
+
+}  // namespace jobshop
