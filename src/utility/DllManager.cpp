@@ -161,7 +161,7 @@ const boost::dll::shared_library* DllManager::findOrCreateDll(const std::string&
 boost::shared_ptr<DllManager::Plugin> DllManager::shared(const boost::shared_ptr<Plugin>& opened) {
   static auto* const alive = new std::map<void*, boost::weak_ptr<Plugin>>;
   boost::weak_ptr<Plugin>& known = (*alive)[opened->library().native()];
-  if (const auto plugin = known.lock()) return plugin;
+  if (auto plugin = known.lock()) return plugin;
   known = opened;
   return opened;
 }
