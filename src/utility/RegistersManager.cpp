@@ -8,13 +8,11 @@ namespace {
 
 // Made when the library is loaded, so that it outlives every static object of a host, which may
 // still hold plug-ins.
-[[maybe_unused]] const RegistersManager& madeAtLoad = []() noexcept -> RegistersManager& {
-  return RegistersManager::instance();
-}();
+[[maybe_unused]] const RegistersManager& madeAtLoad = RegistersManager::instance();
 
 }  // namespace
 
-RegistersManager& RegistersManager::instance() {
+RegistersManager& RegistersManager::instance() noexcept {
   static RegistersManager manager;
   return manager;
 }

@@ -22,8 +22,8 @@ namespace libvarrow {
 /// Only making the instance is synchronised: register and unregister while no other thread looks.
 class LIBVARROW_API RegistersManager {
  public:
-  /// Made at first use, and there until the process ends.
-  static RegistersManager& instance();
+  /// Made when the library is loaded, and there until the process ends.
+  static RegistersManager& instance() noexcept;
 
   /// The registry of that name, made if there is none.
   static boost::shared_ptr<cppbind::ClassRegister> createRegister(const std::string& name);
