@@ -8,10 +8,13 @@
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <exception>
 #include <iostream>
 #include <string>
 
+#include "crash_system.h"
 #include "libvarrow/log/log.h"
+#include "raw_stack.h"
 
 namespace libvarrow {
 
@@ -29,8 +32,8 @@ class BackTrace {
  public:
   BackTrace() {
     std::cout << "init backtrace" << std::endl;
-    std::signal(SIGSEGV, sig_handler);
-    std::signal(SIGABRT, sig_handler);
+    useCrashStack();
+    crash::installSignalHandler(sig_handler);
   }
   ~BackTrace() { std::cout << "deinit backtrack" << std::endl; }
   BackTrace(const BackTrace&) = delete;
@@ -38,8 +41,22 @@ class BackTrace {
 };
 
 // Not inlined, so that the frames left out are always the same three.
-BOOST_NOINLINE std::string currentStack() {
-  return boost::stacktrace::to_string(boost::stacktrace::stacktrace(kSkippedFrames, kMaxFrames));
+BOOST_NOINLINE boost::stacktrace::stacktrace currentStack() {
+  return {kSkippedFrames, kMaxFrames};
+}
+
+// Nothing may be thrown into what was interrupted, and what fails must not cost the next step.
+template <typename Step>
+void attempt(const Step& step) {
+  try {
+    step();
+  } catch (const std::exception& error) {
+    crash::say("the crash handler failed: ");
+    crash::say(error.what());
+    crash::say("\n");
+  } catch (...) {
+    crash::say("the crash handler failed\n");
+  }
 }
 
 std::string dumpFileName() {
@@ -75,9 +92,14 @@ void init_error_handler(bool writeDumpFile) {
 }
 
 void sig_handler(int sig) {
+  crash::startWatchdog();
+  crash::printRawStackOnce(sig);
   std::signal(sig, SIG_DFL);
-  LIBVARROW_LOG_ERROR("backtrace:\n%s\n", currentStack().c_str());
-  if (dumpFileWanted) writeDumpFile();
+  const boost::stacktrace::stacktrace stack = currentStack();
+  attempt([&] {
+    LIBVARROW_LOG_ERROR("backtrace:\n%s\n", boost::stacktrace::to_string(stack).c_str());
+  });
+  if (dumpFileWanted) attempt(writeDumpFile);
   std::abort();
 }
 

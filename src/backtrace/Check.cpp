@@ -5,6 +5,8 @@
 #include <cstdlib>
 #include <iostream>
 
+#include "raw_stack.h"
+
 namespace libvarrow {
 
 void assertionFailed(const char* expression, const char* function, const char* message) {
@@ -13,6 +15,7 @@ void assertionFailed(const char* expression, const char* function, const char* m
             << "': " << (message != nullptr ? message : "<...>") << ".\n"
             << "Backtrace:\n"
             << boost::stacktrace::stacktrace() << std::endl;
+  crash::skipRawStack();
   std::abort();
 }
 

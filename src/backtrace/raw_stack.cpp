@@ -1,0 +1,46 @@
+#include "raw_stack.h"
+
+#include <array>
+#include <atomic>
+#include <charconv>
+
+#include "crash_system.h"
+
+namespace libvarrow::crash {
+
+namespace {
+
+enum class State { NotPrinted, Printing, Printed };
+std::atomic<State> state{State::NotPrinted};
+
+void sayNumber(long number) {
+  std::array<char, 24> digits{};
+  std::to_chars(digits.data(), digits.data() + digits.size() - 1, number);
+  say(digits.data());
+}
+
+void print(int sig) {
+  say("Signal ");
+  sayNumber(sig);
+  say(" in thread ");
+  sayNumber(threadNumber());
+  say(", call stack:\n");
+  printFrames();
+}
+
+}  // namespace
+
+void printRawStackOnce(int sig) {
+  State expected = State::NotPrinted;
+  if (state.compare_exchange_strong(expected, State::Printing)) {
+    print(sig);
+    state = State::Printed;
+  }
+  while (state != State::Printed) rest();
+}
+
+void skipRawStack() {
+  state = State::Printed;
+}
+
+}  // namespace libvarrow::crash

@@ -1,0 +1,44 @@
+#!/usr/bin/env bash
+# Crashes a host in one way many times: each time it must be gone in time, by the right signal, with
+# a back-trace.
+#
+#     crash.sh HOST WAY TIMES AT_ONCE SIGNAL... -- PATTERN...
+#
+# SIGNAL: the numbers by which it may end; PATTERN: what its standard error must match, as extended
+# regular expressions.
+set -euo pipefail
+
+host=$1 way=$2 times=$3 at_once=$4
+shift 4
+signals=()
+while [ "$1" != -- ]; do signals+=("$1") && shift; done
+shift
+
+folder=$(mktemp -d)
+trap 'rm -rf "$folder"' EXIT
+ulimit -c 0
+export host way folder
+crash() {
+  local status=0
+  # The shell's own word on how a child ended goes to the same file.
+  { timeout --signal=KILL 6 "$host" "$way" >/dev/null || status=$?; } 2>"$folder/$1.err"
+  echo "$status" >"$folder/$1.status"
+}
+export -f crash
+seq "$times" | xargs -P "$at_once" -I{} bash -c 'crash {}'
+
+for ((run = 1; run <= times; ++run)); do
+  ended=no
+  for signal in "${signals[@]}"; do
+    [ "$(cat "$folder/$run.status")" -ne $((128 + signal)) ] || ended=yes
+  done
+  for pattern in "$@"; do
+    grep -qE "$pattern" "$folder/$run.err" || ended="without $pattern"
+  done
+  if [ "$ended" != yes ]; then
+    echo "$way, run $run: status $(cat "$folder/$run.status"), $ended; its standard error:" >&2
+    cat "$folder/$run.err" >&2
+    exit 1
+  fi
+done
+echo "$way: $times of $times"

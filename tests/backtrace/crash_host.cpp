@@ -1,0 +1,105 @@
+// A host that crashes in the way that its argument names.
+#include <atomic>
+#include <csignal>
+#include <cstdlib>
+#include <functional>
+#include <iostream>
+#include <map>
+#include <stdexcept>
+#include <streambuf>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "libvarrow/backtrace/BackTrace.h"
+#include "libvarrow/log/log.h"
+
+namespace {
+
+volatile int zero = 0;
+
+__attribute__((noinline)) void fault() {
+  volatile int* volatile nowhere = nullptr;
+  *nowhere = 1;  // NOLINT(clang-analyzer-core.NullDereference)
+}
+
+__attribute__((noinline)) int overflow(int depth) {
+  volatile char page[4096];
+  page[0] = static_cast<char>(depth);
+  return zero == 0 ? overflow(depth + 1) + page[0] : depth;
+}
+
+void faultInThreeThreads() {
+  std::atomic<int> ready{0};
+  std::vector<std::thread> threads;
+  threads.reserve(3);
+  for (int i = 0; i < 3; ++i) {
+    threads.emplace_back([&ready] {
+      ++ready;
+      while (ready < 3) continue;
+      fault();
+    });
+  }
+  for (std::thread& thread : threads) thread.join();
+}
+
+void overflowInThread() {
+  std::thread([] {
+    libvarrow::useCrashStack();
+    overflow(0);
+  }).join();
+}
+
+void freeTwice() {
+  void* volatile block = std::malloc(100);
+  std::free(block);
+  std::free(block);  // NOLINT(clang-analyzer-unix.Malloc)
+}
+
+// The allocator finds it while it holds its lock, so whoever allocates then hangs.
+void spoilTheHeap() {
+  volatile std::size_t bytes = 50000;  // what the compiler knows, it warns of
+  volatile char* block = static_cast<char*>(std::malloc(bytes));
+  for (std::size_t i = bytes; i < bytes + 64; ++i) block[i] = -1;
+  void* volatile next = std::malloc(bytes);
+  std::cout << next << std::endl;
+}
+
+// Stands where the log writes, as an appender of a host may.
+class BadLog : public std::streambuf {
+ public:
+  explicit BadLog(bool hangs) : hangs_(hangs) { std::cerr.exceptions(std::ios::badbit); }
+
+ private:
+  int_type overflow(int_type) override {
+    while (hangs_) std::this_thread::sleep_for(std::chrono::seconds(1));
+    throw std::runtime_error("the log fails");
+  }
+
+  bool hangs_;
+};
+
+void faultWithABadLog(bool hangs) {
+  BadLog log(hangs);
+  std::cerr.rdbuf(&log);
+  fault();
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  const std::map<std::string, std::function<void()>> crashes = {
+      {"segfault", fault},
+      {"abort", std::abort},
+      {"uncaught", [] { throw std::runtime_error("nobody catches this"); }},
+      {"overflow", [] { overflow(0); }},
+      {"overflow-in-thread", overflowInThread},
+      {"divide", [] { std::cout << 5000 / zero; }},
+      {"free-twice", freeTwice},
+      {"spoilt-heap", [] { std::thread(spoilTheHeap).join(); }},
+      {"three-threads", faultInThreeThreads},
+      {"throwing-log", [] { faultWithABadLog(false); }},
+      {"hanging-log", [] { faultWithABadLog(true); }}};
+  libvarrow::init_error_handler(false);
+  crashes.at(argc > 1 ? argv[1] : "none")();
+}
