@@ -3,7 +3,10 @@
 #include <boost/filesystem/operations.hpp>
 #include <cstdlib>
 
+#include "libvarrow/backtrace/BackTrace.h"
+#include "libvarrow/log/log.h"
 #include "libvarrow/utility/file_name.h"
+#include "statistics_file.h"
 
 namespace libvarrow {
 
@@ -30,14 +33,24 @@ TimedStatDumper::~TimedStatDumper() {
 }
 
 void TimedStatDumper::onTimer(Poco::Timer&) {
+  useCrashStack();
   dump();
 }
 
 void TimedStatDumper::dump() {
   namespace fs = boost::filesystem;
-  const std::string written = statistics_->dumpToFile(fileName_ + ".writing");
+  const StatisticsFile written =
+      writeStatisticsFile(fileName_ + ".writing", statistics_->toJsonValue4Bind());
+  if (!written.isWhole) {
+    // A reader never sees half a file; the last whole one is better than none.
+    boost::system::error_code ignored;
+    fs::remove(written.name, ignored);
+    LIBVARROW_LOG_WARN("%s could not be written whole, %s stays as it is", written.name.c_str(),
+                       fileName_.c_str());
+    return;
+  }
   if (fs::exists(fileName_)) fs::remove(fileName_);
-  if (fs::exists(written)) fs::rename(written, fileName_);
+  if (fs::exists(written.name)) fs::rename(written.name, fileName_);
 }
 
 }  // namespace libvarrow

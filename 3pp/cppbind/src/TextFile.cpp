@@ -3,7 +3,6 @@
 #include <array>
 #include <cstdio>
 #include <fstream>
-#include <memory>
 
 namespace cppbind {
 
@@ -18,14 +17,14 @@ bool readTextFile(const std::string& path, std::string& text) {
   return !file.bad();
 }
 
-bool writeTextFile(const std::string& path, const std::string& text) {
+TextWritten writeTextFile(const std::string& path, const std::string& text) {
   // Not a stream: setting one up costs as much as opening the file.
-  const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(path.c_str(), "w"),
-                                                             std::fclose);
-  if (!file) return false;
-  std::setvbuf(file.get(), nullptr, _IONBF, 0);  // the text is one block already
-  std::fwrite(text.data(), 1, text.size(), file.get());
-  return true;
+  std::FILE* file = std::fopen(path.c_str(), "w");
+  if (file == nullptr) return TextWritten::NotOpened;
+  std::setvbuf(file, nullptr, _IONBF, 0);  // the text is one block already
+  const bool isWritten = std::fwrite(text.data(), 1, text.size(), file) == text.size();
+  const bool isClosed = std::fclose(file) == 0;
+  return isWritten && isClosed ? TextWritten::Whole : TextWritten::Partly;
 }
 
 }  // namespace cppbind

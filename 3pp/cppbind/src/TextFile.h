@@ -9,8 +9,9 @@ namespace cppbind {
 /// on some systems, but cannot be read.
 bool readTextFile(const std::string& path, std::string& text);
 
-/// Writes `text`, in text mode, over what is in the file at `path`. False when that cannot be
-/// opened; errors while writing are not reported.
-bool writeTextFile(const std::string& path, const std::string& text);
+enum class TextWritten { NotOpened, Partly, Whole };
+
+/// Writes `text`, in text mode, over what is in the file at `path`.
+TextWritten writeTextFile(const std::string& path, const std::string& text);
 
 }  // namespace cppbind

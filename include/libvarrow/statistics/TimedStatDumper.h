@@ -18,8 +18,9 @@ namespace libvarrow {
 /// writes "FILE.writing" first and renames it, so that nobody reads half a file. Without the
 /// variable only the last write happens.
 ///
-/// A file that cannot be opened ends the process with a back-trace, from the timer thread too. A
-/// target that cannot be replaced (a directory that is not empty, say) is a
+/// A file that cannot be written whole (the disk is full, say) is logged at WARN and removed; the
+/// last whole one stays. A file that cannot be opened ends the process with a back-trace, from the
+/// timer thread too. A target that cannot be replaced (a directory that is not empty, say) is a
 /// boost::filesystem::filesystem_error: on the timer thread it is passed over and the next write
 /// tries again, from the destructor it ends the process. Either way an exception that is on its way
 /// through the destructor is lost: make the dumper outside the try block. Two dumpers must not

@@ -1,0 +1,41 @@
+#include "statistics_file.h"
+
+#include "JsonText.h"
+#include "TextFile.h"
+#include "libvarrow/backtrace/BackTraceException.h"
+#include "libvarrow/log/log.h"
+#include "libvarrow/utility/DirCreator.h"
+#include "libvarrow/utility/file_name.h"
+
+namespace libvarrow {
+
+namespace {
+
+constexpr const char* kOperation =
+    "static std::string libvarrow::CommonStatistics::dumpToFile(const boost::filesystem::path&, "
+    "const Json::Value&)";
+
+}  // namespace
+
+StatisticsFile writeStatisticsFile(const boost::filesystem::path& path, const Json::Value& value) {
+  using cppbind::TextWritten;
+  std::string realFile = path.generic_string();
+  utility::adjustFileName(realFile);
+  const std::string text = statisticsText(value);
+  // The directory is there as a rule: it is made only when the file cannot be opened.
+  TextWritten written = cppbind::writeTextFile(realFile, text);
+  if (written == TextWritten::NotOpened) {
+    DirCreator(realFile, false);
+    written = cppbind::writeTextFile(realFile, text);
+  }
+  if (written != TextWritten::NotOpened) return {realFile, written == TextWritten::Whole};
+  LIBVARROW_LOG_ERROR("%s src_file:%s real_file:%s", kOperation, path.string().c_str(),
+                      realFile.c_str());
+  throw BackTraceException();
+}
+
+std::string statisticsText(const Json::Value& value) {
+  return cppbind::json_text::styled(value, " ");
+}
+
+}  // namespace libvarrow
