@@ -9,6 +9,12 @@ function(varrow_compile_options target)
       PRIVATE -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wformat=2 -Werror
               "-fmacro-prefix-map=${PROJECT_SOURCE_DIR}/=")
   endif()
+  if(VARROW_COVERAGE)
+    # Counters live in a mapped file, so that a process which aborts has counted too.
+    set(coverage -fprofile-instr-generate -fcoverage-mapping)
+    target_compile_options(${target} PRIVATE ${coverage} -mllvm -runtime-counter-relocation)
+    target_link_options(${target} PRIVATE ${coverage})
+  endif()
   if(VARROW_SANITIZE)
     target_compile_options(${target} PRIVATE -fsanitize=${VARROW_SANITIZE} -fno-omit-frame-pointer)
     target_link_options(${target} PRIVATE -fsanitize=${VARROW_SANITIZE})

@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
 # Installs the Debian packages that the build needs and that are missing; asks for root only then.
+# "clang" as argument adds what the fuzzers and the coverage need.
 set -euo pipefail
 
 packages=(
@@ -8,6 +9,9 @@ packages=(
   libboost-thread-dev libjsoncpp-dev liblog4cplus-dev libpoco-dev
   libgtest-dev libbenchmark-dev libfmt-dev
 )
+case ${1:-} in
+  clang) packages+=(clang libclang-rt-dev libomp-dev llvm) ;;
+esac
 
 missing=()
 for package in "${packages[@]}"; do

@@ -5,10 +5,10 @@
 #     crash.sh HOST WAY TIMES AT_ONCE SIGNAL... -- PATTERN...
 #
 # SIGNAL: the numbers by which it may end; PATTERN: what its standard error must match, as extended
-# regular expressions.
+# regular expressions. The variable CRASH_TIMES takes the place of TIMES.
 set -euo pipefail
 
-host=$1 way=$2 times=$3 at_once=$4
+host=$1 way=$2 times=${CRASH_TIMES:-$3} at_once=$4
 shift 4
 signals=()
 while [ "$1" != -- ]; do signals+=("$1") && shift; done

@@ -70,6 +70,13 @@ struct ColorText {
   static Color fromString(const std::string& text) { return {text}; }
 };
 
+class WholeColorConverter : public StringConverter {
+  std::string toString(const boost::any& color) const override {
+    return boost::any_cast<Color>(color).name;
+  }
+  boost::any fromString(const std::string& text) const override { return Color{text}; }
+};
+
 template <class T>
 struct Holder : Step {
   T field{};
@@ -221,11 +228,16 @@ TEST_F(BinderTest, ARegistrySetForAWhileIsRolledBackWithItsLastHolder) {
 
 TEST_F(BinderTest, AConverterOfTheHostReadsAndThenWritesWhatItRead) {
   reg.regClass<Holder<Color>>("Painted");
-  binder.setConverter(typeid(Color), boost::make_shared<StringConverterT<Color, ColorText>>());
   const Json::Value painted = json(R"({"Painted": {"f": "blue"}})");
-  StepPtr step;
-  binder.bindDynamicType(painted, step);
-  EXPECT_EQ(painted, step->getJsonValue4Bind());
+  const boost::shared_ptr<StringConverter> converters[] = {
+      boost::make_shared<StringConverterT<Color, ColorText>>(),
+      boost::make_shared<WholeColorConverter>()};
+  for (const auto& converter : converters) {
+    binder.setConverter(typeid(Color), converter);
+    StepPtr step;
+    binder.bindDynamicType(painted, step);
+    EXPECT_EQ(painted, step->getJsonValue4Bind());
+  }
 }
 
 TEST_F(BinderTest, AHostMayCallSetBindItselfWithABinderThatReadsOrWrites) {

@@ -202,6 +202,11 @@ TEST(TimeBlockTest, DaysAreTouchedContainedOrFullByDifferentRules) {
       {blockOf({slot(8, 24)}), {day(1), day(2)}, {day(2)}, "110", "000"},
       {blockOf({slot(0, 48)}), {day(1), day(2), day(3)}, {day(1), day(2), day(3)}, "111", "110"},
       {blockOf({slot(0, 24), slot(24, 30)}), {day(1), day(2)}, {day(1), day(2)}, "110", "100"},
+      {blockOf({slot(8, 12), slot(14, 54)}),
+       {day(1), day(2), day(3)},
+       {day(2), day(3)},
+       "111",
+       "010"},
       // Less than a second after midnight is midnight, a second is not.
       {blockOf({slot(0.5 / 3600, 24)}), {day(1), day(2)}, {day(1), day(2)}, "110", "100"},
       {blockOf({slot(1.0 / 3600, 24)}), {day(1), day(2)}, {day(2)}, "110", "000"},

@@ -1,0 +1,32 @@
+#!/usr/bin/env bash
+# Runs every test and prints which lines of the library none of them ran; fails when these are more
+# than 3 in 100. What ends a test's process has been counted too.
+set -euo pipefail
+
+here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
+least=97
+
+"$here/install_packages.sh" clang
+cd "$here/.."
+cmake --preset coverage
+cmake --build --preset coverage --parallel "$(nproc)"
+rm -rf build/coverage/profiles
+ctest --preset coverage --parallel "$(nproc)"
+
+cd build/coverage
+llvm-profdata merge -sparse profiles/*.profraw -o all.profdata
+objects=(src/libvarrow.so)
+for program in tests/varrow_tests tests/varrow_thread_tests; do objects+=(-object "$program"); done
+llvm-cov export -format=lcov -instr-profile=all.profdata \
+  -ignore-filename-regex='/(tests|examples|generated)/|^/usr' "${objects[@]}" >coverage.lcov
+
+root=$(cd ../.. && pwd)/
+echo
+awk -F '[:,]' -v root="$root" -v least="$least" '
+  /^SF:/ { file = substr($2, length(root) + 1) }
+  /^DA:/ { ++lines; if ($3 == 0) { ++missed; print file ":" $2 } }
+  END {
+    share = lines ? 100 * (lines - missed) / lines : 0
+    printf "%d of %d lines run: %.2f %%\n", lines - missed, lines, share
+    exit share < least
+  }' coverage.lcov
