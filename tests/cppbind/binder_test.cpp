@@ -312,7 +312,13 @@ TEST_F(JsonFileTest, NumbersReadTheSameUnderALocaleWithDecimalComma) {
   EXPECT_EQ(1234567.891, plain[5].asDouble());
   const CommaLocale comma;
   EXPECT_EQ(plain, readJsonFile("n.json"));
-  EXPECT_NE("no error", errorIn("[1.5e400]"));
+  // Nor does a number come of what is none, or end elsewhere.
+  for (const char* text : {"[1.5e400]", "484460.5e)", "1.5e-", "-.", "1e-.5", "-e.5"}) {
+    EXPECT_NE("no error", errorIn(text)) << text;
+  }
+  EXPECT_EQ(-0.5, (writeFile("n.json", "-.5"), readJsonFile("n.json").asDouble()));
+  EXPECT_EQ(10, (writeFile("n.json", "1e1.5e-3131"), readJsonFile("n.json").asDouble()));
+  EXPECT_EQ(1.5, (writeFile("n.json", "// a line\r1.5"), readJsonFile("n.json").asDouble()));
 }
 
 }  // namespace cppbind_test

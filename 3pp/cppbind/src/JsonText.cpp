@@ -37,34 +37,43 @@ std::size_t endOfString(const std::string& text, std::size_t at) {
 
 std::size_t endOfComment(const std::string& text, std::size_t at) {
   const bool isBlock = text.compare(at, 2, "/*") == 0;
-  const std::size_t end = text.find(isBlock ? "*/" : "\n", at + 2);
+  const std::size_t end = isBlock ? text.find("*/", at + 2) : text.find_first_of("\r\n", at + 2);
   return end == std::string::npos ? text.size() : end + (isBlock ? 2 : 1);
 }
 
-// 12.50e3 as 1250e1: the same number, to the last bit, without a decimal point.
+// The exponent whose digits stand from `at` to `end`.
+long exponentIn(const std::string& text, std::size_t at, std::size_t end) {
+  const std::size_t significant = std::min(text.find_first_not_of('0', at), end);
+  // More digits than nine are out of any number's range, whatever they are.
+  return std::stol("0" + text.substr(significant, std::min<std::size_t>(end - significant, 9)));
+}
+
+// Where the digits of an exponent begin, with its letter at `at`.
+std::size_t beginOfExponent(const std::string& text, std::size_t at) {
+  const bool hasSign = at + 1 < text.size() && (text[at + 1] == '-' || text[at + 1] == '+');
+  return at + (hasSign ? 2 : 1);
+}
+
+// 12.50e3 as 1250e1: the same number, to the last bit, without a decimal point. Reads as far as the
+// parser does, so that what it refuses is not made a number.
 std::size_t appendNumber(const std::string& text, std::size_t at, std::string& out) {
-  const std::size_t point = endOfDigits(text, at);
+  const std::size_t point = endOfDigits(text, at + (text[at] == '-' ? 1 : 0));
+  const bool hasPoint = point < text.size() && text[point] == '.';
+  const std::size_t letter = hasPoint ? endOfDigits(text, point + 1) : point;
+  const bool hasExponent = letter < text.size() && (text[letter] == 'e' || text[letter] == 'E');
+  const std::size_t digits = hasExponent ? beginOfExponent(text, letter) : letter;
+  const std::size_t end = endOfDigits(text, digits);
   out.append(text, at, point - at);
-  if (point >= text.size() || text[point] != '.') return point;
-  const std::size_t end = endOfDigits(text, point + 1);
-  out.append(text, point + 1, end - point - 1);
-  long exponent = -static_cast<long>(end - point - 1);
-  std::size_t next = end;
-  if (next < text.size() && (text[next] == 'e' || text[next] == 'E')) {
-    const bool hasSign = next + 1 < text.size() && (text[next + 1] == '-' || text[next + 1] == '+');
-    const std::size_t digits = next + 1 + (hasSign ? 1 : 0);
-    const std::size_t exponentEnd = endOfDigits(text, digits);
-    if (exponentEnd > digits) {
-      const std::size_t significant = std::min(text.find_first_not_of('0', digits), exponentEnd);
-      // More digits than nine are out of any number's range, whatever they are.
-      const std::string shown =
-          "0" + text.substr(significant, std::min<std::size_t>(exponentEnd - significant, 9));
-      exponent += (hasSign && text[next + 1] == '-' ? -1 : 1) * std::stol(shown);
-      next = exponentEnd;
-    }
+  if (!hasPoint || (hasExponent && digits == end)) {
+    const std::size_t rest = point + (hasPoint ? 1 : 0);
+    out.append(text, rest, end - rest);
+    return end;
   }
+  out.append(text, point + 1, letter - point - 1);
+  long exponent = -static_cast<long>(letter - point - 1);
+  if (hasExponent) exponent += (text[digits - 1] == '-' ? -1 : 1) * exponentIn(text, digits, end);
   out += 'e' + std::to_string(exponent);
-  return next;
+  return end;
 }
 
 // The parser reads numbers through a stream of the global locale, which may want a decimal comma.
@@ -73,7 +82,7 @@ std::string withoutDecimalPoints(const std::string& text) {
   out.reserve(text.size() + text.size() / 8);
   for (std::size_t at = 0; at < text.size();) {
     std::size_t next = at + 1;
-    if (isDigit(text[at])) {
+    if (text[at] == '-' || isDigit(text[at])) {
       at = appendNumber(text, at, out);
       continue;
     }
