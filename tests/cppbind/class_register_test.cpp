@@ -1,6 +1,8 @@
 // Classes by name.
 #include "cppbind/ClassRegister.h"
 
+#include <malloc.h>
+
 #include "cppbind/cppbind.h"
 #include "support/support.h"
 
@@ -31,12 +33,23 @@ struct Recorded : Object {
   Data4Bind data;
 };
 
+struct Family : Object {
+  std::vector<boost::shared_ptr<Object>> members;
+  std::vector<int> sizes;
+  void setBind(Binder* binder, bool) {
+    const Json::Value none = json(R"([{"Square": {"label": "standing in"}}])");
+    binder->bind("members", members, &none);
+    binder->bind("sizes", sizes, {});
+  }
+};
+
 class ClassRegisterTest : public testing::Test {
  protected:
   ClassRegisterTest() {
     reg.regClass<Square>("Square", json(R"({"color": "red"})"));
     reg.regClass<Plain>("Plain");
     reg.regClass<Recorded>("Recorded");
+    reg.regClass<Family>("Family");
   }
   ClassRegister reg;
 };
@@ -52,6 +65,40 @@ TEST_F(ClassRegisterTest, ObjectsRememberTheirMakingAndTheNameGivenInAnyCase) {
   const std::unique_ptr<Object> plain(reg.create("Plain", Json::Value()));
   EXPECT_EQ(json(R"({"baseProperty": null, "originParameter": null})"), plain->getBaiscInfoJson());
   EXPECT_EQ(json(R"({"Plain": {}})"), plain->getJsonValue4Bind());
+}
+
+TEST_F(ClassRegisterTest, ObjectsInObjectsRememberTheirOwnPartAndOutliveTheRest) {
+  const auto origin = [](const Object& object) {
+    return object.getBaiscInfoJson()["originParameter"];
+  };
+  const Json::Value inner = json(R"({"sizes": [1]})");
+  Json::Value fields = json(R"({"members": [{"Family": {}}, {"Square": {"label": "b"}}]})");
+  fields["members"][0]["Family"] = inner;
+  JsonDecodeBinder binder(&reg);
+  std::unique_ptr<Family> group(reg.create<Family>("Family", fields, &binder));
+  EXPECT_EQ(fields, origin(*group));
+  const auto members = group->members;
+  group.reset();
+  fields.clear();
+  EXPECT_EQ(inner, origin(*members[0]));
+  EXPECT_EQ(json(R"({"label": "b"})"), origin(*members[1]));
+  EXPECT_EQ(json(R"({"label": "standing in"})"),
+            origin(*dynamic_cast<Family&>(*members[0]).members[0]));
+}
+
+TEST_F(ClassRegisterTest, ManyLevelsOfObjectsShareWhatTheyWereReadFrom) {
+  Json::Value fields;
+  for (int size = 0; size < 20000; ++size) fields["sizes"].append(size);
+  fields["members"] = Json::Value(Json::arrayValue);
+  for (int depth = 0; depth < 200; ++depth) {
+    Json::Value outer;
+    outer["members"][0]["Family"].swap(fields);
+    fields.swap(outer);
+  }
+  JsonDecodeBinder binder(&reg);
+  const std::size_t before = mallinfo2().uordblks;
+  const std::unique_ptr<Object> group(reg.create("Family", fields, &binder));
+  EXPECT_LT(mallinfo2().uordblks - before, std::size_t{20} << 20);
 }
 
 TEST_F(ClassRegisterTest, AClassWithARecordIsConstructedFromItAndWrittenThroughIt) {

@@ -1,17 +1,20 @@
 #include "cppbind/ObjFactory.h"
 
+#include <boost/make_shared.hpp>
 #include <utility>
 
 namespace cppbind {
 
-ObjFactory::ObjFactory(Json::Value baseProperty) : baseProperty_(std::move(baseProperty)) {}
+ObjFactory::ObjFactory(Json::Value baseProperty)
+    : baseProperty_(boost::make_shared<const Json::Value>(std::move(baseProperty))) {}
 
 ObjFactory::~ObjFactory() = default;
 
-Json::Value ObjFactory::creationRecord(const Json::Value& json) const {
+Json::Value CreationRecord::json() const {
+  if (!originParameter) return Json::Value();
   Json::Value record(Json::objectValue);
-  record["baseProperty"] = baseProperty_;
-  record["originParameter"] = json;
+  record["baseProperty"] = *baseProperty;
+  record["originParameter"] = *originParameter;
   return record;
 }
 

@@ -1,12 +1,52 @@
 #include "cppbind/imp/json_decode_binder.h"
 
 #include <boost/current_function.hpp>
+#include <boost/make_shared.hpp>
+#include <unordered_set>
 
 #include "JsonText.h"
 #include "TextFile.h"
 #include "cppbind/Assert.h"
 
 namespace cppbind {
+
+namespace detail {
+
+struct KeptJson {
+  explicit KeptJson(const Json::Value& json) : whole(json) {}
+
+  // By its address: what is no part of the whole cannot stand there.
+  bool has(const Json::Value& json) {
+    if (objects_.empty()) collectObjects(whole);
+    return objects_.count(&json) > 0;
+  }
+
+  const Json::Value whole;
+
+ private:
+  void collectObjects(const Json::Value& json) {
+    if (json.isObject()) objects_.insert(&json);
+    for (const Json::Value& member : json) collectObjects(member);
+  }
+
+  std::unordered_set<const Json::Value*> objects_;  // once an object is created in another
+};
+
+}  // namespace detail
+
+CreationScope::CreationScope(JsonDecodeBinder& decoder, const Json::Value& json)
+    : decoder_(decoder), before_(decoder.kept_) {
+  if (before_ && before_->has(json)) {
+    json_ = boost::shared_ptr<const Json::Value>(before_, &json);
+    return;
+  }
+  decoder_.kept_ = boost::make_shared<detail::KeptJson>(json);
+  json_ = boost::shared_ptr<const Json::Value>(decoder_.kept_, &decoder_.kept_->whole);
+}
+
+CreationScope::~CreationScope() {
+  decoder_.kept_ = before_;
+}
 
 JsonDecodeBinder& JsonDecodeBinder::from(BinderImpBase* imp) {
   auto* decoder = dynamic_cast<JsonDecodeBinder*>(imp);

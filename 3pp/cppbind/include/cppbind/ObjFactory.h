@@ -3,6 +3,7 @@
 
 #include <json/value.h>
 
+#include <boost/shared_ptr.hpp>
 #include <memory>
 #include <string>
 #include <type_traits>
@@ -37,12 +38,20 @@ class CPPBIND_API ObjFactory {
   const CodeOwner& codeOwner() const { return codeOwner_; }
 
  protected:
-  /// What a created object remembers of its making.
-  Json::Value creationRecord(const Json::Value& json) const;
+  const boost::shared_ptr<const Json::Value>& baseProperty() const { return baseProperty_; }
 
  private:
-  Json::Value baseProperty_;
+  boost::shared_ptr<const Json::Value> baseProperty_;
   CodeOwner codeOwner_ = currentCodeOwner();
+};
+
+/// What a created object remembers of its making, shared with others.
+struct CPPBIND_API CreationRecord {
+  boost::shared_ptr<const Json::Value> baseProperty;
+  boost::shared_ptr<const Json::Value> originParameter;
+
+  /// {"baseProperty", "originParameter"}, or null when there is none.
+  Json::Value json() const;
 };
 
 /// {name: fields}: the form in which JSON names an object's class.
@@ -70,7 +79,7 @@ class ObjWrapperT : private detail::CodeOwnerHolder, public T {
   explicit ObjWrapperT(std::string className, Arguments&&... arguments)
       : T(std::forward<Arguments>(arguments)...), className_(std::move(className)) {}
 
-  void setCreationRecord(Json::Value record) { creationRecord_ = std::move(record); }
+  void setCreationRecord(CreationRecord record) { creationRecord_ = std::move(record); }
   void setConverters(boost::shared_ptr<const ConverterTable> converters) {
     converters_ = std::move(converters);
   }
@@ -81,11 +90,11 @@ class ObjWrapperT : private detail::CodeOwnerHolder, public T {
                            JsonEncodeBinder(converters_).encode(static_cast<const T&>(*this)));
   }
   std::string dumpStr() const override { return className_; }
-  Json::Value getBaiscInfoJson() const override { return creationRecord_; }
+  Json::Value getBaiscInfoJson() const override { return creationRecord_.json(); }
 
  private:
   std::string className_;
-  Json::Value creationRecord_;
+  CreationRecord creationRecord_;
   boost::shared_ptr<const ConverterTable> converters_;
 };
 
@@ -100,8 +109,9 @@ class ObjFactoryT : public ObjFactory {
   Object* create(const std::string& name, const Json::Value& json, BinderImpBase* binder) override {
     JsonDecodeBinder strict;
     JsonDecodeBinder& decoder = binder == nullptr ? strict : JsonDecodeBinder::from(binder);
-    std::unique_ptr<ObjWrapperT<T>> object = read(name, json, decoder);
-    object->setCreationRecord(creationRecord(json));
+    const CreationScope scope(decoder, json);
+    std::unique_ptr<ObjWrapperT<T>> object = read(name, *scope.json(), decoder);
+    object->setCreationRecord({baseProperty(), scope.json()});
     object->setConverters(decoder.converters());
     object->setCodeOwner(codeOwner());
     return object.release();

@@ -15,6 +15,10 @@
 
 namespace cppbind {
 
+namespace detail {
+struct KeptJson;
+}
+
 /// Reads objects from JSON.
 ///
 ///     cppbind::JsonDecodeBinder binder(&reg);
@@ -55,7 +59,31 @@ class CPPBIND_API JsonDecodeBinder : public BinderImpBase {
   };
   NamedFields namedFields(const Json::Value& json, const ClassRegisterBase* reg) const;
 
+  friend class CreationScope;
+  boost::shared_ptr<detail::KeptJson> kept_;  // of the outermost object in the making
   bool acceptUnknownKeys_ = false;
+};
+
+/// For factories: the JSON that an object is read from, kept for as long as the object wants it.
+///
+///     const cppbind::CreationScope scope(decoder, json);
+///     decoder.decode(*scope.json(), object);
+///
+/// The outermost object gets a copy; those created while it is read share that. One copy for each
+/// would take a pipeline file of deep chains to many times its size.
+class CPPBIND_API CreationScope {
+ public:
+  CreationScope(JsonDecodeBinder& decoder, const Json::Value& json);
+  ~CreationScope();
+  CreationScope(const CreationScope&) = delete;
+  CreationScope& operator=(const CreationScope&) = delete;
+
+  const boost::shared_ptr<const Json::Value>& json() const { return json_; }
+
+ private:
+  JsonDecodeBinder& decoder_;
+  boost::shared_ptr<detail::KeptJson> before_;
+  boost::shared_ptr<const Json::Value> json_;
 };
 
 /// The JSON value in the file at `path`. Throws ParseErrorException: "Can not open file [PATH]" for
