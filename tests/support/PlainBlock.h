@@ -1,0 +1,287 @@
+// The plain model of a TimeBlock, and the operations in which the two are compared.
+#pragma once
+
+#include <algorithm>
+#include <stdexcept>
+#include <string>
+#include <type_traits>
+#include <vector>
+
+#include "libvarrow/time/TimeBlock.h"
+#include "libvarrow/time/time_range.h"
+
+namespace test_support {
+
+using boost::gregorian::date;
+using boost::gregorian::days;
+using boost::posix_time::ptime;
+using boost::posix_time::time_duration;
+using libvarrow::time2str;
+using libvarrow::TimeBlock;
+using libvarrow::TimeSlot;
+using Slots = std::vector<TimeSlot>;
+
+/// Thrown where the library ends the process.
+struct Dies {};
+
+inline void require(bool condition) {
+  if (!condition) throw Dies();
+}
+
+inline TimeSlot slotOf(ptime begin, ptime end) {
+  TimeSlot slot;
+  slot.time_begin = begin;
+  slot.time_end = end;
+  return slot;
+}
+
+inline bool isPastMidnight(ptime time) {
+  return time.time_of_day().total_seconds() > 0;
+}
+
+// Of an infinite time, so many that one more or less is no overflow.
+inline long dayCount(const days& difference) {
+  return std::clamp<long>(difference.days(), -1'000'000'000, 1'000'000'000);
+}
+
+// A sum outside the calendar is infinite.
+inline ptime shifted(ptime time, time_duration length) {
+  if (time.is_special() || length.is_special()) return time + length;
+  const ptime earliest(boost::date_time::min_date_time), latest(boost::date_time::max_date_time);
+  if (latest - time < length) return boost::date_time::pos_infin;
+  return length < earliest - time ? ptime(boost::date_time::neg_infin) : time + length;
+}
+
+// The operations of a block, each as one plain walk over all of its slots: what the library's
+// faster ways must agree with, whatever the slots are.
+struct PlainBlock {
+  Slots slots;
+  const Slots& getBlocks() const { return slots; }
+
+  void addTimeBlock(ptime begin, ptime end) {
+    if (end < begin) throw std::runtime_error(time2str(begin) + time2str(end));
+    if (end == begin) return;
+    const auto found =
+        std::lower_bound(slots.begin(), slots.end(), begin, TimeSlot::CompareByTimeEnd);
+    const auto index = static_cast<std::size_t>(found - slots.begin());
+    require(index == 0 || slots[index - 1].time_end < begin);
+    require(index == slots.size() || slots[index].time_end >= begin);
+    slots.insert(found, slotOf(begin, end));
+    while (index + 1 < slots.size()) {
+      const TimeSlot current = slots[index];
+      TimeSlot& next = slots[index + 1];
+      if (current.time_end < next.time_begin) break;
+      next.time_begin = std::min(next.time_begin, current.time_begin);
+      next.time_end = std::max(next.time_end, current.time_end);
+      slots.erase(slots.begin() + static_cast<std::ptrdiff_t>(index));
+    }
+  }
+
+  void removeTimeBlock(ptime start, ptime end) {
+    require(start <= end);
+    Slots rest;
+    for (const auto& [b, e] : slots) {
+      if (!(b < end && start < e)) {
+        rest.push_back(slotOf(b, e));
+        continue;
+      }
+      if (b < start) rest.push_back(slotOf(b, start));
+      if (end < e) rest.push_back(slotOf(end, e));
+    }
+    slots = rest;
+  }
+
+  bool hasIntersection(ptime start, ptime end) const {
+    for (const auto& [b, e] : slots) {
+      require(b <= e && start <= end);
+      if (b < end && start < e) return true;
+    }
+    return false;
+  }
+
+  bool overlap(ptime start, ptime end) const {
+    require(start <= end && !slots.empty());
+    if (slots.front().time_begin >= end || start >= slots.back().time_end) return false;
+    return std::any_of(slots.begin(), slots.end(), [&](const TimeSlot& slot) {
+      return start < slot.time_end && slot.time_begin < end;
+    });
+  }
+
+  PlainBlock intersection(ptime start, ptime end) const {
+    PlainBlock result;
+    if (!hasIntersection(start, end)) return result;
+    for (const auto& [b, e] : slots) {
+      require(b <= e);
+      if (b < end && start < e) result.addTimeBlock(std::max(start, b), std::min(e, end));
+    }
+    return result;
+  }
+
+  bool haveBlock(ptime start, ptime end) const {
+    require(start <= end);
+    return std::any_of(slots.begin(), slots.end(), [&](const TimeSlot& slot) {
+      return slot.time_begin <= start && end <= slot.time_end;
+    });
+  }
+
+  bool haveBlock(ptime start, ptime end, time_duration length) const {
+    return std::any_of(slots.begin(), slots.end(), [&](const TimeSlot& slot) {
+      const ptime lo = std::max(start, slot.time_begin);
+      const ptime hi = std::min(slot.time_end, end);
+      return !(hi < lo) && !(hi - lo < length);
+    });
+  }
+
+  time_duration getTotalDur() const {
+    time_duration sum;
+    for (const TimeSlot& slot : slots) sum += slot.dur();
+    return sum;
+  }
+
+  time_duration getTotalDur(ptime start, ptime end) const {
+    require(start < end);
+    time_duration sum;
+    auto slot = std::lower_bound(slots.begin(), slots.end(), start, TimeSlot::CompareByTimeEnd);
+    for (; slot != slots.end() && !(end < slot->time_begin); ++slot) {
+      const ptime x = std::max(slot->time_begin, start);
+      const ptime y = std::min(slot->time_end, end);
+      require(x <= y);
+      sum += y - x;
+    }
+    return sum;
+  }
+
+  bool haveCompleteDays(ptime start, ptime end, int count) const {
+    return std::any_of(slots.begin(), slots.end(), [&](const TimeSlot& slot) {
+      const ptime lo = std::max(start, slot.time_begin);
+      const ptime hi = std::min(slot.time_end, end);
+      return count <= dayCount(hi.date() - lo.date()) - (isPastMidnight(lo) ? 1 : 0);
+    });
+  }
+
+  std::vector<bool> getInvolveStatus(date from, date to) const {
+    std::vector<bool> flags(static_cast<std::size_t>((to - from).days() + 1));
+    for (const auto& [b, e] : slots) {
+      require(b.date() <= e.date());
+      for (date day = from; day <= to; day += days(1)) {
+        if (b.date() <= day && day <= e.date()) {
+          flags[static_cast<std::size_t>((day - from).days())] = true;
+        }
+      }
+    }
+    return flags;
+  }
+
+  std::vector<bool> getFullDayInvolveStatus(date from, date to) const {
+    const long count = (to - from).days() + 1;
+    std::vector<bool> flags(static_cast<std::size_t>(count));
+    for (const auto& [b, e] : slots) {
+      const long first = dayCount(b.date() - from) + (isPastMidnight(b) ? 1 : 0);
+      const long last = dayCount(e.date() - from);
+      if (!(first < last)) continue;
+      if (first >= count) break;
+      for (long i = std::max(first, 0L); i < std::min(last, count); ++i) {
+        flags[static_cast<std::size_t>(i)] = true;
+      }
+    }
+    return flags;
+  }
+
+  PlainBlock getBlockAtPos4Dur(ptime pos, time_duration length) const {
+    PlainBlock result;
+    auto slot = std::lower_bound(slots.begin(), slots.end(), pos, TimeSlot::CompareByTimeEnd);
+    if (slot != slots.end() && length == time_duration()) {
+      result.addTimeBlock(pos, shifted(pos, boost::posix_time::microseconds(1)));
+      return result;
+    }
+    for (; slot != slots.end(); ++slot) {
+      if (length == time_duration()) return result;
+      const ptime lo = std::max(pos, slot->time_begin);
+      pos = std::min(shifted(lo, length), slot->time_end);
+      result.addTimeBlock(lo, pos);
+      length -= pos - lo;
+    }
+    return {};
+  }
+
+  PlainBlock getBlockAtPos4DurByEnd(ptime pos, time_duration length) const {
+    PlainBlock result;
+    auto slot = std::lower_bound(slots.begin(), slots.end(), pos, TimeSlot::CompareByTimeEnd);
+    if (slot == slots.begin()) return result;
+    ptime hi = std::min((--slot)->time_end, pos);
+    while (true) {
+      const ptime lo = shifted(hi, -length);
+      if (slot->time_begin <= lo) {
+        result.addTimeBlock(lo, hi);
+        return result;
+      }
+      result.addTimeBlock(slot->time_begin, hi);
+      if (slot == slots.begin()) return {};
+      length -= hi - slot->time_begin;
+      hi = (--slot)->time_end;
+    }
+  }
+
+  void addTimeBlocks(const PlainBlock& others) {
+    for (const auto& [b, e] : others.slots) addTimeBlock(b, e);
+  }
+  void removeTimeBlock(const PlainBlock& others) {
+    for (const auto& [b, e] : others.slots) removeTimeBlock(b, e);
+  }
+};
+
+template <class Block>
+inline std::string text(const Block& block) {
+  std::string text = "{" + TimeBlock(block.getBlocks()).dumpAsString() + "}";
+  std::replace(text.begin(), text.end(), '\n', ' ');
+  return text;
+}
+inline std::string text(const time_duration& duration) {
+  return time2str(duration);
+}
+inline std::string text(const std::vector<bool>& flags) {
+  std::string text;
+  for (const bool flag : flags) text += flag ? '1' : '0';
+  return text;
+}
+inline std::string text(bool value) {
+  return value ? "yes" : "no";
+}
+
+/// What the operations of a block are asked with.
+struct BlockArguments {
+  Slots others;
+  ptime from, to;
+  time_duration length;
+  date day, lastDay;
+  int dayCount = 0;
+};
+
+/// Calls `compare(name, query)` for every operation; query(block) asks or changes a PlainBlock and
+/// a TimeBlock alike, and returns the answer, or the changed block itself.
+template <class Compare>
+void forEachBlockOperation(const BlockArguments& a, Compare compare) {
+  const auto change = [&](const char* what, auto make) {
+    compare(
+        what, [&](auto& b) -> auto& { return make(b), b; });
+  };
+  const auto another = [&](const auto& like) { return std::decay_t<decltype(like)>{a.others}; };
+  change("add", [&](auto& b) { b.addTimeBlock(a.from, a.to); });
+  change("remove", [&](auto& b) { b.removeTimeBlock(a.from, a.to); });
+  change("add many", [&](auto& b) { b.addTimeBlocks(another(b)); });
+  change("remove many", [&](auto& b) { b.removeTimeBlock(another(b)); });
+  compare("hasIntersection", [&](auto& b) { return b.hasIntersection(a.from, a.to); });
+  compare("overlap", [&](auto& b) { return b.overlap(a.from, a.to); });
+  compare("intersection", [&](auto& b) { return b.intersection(a.from, a.to); });
+  compare("haveBlock", [&](auto& b) { return b.haveBlock(a.from, a.to); });
+  compare("haveBlock for", [&](auto& b) { return b.haveBlock(a.from, a.to, a.length); });
+  compare("getTotalDur", [&](auto& b) { return b.getTotalDur(); });
+  compare("getTotalDur in", [&](auto& b) { return b.getTotalDur(a.from, a.to); });
+  compare("complete days", [&](auto& b) { return b.haveCompleteDays(a.from, a.to, a.dayCount); });
+  compare("touched days", [&](auto& b) { return b.getInvolveStatus(a.day, a.lastDay); });
+  compare("full days", [&](auto& b) { return b.getFullDayInvolveStatus(a.day, a.lastDay); });
+  compare("after", [&](auto& b) { return b.getBlockAtPos4Dur(a.from, a.length); });
+  compare("before", [&](auto& b) { return b.getBlockAtPos4DurByEnd(a.from, a.length); });
+}
+
+}  // namespace test_support
