@@ -1,0 +1,65 @@
+// Any bytes as text, file names and directories.
+#include <boost/filesystem/operations.hpp>
+
+#include "harness.h"
+#include "libvarrow/json/json.h"
+#include "libvarrow/utility/DirCreator.h"
+#include "libvarrow/utility/UTFConverter.h"
+#include "libvarrow/utility/file_name.h"
+#include "libvarrow/utility/text.h"
+
+namespace {
+
+using namespace libvarrow;
+
+void convertText(const std::string& text) {
+  const std::string valid = utility::toUtf8(text);
+  fuzz::requireSame(valid, utility::toUtf8(valid), "valid UTF-8 stays");
+  fuzz::requireSame(utility::fromUtf8(text), valid, "both ways drop the same");
+  const std::string file = fuzz::scratch("text.txt");
+  utility::writeFileForUTF8(file, text);
+  fuzz::requireSame(utility::readUTF8File(file), valid, "through a file");
+  std::string prefixed = PrefixOnEachLine("\n", text);
+  fuzz::require(prefixed.size() >= text.size(), "prefixed lines");
+}
+
+void adjustName(const std::string& text) {
+  std::string name = text;
+  utility::adjustFileName(name);
+  fuzz::require(!name.empty() && name.front() == '/', "absolute");
+  const std::string extension = boost::filesystem::path(text).extension().string();
+  const std::string file = name.substr(name.rfind('/') + 1);
+  fuzz::require(file.size() <= std::max<std::size_t>(255, extension.size()), "file name fits");
+  // A null character ends an extension, of "x." a cut may leave the directory itself, and "//x" is
+  // a host's name to the file system library.
+  if (text.find('\0') != std::string::npos || name.back() == '.') return;
+  if (text.compare(0, 2, "//") == 0) return;
+  std::string again = name;
+  utility::adjustFileName(again);
+  fuzz::requireSame(name, again, "adjusted twice");
+}
+
+// Parent directories are kept out: they lead out of the scratch directory.
+void createDirectory(const std::string& text) {
+  if (text.find("..") != std::string::npos) return;
+  const std::string top = fuzz::scratch("made");
+  const std::string directory = top + "/" + text;
+  const DirCreator folder(directory, true);
+  const DirCreator parent(directory + "/file", false);
+  const boost::filesystem::path path(directory);
+  const bool isPossible =
+      text.find('\0') == std::string::npos && directory.size() < 4000 &&
+      std::all_of(path.begin(), path.end(), [](const auto& name) { return name.size() <= 255; });
+  fuzz::require(!isPossible || boost::filesystem::is_directory(path), "directory made");
+  fuzz::require(utility::removeIfExist(top) && !boost::filesystem::exists(top), "removed");
+}
+
+}  // namespace
+
+int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  const std::string text = fuzz::textOf(data, size);
+  convertText(text);
+  adjustName(text);
+  createDirectory(text);
+  return 0;
+}
