@@ -1,0 +1,168 @@
+// Reads an order from JSON and writes it back: every kind of field, once.
+#include <cppbind/ClassRegister.h>
+#include <cppbind/imp/binder.h>
+#include <libvarrow/json/json.h>
+
+#include <boost/date_time/posix_time/posix_time.hpp>
+#include <boost/filesystem/operations.hpp>
+#include <iostream>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace {
+
+using boost::posix_time::ptime;
+using boost::posix_time::time_duration;
+
+// [struct]
+struct Operation {
+  int machine = 0;
+  time_duration work;
+  double efficiency = 1;
+
+  void setBind(cppbind::Binder* binder, bool bindFields) {
+    if (!bindFields) return;
+    binder->bind("machine", machine);             // required
+    binder->bind("work", work);                   // "01:30:00"
+    binder->bind("efficiency", efficiency, 1.0);  // 1 when it is missing or null
+  }
+};
+// [/struct]
+
+// [classes]
+// What an order is packed in: classes that JSON names.
+class Packing : public cppbind::Object {
+ public:
+  virtual int weight() const = 0;
+};
+
+class Box : public Packing {
+ public:
+  void setBind(cppbind::Binder* binder, bool bindFields) {
+    if (!bindFields) return;
+    binder->bind("weight", weight_);
+    // What no type can say is said here, with the key as the error's place.
+    if (binder->isReading() && weight_ <= 0) {
+      throw cppbind::ParseErrorException("weight", std::to_string(weight_) + " is not positive");
+    }
+  }
+  int weight() const override { return weight_; }
+
+ private:
+  int weight_ = 0;
+};
+// [/classes]
+
+// [record]
+// A class that is constructed from what was read, and so never half made.
+class Pallet : public Packing {
+ public:
+  struct Data4Bind {
+    std::vector<boost::shared_ptr<Packing>> load;
+    void setBind(cppbind::Binder* binder, bool bindFields) {
+      if (bindFields) binder->bind("load", load);
+    }
+  };
+
+  explicit Pallet(const Data4Bind& record) : record_(record) {}
+  const Data4Bind& getData4Bind() const { return record_; }  // for writing
+
+  int weight() const override {
+    int sum = 25;
+    for (const auto& packing : record_.load) sum += packing->weight();
+    return sum;
+  }
+
+ private:
+  const Data4Bind record_;
+};
+// [/record]
+
+enum class Priority { Normal, Urgent };
+
+}  // namespace
+
+// [codec]
+// A kind of field of one's own: one specialisation, in a header beside the type.
+template <>
+struct cppbind::FieldCodec<Priority> {
+  static void read(JsonDecodeBinder& decoder, const Json::Value& json, Priority& field) {
+    std::string name;
+    FieldCodec<std::string>::read(decoder, json, name);
+    if (name != "normal" && name != "urgent") {
+      throw ParseErrorException("\"" + name + "\" is neither \"normal\" nor \"urgent\"");
+    }
+    field = name == "urgent" ? Priority::Urgent : Priority::Normal;
+  }
+  static void write(JsonEncodeBinder&, const Priority& field, Json::Value& json) {
+    json = field == Priority::Urgent ? "urgent" : "normal";
+  }
+};
+// [/codec]
+
+namespace {
+
+// [order]
+struct Order {
+  std::string name;
+  ptime due;
+  boost::gregorian::date ordered;
+  Priority priority = Priority::Normal;
+  std::set<std::string> tags;
+  std::vector<Operation> operations;
+  boost::shared_ptr<Packing> packing;
+
+  void setBind(cppbind::Binder* binder, bool bindFields) {
+    if (!bindFields) return;
+    binder->bind("name", name);
+    binder->bind("due", due);
+    binder->bind("ordered", ordered, boost::gregorian::date(2024, 1, 1));
+    binder->bind("priority", priority, Priority::Normal);
+    binder->bind("tags", tags, {});
+    binder->bind("operations", operations);
+    binder->bind("packing", packing);
+  }
+};
+// [/order]
+
+// The text, or the file of that name.
+Json::Value jsonIn(const std::string& argument) {
+  if (boost::filesystem::exists(argument)) return cppbind::readJsonFile(argument);
+  return libvarrow::Str2Json(argument);
+}
+
+// [read]
+Order readOrder(const Json::Value& json) {
+  cppbind::ClassRegister classes;  // for the classes that JSON names
+  classes.regClass<Box>("Box");
+  classes.regClass<Pallet>("Pallet");
+  cppbind::JsonDecodeBinder binder(&classes);
+  Order order;
+  binder.decode(json, order);
+  return order;
+}
+
+std::string textOf(const Order& order) {
+  return libvarrow::Json2Str(cppbind::JsonEncodeBinder().encode(order));
+}
+// [/read]
+
+}  // namespace
+
+int main(int, char** argv) {
+  // [errors]
+  try {
+    const Order order = readOrder(jsonIn(argv[1]));
+    std::cout << textOf(order) << "weight " << order.packing->weight() << '\n';
+    return 0;
+  } catch (const cppbind::ClassMissRegException& error) {  // the narrower type first
+    std::cerr << error.what() << "; did its plug-in load?\n";
+  } catch (const cppbind::ParseErrorException& error) {
+    std::cerr << "at \"" << error.pathText() << "\": " << error.message() << '\n';
+  } catch (const std::exception& error) {
+    std::cerr << error.what() << '\n';
+  }
+  return 1;
+  // [/errors]
+}

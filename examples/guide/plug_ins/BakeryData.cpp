@@ -1,0 +1,3 @@
+#include "BakeryData.h"
+
+BakeryData::~BakeryData() = default;

@@ -1,0 +1,31 @@
+// A plug-in: one module for the bakery.
+#include <libvarrow/module/Module.h>
+#include <libvarrow/utility/RegistersManager.h>
+
+#include <boost/dll/alias.hpp>
+
+#include "BakeryData.h"
+
+namespace {
+
+class Ice : public libvarrow::Module {
+ public:
+  void setBind(cppbind::Binder* binder, bool bindFields) {
+    if (bindFields) binder->bind("flavour", flavour_, "vanilla");
+  }
+  void processImp(libvarrow::ModuleData* data) override {
+    dynamic_cast<BakeryData&>(*data).steps.push_back("ice with " + flavour_);
+  }
+
+ private:
+  std::string flavour_;
+};
+
+void registerClasses() {
+  libvarrow::RegistersManager::createRegister(kBakeryModules)->regClass<Ice>("Ice");
+}
+
+}  // namespace
+
+// Called once, right after loading. The alias is what the host looks for.
+BOOST_DLL_ALIAS(registerClasses, initModule)
