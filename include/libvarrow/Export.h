@@ -3,6 +3,8 @@
 
 #include "cppbind/Export.h"
 
+/// Marks what the shared library exports.
 #define LIBVARROW_API CPPBIND_API
+/// CPPBIND_PRINTF_LIKE.
 #define LIBVARROW_PRINTF_LIKE(formatIndex, firstArgument) \
   CPPBIND_PRINTF_LIKE(formatIndex, firstArgument)

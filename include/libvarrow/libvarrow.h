@@ -50,3 +50,16 @@
 #include "libvarrow/xrule/RuleResult.h"
 #include "libvarrow/xrule/RuleValidatorReason.h"
 #include "libvarrow/xrule/ValidatorReason.h"
+
+/// @namespace libvarrow
+/// The frame (pipelines, statistics, logs, failure) and the vocabulary (calendars, rules,
+/// plug-ins).
+
+/// @namespace libvarrow::logging
+/// What the logging macros call.
+
+/// @namespace libvarrow::utility
+/// Text and files; and the names of ::utility.
+
+/// @namespace utility
+/// Pieces of capacity, as scheduling algorithms cut them up.

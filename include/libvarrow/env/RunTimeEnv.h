@@ -16,6 +16,7 @@ namespace libvarrow {
 /// Throws boost::filesystem::filesystem_error when there is no current directory any more.
 class LIBVARROW_API RunTimeEnv {
  public:
+  /// The environment, made by the first call; there until the process ends.
   static RunTimeEnv& instance();
 
   virtual ~RunTimeEnv();

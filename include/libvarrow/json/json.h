@@ -29,9 +29,8 @@ LIBVARROW_API std::string readUTF8File(std::string path);
 
 /// Writes `text` (in the program's narrow encoding) as UTF-8. A relative `path` is taken from the
 /// directory that was current when the process started (those of statistics files from the current
-/// one); missing directories are made, and one that
-/// cannot be is logged at ERROR and throws std::runtime_error. A file that cannot be opened or
-/// written fails silently.
+/// one); missing directories are made, and one that cannot be is logged at ERROR and throws
+/// std::runtime_error. A file that cannot be opened or written fails silently.
 LIBVARROW_API void writeFileForUTF8(const std::string& path, const std::string& text);
 /// A literal is text, not a JSON string.
 LIBVARROW_API void writeFileForUTF8(const std::string& path, const char* text);

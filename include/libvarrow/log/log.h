@@ -26,6 +26,7 @@ LIBVARROW_API void unRegisterLogInitedHandler(const boost::function<void()>& han
 
 namespace libvarrow::logging {
 
+/// The root logger's levels, in rising order.
 enum class Level { Debug, Info, Warn, Error };
 
 /// Whether the root logger takes messages of `level` now. Thread safe.
@@ -49,7 +50,10 @@ LIBVARROW_API void write(Level level, const char* file, int line, const char* fu
                                   "" __VA_ARGS__);                                   \
     }                                                                                \
   } while (false)
+///@{
+/// LIBVARROW_LOG at that level. Arguments are evaluated only when the root logger takes it.
 #define LIBVARROW_LOG_DEBUG(...) LIBVARROW_LOG(::libvarrow::logging::Level::Debug, __VA_ARGS__)
 #define LIBVARROW_LOG_INFO(...) LIBVARROW_LOG(::libvarrow::logging::Level::Info, __VA_ARGS__)
 #define LIBVARROW_LOG_WARN(...) LIBVARROW_LOG(::libvarrow::logging::Level::Warn, __VA_ARGS__)
 #define LIBVARROW_LOG_ERROR(...) LIBVARROW_LOG(::libvarrow::logging::Level::Error, __VA_ARGS__)
+///@}

@@ -11,14 +11,18 @@ namespace libvarrow {
 /// Profiles its scope into a file. No profiler is wired in: nothing is recorded or written.
 class LIBVARROW_API CPUProfiler {
  public:
+  /// `path`: the file of the profile.
   explicit CPUProfiler(std::string path);
+  /// A copy records nothing either.
   CPUProfiler(const CPUProfiler&);
+  /// Changes nothing.
   CPUProfiler& operator=(const CPUProfiler&);
   virtual ~CPUProfiler();
 
  protected:
-  // For a profiler behind this class, so that only one runs at a time.
+  /// For a profiler behind this class, so that only one runs at a time: guards running_profiler.
   static boost::mutex mutex;
+  /// Null: none runs.
   static CPUProfiler* running_profiler;
 };
 

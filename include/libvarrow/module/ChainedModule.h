@@ -19,6 +19,7 @@ class LIBVARROW_API ChainedModule : public Module {
  public:
   /// What a pipeline file says of a chain.
   struct LIBVARROW_API Data4Bind {
+    /// In the order in which they run.
     std::vector<boost::shared_ptr<Module>> modules;
 
     /// Key "modules". Reading appends to the modules there are, all or none of them.
@@ -29,8 +30,9 @@ class LIBVARROW_API ChainedModule : public Module {
   /// Shares the modules of `record`.
   explicit ChainedModule(const Data4Bind& record) : record_(record) {}
 
-  /// `module` must not be null; that is not checked.
+  /// Appends. `module` must not be null; that is not checked.
   void addModule(boost::shared_ptr<Module> module);
+  /// The chain's modules, as it is written back.
   const Data4Bind& getData4Bind() const { return record_; }
 
   /// Null; a chain that was created by name writes itself back instead.

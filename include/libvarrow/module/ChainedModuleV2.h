@@ -18,7 +18,9 @@ class LIBVARROW_API ChainedModuleV2 : public Module {
   /// Reading appends to the modules there are.
   void setBind(cppbind::Binder* binder, bool bindFields);
 
+  /// Appends; a module may add to the chain that runs it.
   void addModule(boost::shared_ptr<Module> module);
+  /// In the order in which they run.
   const std::vector<boost::shared_ptr<Module>>& getModules() const { return modules_; }
 
   /// Null; a chain that was created by name writes itself back instead.

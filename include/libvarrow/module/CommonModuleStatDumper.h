@@ -16,6 +16,7 @@ namespace libvarrow {
 /// In JSON: {"CommonModuleStatDumper": {"file": "stat.json"}}.
 class LIBVARROW_API CommonModuleStatDumper : public Module {
  public:
+  /// What a pipeline file says of it.
   struct LIBVARROW_API Data4Bind {
     std::string file;  ///< where to write; as CommonStatistics::dumpToFile takes it
 
@@ -23,8 +24,10 @@ class LIBVARROW_API CommonModuleStatDumper : public Module {
     void setBind(cppbind::Binder* binder, bool bindFields);
   };
 
+  /// Copies `record`.
   explicit CommonModuleStatDumper(const Data4Bind& record) : record_(record) {}
 
+  /// A copy of the record.
   Data4Bind getData4Bind() const { return record_; }
 
   void processImp(ModuleData* data) override;

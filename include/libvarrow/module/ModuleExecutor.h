@@ -36,6 +36,7 @@ class LIBVARROW_API ModuleExecutor {
   /// then tells which one it was: "run/1_ChainedModule/0_Dispatch/".
   void process(ModuleData* data) const;
 
+  /// The chain; null after the executor was moved from.
   const boost::shared_ptr<Module>& mainModule() const { return mainModule_; }
 
  private:

@@ -28,11 +28,14 @@ namespace libvarrow {
 /// layout ends the process, as said below. Not thread safe.
 class LIBVARROW_API ModuleLoader {
  public:
+  /// Name to module.
   using NamedModules = std::map<std::string, boost::shared_ptr<Module>>;
 
   ModuleLoader();
 
+  /// What the loads create from; the loader's own.
   cppbind::ClassRegister& classRegister() { return classRegister_; }
+  /// Those of the last load that had any.
   const NamedModules& namedModules() const { return named_modules; }
   /// Null until a load sets it.
   const boost::shared_ptr<Module>& mainModule() const { return mainModule_; }

@@ -22,9 +22,12 @@ struct alignas(64) CacheLineAligned {};
 /// other down.
 class LIBVARROW_API CountStatistics : public CommonStatistics, private detail::CacheLineAligned {
  public:
+  /// Starts at `initial`.
   explicit CountStatistics(std::int64_t initial = 0) : count_(initial) {}
 
+  /// One more.
   void inc() { inc(1); }
+  /// `n` more; past 2^63 - 1 the count wraps around.
   void inc(std::uint64_t n) {
     count_.fetch_add(static_cast<std::int64_t>(n), std::memory_order_relaxed);
   }
@@ -32,6 +35,7 @@ class LIBVARROW_API CountStatistics : public CommonStatistics, private detail::C
   Json::Value toJsonValue4Bind() const override;
 
  protected:
+  /// The count now.
   std::int64_t count() const { return count_.load(std::memory_order_relaxed); }
 
  private:

@@ -12,8 +12,10 @@ class LIBVARROW_API JsonStatistics : public CommonStatistics {
  public:
   /// A null pointer gives a JSON null.
   explicit JsonStatistics(const Json::Value* value = nullptr);
+  /// Copies `value`.
   explicit JsonStatistics(const Json::Value& value);
 
+  /// Replaces the value by a copy of `value`.
   void setJsonValue(const Json::Value& value) { value_ = value; }
 
   Json::Value toJsonValue4Bind() const override;

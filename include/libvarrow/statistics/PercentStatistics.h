@@ -12,11 +12,13 @@ namespace libvarrow {
 /// six significant digits; a total of 0 gives "inf", "nan" or "-nan".
 class LIBVARROW_API PercentStatistics : public CountStatistics {
  public:
+  /// Starts at 0 of `total`.
   explicit PercentStatistics(std::uint64_t total) : total_(total) {}
 
   Json::Value toJsonValue4Bind() const override;
 
  protected:
+  /// What 100 % are.
   std::uint64_t total() const { return total_; }
 
  private:

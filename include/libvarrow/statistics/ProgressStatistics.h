@@ -33,6 +33,7 @@ class LIBVARROW_API ProgressStatistics : public CommonStatistics {
 ///     };
 class LIBVARROW_API SimpleProgressStatistics : public PercentStatistics {
  public:
+  /// `total`: how many steps there are.
   explicit SimpleProgressStatistics(std::uint64_t total) : PercentStatistics(total) {}
   ~SimpleProgressStatistics() override;
 

@@ -35,24 +35,32 @@ namespace libvarrow {
 ///     rows->inc();
 class LIBVARROW_API StatisticsContainer : public CommonStatistics {
  public:
+  ///@{
+  /// `name`: the key it is rendered under.
   explicit StatisticsContainer(const char* name);
   explicit StatisticsContainer(std::string name);
+  ///@}
   /// Destroys every statistic in it.
   ~StatisticsContainer() override;
 
+  /// The key it is rendered under.
   const std::string& name() const { return name_; }
 
   /// Appends `stat` and takes ownership, also when it throws. Do not add one statistic twice. A
   /// null pointer is taken and rendered as null.
   void addStat(const std::string& name, CommonStatistics* stat);
 
+  ///@{
+  /// Appends a new statistic, made from what follows its name.
   CountStatistics* getCountStatistics(const std::string& name, std::int64_t initial = 0);
   PercentStatistics* getPercentStatistics(const std::string& name, std::uint64_t total);
   DistributionStatistics* getDistributionStatistics(const std::string& name);
   JsonStatistics* getJsonStatistics(const std::string& name, const Json::Value* value = nullptr);
   JsonStatistics* getJsonStatistics(const std::string& name, const Json::Value& value);
+  ///@}
   /// An empty `name` becomes this container's name followed by "Time_Dur".
   TimeStatistics* getTimeStatistics(std::string name);
+  /// Appends a new child container, rendered under its own name.
   StatisticsContainer* getStatisticsContainer(const std::string& name);
 
   /// Moves all entries of `other` (not null) behind this container's own. Only this container is

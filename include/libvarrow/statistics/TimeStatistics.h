@@ -19,6 +19,7 @@ class LIBVARROW_API TimeStatistics : public CommonStatistics {
  public:
   TimeStatistics() = default;
 
+  /// Appends `t`, whatever came before it.
   void appendTime(boost::posix_time::ptime t);
   /// Appends the local time now, to the microsecond.
   void appendCurrentLocalTime();

@@ -12,6 +12,7 @@ namespace libvarrow {
 /// A directory that cannot be made is logged; a file that cannot be opened is a failed stream.
 class LIBVARROW_API AutoCreateDirFileStream : public std::ofstream {
  public:
+  /// `path` is in the narrow encoding; a relative one is taken from the current directory.
   explicit AutoCreateDirFileStream(const std::string& path);
 };
 

@@ -17,10 +17,13 @@ namespace libvarrow {
 ///     file << line.str();
 class LIBVARROW_API FastStringStream {
  public:
+  ///@{
   /// The character itself.
   FastStringStream& operator<<(char value);
   FastStringStream& operator<<(signed char value);
   FastStringStream& operator<<(unsigned char value);
+  ///@}
+  ///@{
   /// Decimal digits.
   FastStringStream& operator<<(int value);
   FastStringStream& operator<<(unsigned int value);
@@ -28,27 +31,35 @@ class LIBVARROW_API FastStringStream {
   FastStringStream& operator<<(unsigned long value);
   FastStringStream& operator<<(long long value);
   FastStringStream& operator<<(unsigned long long value);
+  ///@}
+  ///@{
   /// So many significant digits (9, 17, 21) that the text reads back to the same value; "inf",
   /// "-inf", "nan" or "-nan".
   FastStringStream& operator<<(float value);
   FastStringStream& operator<<(double value);
   FastStringStream& operator<<(long double value);
+  ///@}
   /// The characters up to the terminating zero; not null.
   FastStringStream& operator<<(const char* value);
+  /// All its characters, zeros included.
   FastStringStream& operator<<(const std::string& value);
   /// "true" or "false".
   FastStringStream& operator<<(bool value);
+  ///@{
   /// time2str of the value.
   FastStringStream& operator<<(const boost::gregorian::date& value);
   FastStringStream& operator<<(const boost::posix_time::ptime& value);
   FastStringStream& operator<<(const boost::posix_time::time_duration& value);
+  ///@}
   /// Other pointers would pass as bool.
   template <class T, class = std::enable_if_t<!std::is_same_v<std::remove_cv_t<T>, char>>>
   FastStringStream& operator<<(T* value) = delete;
 
+  ///@{
   /// The text built so far; the caller may change it.
   std::string& str() { return text_; }
   const std::string& str() const { return text_; }
+  ///@}
 
  private:
   std::string text_;

@@ -14,11 +14,13 @@ namespace libvarrow {
 ///     out << indent << "machine\n" << indent.addIndent(2) << "slot\n";
 class LIBVARROW_API StringIndent {
  public:
+  /// `count` times `fill`.
   explicit StringIndent(std::size_t count = 0, char fill = ' ') : text_(count, fill), fill_(fill) {}
 
   /// A copy that is `count` fill characters longer.
   StringIndent addIndent(std::size_t count) const;
 
+  /// Writes the fill characters.
   LIBVARROW_API friend std::ostream& operator<<(std::ostream& out, const StringIndent& indent);
 
  private:

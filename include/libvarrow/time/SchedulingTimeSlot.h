@@ -34,6 +34,7 @@ class LIBVARROW_API TimeSlot {
  public:
   /// Only Frozen has a name in JSON, "frozen". The others are the host's.
   enum class Tag : std::size_t { Host0 = 0, Host1 = 1, Frozen = 2 };
+  /// How many tags there are.
   static constexpr std::size_t kTagCount = 3;
 
   /// Times not-a-date-time, block count 1, usable, not locked, no shift, tags or origin.
@@ -52,30 +53,50 @@ class LIBVARROW_API TimeSlot {
 
   // ---- Fields. Setters store what they are given, unchecked.
 
+  ///@{
+  /// Where the slot begins and ends; setting one does not look at the other.
   boost::posix_time::ptime const& getBeginTime() const { return begin_time_; }
   void setBeginTime(boost::posix_time::ptime const& begin) { begin_time_ = begin; }
   boost::posix_time::ptime const& getEndTime() const { return end_time_; }
   void setEndTime(boost::posix_time::ptime const& end) { end_time_ = end; }
-  /// Capacity blocks that the slot offers.
+  ///@}
+  ///@{
+  /// Capacity blocks that the slot offers, fractions included.
   float getBlockCount() const { return blockCount_; }
   void setBlockCount(float blockCount) { blockCount_ = blockCount; }
+  ///@}
+  ///@{
+  /// A locked slot has no duration (getDur), whatever its times.
   bool isLocked() const { return locked_; }
   void setLocked(bool locked) { locked_ = locked; }
+  ///@}
+  ///@{
   /// True: the slot is usable capacity.
   bool isRest() const { return rest_; }
   void setRest(bool rest) { rest_ = rest; }
-  /// Name of the shift; may be null.
+  ///@}
+  ///@{
+  /// Name of the shift; shared with the copies of the slot; may be null.
   boost::shared_ptr<std::string> const& getShift() const { return shift_; }
   void setShift(boost::shared_ptr<std::string> shift);
+  ///@}
+  ///@{
+  /// The length of the shift, for the host to use.
   boost::posix_time::time_duration const& getShiftDur() const { return shiftDur_; }
   void setShiftDur(boost::posix_time::time_duration const& shiftDur) { shiftDur_ = shiftDur; }
+  ///@}
+  ///@{
   /// The slot this one was cut from, as the host sets it; may be null. newFromThis copies it.
   boost::shared_ptr<TimeSlot> const& getOriginalSlot() const { return originalSlot_; }
   void setOriginalSlot(boost::shared_ptr<TimeSlot> originalSlot);
+  ///@}
+  /// All tags, by their values.
   std::bitset<kTagCount> const& getTags() const { return tags_; }
-  /// Both throw std::out_of_range for a value that is no Tag.
+  ///@{
+  /// One tag. Both throw std::out_of_range for a value that is no Tag.
   bool getTag(Tag tag) const;
   void setTag(Tag tag, bool value);
+  ///@}
 
   // ---- What the slot offers
 
@@ -123,6 +144,7 @@ class LIBVARROW_API TimeSlot {
 
   /// By begin, then by end.
   bool operator<(TimeSlot const& other) const;
+  /// The same order, for algorithms.
   static bool compareLess(TimeSlot const& a, TimeSlot const& b) { return a < b; }
 
   /// "[2024-03-05 08:00:00,2024-03-05 12:00:00], block count:1.000000, dur:04:00:00,
@@ -138,6 +160,7 @@ class LIBVARROW_API TimeSlot {
   void setBind(cppbind::Binder* binder, bool bindFields);
 
  protected:
+  /// For slots that a derived class makes from others.
   void copyTags(TimeSlot const& other) { tags_ = other.tags_; }
 
  private:

@@ -44,6 +44,7 @@ class LIBVARROW_API TimeSlot {
   static bool overlap(boost::posix_time::ptime const& t1, boost::posix_time::ptime const& t2,
                       boost::posix_time::ptime const& p1, boost::posix_time::ptime const& p2);
 
+  ///@{
   /// For lower-bound searches in a vector of slots by a time.
   static bool CompareByTimeBegin(TimeSlot const& slot, boost::posix_time::ptime const& t) {
     return slot.time_begin < t;
@@ -51,6 +52,7 @@ class LIBVARROW_API TimeSlot {
   static bool CompareByTimeEnd(TimeSlot const& slot, boost::posix_time::ptime const& t) {
     return slot.time_end < t;
   }
+  ///@}
 
   /// By time_begin, then by time_end.
   bool operator<(TimeSlot const& other) const {
@@ -62,7 +64,9 @@ class LIBVARROW_API TimeSlot {
   /// stand in any order.
   void setBind(cppbind::Binder* binder, bool bindFields);
 
+  /// Where it begins. Assigning checks nothing: a slot may come to end before it begins.
   boost::posix_time::ptime time_begin;
+  /// Where it ends.
   boost::posix_time::ptime time_end;
 };
 
@@ -99,10 +103,12 @@ class LIBVARROW_API TimeBlock {
   /// The one slot [begin, end]; none when the times are equal. Reversed times throw as addTimeBlock
   /// does.
   TimeBlock(boost::posix_time::ptime const& begin, boost::posix_time::ptime const& end);
+  ///@{
   /// The slots as they are: neither sorted, nor merged, nor checked. Explicit, as no list of slots
   /// should become a block unnoticed.
   explicit TimeBlock(std::vector<TimeSlot> const& slots);
   explicit TimeBlock(std::vector<TimeSlot>&& slots);
+  ///@}
 
   // ---- Union and subtraction
 
@@ -126,10 +132,12 @@ class LIBVARROW_API TimeBlock {
   /// [8, 10] and [10, 12].
   void removeTimeBlock(boost::posix_time::ptime start, boost::posix_time::ptime end);
 
+  ///@{
   /// removeTimeBlock of each slot of `other`, in order; of null, nothing. Many slots at once cost
   /// one pass over both blocks.
   void removeTimeBlock(TimeBlock const& other);
   void removeTimeBlock(TimeBlock const* other);
+  ///@}
 
   // ---- Relation to an interval
 
@@ -167,6 +175,7 @@ class LIBVARROW_API TimeBlock {
   static std::vector<TimeSlot>::const_iterator lowerBound(std::vector<TimeSlot> const& slots,
                                                           boost::posix_time::ptime const& t);
 
+  ///@{
   /// Begin of the first slot, end of the last. Assert that the block has slots.
   boost::posix_time::ptime const& beginTime() const {
     CPPBIND_ASSERT(!this->timeslots.empty());
@@ -176,8 +185,10 @@ class LIBVARROW_API TimeBlock {
     CPPBIND_ASSERT(!this->timeslots.empty());
     return timeslots.back().time_end;
   }
+  ///@}
+  /// Whether there are no slots.
   bool empty() const { return timeslots.empty(); }
-  /// Valid until the block is changed.
+  /// In the order of time, unless they came out of order. Valid until the block is changed.
   std::vector<TimeSlot> const& getBlocks() const& { return timeslots; }
   /// Of a block that is about to vanish, as in block.intersection(from, to).getBlocks().
   std::vector<TimeSlot> getBlocks() && { return std::move(timeslots); }
@@ -200,17 +211,19 @@ class LIBVARROW_API TimeBlock {
   boost::posix_time::time_duration getTotalDur(boost::gregorian::date const& date_begin,
                                                boost::gregorian::date const& date_end) const;
 
-  // ---- Days. A day d runs from d 0:00 to d+1 0:00. The queries differ in what counts:
-  //
-  //     slot                          touched     midnight inside   full days
-  //     March 1 8:00  to March 2 0:00 1, 2        2                 none
-  //     March 1 0:00  to March 3 0:00 1, 2, 3     1, 2, 3           1, 2
-  //     March 1 0:00  to March 1 12:00  1         1                 none
-  //
-  // A begin less than a second after midnight counts as midnight for the latter two. A block whose
-  // slots are broken so that its days cannot be told is logged at ERROR, "timeBlock: \n%s \n",
-  // before the process ends; an infinite slot whose days would have to be listed throws a traced
-  // std::runtime_error.
+  /// @name Days
+  /// A day d runs from d 0:00 to d+1 0:00. The queries differ in what counts:
+  ///
+  ///     slot                            touched     midnight inside   full days
+  ///     March 1 8:00  to March 2 0:00   1, 2        2                 none
+  ///     March 1 0:00  to March 3 0:00   1, 2, 3     1, 2, 3           1, 2
+  ///     March 1 0:00  to March 1 12:00  1           1                 none
+  ///
+  /// A begin less than a second after midnight counts as midnight for the latter two. A block whose
+  /// slots are broken so that its days cannot be told is logged at ERROR, "timeBlock: \n%s \n",
+  /// before the process ends; an infinite slot whose days would have to be listed throws a traced
+  /// std::runtime_error.
+  ///@{
 
   /// The days that slots touch, ascending: a shift to midnight touches the next day too, with no
   /// time (getStatisticByDay tells). Days that are out of order fail an assertion.
@@ -244,6 +257,7 @@ class LIBVARROW_API TimeBlock {
   /// Whether one slot contains all of day `d`.
   bool haveFullDay(boost::gregorian::date d) const;
 
+  ///@}
   // ---- Where working time ends. The two searches are not mirror images.
 
   /// The first `dur` of the block's time from `pos` on. With [8, 10] [12, 14] [16, 18]:

@@ -29,11 +29,13 @@ class LIBVARROW_API TimeSlotWithEfficiency : public TimeSlot {
                          boost::posix_time::time_duration const& shiftDur,
                          boost::shared_ptr<TimeSlot> originalSlot);
 
+  /// Work time per clock time.
   double getEfficiency() const { return efficiency_; }
 
   /// The work that the slot holds; zero when it is locked or not usable.
   boost::posix_time::time_duration getDurWithEfficiency() const;
 
+  ///@{
   /// As getBeginTime and getEndTime, with `dur` as work. At an efficiency of exactly 1 nothing is
   /// converted, nor cut off.
   boost::posix_time::ptime getBeginTimeWithEfficiency(boost::posix_time::ptime const& end_time,
@@ -42,12 +44,16 @@ class LIBVARROW_API TimeSlotWithEfficiency : public TimeSlot {
   boost::posix_time::ptime getEndTimeWithEfficiency(boost::posix_time::ptime const& begin_time,
                                                     boost::posix_time::time_duration& dur) const;
   boost::posix_time::ptime getEndTimeWithEfficiency(boost::posix_time::time_duration& dur) const;
+  ///@}
 
+  ///@{
   /// As TimeSlot's; the efficiencies must be equal too. (Called on a TimeSlot&, TimeSlot's own
   /// operations do not look at them.)
   bool isSameWithoutTime(TimeSlotWithEfficiency const& other) const;
   bool merge(TimeSlotWithEfficiency const& other);
+  ///@}
 
+  ///@{
   /// As TimeSlot's; what is not given is this slot's.
   TimeSlotWithEfficiency newFromThis(boost::posix_time::ptime const& begin,
                                      boost::posix_time::ptime const& end, float blockCount) const;
@@ -62,6 +68,7 @@ class LIBVARROW_API TimeSlotWithEfficiency : public TimeSlot {
                                      boost::posix_time::ptime const& end, float blockCount,
                                      bool rest, boost::posix_time::time_duration const& shiftDur,
                                      double efficiency) const;
+  ///@}
 
   /// TimeSlot's text and ", efficiency:0.800000".
   std::string dumpAsString() const;

@@ -13,7 +13,9 @@ namespace libvarrow {
 /// Where a limit is exceeded.
 template <class T>
 struct OverflowRange {
+  /// The first date counted, or the position before the window.
   T begin;
+  /// The last date counted, or the window's last position.
   T end;
 };
 

@@ -34,19 +34,22 @@ LIBVARROW_API bool isOverlap(boost::posix_time::time_duration begin,
                              boost::posix_time::time_duration end, boost::posix_time::ptime s,
                              boost::posix_time::ptime e);
 
-// Text forms. Fractions of a second are cut off; hours of a duration are not wrapped at 24; of a
-// negative duration every part is negative. A special value gives its name, "not-a-date-time",
-// "+infinity" or "-infinity". The forms for a pointer format what it points to (not null).
-
-/// "2024-03-05"
+/// "2024-03-05".
+///
+/// Of all text forms: fractions of a second are cut off; hours of a duration are not wrapped at 24;
+/// of a negative duration every part is negative. A special value gives its name,
+/// "not-a-date-time", "+infinity" or "-infinity".
 LIBVARROW_API std::string time2str(boost::gregorian::date const& value);
 /// "2024-03-05 07:08:09"
 LIBVARROW_API std::string time2str(boost::posix_time::ptime const& value);
 /// "26:05:03"
 LIBVARROW_API std::string time2str(boost::posix_time::time_duration const& value);
+///@{
+/// The form of what `value` points to (not null).
 LIBVARROW_API std::string time2str(boost::gregorian::date const* value);
 LIBVARROW_API std::string time2str(boost::posix_time::ptime const* value);
 LIBVARROW_API std::string time2str(boost::posix_time::time_duration const* value);
+///@}
 
 /// "2024-03-05"
 LIBVARROW_API std::string time2strIgnoreSecond(boost::gregorian::date const& value);
@@ -54,15 +57,21 @@ LIBVARROW_API std::string time2strIgnoreSecond(boost::gregorian::date const& val
 LIBVARROW_API std::string time2strIgnoreSecond(boost::posix_time::ptime const& value);
 /// "26:05"
 LIBVARROW_API std::string time2strIgnoreSecond(boost::posix_time::time_duration const& value);
+///@{
+/// The form of what `value` points to (not null).
 LIBVARROW_API std::string time2strIgnoreSecond(boost::gregorian::date const* value);
 LIBVARROW_API std::string time2strIgnoreSecond(boost::posix_time::ptime const* value);
 LIBVARROW_API std::string time2strIgnoreSecond(boost::posix_time::time_duration const* value);
+///@}
 
 /// "2024-03-05 07:08"
 LIBVARROW_API std::string time2strNew(boost::posix_time::ptime const& value);
 /// "01小时30秒": only the parts that are positive; empty when none is.
 LIBVARROW_API std::string time2strNew(boost::posix_time::time_duration const& value);
+///@{
+/// The form of what `value` points to (not null).
 LIBVARROW_API std::string time2strNew(boost::posix_time::ptime const* value);
 LIBVARROW_API std::string time2strNew(boost::posix_time::time_duration const* value);
+///@}
 
 }  // namespace libvarrow

@@ -12,6 +12,7 @@ namespace libvarrow {
 /// parent directory of `path`. Never throws: what goes wrong is logged at ERROR.
 class LIBVARROW_API DirCreator {
  public:
+  /// Does it. `path` is in the narrow encoding; a relative one is taken from the current directory.
   DirCreator(const std::string& path, bool pathIsFolder);
 
  private:

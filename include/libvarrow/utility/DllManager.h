@@ -49,9 +49,10 @@ class LIBVARROW_API DllManager {
   ///
   /// A file that cannot be loaded, or whose "initModule" is no alias of a function, throws
   /// std::runtime_error "shared library:PATH err:MESSAGE!", one without "initModule"
-  /// boost::system::system_error "boost::dll::shared_library::get() failed ...", and what initModule
-  /// throws passes as it is. Each is logged at ERROR with the file. Nothing is kept under the name then. The code of a plug-in whose initModule threw
-  /// stays loaded for good, as the error may be of a type of its own.
+  /// boost::system::system_error "boost::dll::shared_library::get() failed ...", and what
+  /// initModule throws passes as it is. Each is logged at ERROR with the file. Nothing is kept
+  /// under the name then. The code of a plug-in whose initModule threw stays loaded for good, as
+  /// the error may be of a type of its own.
   const boost::dll::shared_library* findOrCreateDll(const std::string& name,
                                                     const std::string& dir);
 

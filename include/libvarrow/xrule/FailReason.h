@@ -9,6 +9,8 @@
 
 namespace libvarrow {
 
+/// Why a check failed, for programs and for people. A value of its own: it keeps no reference to
+/// what was checked. One thread at a time.
 class LIBVARROW_API FailReason {
  public:
   FailReason() = default;

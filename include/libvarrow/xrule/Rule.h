@@ -36,23 +36,33 @@ enum class RuleGenType : std::int32_t {};
 class LIBVARROW_API Rule : virtual public cppbind::Object {
  public:
   Rule() = default;
+  ///@{
+  /// Copies the counters too.
   Rule(const Rule& other);
   Rule& operator=(const Rule& other);
+  ///@}
   ~Rule() override;
 
+  ///@{
   /// Switch a rule off and on again, for the host to respect. A new rule is enabled.
   void enable() { enabled_ = true; }
   void disable() { enabled_ = false; }
   bool isEnabled() const { return enabled_; }
+  ///@}
 
+  ///@{
   /// How often the rule passed and failed since it was made or reset.
   std::int32_t getPassedCountValue() const { return passedCount_.load(); }
   std::int32_t getFailedCountValue() const { return failedCount_.load(); }
+  ///@}
+  /// Sets both counters to 0, one after the other.
   void resetStatisticsCount();
 
+  ///@{
   /// RuleGenType{0} at first.
   RuleGenType getRuleGenType() const { return ruleGenType_; }
   void setRuleGenType(RuleGenType type) { ruleGenType_ = type; }
+  ///@}
 
   /// Whether the rule wants everything looked at, also after its first complaint: for the host to
   /// respect. False unless the rule's class sets it.
@@ -69,6 +79,7 @@ class LIBVARROW_API Rule : virtual public cppbind::Object {
  protected:
   /// Counts one check and returns its outcome.
   bool count(bool hasPassed);
+  /// For the constructor of a rule that wants everything looked at.
   void setValidateAllFlag(bool validateAll) { validateAll_ = validateAll; }
 
  private:

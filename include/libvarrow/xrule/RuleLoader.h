@@ -39,16 +39,20 @@ namespace libvarrow {
 /// that is no Rule fails an assertion.
 class LIBVARROW_API RuleLoader {
  public:
+  /// Owned by the caller; none is null.
   using Rules = std::vector<Rule*>;
 
   /// The rules of the file at `file`, comments allowed.
   static Rules loadRules(const char* file, const cppbind::ClassRegister* reg);
+  /// The same of the file's value.
   static Rules loadRules(Json::Value json, const cppbind::ClassRegister* reg);
 
+  ///@{
   /// The rules of one group, or of a list of groups, inside one of `level`.
   static Rules loadRulesByJsonObj(Json::Value group, const cppbind::ClassRegister* reg, int level);
   static Rules loadRulesByJsonArrary(Json::Value groups, const cppbind::ClassRegister* reg,
                                      int level);
+  ///@}
 
   /// One rule of the class `name`.
   static Rule* loadOneRuleByJsonObj(std::string name, Json::Value parameter,

@@ -30,8 +30,11 @@ class LIBVARROW_API RuleReason : public FailReason {
 
   Json::Value getJsonValueInfo() const override;
 
+  /// The class name that the rule was created under.
   const std::string& ruleName() const { return ruleName_; }
+  /// The rule's run-time type.
   const std::string& ruleClassName() const { return ruleClassName_; }
+  /// What the rule was created from; null of one that was not created by name.
   const Json::Value& ruleProperty() const { return ruleProperty_; }
   /// Null when there is none.
   const Json::Value* detailInfo() const { return detailInfo_.get(); }

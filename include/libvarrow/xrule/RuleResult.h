@@ -27,20 +27,27 @@ class LIBVARROW_API RuleParameter {
 /// The outcome of one check: good or not, and why not.
 class LIBVARROW_API RuleResult {
  public:
+  /// The rule holds.
   static constexpr bool FLAG_GOOD = true;
+  /// The rule is broken.
   static constexpr bool FLAG_FAILED = false;
   /// The same as FLAG_FAILED: a result records only good or not good.
   static constexpr bool FLAG_FAILED_OVER_FLOW = false;
 
+  ///@{
+  /// FLAG_GOOD at first. Setting it leaves the reason as it is.
   bool isGood() const { return flag_; }
   bool getFlag() const { return flag_; }
   void setGood() { flag_ = FLAG_GOOD; }
   void setFailed() { flag_ = FLAG_FAILED; }
   void setFlag(bool flag) { flag_ = flag; }
+  ///@}
 
+  ///@{
   /// Not owned; null at first. It must outlive the result.
   FailReason* getReason() const { return reason_; }
   void setReason(FailReason* reason) { reason_ = reason; }
+  ///@}
 
   /// "PASS" or "FAIL".
   static std::string flagType2Str(bool flag);
@@ -61,9 +68,13 @@ class LIBVARROW_API RuleValidateContext {
   /// The result starts good, with `reason` (may be null) as its reason.
   RuleValidateContext(RuleParameter* parameter, RuleValidatorReason* reason);
 
+  /// As given; not owned.
   RuleParameter* getParameter() const { return parameter_; }
+  ///@{
+  /// For the rules to set.
   RuleResult& getResult() { return result_; }
   const RuleResult& getResult() const { return result_; }
+  ///@}
 
   /// "parameter: " and its text, "; result: " and its text.
   std::string dumpStr() const;

@@ -15,17 +15,25 @@ namespace libvarrow {
 class LIBVARROW_API RuleValidatorReason : public FailReason {
  public:
   RuleValidatorReason() = default;
+  /// One referred object, as people call it: "job 3".
   explicit RuleValidatorReason(std::string refObj);
   /// Two referred objects, such as a job and its machine.
   RuleValidatorReason(std::string first, std::string second);
+  /// Any number of them.
   explicit RuleValidatorReason(std::vector<std::string> refObjs);
 
+  /// Appends a referred object.
   void addRefObj(const std::string& refObj);
-  /// Takes ownership. A null reason ends the process when the reasons are written as JSON.
+  ///@{
+  /// Appends; of the pointer takes ownership. A null reason ends the process when the reasons are
+  /// written as JSON.
   void appendReason(RuleReason* reason);
   void appendReason(const boost::shared_ptr<RuleReason>& reason);
+  ///@}
 
+  /// In the order they were added.
   const std::vector<std::string>& refObjs() const { return refObjs_; }
+  /// In the order they were appended.
   const std::vector<boost::shared_ptr<RuleReason>>& reasons() const { return reasons_; }
 
   Json::Value getJsonValueInfo() const override;

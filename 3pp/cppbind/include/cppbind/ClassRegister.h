@@ -10,6 +10,7 @@
 
 namespace cppbind {
 
+/// ClassRegisterBase with registration by type: what hosts make and hand to executors and loaders.
 class CPPBIND_API ClassRegister : public ClassRegisterBase {
  public:
   using ClassRegisterBase::regClass;

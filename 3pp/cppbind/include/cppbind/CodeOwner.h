@@ -19,6 +19,7 @@ CPPBIND_API const CodeOwner& currentCodeOwner();
 /// Makes `owner` the current one of the calling thread for as long as it lives.
 class CPPBIND_API CodeOwnerScope : private boost::noncopyable {
  public:
+  /// The destructor, on the same thread, puts the previous owner back.
   explicit CodeOwnerScope(CodeOwner owner);
   ~CodeOwnerScope();
 

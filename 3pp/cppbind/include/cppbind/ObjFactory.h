@@ -21,6 +21,8 @@ namespace cppbind {
 /// Creates objects of one registered class.
 class CPPBIND_API ObjFactory {
  public:
+  /// `baseProperty` stands in the creation record of every object made. The code that is made
+  /// belongs to the calling thread's current code owner.
   explicit ObjFactory(Json::Value baseProperty = Json::Value());
   ObjFactory(const ObjFactory&) = delete;
   ObjFactory& operator=(const ObjFactory&) = delete;
@@ -75,21 +77,27 @@ class CodeOwnerHolder {
 template <class T>
 class ObjWrapperT : private detail::CodeOwnerHolder, public T {
  public:
+  /// `arguments` go to the constructor of `T`.
   template <class... Arguments>
   explicit ObjWrapperT(std::string className, Arguments&&... arguments)
       : T(std::forward<Arguments>(arguments)...), className_(std::move(className)) {}
 
+  /// What getBaiscInfoJson() returns.
   void setCreationRecord(CreationRecord record) { creationRecord_ = std::move(record); }
+  /// With what the object writes its text fields: the converters that it was read with.
   void setConverters(boost::shared_ptr<const ConverterTable> converters) {
     converters_ = std::move(converters);
   }
   using detail::CodeOwnerHolder::setCodeOwner;
 
+  /// {"ClassName": {fields}}, as the fields are now.
   Json::Value getJsonValue4Bind() const override {
     return dynamicTypeForm(className_,
                            JsonEncodeBinder(converters_).encode(static_cast<const T&>(*this)));
   }
+  /// The name that the object was created under, spelt as it was then.
   std::string dumpStr() const override { return className_; }
+  /// The creation record: {"baseProperty": ..., "originParameter": ...}.
   Json::Value getBaiscInfoJson() const override { return creationRecord_.json(); }
 
  private:
@@ -104,6 +112,7 @@ class ObjWrapperT : private detail::CodeOwnerHolder, public T {
 template <class T>
 class ObjFactoryT : public ObjFactory {
  public:
+  /// As the base's.
   using ObjFactory::ObjFactory;
 
   Object* create(const std::string& name, const Json::Value& json, BinderImpBase* binder) override {

@@ -16,7 +16,9 @@ namespace cppbind {
 /// what() joins path and message: "modules[2].Dispatch.rule: not found".
 class CPPBIND_API ParseErrorException : public std::exception {
  public:
+  /// Without a path.
   explicit ParseErrorException(std::string message);
+  /// With a path of one element.
   ParseErrorException(std::string pathElement, std::string message);
   ParseErrorException(const ParseErrorException&) = default;
   ParseErrorException& operator=(const ParseErrorException&) = default;
@@ -25,10 +27,13 @@ class CPPBIND_API ParseErrorException : public std::exception {
   /// Adds the next outer element. Each level that an error passes adds its own.
   void addPathFront(std::string element);
 
+  /// From the outermost object inward; empty when there is none.
   const std::vector<std::string>& path() const noexcept { return path_; }
+  /// What is wrong, without the path: "not found".
   const std::string& message() const noexcept { return message_; }
   /// The path as text, "modules[2].Dispatch.rule"; empty when there is none.
   std::string pathText() const;
+  /// Path and message; the message alone when there is no path.
   const char* what() const noexcept override { return what_.c_str(); }
 
  private:
@@ -43,6 +48,7 @@ class CPPBIND_API ParseErrorException : public std::exception {
 /// place needs. Message: class name + " miss register".
 class CPPBIND_API ClassMissRegException : public ParseErrorException {
  public:
+  /// `className`: as the JSON spells it.
   explicit ClassMissRegException(const std::string& className);
   ClassMissRegException(const ClassMissRegException&) = default;
   ClassMissRegException& operator=(const ClassMissRegException&) = default;

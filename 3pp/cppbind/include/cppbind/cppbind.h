@@ -11,3 +11,6 @@
 #include "cppbind/imp/json_decode_binder.h"
 #include "cppbind/imp/json_encode_binder.h"
 #include "cppbind/type/StringConverter.h"
+
+/// @namespace cppbind
+/// Classes by name, JSON to objects and back. Knows nothing of the rest.

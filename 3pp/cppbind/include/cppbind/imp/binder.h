@@ -40,10 +40,11 @@ void readDynamicList(JsonDecodeBinder& decoder, const Json::Value* json,
 /// A field is one of: bool, a number, std::string; a type with a text converter; a class with a
 /// setBind of its own; a class that renders itself; boost::shared_ptr to a class derived from
 /// Object, {"ClassName": {fields}} in JSON; std::vector of any of these; std::set. Values must have
-/// the JSON type that the field needs: 1.5 or true is no int (2.0 is, and 2 is a double). See
-/// FieldCodec to add a kind: any other type compiles, but throws "BUG,  please register converter
-/// for TYPE" when its key is there, unless the binder was given a converter; so do enumerations,
-/// std::optional and std::map.
+/// the JSON type that the field needs: 1.5 or true is no int (2.0 is, and 2 is a double). A list of
+/// plain values is cleared before it is read, one of objects by name is added to; a null object
+/// pointer is written as null. See FieldCodec to add a kind: any other type compiles, but throws
+/// "BUG,  please register converter for TYPE" when its key is there, unless the binder was given a
+/// converter; so do enumerations, std::optional and std::map.
 ///
 /// A class whose base has fields calls `Base::setBind(binder, bindFields)` first. A struct that is
 /// only a field needs no base class.
@@ -54,7 +55,9 @@ class CPPBIND_API Binder {
   /// For hosts that call a setBind themselves: `imp` reads `json` or writes into it, whichever it
   /// does. Both must outlive the binder.
   Binder(BinderImpBase* imp, Json::Value& json);
+  /// Reads `json` only. Both must outlive the binder.
   Binder(JsonDecodeBinder& decoder, const Json::Value& json);
+  /// Writes into `json` only. Both must outlive the binder.
   Binder(JsonEncodeBinder& encoder, Json::Value& json);
   Binder(const Binder&) = delete;
   Binder& operator=(const Binder&) = delete;
@@ -84,6 +87,7 @@ class CPPBIND_API Binder {
 
   /// True when fields are read from JSON, false when they are written.
   bool isReading() const { return decoder_ != nullptr; }
+  /// The reading or writing binder behind this one; not null, not owned.
   BinderImpBase* implementation() const { return imp_; }
   /// The keys written so far, in the order of the bind calls.
   const std::vector<std::string>& keys() const { return keys_; }

@@ -66,12 +66,30 @@ bool isNullPointer(const boost::shared_ptr<T>& pointer) {
 }  // namespace detail
 
 /// Reads and writes one value of type `T`. The primary template is the text-converted field: every
-/// type of which nothing else is known. A new kind of field is one specialisation.
+/// type of which nothing else is known. A new kind of field is one specialisation:
+///
+///     template <>
+///     struct cppbind::FieldCodec<Color> {
+///       static void read(JsonDecodeBinder&, const Json::Value& json, Color& field) {
+///         const auto color = colorNamed(json.asString());
+///         if (!color) throw ParseErrorException("no color");
+///         field = *color;
+///       }
+///       static void write(JsonEncodeBinder&, const Color& field, Json::Value& json) {
+///         json = nameOf(field);
+///       }
+///     };
+///
+/// It stands in a header that every binding of the type includes, and hands what it holds on to the
+/// codec of that. Where setBind takes a key, read is not called for a missing or null value; inside
+/// a list, null elements throw before.
 template <class T, class>
 struct FieldCodec {
   static_assert(!detail::IsForeignObjectPointer<T>::value,
                 "objects of registered classes are held by boost::shared_ptr");
 
+  /// Sets `field` to what `json` says. A std::exception that it throws reaches the caller as a
+  /// ParseErrorException with the path of the field.
   static void read(JsonDecodeBinder& decoder, const Json::Value& json, T& field) {
     const StringConverter& converter = decoder.converterFor(typeid(T));
     const std::string_view text = detail::textIn(json);
@@ -81,6 +99,7 @@ struct FieldCodec {
       field = boost::any_cast<T>(converter.fromString(std::string(text)));
     }
   }
+  /// Sets `json` to the JSON form of `field`.
   static void write(JsonEncodeBinder& encoder, const T& field, Json::Value& json) {
     const StringConverter& converter = encoder.converterFor(typeid(T));
     if (detail::isNullPointer(field)) {

@@ -32,6 +32,7 @@ class CPPBIND_API JsonDecodeBinder : public BinderImpBase {
 
   /// True: keys that no field claims are passed over. False, as at the start: they are errors.
   void setAcceptUnknownKeys(bool accept) { acceptUnknownKeys_ = accept; }
+  /// What setAcceptUnknownKeys() set.
   bool acceptsUnknownKeys() const { return acceptUnknownKeys_; }
 
   /// Reads the fields that `object` declares from the JSON object `json` (null counts as an empty

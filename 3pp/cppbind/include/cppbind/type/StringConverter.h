@@ -31,7 +31,9 @@ class CPPBIND_API StringConverter {
 template <class T>
 class TypedStringConverter {
  public:
+  /// The text of `value`.
   virtual std::string textOf(const T& value) const = 0;
+  /// The value that `text` stands for. Throws ParseErrorException when it stands for none.
   virtual T valueOf(std::string_view text) const = 0;
 
  protected:
@@ -63,42 +65,54 @@ class StringConverterT : public StringConverter, private TypedStringConverter<T>
   }
 };
 
-// Reading is as free as the date-time library's: other separators, missing parts at the end ("90"
-// is 90 hours, "2024-03" the first of March), minutes and seconds past 59 and a clock past 24
-// hours, which carry over, and text behind the value are accepted; so are the names of special
-// values
-// ("not-a-date-time", "+infinity"): ask is_special() where a field must hold a real time.
-
 /// The string itself. A null pointer has no text: it fails the shared pointer's own assertion.
 struct CPPBIND_API StringPtrText {
+  /// A copy of the string; `value` is not null.
   static std::string toString(const boost::shared_ptr<std::string>& value);
+  /// A new string.
   static boost::shared_ptr<std::string> fromString(std::string_view text);
 };
 
-/// "%Y-%m-%d". Text that is no date: "cant not parse [TEXT] as date".
+/// "%Y-%m-%d", and read as BoostPTimeText is. Text that is no date: "cant not parse [TEXT] as
+/// date".
 struct CPPBIND_API BoostGDateText {
+  /// "2024-03-05".
   static std::string toString(const boost::gregorian::date& value);
+  /// The date; throws ParseErrorException.
   static boost::gregorian::date fromString(std::string_view text);
 };
 
 /// "%Y-%m-%d %H:%M:%S"; fractions of a second are not written. Text that is no time point:
 /// "cant not parse [TEXT] as time".
+///
+/// Reading is as free as the date-time library's: other separators, missing parts at the end
+/// ("2024-03" is the first of March), minutes and seconds past 59 and a clock past 24 hours, which
+/// carry over, and text behind the value are accepted; so are the names of special values
+/// ("not-a-date-time", "+infinity"): ask is_special() where a field must hold a real time.
 struct CPPBIND_API BoostPTimeText {
+  /// "2024-03-05 07:08:09".
   static std::string toString(const boost::posix_time::ptime& value);
+  /// The time point; throws ParseErrorException.
   static boost::posix_time::ptime fromString(std::string_view text);
 };
 
 /// "%H:%M:%S"; hours go past 24 (but only two digits are read), neither sign nor fraction is
-/// written. Text that is no duration: "cant not parse [TEXT] as duration".
+/// written. Read as BoostPTimeText is: "90" is 90 hours. Text that is no duration: "cant not parse
+/// [TEXT] as duration".
 struct CPPBIND_API BoostTimeDurationText {
+  /// "26:05:03".
   static std::string toString(const boost::posix_time::time_duration& value);
+  /// The duration; throws ParseErrorException.
   static boost::posix_time::time_duration fromString(std::string_view text);
 };
 
+///@{
+/// The converters that every binder starts with.
 using StringPtrConverter = StringConverterT<boost::shared_ptr<std::string>, StringPtrText>;
 using BoostGDateConverter = StringConverterT<boost::gregorian::date, BoostGDateText>;
 using BoostPTimeConverter = StringConverterT<boost::posix_time::ptime, BoostPTimeText>;
 using BoostTimeDurationConverter =
     StringConverterT<boost::posix_time::time_duration, BoostTimeDurationText>;
+///@}
 
 }  // namespace cppbind
