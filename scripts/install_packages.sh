@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Installs the Debian packages that the build needs and that are missing; asks for root only then.
-# "clang" as argument adds what the fuzzers and the coverage need.
+# An argument adds a group: "clang" what the fuzzers and the coverage need, "reference" Doxygen.
 set -euo pipefail
 
 packages=(
@@ -11,6 +11,7 @@ packages=(
 )
 case ${1:-} in
   clang) packages+=(clang libclang-rt-dev libomp-dev llvm) ;;
+  reference) packages+=(doxygen) ;;
 esac
 
 missing=()

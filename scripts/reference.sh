@@ -1,0 +1,9 @@
+#!/usr/bin/env bash
+# Writes the reference of the public headers, as HTML; fails if something public is undocumented.
+set -euo pipefail
+
+cd "$(dirname "${BASH_SOURCE[0]}")/.."
+scripts/install_packages.sh reference
+cmake --preset release
+cmake --build --preset release --target reference
+echo "Reference: build/release/reference/html/index.html"
