@@ -19,9 +19,10 @@ namespace {
 
 constexpr const char* kPattern = "%i %D{%Y-%m-%d %H:%M:%S}  %-5p - %m [%b:%L]%n";
 
+// Never destroyed, as a host's static objects may be older.
 std::vector<boost::function<void()>>& handlers() {
-  static std::vector<boost::function<void()>> list;
-  return list;
+  static auto* const list = new std::vector<boost::function<void()>>;
+  return *list;
 }
 
 // A directory opens on some systems, but cannot be read.

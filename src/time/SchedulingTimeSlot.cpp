@@ -22,9 +22,11 @@ using boost::posix_time::time_duration;
 
 namespace {
 
+// Never destroyed, as a host's static objects may be older.
 const std::map<std::string, TimeSlot::Tag>& namedTags() {
-  static const std::map<std::string, TimeSlot::Tag> tags{{"frozen", TimeSlot::Tag::Frozen}};
-  return tags;
+  static const auto* const tags =
+      new std::map<std::string, TimeSlot::Tag>{{"frozen", TimeSlot::Tag::Frozen}};
+  return *tags;
 }
 
 std::string tagNames() {

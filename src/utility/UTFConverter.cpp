@@ -24,9 +24,10 @@ std::string systemCodePageName() {
 
 }  // namespace
 
+// Never destroyed, as a host's static objects may be older.
 const std::string& codePageName() {
-  static const std::string name = systemCodePageName();
-  return name;
+  static const auto* const name = new std::string(systemCodePageName());
+  return *name;
 }
 
 std::string fromUtf8(const std::string& utf8) {

@@ -19,7 +19,8 @@ std::string PrefixOnEachLine(const std::string& prefix, const std::string& text)
 
 std::uint64_t getSerialNum(const std::string& name) {
   static std::mutex mutex;
-  static std::map<std::string, std::uint64_t> counters;
+  // Never destroyed, as a host's static objects may be older.
+  static auto& counters = *new std::map<std::string, std::uint64_t>;
   const std::lock_guard<std::mutex> lock(mutex);
   const auto [counter, isNew] = counters.emplace(name, 0);
   return isNew ? 0 : ++counter->second;

@@ -19,16 +19,17 @@ Backup::~Backup() {
 
 namespace {
 
-// Converters hold nothing, so one table serves every binder until a host adds its own.
+// Converters hold nothing, so one table serves every binder until a host adds its own. Never
+// destroyed, as a host's static objects may be older.
 const boost::shared_ptr<const ConverterTable>& standardConverters() {
-  static const boost::shared_ptr<const ConverterTable> table =
-      boost::make_shared<ConverterTable>(ConverterTable{
+  static const auto* const table =
+      new boost::shared_ptr<const ConverterTable>(boost::make_shared<ConverterTable>(ConverterTable{
           {typeid(boost::shared_ptr<std::string>), boost::make_shared<StringPtrConverter>()},
           {typeid(boost::gregorian::date), boost::make_shared<BoostGDateConverter>()},
           {typeid(boost::posix_time::ptime), boost::make_shared<BoostPTimeConverter>()},
           {typeid(boost::posix_time::time_duration),
-           boost::make_shared<BoostTimeDurationConverter>()}});
-  return table;
+           boost::make_shared<BoostTimeDurationConverter>()}}));
+  return *table;
 }
 
 }  // namespace

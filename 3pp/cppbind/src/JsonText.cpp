@@ -10,6 +10,8 @@
 #include <streambuf>
 #include <utility>
 
+#include "ThreadsOwn.h"
+
 #if defined(__GNUC__)
 #pragma GCC diagnostic ignored "-Wdeprecated-declarations"
 #elif defined(_MSC_VER)
@@ -160,12 +162,14 @@ bool parse(const std::string& text, Json::Value& value, std::string& errors) {
 
 std::string styled(const Json::Value& value, const std::string& indentation) {
   [[maybe_unused]] const ClassicNumbers classicNumbers{};
-  // The stream is kept: setting one up costs more than writing a short text.
-  thread_local std::ostream out(nullptr);
   StringSink sink;
-  out.rdbuf(&sink);
-  Json::StyledStreamWriter(indentation).write(out, value);
-  out.rdbuf(nullptr);
+  // Setting a stream up costs more than writing a short text.
+  withThreadsOwn([] { return std::ostream(nullptr); },
+                 [&](std::ostream& out) {
+                   out.rdbuf(&sink);
+                   Json::StyledStreamWriter(indentation).write(out, value);
+                   out.rdbuf(nullptr);
+                 });
   return std::move(sink.text);
 }
 

@@ -7,6 +7,7 @@
 #include <locale>
 #include <sstream>
 
+#include "ThreadsOwn.h"
 #include "TimeDigits.h"
 #include "cppbind/ParseErrorException.h"
 
@@ -26,9 +27,10 @@ constexpr const char* kDateFormat = "%Y-%m-%d";
 constexpr const char* kTimeFormat = "%Y-%m-%d %H:%M:%S";
 constexpr const char* kDurationFormat = "%H:%M:%S";
 
-// The classic locale with the facets of all three formats, made on first use.
+// The classic locale with the facets of all three formats, made on first use. Never destroyed, as
+// a host's static objects may be older.
 const std::locale& formatLocale() {
-  static const std::locale locale = [] {
+  static const auto* const locale = new std::locale([] {
     std::locale made = std::locale::classic();
     made = std::locale(made, new date_facet(kDateFormat));
     made = std::locale(made, new date_input_facet(kDateFormat));
@@ -38,21 +40,25 @@ const std::locale& formatLocale() {
     auto* input = new time_input_facet(kTimeFormat);
     input->time_duration_format(kDurationFormat);
     return std::locale(made, input);
-  }();
-  return locale;
+  }());
+  return *locale;
+}
+
+template <class Stream>
+Stream formatStream() {
+  Stream made;
+  made.imbue(formatLocale());
+  return made;
 }
 
 template <class T>
 std::string writeByFacet(const T& value) {
-  thread_local std::ostringstream stream = [] {
-    std::ostringstream made;
-    made.imbue(formatLocale());
-    return made;
-  }();
-  stream.str(std::string());
-  stream.clear();
-  stream << value;
-  return stream.str();
+  return withThreadsOwn(formatStream<std::ostringstream>, [&](std::ostringstream& stream) {
+    stream.str(std::string());
+    stream.clear();
+    stream << value;
+    return stream.str();
+  });
 }
 
 [[noreturn]] void throwUnreadable(std::string_view text, const char* kind) {
@@ -61,16 +67,13 @@ std::string writeByFacet(const T& value) {
 
 template <class T>
 T readByFacet(std::string_view text, const char* kind) {
-  thread_local std::istringstream stream = [] {
-    std::istringstream made;
-    made.imbue(formatLocale());
-    return made;
-  }();
-  stream.str(std::string(text));
-  stream.clear();
-  T value;
-  if (!(stream >> value)) throwUnreadable(text, kind);
-  return value;
+  return withThreadsOwn(formatStream<std::istringstream>, [&](std::istringstream& stream) {
+    stream.str(std::string(text));
+    stream.clear();
+    T value;
+    if (!(stream >> value)) throwUnreadable(text, kind);
+    return value;
+  });
 }
 
 }  // namespace

@@ -1,0 +1,126 @@
+// A host whose static objects are made in the order that its arguments give, and go the other way;
+// as each goes it uses the library once more. Usage: ORDER PLUGINS return|thread|quick|_exit
+#include <unistd.h>
+
+#include <boost/optional.hpp>
+#include <chrono>
+#include <cstdlib>
+#include <iostream>
+#include <memory>
+#include <thread>
+
+#include "libvarrow/libvarrow.h"
+
+namespace {
+
+using namespace libvarrow;
+
+// What the library makes on first use, for the process or for a thread.
+void useTheLibrary() {
+  struct Times {
+    boost::posix_time::ptime time;
+    void setBind(cppbind::Binder* binder, bool) { binder->bind("time", time); }
+  } times;
+  const Json::Value json = cppbind::JsonEncodeBinder().encode(times);
+  cppbind::JsonDecodeBinder().decode(Str2Json(Json2Str(json)), times);
+  cppbind::BoostTimeDurationText::fromString("01:00:00");
+  cppbind::BoostGDateText::toString(boost::gregorian::date());
+  libvarrow::utility::writeFileForUTF8("serial.json",
+                                       std::to_string(getSerialNum("a name that needs a heap")));
+  registerLogInitedHandler([] {});
+  RegistersManager::createRegister("host")->empty();
+  RunTimeEnv::instance().confPath();
+}
+
+struct Goes {
+  explicit Goes(char name) : name_(name) {}
+  ~Goes() {
+    useTheLibrary();
+    LIBVARROW_LOG_WARN("%c goes", name_);
+  }
+  Goes(const Goes&) = delete;
+  Goes& operator=(const Goes&) = delete;
+
+ private:
+  char name_;
+};
+
+struct Dumpers : Goes {
+  Dumpers() : Goes('d') {
+    first.restart(1);
+    second.restart(1);
+  }
+  ~Dumpers() { rows->inc(); }
+
+  StatisticsContainer statistics{"run"};
+  CountStatistics* rows = statistics.getCountStatistics("rows", 1);
+  TimeRecoderHelper time{statistics.getTimeStatistics("")};
+  TimedStatDumper first{&statistics, "first.json"};
+  TimedStatDumper second{&statistics, "second.json"};
+};
+
+struct Logger : Goes {
+  Logger() : Goes('l') {
+    init_error_handler(false);
+    InitRootLogger("none");
+  }
+};
+
+struct Registries : Goes {
+  Registries() : Goes('r') { own.regClass<ChainedModule>("ChainedModule"); }
+
+  cppbind::ClassRegister own;
+  boost::shared_ptr<cppbind::ClassRegister> shared = RegistersManager::createRegister("plug-ins");
+};
+
+struct Manager : Goes {
+  Manager() : Goes('m') {}
+
+  DllManager plugins;
+};
+
+struct PlugInObject : Goes {
+  PlugInObject() : Goes('o') {}
+
+  std::unique_ptr<cppbind::Object> greeter;
+};
+
+template <class T>
+T& only() {
+  static T object;
+  return object;
+}
+
+void make(char name) {
+  switch (name) {
+    case 'd':
+      return static_cast<void>(only<Dumpers>());
+    case 'l':
+      return static_cast<void>(only<Logger>());
+    case 'r':
+      return static_cast<void>(only<Registries>());
+    case 'm':
+      return static_cast<void>(only<Manager>());
+    default:
+      return static_cast<void>(only<PlugInObject>());
+  }
+}
+
+}  // namespace
+
+int main(int, char** arguments) {
+  const std::string order = arguments[1];
+  const std::string way = arguments[3];
+  for (const char name : order) make(name);
+  if (order.find_first_of("mo") != std::string::npos) {
+    only<Manager>().plugins.findOrCreateDll("good", arguments[2]);
+    only<PlugInObject>().greeter.reset(
+        RegistersManager::getRegister("plug-ins")->create("Greeter", Json::Value()));
+  }
+  useTheLibrary();
+  std::cout << "main ends" << std::endl;
+  if (way != "return") std::this_thread::sleep_for(std::chrono::milliseconds(5));  // timers write
+  if (way == "quick") std::quick_exit(0);
+  if (way == "_exit") ::_exit(0);
+  if (way == "thread") std::thread([] { std::exit(0); }).join();
+}

@@ -1,0 +1,95 @@
+// The end of a process: static objects of every kind in every order, and ends of other kinds.
+#include <unistd.h>
+
+#include <algorithm>
+#include <boost/filesystem/operations.hpp>
+#include <cstdlib>
+#include <random>
+
+#include "libvarrow/json/json.h"
+#include "support/support.h"
+
+namespace {
+
+using namespace test_support;
+
+class ExitTest : public InTemporaryDirectory {
+ protected:
+  // In a folder of its own, with timers that write all the time or without any.
+  ChildResult runHost(const std::string& order, const char* way, bool hasTimers) {
+    folder_ = order + "-" + way + (hasTimers ? "-timers" : "");
+    boost::filesystem::create_directory(folder_);
+    return runInChild([&] {
+      boost::filesystem::current_path(folder_);
+      hasTimers ? ::setenv("LIBVARROW_TIMED_STAT_DUMP", "1", 1)
+                : ::unsetenv("LIBVARROW_TIMED_STAT_DUMP");
+      ::alarm(30);  // a host that hangs is ended
+      ::execl(EXIT_HOST, EXIT_HOST, order.c_str(), PLUGINS, way, nullptr);
+      throw std::runtime_error("no " EXIT_HOST);
+    });
+  }
+  // 0: there is no file.
+  int rowsIn(const char* file) const {
+    const std::string path = folder_ + "/" + file;
+    return boost::filesystem::exists(path) ? libvarrow::File2Json(path)["run"][0]["rows"].asInt()
+                                           : 0;
+  }
+  // The names of the static objects as they went.
+  std::string gone() const {
+    const std::string log = readFile(folder_ + "/log.txt");
+    std::string names;
+    for (auto at = log.find(" goes"); at != std::string::npos; at = log.find(" goes", at + 1)) {
+      names += log[at - 1];
+    }
+    return names;
+  }
+  void expectOrderlyEnd(const std::string& order, const char* way, bool hasTimers) {
+    SCOPED_TRACE(order + " " + way + (hasTimers ? " with timers" : ""));
+    const ChildResult host = runHost(order, way, hasTimers);
+    ASSERT_EQ(0, host.exitCode) << host.signal << host.errors << host.output;
+    EXPECT_EQ("", host.errors);
+    EXPECT_EQ(2, rowsIn("first.json"));
+    EXPECT_EQ(2, rowsIn("second.json"));
+    EXPECT_EQ(std::string(order.rbegin(), order.rend()), gone());
+    EXPECT_TRUE(contains(host.output, "greeter gone\n")) << host.output;
+    EXPECT_TRUE(contains(host.output, "deinit backtrack\n")) << host.output;
+  }
+
+ private:
+  std::string folder_;
+};
+
+TEST_F(ExitTest, StaticObjectsMayGoInEveryOrder) {
+  std::string order = "dlmor";
+  do {
+    for (const bool hasTimers : {false, true}) expectOrderlyEnd(order, "return", hasTimers);
+  } while (std::next_permutation(order.begin(), order.end()) && !HasFailure());
+}
+
+TEST_F(ExitTest, AnyThreadMayEndTheProcess) {
+  std::string order = "dlmor";
+  std::mt19937 random(20240305);
+  for (int i = 0; i < 20 && !HasFailure(); ++i) {
+    std::shuffle(order.begin(), order.end(), random);
+    boost::filesystem::remove_all(order + "-thread-timers");  // an order may come twice
+    expectOrderlyEnd(order, "thread", true);
+  }
+}
+
+TEST_F(ExitTest, AnEndWithoutExitHandlersLeavesWholeFilesOrNone) {
+  int written = 0;
+  for (const char* way : {"quick", "_exit"}) {
+    for (const std::string order : {"d", "dl", "ld", "dlmor", "romld"}) {
+      const ChildResult host = runHost(order, way, true);
+      EXPECT_EQ(0, host.exitCode) << way << host.signal << host.errors;
+      for (const char* file : {"first.json", "second.json"}) {
+        const int rows = rowsIn(file);
+        EXPECT_TRUE(rows == 0 || rows == 1) << way << order << rows;
+        written += rows;
+      }
+    }
+  }
+  EXPECT_GT(written, 0);
+}
+
+}  // namespace
