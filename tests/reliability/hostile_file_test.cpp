@@ -1,0 +1,128 @@
+// Files of 64 KB that are made to cost.
+#include <sys/resource.h>
+
+#include <functional>
+
+#include "libvarrow/libvarrow.h"
+#include "support/support.h"
+
+namespace {
+
+using namespace libvarrow;
+using namespace test_support;
+
+constexpr std::size_t kSize = std::size_t{64} << 10;
+constexpr const char* kFile = "hostile.json";
+
+// `head`, `part` until the text has its size, and `tail`.
+std::string filled(const std::string& head, const std::string& part, const std::string& tail = "") {
+  std::string text = head;
+  while (text.size() + part.size() + tail.size() <= kSize) text += part;
+  return text + tail;
+}
+
+std::string repeated(std::size_t times, const std::string& part) {
+  std::string text;
+  for (std::size_t i = 0; i < times; ++i) text += part;
+  return text;
+}
+
+// The widest content that fits inside `levels` of `open` and `close`.
+std::string nested(std::size_t levels, const std::string& open, const std::string& head,
+                   const std::string& part, const std::string& tail, const std::string& close) {
+  return filled(repeated(levels, open) + head, part, tail + repeated(levels, close));
+}
+
+struct Step : Module {
+  void processImp(ModuleData*) override {}
+};
+
+struct Any : Rule {
+  std::vector<std::string> texts;
+  boost::posix_time::ptime time;
+  boost::posix_time::time_duration duration;
+  double number = 0;
+  void setBind(cppbind::Binder* binder, bool) {
+    binder->bind("texts", texts, std::vector<std::string>());
+    binder->bind("time", time, boost::posix_time::ptime());
+    binder->bind("duration", duration, boost::posix_time::time_duration());
+    binder->bind("number", number, 0.0);
+  }
+};
+
+std::vector<std::pair<const char*, std::string>> hostileTexts() {
+  // The parser allows a thousand levels.
+  return {
+      {"arrays without end", filled("", "[")},
+      {"objects without end", filled("", R"({"a":)")},
+      {"a deep array", nested(990, "[", "0", ",0", "", "]")},
+      {"modules", filled(R"({"modules":[)", R"({"S":{}},)", R"({"S":{}}]})")},
+      {"deep modules",
+       nested(330, R"({"modules":[{"C":)", R"({"modules":[{"S":{}})", R"(,{"S":{}})", "]}", "}]}")},
+      {"a deep fault",
+       nested(330, R"({"modules":[{"C":)", R"({"modules":[{"S":{"x":")", "x", R"("}}]})", "}]}")},
+      {"named modules", filled(R"({"named_modules":{"":{"S":{}})", R"(,"":{"S":{}})", "}}")},
+      {"rules", filled(R"([{"A":{}})", R"(,{"A":{}})", "]")},
+      {"deep rules", nested(490, R"({"rule_list":[)", R"({"A":{}})", R"(,{"A":{}})", "", "]}")},
+      {"a deep unknown rule", nested(490, R"({"rule_list":[)", R"({")", "x", R"(":{}})", "]}")},
+      {"texts", filled(R"({"A":{"texts":[""])", R"(,"")", "]}}")},
+      {"a long text", filled(R"({"A":{"texts":[")", "\\u4e2d", R"("]}})")},
+      {"a long time", filled(R"({"A":{"time":")", "2024-03-05 ", R"("}})")},
+      {"a long duration", filled(R"({"A":{"duration":")", "9", R"("}})")},
+      {"a long number", filled(R"({"A":{"number":)", "9", "}}")},
+      {"a long fraction", filled(R"({"A":{"number":0.)", "9", "e999999}}")},
+      {"a long class", filled(R"({"modules":[{")", "x", R"(":{}}]})")},
+      {"comments", filled("[1", "/**/", "]")},
+      {"comments on lines", filled("[1", "//\n", "]")},
+      {"faults", filled("[", "{x},", "]")},
+      {"deep faults", repeated(990, "[") + filled("", "x ", "")},
+      {"an open text", filled("[\"", "\\\"")},
+      {"zeros", std::string(kSize, '\0')},
+  };
+}
+
+class HostileFileTest : public InTemporaryDirectory {
+ protected:
+  HostileFileTest() {
+    classes.regClass<ChainedModule>("C");
+    classes.regClass<Step>("S");
+    classes.regClass<Any>("A");
+  }
+  // A fault is an exception; a rule file that is none ends the process with its name.
+  void expectQuickEnd(const char* name, const char* reader, const std::function<void()>& read) {
+    const ChildResult child = runInChild([&] {
+      const rlimit second{1, 2};
+      ::setrlimit(RLIMIT_CPU, &second);
+      errorOf(read);
+    });
+    const bool isNoRuleFile =
+        child.signal == SIGABRT && contains(child.errors, "BackTraceException");
+    EXPECT_TRUE(child.exitCode == 0 || isNoRuleFile)
+        << name << ' ' << reader << ' ' << child.signal << child.errors.substr(0, 1000);
+  }
+
+  cppbind::ClassRegister classes;
+};
+
+TEST_F(HostileFileTest, IsReadOrRefusedWithinASecond) {
+  for (const auto& [name, text] : hostileTexts()) {
+    writeFile(kFile, text);
+    expectQuickEnd(name, "pipeline", [&] { ModuleExecutor(&classes, kFile, true); });
+    expectQuickEnd(name, "named modules", [&] {
+      ModuleLoader loader;
+      loader.classRegister().regClass<Step>("S");
+      loader.loadFile(kFile);
+    });
+    expectQuickEnd(name, "rules", [&] { RuleLoader::loadRules(kFile, &classes); });
+    expectQuickEnd(name, "JSON", [&] {
+      libvarrow::utility::writeFileForUTF8("copy.json", Str2Json(Json2Str(File2Json(kFile))));
+    });
+    expectQuickEnd(name, "text", [&] {
+      libvarrow::utility::fromUtf8(text);
+      PrefixOnEachLine("  ", text);
+      cppbind::BoostPTimeText::fromString(text);
+    });
+  }
+}
+
+}  // namespace

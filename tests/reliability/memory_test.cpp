@@ -1,0 +1,70 @@
+// What a host that runs its pipeline for days would fill: memory and file descriptors.
+#include <malloc.h>
+#include <boost/filesystem/operations.hpp>
+#include <boost/make_shared.hpp>
+#include <iterator>
+
+#include "libvarrow/libvarrow.h"
+#include "support/support.h"
+
+// Where a sanitizer replaces the allocator it counts, too.
+extern "C" __attribute__((weak)) std::size_t
+__sanitizer_get_current_allocated_bytes();  // NOLINT(bugprone-reserved-identifier)
+
+namespace {
+
+using namespace libvarrow;
+
+std::size_t heapInUse() {
+  return __sanitizer_get_current_allocated_bytes != nullptr
+             ? __sanitizer_get_current_allocated_bytes()
+             : ::mallinfo2().uordblks;
+}
+
+auto openFiles() {
+  return std::distance(boost::filesystem::directory_iterator("/proc/self/fd"),
+                       boost::filesystem::directory_iterator());
+}
+
+class Step : public Module {
+ public:
+  void processImp(ModuleData* data) override {
+    const TimeRecoderHelper time(data->statisticsContainer->getTimeStatistics(""));
+    data->statisticsContainer->getCountStatistics("steps")->inc();
+    LIBVARROW_LOG_DEBUG("step in %s", data->dumpPath.c_str());
+  }
+};
+
+class MemoryTest : public test_support::InTemporaryDirectory {};
+
+TEST_F(MemoryTest, APipelineHoldsNothingAfterEachRun) {
+  cppbind::ClassRegister classes;
+  classes.regClass<ChainedModule>("ChainedModule");
+  classes.regClass<Step>("Step");
+  Json::Value chain, pipeline;
+  for (int i = 0; i < 9; ++i) chain["ChainedModule"]["modules"].append(Str2Json(R"({"Step": {}})"));
+  for (int i = 0; i < 10; ++i) pipeline["modules"].append(chain);
+  libvarrow::utility::writeFileForUTF8((directory.path() / "pipeline.json").string(), pipeline);
+  const ModuleExecutor executor(&classes, "pipeline.json", false);
+
+  const auto run = [&](std::size_t times) {
+    for (std::size_t i = 0; i < times; ++i) {
+      StatisticsContainer statistics("run");
+      ModuleData data;
+      data.statisticsContainer = &statistics;
+      data.dumpPath = "run/";
+      executor.process(&data);
+      TimedStatDumper(&statistics, "run/statistics.json");
+    }
+  };
+  run(100);
+  const std::size_t heap = heapInUse();
+  const auto files = openFiles();
+  constexpr std::size_t kMoreRuns = 900;
+  run(kMoreRuns);
+  // No block is smaller: not one stays of each run.
+  EXPECT_LT(heapInUse(), heap + 16 * kMoreRuns);
+  EXPECT_EQ(files, openFiles());
+}
+
+}  // namespace
