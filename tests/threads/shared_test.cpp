@@ -24,7 +24,7 @@ namespace {
 
 using namespace libvarrow;
 
-constexpr int kThreads = 4;
+constexpr int kThreads = 8;
 constexpr int kRepeats = 3000;
 
 struct Even : Rule {
@@ -40,38 +40,54 @@ void onThreads(const std::function<void(int)>& body) {
 class SharedTest : public test_support::InTemporaryDirectory {};
 
 TEST_F(SharedTest, TotalsAreExactWhileATimerWritesTheTreeAndOneThreadMerges) {
+  // A million updates in all: five kinds, eight threads.
+  constexpr int kUpdates = 25000;
+  constexpr int kTotal = kThreads * kUpdates;
   ::setenv("LIBVARROW_TIMED_STAT_DUMP", "1", 1);
   StatisticsContainer root("root");
   CountStatistics* count = root.getCountStatistics("count");
   auto* numbers = new NumStatistics(10);
   root.addStat("numbers", numbers);
   DistributionStatistics* distribution = root.getDistributionStatistics("distribution");
+  PercentStatistics* percent = root.getPercentStatistics("percent", kTotal);
+  auto* progress = new SimpleProgressStatistics(kTotal);
+  root.addStat("progress", progress);
+  StatisticsContainer* parts = root.getStatisticsContainer("parts");
   DistributionStatistics merged;
-  TimeStatistics* times = root.getTimeStatistics("times");
+  TimeStatistics* times = parts->getTimeStatistics("times");
   {
     TimedStatDumper dumper(&root, "stat.json");
     dumper.restart(2);
     onThreads([&](int thread) {
-      for (int n = 0; n < kRepeats; ++n) {
+      const std::string key = "key" + std::to_string(thread);
+      for (int n = 0; n < kUpdates; ++n) {
         count->inc();
         numbers->add(thread * 10);
-        distribution->inc("key" + std::to_string(thread), 2);
-        if (thread == 0) merged.merge(distribution);
-        EXPECT_LE(merged.get().size(), 4u);
-        EXPECT_LE(distribution->getCountSum(), 24000u);
-        if (n % 125 == 0) {
-          times->appendCurrentLocalTime();
-          root.getStatisticsContainer("child")->getCountStatistics("n")->inc();
-        }
+        distribution->inc(key, 2);
+        percent->inc();
+        progress->inc();
+        if (n % 8 == 0 && thread == 0) merged.merge(distribution);
+        if (n % 125 != 0) continue;
+        EXPECT_LE(merged.get().size(), std::size_t{kThreads});
+        EXPECT_LE(distribution->getCountSum(), 2u * kTotal);
+        EXPECT_LE(progress->getProcessPercent(), 100u);
+        times->appendCurrentLocalTime();
+        parts->getJsonStatistics("at", Json::Value(n));
+        parts->getStatisticsContainer("child")->getCountStatistics("n")->inc();
       }
     });
   }
   ::unsetenv("LIBVARROW_TIMED_STAT_DUMP");
   const Json::Value entries = File2Json("stat.json")["root"];
-  EXPECT_EQ(12000, entries[0]["count"].asInt());
-  EXPECT_EQ(12000, entries[1]["numbers"]["count"].asInt());
-  EXPECT_EQ("3000,   25.00%", entries[1]["numbers"]["[300-310)"].asString());
-  EXPECT_EQ(24000, entries[2]["distribution"]["__sum__"].asInt());
+  EXPECT_EQ(kTotal, entries[0]["count"].asInt());
+  EXPECT_EQ(kTotal, entries[1]["numbers"]["count"].asInt());
+  EXPECT_EQ("25000,   12.50%", entries[1]["numbers"]["[700-710)"].asString());
+  EXPECT_EQ(2 * kTotal, entries[2]["distribution"]["__sum__"].asInt());
+  EXPECT_EQ("200000/200000;100%", entries[3]["percent"].asString());
+  EXPECT_EQ("200000/200000;100%", entries[4]["progress"].asString());
+  const Json::Value& written = entries[5]["parts"];
+  EXPECT_EQ(1u + 2 * kTotal / 125, written.size());
+  EXPECT_EQ(kTotal / 125u, written[0]["times"]["timestamps"].size());
 }
 
 TEST_F(SharedTest, CountersOfRulesAndProgressAreExactAndOneEnvironmentIsMade) {
@@ -121,7 +137,8 @@ TEST_F(SharedTest, SeveralThreadsConvertByFacetAndNeverGetASerialNumberTwice) {
       EXPECT_EQ("小", utility::fromUtf8("小"));
     }
   });
-  EXPECT_EQ(1999u * 2000 / 2, sum);
+  constexpr std::uint64_t kNumbers = kThreads * 500;
+  EXPECT_EQ((kNumbers - 1) * kNumbers / 2, sum);
 }
 
 TEST_F(SharedTest, ThreadsShareACalendarThatNoneOfThemChanges) {
@@ -146,8 +163,8 @@ TEST_F(SharedTest, ThreadsLogAndInstallTheHandlerAtOnce) {
     for (int i = 0; i < 50; ++i) LIBVARROW_LOG_INFO("line %d", i);
   });
   const std::string log = test_support::readFile("log.txt");
-  // One line of the set-up, two for each of the four handler messages, fifty for each thread.
-  EXPECT_EQ(1 + 4 * 2 + 4 * 50, std::count(log.begin(), log.end(), '\n'));
+  // One line of the set-up, two for each thread's handler message, and fifty of its own.
+  EXPECT_EQ(1 + kThreads * (2 + 50), std::count(log.begin(), log.end(), '\n'));
 }
 
 }  // namespace
