@@ -40,6 +40,7 @@ class CPPBIND_API ObjFactory {
   const CodeOwner& codeOwner() const { return codeOwner_; }
 
  protected:
+  /// What the constructor was given, for the creation records of objects.
   const boost::shared_ptr<const Json::Value>& baseProperty() const { return baseProperty_; }
 
  private:
@@ -49,7 +50,9 @@ class CPPBIND_API ObjFactory {
 
 /// What a created object remembers of its making, shared with others.
 struct CPPBIND_API CreationRecord {
+  /// What the class was registered with.
   boost::shared_ptr<const Json::Value> baseProperty;
+  /// What the object was read from.
   boost::shared_ptr<const Json::Value> originParameter;
 
   /// {"baseProperty", "originParameter"}, or null when there is none.

@@ -74,11 +74,13 @@ class CPPBIND_API JsonDecodeBinder : public BinderImpBase {
 /// would take a pipeline file of deep chains to many times its size.
 class CPPBIND_API CreationScope {
  public:
+  /// `decoder` outlives the scope.
   CreationScope(JsonDecodeBinder& decoder, const Json::Value& json);
   ~CreationScope();
   CreationScope(const CreationScope&) = delete;
   CreationScope& operator=(const CreationScope&) = delete;
 
+  /// The same JSON, to read from and to keep.
   const boost::shared_ptr<const Json::Value>& json() const { return json_; }
 
  private:
