@@ -20,6 +20,7 @@ namespace {
 }
 
 // The initial directory is the one at the first call: make that the library's loading.
+// NOLINTNEXTLINE(cert-err58-cpp): it is noexcept; without memory the process ends
 [[maybe_unused]] const bool initialPathTaken = []() noexcept {
   boost::system::error_code ignored;
   return !boost::filesystem::initial_path(ignored).empty();
