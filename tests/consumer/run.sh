@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Builds and runs the consumer in a way of using the library:
 #
-#     run.sh cmake|pkg-config|subproject BUILD_TREE WORK_FOLDER [CXX_FLAGS]
+#     run.sh cmake|pkg-config|subproject|package BUILD_TREE WORK_FOLDER [CXX_FLAGS]
 set -euo pipefail
 
 way=$1 built=$2 work=$3 flags=${4:-}
@@ -29,6 +29,34 @@ compile() {
     "-Wl,-rpath,$prefix/lib"
 }
 
+# Builds the Debian packages and unpacks them below the prefix, which needs no root.
+unpack_packages() {
+  # Compiled as the subproject is, whose objects ccache then has.
+  cmake -S "$here/../.." --preset package -B built -DCMAKE_BUILD_TYPE=Release >configure.log
+  cmake --build built
+  cpack --config built/CPackConfig.cmake -B packages
+  local package runtime=(packages/libvarrow[0-9]_*.deb) development=(packages/libvarrow-dev_*.deb)
+  for package in "${runtime[0]}" "${development[0]}"; do
+    dpkg-deb -x "$package" prefix
+  done
+  depends "${runtime[0]}" libboost-filesystem1 libjsoncpp25 liblog4cplus libpocofoundation
+  dpkg-deb -I "${runtime[0]}" shlibs | grep -q '^libvarrow 1 libvarrow1 (>= 1'
+  depends "${development[0]}" 'libvarrow1 (= 1' libboost-filesystem-dev libboost-thread-dev \
+    libjsoncpp-dev libpoco-dev
+  test -e "$(PKG_CONFIG_PATH=$(echo prefix/usr/lib/*/pkgconfig) pkg-config --variable=libdir varrow)/libvarrow.so"
+}
+
+depends() {
+  local package=$1 name have
+  have=$(dpkg-deb -f "$package" Depends)
+  for name in "${@:2}"; do
+    [[ ", $have" == *", $name"* ]] || {
+      echo "$package does not depend on $name but on $have" >&2
+      exit 1
+    }
+  done
+}
+
 case $way in
   cmake)
     cmake --install "$built" --prefix "$prefix" >install.log
@@ -37,6 +65,11 @@ case $way in
   pkg-config)
     cmake --install "$built" --prefix "$prefix" >install.log
     compile
+    ;;
+  package)
+    unpack_packages
+    configure "-DCMAKE_PREFIX_PATH=$prefix/usr"
+    grep -q "^varrow_DIR:PATH=$prefix/usr/lib/" CMakeCache.txt
     ;;
   subproject) configure "-DVARROW_SOURCE=$here/../.." ;;
   *) exit 2 ;;

@@ -1,0 +1,35 @@
+# Two Debian packages, what runs and what builds: `cmake --workflow --preset package`. Nothing is
+# stripped, so that back-traces name functions and lines where nobody installed debug packages.
+set(CPACK_GENERATOR DEB)
+set(CPACK_PACKAGE_NAME libvarrow)
+set(CPACK_PACKAGE_CONTACT "libvarrow developers <libvarrow@localhost>"
+    CACHE STRING "Who answers for the packages")
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "${PROJECT_DESCRIPTION}")
+set(CPACK_PACKAGE_DIRECTORY "${PROJECT_BINARY_DIR}/packages")
+set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
+    OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
+set(CPACK_VERBATIM_VARIABLES ON)
+set(CPACK_DEB_COMPONENT_INSTALL ON)
+set(CPACK_COMPONENTS_ALL runtime development)
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+# So that a host's own package finds what it depends on.
+set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
+set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS_POLICY ">=")
+
+set(CPACK_DEBIAN_RUNTIME_PACKAGE_NAME "libvarrow${PROJECT_VERSION_MAJOR}")
+set(CPACK_DEBIAN_RUNTIME_PACKAGE_SECTION libs)
+set(CPACK_DEBIAN_RUNTIME_PACKAGE_SHLIBDEPS ON)
+set(CPACK_COMPONENT_RUNTIME_DESCRIPTION
+    "Pipelines of modules, statistics, calendars, rules and plug-ins for hosts that plan.")
+
+# What the public headers include and varrowConfig.cmake and varrow.pc ask for.
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME libvarrow-dev)
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
+string(
+  JOIN ", " CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS
+  "${CPACK_DEBIAN_RUNTIME_PACKAGE_NAME} (= ${PROJECT_VERSION})" "libboost-filesystem-dev (>= 1.74)"
+  "libboost-thread-dev (>= 1.74)" "libjsoncpp-dev (>= 1.9.5)" "libpoco-dev (>= 1.11)")
+set(CPACK_COMPONENT_DEVELOPMENT_DESCRIPTION
+    "The headers of libvarrow and the files by which CMake and pkg-config find it.")
+
+include(CPack)
