@@ -1,0 +1,28 @@
+#!/usr/bin/env bash
+# Fails when a library lets out a name that no public header declares: run.sh LIBRARY HEADERS...
+set -euo pipefail
+
+library=$1
+symbols=$(nm --dynamic --defined-only --demangle "$library" | cut -d' ' -f3-)
+
+# Without parameters, template arguments, and the result type of function templates.
+names=$(sed -E ':a; s/<[^<>]*>//; ta; s/operator.*/operator/; s/\(.*//; s/\[abi:[a-z0-9]*\]//' \
+  <<<"$symbols" | sed -E 's/^(vtable|VTT|typeinfo|typeinfo name|guard variable) for //
+    s/^(non-virtual|virtual) thunk to //; s/.* //' | sort -u)
+
+foreign=$(grep -Ev '^(libvarrow|cppbind|utility)::' <<<"$names" |
+  grep -Evx '(InitRootLogger|registerLogInitedHandler|unRegisterLogInitedHandler|boost::assertion_failed(_msg)?)' || true)
+if [ -n "$foreign" ]; then
+  printf 'These are not the library'\''s to export:\n%s\n' "$foreign" >&2
+  exit 1
+fi
+
+declared=$(grep -rohE '\w+' "${@:2}" | sort -u)
+private=$(grep -oE '^(libvarrow|cppbind|utility)::\w+' <<<"$names" | sort -u | while read -r name; do
+  grep -qx "${name##*::}" <<<"$declared" || echo "$name"
+done)
+if [ -n "$private" ]; then
+  printf 'No public header declares these:\n%s\n' "$private" >&2
+  exit 1
+fi
+echo "$(wc -l <<<"$symbols") symbols"
