@@ -1,0 +1,28 @@
+#!/usr/bin/env bash
+# Compiles every installed header alone, and all of them together, without a warning:
+#
+#     run.sh COMPILER BUILD_TREE WORK_FOLDER
+set -euo pipefail
+
+compiler=$1 built=$2 work=$3
+rm -rf "$work"
+mkdir -p "$work"
+cmake --install "$built" --prefix "$work" --component development >/dev/null
+# shellcheck disable=SC2207
+flags=($(PKG_CONFIG_PATH=$(echo "$work"/lib*/pkgconfig) pkg-config --cflags varrow))
+cd "$work/include"
+export COMPILE="$compiler -std=c++17 -fsyntax-only -Wall -Wextra -Wpedantic -Wshadow -Wconversion
+  -Werror ${flags[*]} -x c++"
+
+headers=$(find . -name '*.h' | sed 's|^\./||' | sort)
+xargs -P "$(nproc)" -I{} sh -c 'echo "#include <{}>" | $COMPILE - || { echo "in {} alone" >&2; exit 1; }' \
+  <<<"$headers"
+
+# The other way about, where what is needed may come too late, and as in a release.
+sort -r <<<"$headers" | sed 's|.*|#include <&>|' >../all.cpp
+$COMPILE -DNDEBUG -MD -MF ../all.d ../all.cpp
+if grep -oE '[^ ]*/(log4cplus|boost/locale|omp\.h)[^ ]*' ../all.d; then
+  echo "what the library is built with, not what it offers" >&2
+  exit 1
+fi
+echo "$(wc -l <<<"$headers") headers"
