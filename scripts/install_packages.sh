@@ -8,7 +8,7 @@ packages=(
   libboost-date-time-dev libboost-filesystem-dev libboost-locale-dev libboost-stacktrace-dev
   libboost-thread-dev libjsoncpp-dev liblog4cplus-dev libpoco-dev
   libgtest-dev libbenchmark-dev libfmt-dev
-  dpkg-dev file
+  dpkg-dev file locales tzdata
 )
 case ${1:-} in
   clang) packages+=(clang libclang-rt-dev libomp-dev llvm) ;;

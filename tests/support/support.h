@@ -7,9 +7,9 @@
 #include <csignal>
 #include <exception>
 #include <functional>
-#include <sstream>
 #include <string>
 
+#include "libvarrow/json/json.h"
 #include "support/ChildProcess.h"
 #include "support/TemporaryDirectory.h"
 
@@ -26,10 +26,9 @@ std::string errorOf(Call call) {
   return "no error";
 }
 
+/// By the library, as jsoncpp alone reads numbers with the global locale's decimal point.
 inline Json::Value json(const std::string& text) {
-  Json::Value value;
-  std::istringstream(text) >> value;
-  return value;
+  return libvarrow::Str2Json(text);
 }
 
 inline bool contains(const std::string& text, const std::string& part) {

@@ -1,6 +1,8 @@
 // Plug-ins, each test in a process of its own: what is loaded stays loaded.
 #include "libvarrow/utility/DllManager.h"
 
+#include <libintl.h>
+
 #include <boost/dll/runtime_symbol_info.hpp>
 #include <boost/dll/shared_library.hpp>
 #include <boost/filesystem/operations.hpp>
@@ -132,7 +134,8 @@ TEST_F(DllManagerTest, WhatIsNoPlugInSaysWhichFileAndWhyAndIsNotKept) {
         std::string("not kept, boost::dll::shared_library::get() failed"),
         failure("plain_function.so") + "initModule is no alias of a function!",
         "ERROR shared library:" + at("throwing.so") + " err:",
-        std::string("No such file or directory"), std::string("file too short"),
+        std::string(::dgettext("libc", "No such file or directory")),
+        std::string(::dgettext("libc", "file too short")),
         std::string("not kept, no licence\n1\n")}) {
     EXPECT_TRUE(contains(output, text)) << text << "\nin\n" << output;
   }
