@@ -7,7 +7,8 @@ symbols=$(nm --dynamic --defined-only --demangle "$library" | cut -d' ' -f3-)
 
 # Without parameters, template arguments, and the result type of function templates.
 names=$(sed -E ':a; s/<[^<>]*>//; ta; s/operator.*/operator/; s/\(.*//; s/\[abi:[a-z0-9]*\]//' \
-  <<<"$symbols" | sed -E 's/^(vtable|VTT|typeinfo|typeinfo name|guard variable) for //
+  <<<"$symbols" | sed -E 's/^construction vtable for .*-in-//
+    s/^(vtable|VTT|typeinfo|typeinfo name|guard variable) for //
     s/^(non-virtual|virtual) thunk to //; s/.* //' | sort -u)
 
 foreign=$(grep -Ev '^(libvarrow|cppbind|utility)::' <<<"$names" |
