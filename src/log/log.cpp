@@ -15,6 +15,8 @@
 #include <utility>
 #include <vector>
 
+#include "ClassicNumbers.h"
+
 namespace {
 
 constexpr const char* kPattern = "%i %D{%Y-%m-%d %H:%M:%S}  %-5p - %m [%b:%L]%n";
@@ -68,6 +70,7 @@ log4cplus::LogLevel nativeLevel(libvarrow::logging::Level level) {
 
 LIBVARROW_PRINTF_LIKE(1, 0)
 std::string formatted(const char* format, std::va_list arguments) {
+  [[maybe_unused]] const cppbind::ClassicNumbers classicNumbers{};
   std::va_list again;
   va_copy(again, arguments);
   char text[512];

@@ -5,6 +5,7 @@
 #include <boost/filesystem/operations.hpp>
 #include <chrono>
 #include <cstdlib>
+#include <fstream>
 #include <thread>
 
 #include "libvarrow/json/json.h"
@@ -29,8 +30,9 @@ class ForkTest : public InTemporaryDirectory {
   // Until the timer writes `rows`; the file is not there while it is replaced.
   static bool isSoonWritten(int rows) {
     for (int i = 0; i < 2000; ++i) {
-      if (fs::exists(kFile) && test_support::contains(readFile(kFile), std::to_string(rows)))
-        return true;
+      std::ifstream file(kFile);
+      const std::string text(std::istreambuf_iterator<char>(file), {});
+      if (test_support::contains(text, std::to_string(rows))) return true;
       std::this_thread::sleep_for(std::chrono::milliseconds(5));
     }
     return false;

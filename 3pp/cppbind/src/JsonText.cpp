@@ -4,12 +4,12 @@
 #include <json/writer.h>
 
 #include <algorithm>
-#include <clocale>
 #include <locale>
 #include <ostream>
 #include <streambuf>
 #include <utility>
 
+#include "ClassicNumbers.h"
 #include "ThreadsOwn.h"
 
 #if defined(__GNUC__)
@@ -115,26 +115,6 @@ class StringSink : public std::streambuf {
   }
 };
 
-#if defined(LC_NUMERIC_MASK)
-// The writers print numbers under the thread's C locale and mend nothing but a decimal comma.
-class ClassicNumbers {
- public:
-  ClassicNumbers() : before_(::uselocale(classic())) {}
-  ~ClassicNumbers() { ::uselocale(before_); }
-  ClassicNumbers(const ClassicNumbers&) = delete;
-  ClassicNumbers& operator=(const ClassicNumbers&) = delete;
-
- private:
-  static locale_t classic() {
-    static const locale_t locale = ::newlocale(LC_ALL_MASK, "C", nullptr);
-    return locale;
-  }
-  locale_t before_;
-};
-#else
-class ClassicNumbers {};
-#endif
-
 bool globalLocaleWritesPlainNumbers() {
   const auto& numbers = std::use_facet<std::numpunct<char>>(std::locale());
   return numbers.decimal_point() == '.' && numbers.grouping().empty();
@@ -160,6 +140,7 @@ bool parse(const std::string& text, Json::Value& value, std::string& errors) {
   }
 }
 
+// The writers print numbers under the thread's C locale and mend nothing but a decimal comma.
 std::string styled(const Json::Value& value, const std::string& indentation) {
   [[maybe_unused]] const ClassicNumbers classicNumbers{};
   StringSink sink;

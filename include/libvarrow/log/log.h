@@ -40,7 +40,7 @@ LIBVARROW_API void write(Level level, const char* file, int line, const char* fu
 }  // namespace libvarrow::logging
 
 /// Logs a printf-like message. The format is a literal of the source: text from anywhere else is an
-/// argument ("%s").
+/// argument ("%s"). Numbers have a decimal point under every locale.
 ///
 ///     LIBVARROW_LOG_INFO("%d operations of %s", count, name.c_str());
 #define LIBVARROW_LOG(level, ...)                                                    \
