@@ -177,7 +177,7 @@ int main(int argc, char** argv) {
     return 0;
   } catch (const std::exception& error) {
     // The data keeps the path of the step that failed.
-    LIBVARROW_LOG_ERROR("%s%s", plan.dumpPath.c_str(), error.what());
+    LIBVARROW_LOG_ERROR("%s: %s", plan.dumpPath.c_str(), error.what());
     std::cerr << argv[1] << ": " << plan.dumpPath << ": " << error.what() << std::endl;
     return 1;
   }
