@@ -16,7 +16,7 @@ namespace libvarrow {
 /// When the environment variable LIBVARROW_TIMED_STAT_DUMP is set, to whatever value, a timer
 /// thread writes the file 5 seconds after construction and then every 30 seconds. Each time it
 /// writes "FILE.writing" first and renames it, so that nobody reads half a file. Without the
-/// variable only the last write happens.
+/// variable only the last write happens, and a process that crashes or is killed gets none.
 ///
 /// A file that cannot be written whole (the disk is full, say) is logged at WARN and removed; the
 /// last whole one stays. A file that cannot be opened ends the process with a back-trace, from the
