@@ -1,7 +1,6 @@
 // The schedules that the dispatching rules build.
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <utility>
 
 #include "DispatchRules.h"
@@ -14,60 +13,20 @@ using namespace jobshop_test;
 
 namespace {
 
-// Whether `wanted` fits into a gap of its machine before its start, once its job is there.
-bool couldStartEarlier(const Instance& instance, const Schedule& schedule,
-                       const ShopCalendar& calendar, const ScheduledOperation& wanted) {
-  Time from = 0;
-  for (const ScheduledOperation& other : schedule.operations) {
-    if (other.job == wanted.job && other.position + 1 == wanted.position) from = other.end;
-  }
-  const Time time =
-      calendar.of(wanted.machine).timeFor(instance.jobs[wanted.job][wanted.position].duration);
-  const auto machines = schedule.byMachine(instance.machineCount);
-  for (const ScheduledOperation& other : machines[wanted.machine]) {
-    if (other.start >= wanted.start) break;
-    if (calendar.run(wanted.machine, from, time).end <= other.start) return true;
-    from = std::max(from, other.end);
-  }
-  return calendar.run(wanted.machine, from, time).start < wanted.start;
-}
-
-// That the checker sees it when an operation is moved or does more or less than it should.
-void expectChangesSeen(const Instance& instance, const Schedule& schedule,
-                       const ShopCalendar& calendar, ScheduledOperation& operation) {
-  for (const auto& [start, end] : {std::pair(-1, -1), std::pair(0, -1), std::pair(0, 1)}) {
-    operation.start += start;
-    operation.end += end;
-    EXPECT_FALSE(findViolations(instance, schedule, calendar).empty()) << start << ' ' << end;
-    operation.start -= start;
-    operation.end -= end;
-  }
-}
-
-void expectFeasibleAndActive(const Instance& instance, const ShopCalendar& calendar,
-                             bool hasInstantOperations) {
-  for (const DispatchRule& rule : dispatchRules()) {
-    SCOPED_TRACE(instance.name + " by " + rule.name);
-    Schedule schedule = planned(instance, rule.name, calendar);
-    EXPECT_EQ(findViolations(instance, schedule, calendar), std::vector<std::string>());
-    EXPECT_GE(schedule.makespan(), lowerBound(instance, calendar));
-    if (hasInstantOperations) continue;  // what takes no time fits in many places
-    for (ScheduledOperation& operation : schedule.operations) {
-      EXPECT_FALSE(couldStartEarlier(instance, schedule, calendar, operation)) << operation.start;
-      expectChangesSeen(instance, schedule, calendar, operation);
-    }
-  }
-}
-
-TEST(Dispatching, EveryRuleGivesAFeasibleActiveScheduleInWorkingTime) {
+TEST(Dispatching, EveryRuleGivesAFeasibleScheduleInWorkingTime) {
   const Time shortestTimes[] = {0, 1, kMaxDuration - 8};
   for (std::uint32_t seed = 0; seed < 60; ++seed) {
-    const Time shortest = shortestTimes[seed % 3];
-    const Instance always = randomInstance(seed, 1 + seed % 11, 1 + seed % 7, shortest);
-    expectFeasibleAndActive(always, {}, shortest == 0);
-    const Instance instance = randomInstance(seed, 1 + seed % 9, 1 + seed % 5, seed % 3);
-    const ShopCalendar calendar(randomCalendar(seed, instance.machineCount), instance.machineCount);
-    expectFeasibleAndActive(instance, calendar, seed % 3 == 0);
+    const std::size_t jobs = 1 + seed % 11, machines = 1 + seed % 7;
+    const Instance always = randomInstance(seed, jobs, machines, shortestTimes[seed % 3]);
+    const Instance shifts = randomInstance(seed, jobs, machines, seed % 3);
+    const ShopCalendar calendar(randomCalendar(seed, machines), machines);
+    for (const DispatchRule& rule : dispatchRules()) {
+      SCOPED_TRACE(always.name + " by " + rule.name);
+      EXPECT_EQ(findViolations(always, planned(always, rule.name), {}), std::vector<std::string>());
+      const Schedule schedule = planned(shifts, rule.name, calendar);
+      EXPECT_EQ(findViolations(shifts, schedule, calendar), std::vector<std::string>());
+      EXPECT_GE(schedule.makespan(), lowerBound(shifts, calendar));
+    }
   }
 }
 

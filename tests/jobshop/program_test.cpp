@@ -1,14 +1,9 @@
 // The program as its users run it.
 #include <libvarrow/json/json.h>
-#include <pty.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
-#include <array>
 #include <boost/filesystem/operations.hpp>
-#include <chrono>
 #include <cstdlib>
-#include <stdexcept>
 
 #include "support/support.h"
 
@@ -18,41 +13,6 @@ using namespace test_support;
 namespace {
 
 const std::string kPipeline = JOBSHOP_FOLDER "/pipeline.json";
-
-// Until the other side is closed, which reads as an error.
-std::string readAll(int terminal) {
-  std::string text;
-  std::array<char, 4096> buffer{};
-  for (ssize_t count = 0; (count = ::read(terminal, buffer.data(), buffer.size())) > 0;) {
-    text.append(buffer.data(), static_cast<std::size_t>(count));
-  }
-  return text;
-}
-
-/// What `program` leaves on a terminal of `columns`, with every character that it sent there.
-std::string runOnTerminal(const char* program, std::vector<std::string> arguments,
-                          unsigned short columns) {
-  std::vector<char*> argv;
-  arguments.insert(arguments.begin(), program);
-  for (std::string& argument : arguments) argv.push_back(argument.data());
-  argv.push_back(nullptr);
-  winsize size{};
-  size.ws_row = 24;
-  size.ws_col = columns;
-  int terminal = -1;
-  const pid_t child = ::forkpty(&terminal, nullptr, nullptr, &size);
-  if (child < 0) throw std::runtime_error("no terminal");
-  if (child == 0) {
-    ::execv(program, argv.data());
-    ::_exit(98);
-  }
-  const std::string text = readAll(terminal);
-  ::close(terminal);
-  int status = 0;
-  ::waitpid(child, &status, 0);
-  if (status != 0) throw std::runtime_error("failed: " + text);
-  return text;
-}
 
 /// Runs the program itself, as a user does.
 ChildResult jobshopRun(std::vector<std::string> arguments,
@@ -98,23 +58,19 @@ TEST_F(Program, FindsTheOptimumOfBothShippedInstancesAndOfWhatItDumped) {
 }
 
 TEST_F(Program, LeavesEverythingInTheFolderOfTheRunAndReplacesWhatWasThere) {
-  jobshopRun({kPipeline, "out/run"});
   writeFile("out/run/dump/9_Stale/in_info.json", "{}");
-  const ChildResult run = jobshopRun({kPipeline, "out/run/"});
-  const std::string folder = (directory.path() / "out/run").string();
-  EXPECT_TRUE(contains(run.output, "run folder   " + folder + "\n")) << run.output;
-  for (const char* file :
-       {"schedule.csv", "gantt.svg", "log.txt", "statistics_of_last_module.json",
-        "dump/in_info.json", "dump/1_ChainedModule/4_Dispatch/module_stat.json",
-        "dump/1_ChainedModule/after_process/schedule.csv", "dump/3_WriteSchedule/out_detail.txt"}) {
+  jobshopRun({kPipeline, "out/run"});
+  EXPECT_TRUE(fs::exists("out/run/dump/9_Stale")) << "no run left that";
+  jobshopRun({kPipeline, "out/run/"});
+  EXPECT_FALSE(fs::exists("out/run/dump/9_Stale"));
+  for (const char* file : {"schedule.csv", "gantt.svg", "log.txt", "dump/3_WriteSchedule",
+                           "dump/1_ChainedModule/4_Dispatch/module_stat.json"}) {
     EXPECT_TRUE(fs::exists(fs::path("out/run") / file)) << file;
   }
-  EXPECT_FALSE(fs::exists("out/run/dump/9_Stale"));
   EXPECT_EQ(std::distance(fs::directory_iterator("."), fs::directory_iterator()), 1);
   const std::string statistics = readFile("out/run/statistics.json");
-  for (const char* name :
-       {"Module::Dispatch", "waiting_times", "makespans", "dispatching", "operations_by_machine",
-        "\"violations\" : \"0/36;0%\"", "\"tries\" : \"500/500;100%\"", "\"search\" : \"MOPNR\""}) {
+  for (const char* name : {"makespans", "operations_by_machine", "\"violations\" : \"0/36;0%\"",
+                           "\"tries\" : \"500/500;100%\"", "\"search\" : \"MOPNR\""}) {
     EXPECT_TRUE(contains(statistics, name)) << name;
   }
 }
@@ -123,9 +79,7 @@ TEST_F(Program, PlansInShiftsAndDumpsACalendarThatPlansTheSame) {
   const ChildResult run = jobshopRun({JOBSHOP_FOLDER "/pipeline_shifts.json", "run"});
   ASSERT_EQ(run.exitCode, 0) << run.errors;
   EXPECT_TRUE(contains(run.output, "clock        2024-03-01 06:00:00 to 2024-03-0"));
-  EXPECT_TRUE(contains(readFile("run/statistics.json"), "operations_interrupted"));
-  EXPECT_TRUE(contains(readFile("run/gantt.svg"),
-                       "interrupted 8 to 9, 2024-03-01 10:00:00 to 2024-03-01 10:30:00"));
+  EXPECT_TRUE(contains(run.output, "rules        all 4 kept\n")) << run.output;
   EXPECT_TRUE(contains(readFile("run/dump/1_SetCalendars/out_detail.txt"),
                        "machine 3 in the first week, efficiency 0.8\n"
                        "  [2024-03-01 06:00:00,2024-03-01 10:00:00]:04:00:00\n"));
@@ -143,87 +97,24 @@ TEST_F(Program, PlansInShiftsAndDumpsACalendarThatPlansTheSame) {
 }
 
 TEST_F(Program, ABrokenRuleEndsARunWhoseFilesAreThere) {
-  const ChildResult good = jobshopRun({JOBSHOP_FOLDER "/pipeline_shifts.json", "good"});
-  EXPECT_TRUE(contains(good.output, "rules        all 4 kept\n")) << good.output;
-  EXPECT_EQ(readFile("good/rule_report.txt").find('\n'),
-            readFile("good/rule_report.txt").size() - 1);
-
-  const ChildResult late = jobshopRun({JOBSHOP_FOLDER "/pipeline_late.json", "late"});
-  expectOneLine(late, 1,
+  expectOneLine(jobshopRun({JOBSHOP_FOLDER "/pipeline_late.json", "late"}), 1,
                 "5_CheckRules: rules: 3 of 4 broken; LatestFinish: job 1 ends at 94, 34 after 60; "
                 "more in " +
                     (directory.path() / "late/rule_report.txt\n").string());
-  for (const char* file : {"rule_report.json", "rule_report_v2.json", "schedule.json"}) {
-    EXPECT_TRUE(libvarrow::File2Json(std::string("late/") + file).isObject()) << file;
-  }
+  EXPECT_TRUE(libvarrow::File2Json("late/schedule.json").isObject());
   EXPECT_TRUE(contains(readFile("late/statistics.json"), "\"rules_broken\" : \"3/4;75%\""));
-
-  // What is no rule file at all ends the process; the log tells which it was.
-  writeFile("broken.json", "{");
-  writeFile("log.conf", readFile(JOBSHOP_FOLDER "/log.conf"));
-  writeFile("p.json", R"({"modules": [{"ReadInstance": {"file": "one.txt"}},
-      {"Dispatch": {"rule": "SPT"}}, {"CheckRules": {"file": "broken.json"}}]})");
-  writeFile("one.txt", "1 1\n0 5\n");
-  EXPECT_NE(jobshopRun({"p.json", "run"}).signal, 0);
-  EXPECT_TRUE(
-      contains(readFile("run/log.txt"), "reading the rules of " + directory.path().string()));
-}
-
-TEST_F(Program, FindsPlugInsBesideItselfOnly) {
-  fs::create_directory("moved");
-  fs::copy_file(JOBSHOP_PROGRAM, "moved/jobshop");
-  const auto plugins = fs::path(JOBSHOP_PROGRAM).parent_path() / "plugins";
-  fs::create_directory("run");
-  fs::create_directory_symlink(plugins, "run/plugins");
-  const auto moved = [&] { return jobshopRun({kPipeline, "run"}, "moved/jobshop"); };
-  const std::string folder = (directory.path() / "moved/plugins").string();
-  expectOneLine(moved(), 1,
-                "pipeline.json: modules[4]: DrawGantt miss register; plug-ins come from " + folder +
-                    ", which is not there\n");
-  writeFile("moved/plugins/gantt.so", "no library");
-  expectOneLine(moved(), 1, "pipeline.json: shared library:" + folder + "/gantt.so err:");
-  fs::remove_all("moved/plugins");
-  fs::create_directory_symlink(plugins, "moved/plugins");
-  EXPECT_EQ(moved().exitCode, 0);
-  EXPECT_TRUE(fs::exists("run/gantt.svg"));
-}
-
-TEST_F(Program, AProgressBarGrowsOnATerminalOnlyAndIsWipedOut) {
-  writeFile("log.conf", "log4cplus.rootLogger=OFF\n");
-  writeFile("p.json", R"({"modules": [{"ReadInstance": {"file": ")" JOBSHOP_FOLDER
-                      R"(/data/la01.txt"}}, {"Dispatch": {"rule": "FIFO", "tries": 80000}}]})");
-  const auto start = std::chrono::steady_clock::now();
-  const std::string shown = runOnTerminal(JOBSHOP_PROGRAM, {"p.json", "run"}, 60);
-  const auto tenths = (std::chrono::steady_clock::now() - start) / std::chrono::milliseconds(100);
-  const std::string begin = "\rFIFO [";
-  const std::size_t first = shown.find(begin);
-  ASSERT_NE(first, std::string::npos) << shown;
-  EXPECT_EQ(shown.find('\r', first + 1), first + 60) << "59 columns of the 60: " << shown;
-  long drawn = 0;
-  for (std::size_t at = first; at != std::string::npos; at = shown.find(begin, at + 1)) ++drawn;
-  EXPECT_LE(drawn, tenths + 1);
-  EXPECT_TRUE(contains(shown, '\r' + std::string(59, ' ') + "\rinstance ")) << shown;
-
-  const ChildResult run = jobshopRun({"p.json", "run"});
-  EXPECT_EQ(run.errors, "");
-  EXPECT_EQ(run.output.find("FIFO ["), std::string::npos);
 }
 
 TEST_F(Program, ThePipelineChoosesWhatRunsAndWhatIsKept) {
   writeFile("shop/data/my.txt", readFile(JOBSHOP_FOLDER "/data/ft06.txt"));
   writeFile("shop/p.json", R"({"modules": [
-      {"readinstance": {"file": "data/my.txt"}},
-      {"CHAINEDMODULE": {"modules": [
-        {"Dispatch": {"rule": "MWKR"}},
-        {"Dispatch": {"rule": "SPT", "keep_best": false}},
-        {"Dispatch": {"rule": "SPT", "tries": 50, "noise": 0}}]}},
+      {"ReadInstance": {"file": "data/my.txt"}}, {"Dispatch": {"rule": "MWKR"}},
+      {"Dispatch": {"rule": "SPT", "keep_best": false}},
       {"WriteSchedule": {"json": "deep/plan.json", "csv": "",
                          "start": "2024-03-05 06:00:00", "time_unit": "00:30:00"}}]})");
-  const ChildResult run = jobshopRun({"shop/p.json", "run"});
-  ASSERT_EQ(run.exitCode, 0) << run.errors;
+  ASSERT_EQ(jobshopRun({"shop/p.json", "run"}).exitCode, 0);
   const Json::Value plan = libvarrow::File2Json("run/deep/plan.json");
   EXPECT_EQ(plan["origin"], "SPT");
-  EXPECT_EQ(plan["jobs"][5][0]["end"], 3);
   EXPECT_EQ(plan["jobs"][5][0]["end_clock"], "2024-03-05 07:30:00");
   EXPECT_FALSE(fs::exists("run/schedule.csv"));
 }
@@ -231,16 +122,11 @@ TEST_F(Program, ThePipelineChoosesWhatRunsAndWhatIsKept) {
 TEST_F(Program, ABadPipelineIsOneLineWithThePathToTheFault) {
   const std::pair<std::string, std::string> cases[] = {
       {R"({"No\npe%s%n\u001b[31m": {}})", "modules[0]: No pe%s%n [31m miss register"},
-      {R"({"CheckSchedule": {}}, {"Dispatch": {}})", "modules[1].Dispatch.rule: not found"},
       {R"({"ChainedModule": {"modules": [{"Dispatch": {"rule": "EDD"}}]}})",
        "modules[0].ChainedModule.modules[0].Dispatch.rule: no dispatching rule \"EDD\"; there are "
        "SPT, LPT, MWKR, MOPNR, FIFO"},
       {R"({"Dispatch": {"rule": "SPT", "tries": 0}})",
        "modules[0].Dispatch.tries: expected a number from 1 to 1000000"},
-      {R"({"Dispatch": {"rule": "SPT", "noise": 1.5}})",
-       "modules[0].Dispatch.noise: expected a number from 0 to 1"},
-      {R"({"WriteSchedule": {"time_unit": "00:00:00"}})",
-       "modules[0].WriteSchedule.time_unit: expected at least 00:00:01"},
       // What shows only when it runs is told with the step's place among the dumps.
       {R"({"ChainedModule": {"modules": [{"ReadInstance": {"file": "bad.txt"}}]}})",
        "0_ChainedModule/0_ReadInstance: " + directory.path().string() +
@@ -248,7 +134,6 @@ TEST_F(Program, ABadPipelineIsOneLineWithThePathToTheFault) {
       {R"({"SetCalendars": {"start": "2024-03-01", "machines": [
           {"machine": 0, "shifts": [{"from": "06:00:00", "to": "14:00:00", "days": ["Mon"]}]}]}})",
        "modules[0].SetCalendars.machines[0].shifts[0].days[0]: no day \"Mon\"; there are mon, "},
-      {R"({"SetCalendars": {"start": "2024-03-01"}})", "0_SetCalendars: no instance yet: "},
       {R"({"ReadInstance": {"file": "one.txt"}},
           {"SetCalendars": {"start": "2024-03-01", "machines": [{"machine": 0}, {"machine": 1}]}})",
        "1_SetCalendars: machines[1].machine: no machine 1, the instance has 0 to 0"},
@@ -265,15 +150,12 @@ TEST_F(Program, ABadPipelineIsOneLineWithThePathToTheFault) {
     writeFile("p.json", "{\"modules\": [" + modules + "]}");
     expectOneLine(jobshopRun({"p.json", "run"}), 1, "jobshop: p.json: " + fault);
   }
-  writeFile("p.json", "{\"modules\": [");
-  expectOneLine(jobshopRun({"p.json", "run"}), 1, "jobshop: p.json: Can not parse file");
 }
 
 TEST_F(Program, WrongArgumentsAndFoldersAreOneLine) {
   writeFile("file", "");
   expectOneLine(jobshopRun({}), 2, "jobshop: no pipeline file given; see jobshop --help\n");
   expectOneLine(jobshopRun({"a", "b", "c"}), 2, ": too many arguments; see jobshop --help\n");
-  expectOneLine(jobshopRun({"--instance"}), 2, ": --instance needs a file; see jobshop --help\n");
   expectOneLine(jobshopRun({"--in\nst", "x"}), 2, ": no option --in st; see jobshop --help\n");
   expectOneLine(jobshopRun({kPipeline, "file/run"}), 1, "file/run");
   expectOneLine(jobshopRun({"gone.json", "run"}), 1, "jobshop: gone.json: conf ");

@@ -2,11 +2,10 @@
 #include "ScheduleText.h"
 
 #include <boost/date_time/posix_time/posix_time.hpp>
-#include <set>
+#include <boost/property_tree/xml_parser.hpp>
 
 #include "OneLine.h"
 #include "gantt/GanttChart.h"
-#include "gantt/JobColors.h"
 #include "shop_fixtures.h"
 #include "support/support.h"
 
@@ -45,24 +44,19 @@ TEST(ScheduleText, ClocksStopAtTheEndOfTheCalendar) {
 }
 
 TEST(GanttChart, IsWellFormedAndShowsEveryOperation) {
-  for (Instance instance :
-       {shipped("ft06"), randomInstance(1, 100, 20, 1), randomInstance(2, 1, 1, 0),
-        randomInstance(3, 20, 5, kMaxDuration - 8)}) {
+  for (Instance instance : {randomInstance(1, 100, 20, 1), randomInstance(2, 1, 1, 0),
+                            randomInstance(3, 20, 5, kMaxDuration - 8)}) {
     instance.name = "<b>&\"\x01%s";
     const std::string svg = ganttChart(instance, planned(instance, "SPT"), {}, {});
-    const boost::property_tree::ptree tree = xmlOf(svg);
+    boost::property_tree::ptree tree;
+    std::istringstream stream(svg);
+    boost::property_tree::read_xml(stream, tree);
     EXPECT_EQ(tree.get<std::string>("svg.text"), "<b>&\" %s");
     EXPECT_EQ(tree.get_child("svg").count("g"), instance.operationCount());
     EXPECT_EQ(svg.find("nan"), std::string::npos);
     EXPECT_EQ(svg.find("inf"), std::string::npos);
     EXPECT_LT(svg.size(), 1'000'000u);
   }
-}
-
-TEST(GanttChart, AHundredJobsHaveAHundredColors) {
-  std::set<std::string> fills;
-  for (std::size_t job = 0; job < 100; ++job) fills.insert(colorOfJob(job).fill);
-  EXPECT_EQ(fills.size(), 100u);
 }
 
 TEST(OneLine, FoldsBreaksAndControls) {

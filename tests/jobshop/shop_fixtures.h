@@ -4,8 +4,6 @@
 #include <cppbind/imp/json_decode_binder.h>
 
 #include <boost/date_time/posix_time/posix_time.hpp>
-#include <boost/property_tree/ptree.hpp>
-#include <boost/property_tree/xml_parser.hpp>
 #include <cstdint>
 #include <random>
 #include <string>
@@ -19,21 +17,10 @@
 
 namespace jobshop_test {
 
-inline jobshop::Instance shipped(const std::string& name) {
-  return jobshop::readInstance(JOBSHOP_FOLDER "/data/" + name + ".txt");
-}
-
 inline jobshop::Schedule planned(const jobshop::Instance& instance, const std::string& rule,
                                  const jobshop::ShopCalendar& calendar = {}) {
   const auto urgency = jobshop::findDispatchRule(rule).urgency;
   return {jobshop::buildActiveSchedule(instance, urgency, calendar), rule};
-}
-
-inline boost::property_tree::ptree xmlOf(const std::string& text) {
-  boost::property_tree::ptree tree;
-  std::istringstream stream(text);
-  boost::property_tree::read_xml(stream, tree);
-  return tree;
 }
 
 /// The settings that `keys`, the members of a JSON object, stand for.
