@@ -1,7 +1,8 @@
-// The plain model of a TimeBlock, and the operations in which the two are compared.
+// The plain model of a TimeBlock, and random operations in which the two are compared.
 #pragma once
 
 #include <algorithm>
+#include <cstdint>
 #include <stdexcept>
 #include <string>
 #include <type_traits>
@@ -14,12 +15,15 @@ namespace test_support {
 
 using boost::gregorian::date;
 using boost::gregorian::days;
+using boost::posix_time::hours;
 using boost::posix_time::ptime;
 using boost::posix_time::time_duration;
 using libvarrow::time2str;
 using libvarrow::TimeBlock;
 using libvarrow::TimeSlot;
 using Slots = std::vector<TimeSlot>;
+
+const date kFirstDay(2024, 3, 1);
 
 /// Thrown where the library ends the process.
 struct Dies {};
@@ -91,6 +95,11 @@ struct PlainBlock {
     slots = rest;
   }
 
+  template <class Predicate>
+  bool any(Predicate predicate) const {
+    return std::any_of(slots.begin(), slots.end(), predicate);
+  }
+
   bool hasIntersection(ptime start, ptime end) const {
     for (const auto& [b, e] : slots) {
       require(b <= e && start <= end);
@@ -102,9 +111,7 @@ struct PlainBlock {
   bool overlap(ptime start, ptime end) const {
     require(start <= end && !slots.empty());
     if (slots.front().time_begin >= end || start >= slots.back().time_end) return false;
-    return std::any_of(slots.begin(), slots.end(), [&](const TimeSlot& slot) {
-      return start < slot.time_end && slot.time_begin < end;
-    });
+    return any([&](const TimeSlot& s) { return start < s.time_end && s.time_begin < end; });
   }
 
   PlainBlock intersection(ptime start, ptime end) const {
@@ -119,15 +126,12 @@ struct PlainBlock {
 
   bool haveBlock(ptime start, ptime end) const {
     require(start <= end);
-    return std::any_of(slots.begin(), slots.end(), [&](const TimeSlot& slot) {
-      return slot.time_begin <= start && end <= slot.time_end;
-    });
+    return any([&](const TimeSlot& s) { return s.time_begin <= start && end <= s.time_end; });
   }
 
   bool haveBlock(ptime start, ptime end, time_duration length) const {
-    return std::any_of(slots.begin(), slots.end(), [&](const TimeSlot& slot) {
-      const ptime lo = std::max(start, slot.time_begin);
-      const ptime hi = std::min(slot.time_end, end);
+    return any([&](const TimeSlot& slot) {
+      const ptime lo = std::max(start, slot.time_begin), hi = std::min(slot.time_end, end);
       return !(hi < lo) && !(hi - lo < length);
     });
   }
@@ -143,8 +147,7 @@ struct PlainBlock {
     time_duration sum;
     auto slot = std::lower_bound(slots.begin(), slots.end(), start, TimeSlot::CompareByTimeEnd);
     for (; slot != slots.end() && !(end < slot->time_begin); ++slot) {
-      const ptime x = std::max(slot->time_begin, start);
-      const ptime y = std::min(slot->time_end, end);
+      const ptime x = std::max(slot->time_begin, start), y = std::min(slot->time_end, end);
       require(x <= y);
       sum += y - x;
     }
@@ -152,9 +155,8 @@ struct PlainBlock {
   }
 
   bool haveCompleteDays(ptime start, ptime end, int count) const {
-    return std::any_of(slots.begin(), slots.end(), [&](const TimeSlot& slot) {
-      const ptime lo = std::max(start, slot.time_begin);
-      const ptime hi = std::min(slot.time_end, end);
+    return any([&](const TimeSlot& slot) {
+      const ptime lo = std::max(start, slot.time_begin), hi = std::min(slot.time_end, end);
       return count <= dayCount(hi.date() - lo.date()) - (isPastMidnight(lo) ? 1 : 0);
     });
   }
@@ -248,40 +250,119 @@ inline std::string text(bool value) {
   return value ? "yes" : "no";
 }
 
-/// What the operations of a block are asked with.
-struct BlockArguments {
-  Slots others;
-  ptime from, to;
-  time_duration length;
-  date day, lastDay;
-  int dayCount = 0;
-};
+/// A calendar and its plain model, which are asked and changed alike with what `number(n)`, one of
+/// 0 to n - 1, gives.
+template <class Number>
+class BlockAndModel {
+ public:
+  explicit BlockAndModel(Number number) : number_(number) {}
 
-/// Calls `compare(name, query)` for every operation; query(block) asks or changes a PlainBlock and
-/// a TimeBlock alike, and returns the answer, or the changed block itself.
-template <class Compare>
-void forEachBlockOperation(const BlockArguments& a, Compare compare) {
-  const auto change = [&](const char* what, auto make) {
-    compare(
-        what, [&](auto& b) -> auto& { return make(b), b; });
-  };
-  const auto another = [&](const auto& like) { return std::decay_t<decltype(like)>{a.others}; };
-  change("add", [&](auto& b) { b.addTimeBlock(a.from, a.to); });
-  change("remove", [&](auto& b) { b.removeTimeBlock(a.from, a.to); });
-  change("add many", [&](auto& b) { b.addTimeBlocks(another(b)); });
-  change("remove many", [&](auto& b) { b.removeTimeBlock(another(b)); });
-  compare("hasIntersection", [&](auto& b) { return b.hasIntersection(a.from, a.to); });
-  compare("overlap", [&](auto& b) { return b.overlap(a.from, a.to); });
-  compare("intersection", [&](auto& b) { return b.intersection(a.from, a.to); });
-  compare("haveBlock", [&](auto& b) { return b.haveBlock(a.from, a.to); });
-  compare("haveBlock for", [&](auto& b) { return b.haveBlock(a.from, a.to, a.length); });
-  compare("getTotalDur", [&](auto& b) { return b.getTotalDur(); });
-  compare("getTotalDur in", [&](auto& b) { return b.getTotalDur(a.from, a.to); });
-  compare("complete days", [&](auto& b) { return b.haveCompleteDays(a.from, a.to, a.dayCount); });
-  compare("touched days", [&](auto& b) { return b.getInvolveStatus(a.day, a.lastDay); });
-  compare("full days", [&](auto& b) { return b.getFullDayInvolveStatus(a.day, a.lastDay); });
-  compare("after", [&](auto& b) { return b.getBlockAtPos4Dur(a.from, a.length); });
-  compare("before", [&](auto& b) { return b.getBlockAtPos4DurByEnd(a.from, a.length); });
-}
+  const PlainBlock& plain() const { return plain_; }
+  TimeBlock& block() { return block_; }
+
+  void start(const Slots& slots) {
+    plain_.slots = slots;
+    block_ = TimeBlock(slots);
+  }
+
+  /// Starts with new slots: in order, touching and empty ones among them, or in none, or reversed.
+  void start() {
+    isWild_ = number_(4) == 0;
+    start(slots());
+  }
+
+  /// One operation on both; `same(what, plain text, text)` gets its answers and what it leaves. One
+  /// that ends the process is kept from the library.
+  template <class Same>
+  void step(Same same) {
+    const Slots others = slots();
+    const ptime from = time(), to = time();
+    const bool isLong = isWild_ && number_(8) == 0;
+    const time_duration length = isLong ? from - to : hours(3 * (number_(30) - 4));
+    const date day = kFirstDay + days(number_(12)), lastDay = day + days(number_(6));
+    const int count = number_(5) - 1;
+    int skipped = number_(16);
+    const auto ask = [&](const char* what, auto query) {
+      if (skipped-- == 0) compare(what, query, same);
+    };
+    const auto change = [&](const char* what, auto make) {
+      ask(
+          what, [&](auto& b) -> auto& { return make(b), b; });
+    };
+    const auto another = [&](const auto& like) { return std::decay_t<decltype(like)>{others}; };
+    change("add", [&](auto& b) { b.addTimeBlock(from, to); });
+    change("remove", [&](auto& b) { b.removeTimeBlock(from, to); });
+    change("add many", [&](auto& b) { b.addTimeBlocks(another(b)); });
+    change("remove many", [&](auto& b) { b.removeTimeBlock(another(b)); });
+    ask("shared", [&](auto& b) { return b.hasIntersection(from, to); });
+    ask("overlap", [&](auto& b) { return b.overlap(from, to); });
+    ask("intersection", [&](auto& b) { return b.intersection(from, to); });
+    ask("contained", [&](auto& b) { return b.haveBlock(from, to); });
+    ask("room", [&](auto& b) { return b.haveBlock(from, to, length); });
+    ask("total", [&](auto& b) { return b.getTotalDur(); });
+    ask("total in", [&](auto& b) { return b.getTotalDur(from, to); });
+    ask("days", [&](auto& b) { return b.haveCompleteDays(from, to, count); });
+    ask("touched", [&](auto& b) { return b.getInvolveStatus(day, lastDay); });
+    ask("full", [&](auto& b) { return b.getFullDayInvolveStatus(day, lastDay); });
+    ask("after", [&](auto& b) { return b.getBlockAtPos4Dur(from, length); });
+    ask("before", [&](auto& b) { return b.getBlockAtPos4DurByEnd(from, length); });
+  }
+
+ private:
+  // Few different times, so that they often touch, some just past midnight, and some special or
+  // far.
+  ptime time() {
+    using namespace boost::date_time;
+    const ptime near(kFirstDay, hours(6 * number_(40)));
+    if (isWild_ && number_(8) == 0) {
+      const special_values special[] = {not_a_date_time, pos_infin, neg_infin, min_date_time,
+                                        max_date_time};
+      if (const int kind = number_(6); kind < 5) return ptime(special[kind]);
+      return shifted(near, hours(std::int64_t{100} * (number_(1'700'000) - 850'000)));
+    }
+    return number_(8) == 0 ? near + boost::posix_time::milliseconds(500) : near;
+  }
+
+  Slots slots() {
+    Slots made(static_cast<std::size_t>(number_(10)));
+    std::vector<ptime> times(2 * made.size());
+    std::generate(times.begin(), times.end(), [&] { return time(); });
+    const int kind = number_(6);
+    if (kind < 3) std::sort(times.begin(), times.end());
+    for (std::size_t i = 0; i < made.size(); ++i) {
+      made[i] = slotOf(times[2 * i], times[2 * i + 1]);
+      if (kind < 5 && times[2 * i + 1] < times[2 * i])
+        made[i] = slotOf(times[2 * i + 1], times[2 * i]);
+    }
+    if (number_(2) == 0) std::sort(made.begin(), made.end());
+    return made;
+  }
+
+  template <class Query, class Same>
+  void compare(const char* what, Query query, Same same) {
+    const PlainBlock before = plain_;
+    const auto answer = [&](auto& block) {
+      try {
+        return text(query(block));
+      } catch (const std::exception& error) {
+        return std::string(error.what());
+      }
+    };
+    std::string expected;
+    try {
+      expected = answer(plain_);
+    } catch (const Dies&) {
+      plain_ = before;
+      return;
+    }
+    const std::string found = answer(block_);
+    same(what, expected + " leaves " + text(plain_), found + " leaves " + text(block_));
+  }
+
+  Number number_;
+  bool isWild_ = false;
+  PlainBlock plain_;
+  TimeBlock block_;
+};
 
 }  // namespace test_support

@@ -15,90 +15,27 @@ using namespace libvarrow;
 using namespace boost::posix_time;
 using namespace test_support;
 
-const date kFirstDay(2024, 3, 1);
-
-// Few different times, so that they often touch, and some that are special or just past midnight.
-class RandomBlocks {
- public:
-  int number(int count) { return static_cast<int>(random_() % static_cast<unsigned>(count)); }
-
-  ptime time() {
-    if (hasSpecialTimes && number(12) == 0) {
-      using namespace boost::date_time;
-      return ptime(number(2) == 0 ? not_a_date_time : number(2) == 0 ? pos_infin : neg_infin);
-    }
-    const time_duration justPast = number(8) == 0 ? milliseconds(500) : milliseconds(0);
-    return ptime(kFirstDay, hours(6 * number(40))) + justPast;
-  }
-
-  Slots slots() {
-    hasSpecialTimes = number(4) == 0;
-    Slots made(static_cast<std::size_t>(number(10)));
-    if (number(2) == 0) {
-      // In order; whether touching and empty ones are among them is left to chance.
-      std::vector<ptime> times;
-      for (std::size_t i = 0; i < 2 * made.size(); ++i) times.push_back(time());
-      std::sort(times.begin(), times.end());
-      for (std::size_t i = 0; i < made.size(); ++i) {
-        made[i] = slotOf(times[2 * i], times[2 * i + 1]);
-      }
-      return made;
-    }
-    const bool mayBeReversed = number(3) == 0;
-    for (TimeSlot& slot : made) {
-      slot = slotOf(time(), time());
-      if (!mayBeReversed && slot.time_end < slot.time_begin) {
-        std::swap(slot.time_begin, slot.time_end);
-      }
-    }
-    if (number(2) == 0) std::sort(made.begin(), made.end());
-    return made;
-  }
-
-  bool hasSpecialTimes = false;
-
- private:
-  std::mt19937 random_{20240301};
-};
-
-// Compares where the plain walk does not end the process; returns whether it did not.
-template <class Query>
-bool expectSame(const Slots& slots, Query query) {
-  std::string answer;
-  const auto ask = [&](auto block) { answer = text(query(block)); };
-  std::string plain;
-  try {
-    plain = errorOf([&] { ask(PlainBlock{slots}); }) + answer;
-  } catch (const Dies&) {
-    return false;
-  }
-  answer.clear();
-  const std::string found = errorOf([&] { ask(TimeBlock(slots)); }) + answer;
-  EXPECT_EQ(plain, found);
-  return true;
+// 0 to n - 1, the same in every run.
+auto randomNumber() {
+  return [random = std::mt19937(20240301)](int n) mutable {
+    return static_cast<int>(random() % static_cast<unsigned>(n));
+  };
 }
 
 TEST(TimeBlockModelTest, AnswersAndChangesAreThoseOfAPlainWalkWhateverTheSlotsAre) {
-  RandomBlocks random;
+  BlockAndModel both(randomNumber());
   std::map<std::string, int> compared;
-  for (int i = 0; i < 20000 && !HasFailure(); ++i) {
-    const Slots slots = random.slots();
-    BlockArguments arguments{random.slots(),
-                             random.time(),
-                             random.time(),
-                             hours(6 * random.number(14) - 3),
-                             kFirstDay + days(random.number(8)),
-                             date(),
-                             random.number(5) - 1};
-    arguments.lastDay = arguments.day + days(random.number(4));
-    SCOPED_TRACE(text(TimeBlock(slots)) + " and " + text(TimeBlock(arguments.others)) + " from " +
-                 time2str(arguments.from) + " to " + time2str(arguments.to) + " for " +
-                 time2str(arguments.length));
-    forEachBlockOperation(arguments, [&](const char* what, auto query) {
-      SCOPED_TRACE(what);
-      compared[what] += expectSame(slots, query);
-    });
+  for (int i = 0; i < 40000 && !HasFailure(); ++i) {
+    both.start();
+    for (int step = 0; step < 8; ++step) {
+      SCOPED_TRACE(text(both.block()));
+      both.step([&](const std::string& what, const std::string& plain, const std::string& found) {
+        EXPECT_EQ(plain, found) << what;
+        ++compared[what];
+      });
+    }
   }
+  EXPECT_EQ(compared.size(), 16u);
   for (const auto& [what, count] : compared) EXPECT_GT(count, 5000) << what;
 }
 
@@ -124,24 +61,24 @@ Hours coveredBy(const TimeBlock& block) {
 }
 
 TEST(TimeBlockModelTest, ASoundBlockIsTheSetOfItsHours) {
-  RandomBlocks random;
+  auto number = randomNumber();
   TimeBlock block;
   TimeBlock earlier;
   Hours covered;
   for (int i = 0; i < 20000 && !HasFailure(); ++i) {
-    const int first = random.number(kHours - 30);
-    const int last = first + 1 + random.number(30);
+    const int first = number(kHours - 30);
+    const int last = first + 1 + number(30);
     const ptime from = ptime(kFirstDay, hours(first));
     const ptime to = ptime(kFirstDay, hours(last));
-    const TimeBlock change = random.number(4) == 0 ? earlier : TimeBlock(from, to);
-    if (random.number(2) == 0) {
+    const TimeBlock change = number(4) == 0 ? earlier : TimeBlock(from, to);
+    if (number(2) == 0) {
       block.addTimeBlocks(change);
       covered |= coveredBy(change);
     } else {
       block.removeTimeBlock(change);
       covered &= ~coveredBy(change);
     }
-    if (random.number(10) == 0) earlier = block;
+    if (number(10) == 0) earlier = block;
     SCOPED_TRACE(text(block));
     EXPECT_EQ(covered, coveredBy(block));
     for (std::size_t s = 1; s < block.getBlocks().size(); ++s) {
