@@ -92,18 +92,11 @@ T& only() {
 }
 
 void make(char name) {
-  switch (name) {
-    case 'd':
-      return static_cast<void>(only<Dumpers>());
-    case 'l':
-      return static_cast<void>(only<Logger>());
-    case 'r':
-      return static_cast<void>(only<Registries>());
-    case 'm':
-      return static_cast<void>(only<Manager>());
-    default:
-      return static_cast<void>(only<PlugInObject>());
-  }
+  if (name == 'd') only<Dumpers>();
+  if (name == 'l') only<Logger>();
+  if (name == 'r') only<Registries>();
+  if (name == 'm') only<Manager>();
+  if (name == 'o') only<PlugInObject>();
 }
 
 }  // namespace

@@ -54,15 +54,12 @@ std::vector<std::pair<const char*, std::string>> hostileTexts() {
   // The parser allows a thousand levels.
   return {
       {"arrays without end", filled("", "[")},
-      {"objects without end", filled("", R"({"a":)")},
       {"a deep array", nested(990, "[", "0", ",0", "", "]")},
-      {"modules", filled(R"({"modules":[)", R"({"S":{}},)", R"({"S":{}}]})")},
       {"deep modules",
        nested(330, R"({"modules":[{"C":)", R"({"modules":[{"S":{}})", R"(,{"S":{}})", "]}", "}]}")},
       {"a deep fault",
        nested(330, R"({"modules":[{"C":)", R"({"modules":[{"S":{"x":")", "x", R"("}}]})", "}]}")},
       {"named modules", filled(R"({"named_modules":{"":{"S":{}})", R"(,"":{"S":{}})", "}}")},
-      {"rules", filled(R"([{"A":{}})", R"(,{"A":{}})", "]")},
       {"deep rules", nested(490, R"({"rule_list":[)", R"({"A":{}})", R"(,{"A":{}})", "", "]}")},
       {"a deep unknown rule", nested(490, R"({"rule_list":[)", R"({")", "x", R"(":{}})", "]}")},
       {"texts", filled(R"({"A":{"texts":[""])", R"(,"")", "]}}")},
@@ -73,7 +70,6 @@ std::vector<std::pair<const char*, std::string>> hostileTexts() {
       {"a long fraction", filled(R"({"A":{"number":0.)", "9", "e999999}}")},
       {"a long class", filled(R"({"modules":[{")", "x", R"(":{}}]})")},
       {"comments", filled("[1", "/**/", "]")},
-      {"comments on lines", filled("[1", "//\n", "]")},
       {"faults", filled("[", "{x},", "]")},
       {"deep faults", repeated(990, "[") + filled("", "x ", "")},
       {"an open text", filled("[\"", "\\\"")},

@@ -109,21 +109,6 @@ TEST_F(SharedTest, CountersOfRulesAndProgressAreExactAndOneEnvironmentIsMade) {
   EXPECT_EQ(1u, std::set<RunTimeEnv*>(made.begin(), made.end()).size());
 }
 
-#if defined(_OPENMP)
-TEST_F(SharedTest, CountsFromOpenMpThreadsAreExact) {
-  Even rule;
-  CountStatistics count;
-#pragma omp parallel for num_threads(kThreads)
-  for (int i = 0; i < kRepeats; ++i) {
-    rule.validate(i);
-    count.inc(2);
-  }
-  EXPECT_EQ(kRepeats / 2, rule.getPassedCountValue());
-  EXPECT_EQ(kRepeats / 2, rule.getFailedCountValue());
-  EXPECT_EQ(2 * kRepeats, count.toJsonValue4Bind().asInt());
-}
-#endif
-
 TEST_F(SharedTest, SeveralThreadsConvertByFacetAndNeverGetASerialNumberTwice) {
   std::atomic<std::uint64_t> sum{0};
   onThreads([&](int) {

@@ -6,7 +6,6 @@
 #include <boost/dll/runtime_symbol_info.hpp>
 #include <boost/dll/shared_library.hpp>
 #include <boost/filesystem/operations.hpp>
-#include <cstdlib>
 #include <fstream>
 #include <iostream>
 #include <iterator>
@@ -105,12 +104,11 @@ TEST_F(DllManagerTest, WhatIsNoPlugInSaysWhichFileAndWhyAndIsNotKept) {
   provide("without_entry", "without_entry.so");
   provide("throwing", "throwing.so");
   provide("plain_function", "plain_function.so");
-  writeFile("text.so", "no library");
   boost::filesystem::create_directory("folder.so");
   const std::string output = run([&] {
     // The errors are read when the managers are gone.
     for (const char* name :
-         {"gone", "text", "folder", "without_entry", "plain_function", "throwing", "throwing"}) {
+         {"gone", "folder", "without_entry", "plain_function", "throwing", "throwing"}) {
       std::cout << name << ": " << errorOf([&, name] {
         DllManager manager;
         const auto notKept = [&] { return manager.findDll(name) == nullptr; };
@@ -128,14 +126,11 @@ TEST_F(DllManagerTest, WhatIsNoPlugInSaysWhichFileAndWhyAndIsNotKept) {
     return "not kept, shared library:" + at(file) + " err:";
   };
   for (const std::string& text :
-       {failure("gone.so"), failure("text.so"), failure("folder.so"),
+       {failure("gone.so"), failure("folder.so"),
         "ERROR shared library:" + at("without_entry.so") +
             " err:boost::dll::shared_library::get() failed",
-        std::string("not kept, boost::dll::shared_library::get() failed"),
         failure("plain_function.so") + "initModule is no alias of a function!",
-        "ERROR shared library:" + at("throwing.so") + " err:",
         std::string(::dgettext("libc", "No such file or directory")),
-        std::string(::dgettext("libc", "file too short")),
         std::string("not kept, no licence\n1\n")}) {
     EXPECT_TRUE(contains(output, text)) << text << "\nin\n" << output;
   }
@@ -182,11 +177,6 @@ TEST_F(DllManagerTest, ErrorsOutliveTheManagerThatTheyFlyPast) {
   });
   EXPECT_TRUE(contains(output, "out of order\n")) << output;
   EXPECT_TRUE(contains(output, "Faulty.own: should be true\n")) << output;
-}
-
-TEST_F(DllManagerTest, AManagerMayGoWithTheStaticObjectsOfAHost) {
-  EXPECT_EQ(0, std::system(STATIC_MANAGER_HOST " " PLUGINS " > output.txt"));
-  EXPECT_NE(std::string::npos, readFile("output.txt").find("main ends\n"));
 }
 
 }  // namespace
