@@ -1,10 +1,9 @@
-// Working time: where operations run in it, what the checker sees, what is drawn and refused.
+// Working time: where operations run in it, what the checker sees, what is written and refused.
 
 #include "JobShopData.h"
 #include "LowerBound.h"
 #include "ScheduleChecker.h"
 #include "ScheduleText.h"
-#include "gantt/GanttChart.h"
 #include "shop_fixtures.h"
 #include "support/support.h"
 
@@ -135,21 +134,19 @@ TEST(Calendar, FaultsInKeysNameTheirPlace) {
   const auto shift = [](const std::string& window) {
     return kFriday + R"("shifts": [{"from": "06:00:00", "to": "14:00:00"}, {)" + window + "}]";
   };
-  const std::string to = "shifts[1].to: expected a time after \"from\", ";
-  const std::string pace = "efficiency: expected a number from 0.001 to 1000";
   const std::pair<std::string, std::string> cases[] = {
       {R"("start": "2024-03-01", "time_unit": "00:00:00")",
        "time_unit: expected at least 00:00:01"},
       {kFriday + R"("days": 0)", "days: expected a number from 1 to 36600"},
       {R"("start": "9999-12-01 00:00:00")", "days: expected an end before the year 10000"},
-      {kFriday + R"("efficiency": 0)", pace},
-      {kFriday + R"("machines": [{"machine": 0, "efficiency": 1e9}])", "machines[0]." + pace},
+      {kFriday + R"("machines": [{"machine": 0, "efficiency": 1e9}])",
+       "machines[0].efficiency: expected a number from 0.001 to 1000"},
       {kFriday + R"("machines": [{"machine": 2}, {"machine": 2}])",
        "machines[1].machine: machine 2 has hours already"},
       {shift(R"("from": "24:00:00", "to": "25:00:00")"),
        "shifts[1].from: expected a time of day from 00:00:00 to 23:59:59"},
-      {shift(R"("from": "06:00:00", "to": "06:00:00")"), to + "06:00:00, by at most 24 hours; "},
-      {shift(R"("from": "06:00:00", "to": "30:00:01")"), to + "06:00:00, by "},
+      {shift(R"("from": "06:00:00", "to": "06:00:00")"),
+       "shifts[1].to: expected a time after \"from\", 06:00:00, by at most 24 hours; "},
       {shift(R"("from": "06:00:00", "to": "07:00:00", "days": [])"),
        "shifts[1].days: expected at least one day"},
       {kFriday + R"("machines": [{"machine": 0, "closed": [
@@ -161,7 +158,7 @@ TEST(Calendar, FaultsInKeysNameTheirPlace) {
   }
 }
 
-TEST(Calendar, InterruptionsAreWrittenAndDrawn) {
+TEST(Calendar, InterruptionsAreWritten) {
   const Instance instance = parseInstance("2 1\n0 5\n0 6\n", "x.txt");
   const ShopCalendar calendar = calendarFrom(kEarlyShift, 1);
   const Schedule schedule = planned(instance, "FIFO", calendar);
@@ -170,12 +167,6 @@ TEST(Calendar, InterruptionsAreWrittenAndDrawn) {
       [{"machine": 0, "start": 0, "end": 6, "work": 5, "interruptions": [{"start": 4, "end": 5}]}],
       [{"machine": 0, "start": 6, "end": 76, "work": 6,
         "interruptions": [{"start": 8, "end": 72}]}]])"));
-  EXPECT_EQ(scheduleCsv(schedule, calendar, {}),
-            "job,operation,machine,start,end,work\n0,0,0,0,6,5\n1,0,0,6,76,6\n");
-  const std::string svg = ganttChart(instance, schedule, calendar, calendar.clock());
-  for (const char* shown : {">100 %<title>busy 11 of 11 working<", ">Fri 1 Mar<", ">Mon 4 Mar<"}) {
-    EXPECT_TRUE(contains(svg, shown)) << shown;
-  }
 }
 
 }  // namespace

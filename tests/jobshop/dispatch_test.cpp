@@ -15,11 +15,17 @@ namespace {
 
 TEST(Dispatching, EveryRuleGivesAFeasibleScheduleInWorkingTime) {
   const Time shortestTimes[] = {0, 1, kMaxDuration - 8};
+  // Breaks and closed hours that overlap and end within time units, a shift past midnight.
+  const std::string keys = R"("start": "2024-02-28 05:50:00", "time_unit": "00:07:00",
+      "shifts": [{"from": "20:00:00", "to": "30:00:00"}, {"from": "04:00:00", "to": "09:30:00"}],
+      "breaks": [{"from": "05:00:00", "to": "05:10:00", "days": ["thu", "fri"]}],
+      "closed": [{"timeBegin": "2024-02-29 04:30:00", "timeEnd": "2024-02-29 05:05:00"}],
+      "machines": [{"machine": 0, "efficiency": 0.7, "shifts": []}])";
   for (std::uint32_t seed = 0; seed < 60; ++seed) {
     const std::size_t jobs = 1 + seed % 11, machines = 1 + seed % 7;
     const Instance always = randomInstance(seed, jobs, machines, shortestTimes[seed % 3]);
     const Instance shifts = randomInstance(seed, jobs, machines, seed % 3);
-    const ShopCalendar calendar(randomCalendar(seed, machines), machines);
+    const ShopCalendar calendar(settingsFrom(keys), machines);
     for (const DispatchRule& rule : dispatchRules()) {
       SCOPED_TRACE(always.name + " by " + rule.name);
       EXPECT_EQ(findViolations(always, planned(always, rule.name), {}), std::vector<std::string>());

@@ -2,10 +2,7 @@
 #include "ScheduleText.h"
 
 #include <boost/date_time/posix_time/posix_time.hpp>
-#include <boost/property_tree/xml_parser.hpp>
 
-#include "OneLine.h"
-#include "gantt/GanttChart.h"
 #include "shop_fixtures.h"
 #include "support/support.h"
 
@@ -41,31 +38,6 @@ TEST(ScheduleText, ClocksStopAtTheEndOfTheCalendar) {
   EXPECT_EQ(clock.at(0), "9999-12-31 00:00:00");
   EXPECT_THROW(clock.at(1), std::runtime_error);
   EXPECT_THROW(clock.at(1'000'000'000'000'000), std::runtime_error);
-}
-
-TEST(GanttChart, IsWellFormedAndShowsEveryOperation) {
-  for (Instance instance : {randomInstance(1, 100, 20, 1), randomInstance(2, 1, 1, 0),
-                            randomInstance(3, 20, 5, kMaxDuration - 8)}) {
-    instance.name = "<b>&\"\x01%s";
-    const std::string svg = ganttChart(instance, planned(instance, "SPT"), {}, {});
-    boost::property_tree::ptree tree;
-    std::istringstream stream(svg);
-    boost::property_tree::read_xml(stream, tree);
-    EXPECT_EQ(tree.get<std::string>("svg.text"), "<b>&\" %s");
-    EXPECT_EQ(tree.get_child("svg").count("g"), instance.operationCount());
-    EXPECT_EQ(svg.find("nan"), std::string::npos);
-    EXPECT_EQ(svg.find("inf"), std::string::npos);
-    EXPECT_LT(svg.size(), 1'000'000u);
-  }
-}
-
-TEST(OneLine, FoldsBreaksAndControls) {
-  const std::pair<const char*, const char*> cases[] = {
-      {"\r\n", ""},
-      {" a\n\n  b\t\x1b[31mc\x7f ", "a b [31mc"},
-      {"a\xC2\x9B[31mb", "a [31mb"},
-      {"caf\xC3\xA9 %s cut\xC2", "caf\xC3\xA9 %s cut\xC2"}};
-  for (const auto& [text, line] : cases) EXPECT_EQ(oneLine(text), line);
 }
 
 }  // namespace

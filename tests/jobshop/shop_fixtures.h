@@ -3,7 +3,6 @@
 
 #include <cppbind/imp/json_decode_binder.h>
 
-#include <boost/date_time/posix_time/posix_time.hpp>
 #include <cstdint>
 #include <random>
 #include <string>
@@ -42,39 +41,6 @@ inline jobshop::Instance randomInstance(std::uint32_t seed, std::size_t jobs, st
     }
   }
   return instance;
-}
-
-inline std::vector<jobshop::DayWindow> randomWindows(std::mt19937& random, unsigned longest) {
-  std::vector<jobshop::DayWindow> windows(1 + random() % 2);
-  for (jobshop::DayWindow& window : windows) {
-    window.from = boost::posix_time::minutes(10 * (random() % 144));
-    window.to = window.from + boost::posix_time::minutes(10 * (1 + random() % longest));
-    if (random() % 2 == 0) window.days.resize(1 + random() % 7);
-  }
-  return windows;
-}
-
-/// Shifts, breaks and closed hours that overlap and end within time units; machine 0 works at
-/// another pace, the last one always.
-inline jobshop::CalendarSettings randomCalendar(std::uint32_t seed, std::size_t machineCount) {
-  namespace posix_time = boost::posix_time;
-  std::mt19937 random(seed);
-  const int units[] = {7, 10, 60};
-  jobshop::CalendarSettings settings;
-  settings.start = posix_time::time_from_string("2024-02-28 05:50:00");
-  settings.timeUnit = posix_time::minutes(units[seed % 3]);
-  settings.shop.shifts = randomWindows(random, 72);
-  settings.shop.shifts->push_back({posix_time::hours(2), posix_time::hours(5)});
-  settings.shop.breaks = randomWindows(random, 6);
-  const auto closed = settings.start + posix_time::minutes(random() % 3000);
-  settings.shop.closed.addTimeBlock(closed, closed + posix_time::hours(1 + random() % 30));
-  settings.machines.resize(machineCount);
-  for (std::size_t machine = 0; machine < machineCount; ++machine) {
-    settings.machines[machine].machine = machine;
-  }
-  settings.machines[0].efficiency = (1 + static_cast<double>(random() % 20)) / 10;
-  if (machineCount > 1) settings.machines.back().shifts.emplace();
-  return settings;
 }
 
 }  // namespace jobshop_test
