@@ -104,12 +104,4 @@ TEST(StringConverterTest, TextThatDoesNotParseIsNamedWithItsKind) {
             errorIn("9999-12-31 99:99:99", BoostPTimeConverter()));
 }
 
-TEST(StringConverterTest, SharedStringsPassAsTheyAreAndOtherTypesAreRefused) {
-  const StringPtrConverter converter;
-  const auto text = boost::any_cast<boost::shared_ptr<std::string>>(converter.fromString("%a\n"));
-  EXPECT_EQ("%a\n", *text);
-  EXPECT_EQ("%a\n", converter.toString(text));
-  EXPECT_THROW(converter.toString(5), boost::bad_any_cast);
-}
-
 }  // namespace

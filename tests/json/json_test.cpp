@@ -2,7 +2,6 @@
 #include "libvarrow/json/json.h"
 
 #include <boost/filesystem/operations.hpp>
-#include <clocale>
 #include "support/support.h"
 
 namespace {
@@ -52,15 +51,6 @@ TEST_F(JsonTest, Utf8FilesAreWrittenWithTheirFoldersAndReadBack) {
   EXPECT_EQ("小时\nx", readFile("a/b/c.txt"));
   writeFileForUTF8(folder + "v.json", Str2Json("{\"k\": [\"v\"]}"));
   EXPECT_EQ("{\"k\":[\"v\"]}\n", readFile("v.json"));
-}
-
-TEST_F(JsonTest, NumbersAreWrittenTheSameUnderTheCLocale) {
-  for (const char* locale : {"de_DE.UTF-8", "ps_AF.UTF-8"}) {
-    if (std::setlocale(LC_NUMERIC, locale) == nullptr) continue;  // not installed
-    EXPECT_EQ("1.5\n", Json2Str(Json::Value(1.5))) << locale;
-    EXPECT_EQ(1.5, Str2Json("[1.5]")[0].asDouble()) << locale;
-  }
-  std::setlocale(LC_NUMERIC, "C");
 }
 
 TEST_F(JsonTest, ARelativePathIsTakenFromTheDirectoryOfTheStart) {

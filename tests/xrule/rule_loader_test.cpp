@@ -76,7 +76,6 @@ TEST_F(RuleLoaderTest, LevelsAreInheritedAndLogged) {
 
 TEST_F(RuleLoaderTest, RulesMadeBeforeAFailureAreFreed) {
   const std::pair<const char*, const char*> faults[] = {
-      {R"({"AtMost": {"limit": 1}, "Unknown": {}})", "Unknown miss register"},
       {R"({"AtMost": {"limit": 1}, "atmost": {"limit": 1.5}})",
        "atmost.limit: Value is not convertible to Int."},
       {R"([{"AtMost": {"limit": 1}}, {"AtMost": {}}])", "[1].AtMost.limit: not found"},
@@ -95,7 +94,6 @@ TEST_F(RuleLoaderTest, WhatIsNoRuleFileEndsTheProcessAndSaysWhere) {
   writeFile("broken.json", "{\"Never\": }");
   writeFile("structure.json", "[{}, 1]");
   const std::pair<const char*, const char*> files[] = {
-      {"gone.json", "Failed to parse gone.json, can not open file\n"},
       {"broken.json", "Failed to parse broken.json, * Line 1, Column 11\n"},
       {"structure.json", "rule file structure.json: [1]: should be a object"}};
   for (const auto& [file, log] : files) {
@@ -103,10 +101,8 @@ TEST_F(RuleLoaderTest, WhatIsNoRuleFileEndsTheProcessAndSaysWhere) {
   }
   const std::pair<const char*, const char*> faults[] = {
       {"3", "should be a object"},
-      {R"({"rule_list": {}})", "rule_list: should be a list"},
       {R"({"rule_list": [{}, {"rule_list": [null]}]})",
        "rule_list[1].rule_list[0]: should be a object"},
-      {R"([{"rule_level": 1.5}])", "[0].rule_level: should be an integer"},
       {R"({"rule_list": [{"rule_level": "2"}]})", "rule_list[0].rule_level: should be an integer"}};
   for (const auto& [text, log] : faults) {
     const auto child = runInChild([&, rules = text] { load(rules); });
