@@ -2,6 +2,7 @@
 #pragma once
 
 #include <algorithm>
+#include <boost/date_time/posix_time/posix_time.hpp>
 #include <cstdint>
 #include <stdexcept>
 #include <string>
@@ -232,14 +233,17 @@ struct PlainBlock {
   }
 };
 
+// To the microsecond, which the library's own text leaves out.
 template <class Block>
 inline std::string text(const Block& block) {
-  std::string text = "{" + TimeBlock(block.getBlocks()).dumpAsString() + "}";
-  std::replace(text.begin(), text.end(), '\n', ' ');
+  std::string text;
+  for (const auto& [b, e] : block.getBlocks()) {
+    text += '[' + to_iso_string(b) + ',' + to_iso_string(e) + ']';
+  }
   return text;
 }
 inline std::string text(const time_duration& duration) {
-  return time2str(duration);
+  return to_simple_string(duration);
 }
 inline std::string text(const std::vector<bool>& flags) {
   std::string text;
