@@ -113,7 +113,7 @@ TEST_F(HostileFileTest, IsReadOrRefusedWithinASecond) {
     expectQuickEnd(name, "JSON", [&] {
       libvarrow::utility::writeFileForUTF8("copy.json", Str2Json(Json2Str(File2Json(kFile))));
     });
-    expectQuickEnd(name, "text", [&] {
+    expectQuickEnd(name, "text", [&, &text = text] {
       libvarrow::utility::fromUtf8(text);
       PrefixOnEachLine("  ", text);
       cppbind::BoostPTimeText::fromString(text);
