@@ -65,9 +65,11 @@ struct Color {
   std::string name;
 };
 
-struct ColorText {
-  static std::string toString(const Color& color) { return color.name; }
-  static Color fromString(const std::string& text) { return {text}; }
+class ColorConverter : public StringConverter {
+  std::string toString(const boost::any& color) const override {
+    return boost::any_cast<Color>(color).name;
+  }
+  boost::any fromString(const std::string& text) const override { return Color{text}; }
 };
 
 template <class T>
@@ -215,7 +217,7 @@ TEST_F(BinderTest, ARegistrySetForAWhileIsRolledBackWithItsLastHolder) {
 TEST_F(BinderTest, AConverterOfTheHostReadsAndThenWritesWhatItRead) {
   reg.regClass<Holder<Color>>("Painted");
   const Json::Value painted = json(R"({"Painted": {"f": "blue"}})");
-  binder.setConverter(typeid(Color), boost::make_shared<StringConverterT<Color, ColorText>>());
+  binder.setConverter(typeid(Color), boost::make_shared<ColorConverter>());
   StepPtr step;
   binder.bindDynamicType(painted, step);
   EXPECT_EQ(painted, step->getJsonValue4Bind());

@@ -3,6 +3,7 @@
 
 #include <boost/date_time/gregorian/gregorian.hpp>
 #include <boost/date_time/posix_time/posix_time.hpp>
+#include <boost/make_shared.hpp>
 #include <random>
 
 #include "support/CommaLocale.h"
@@ -93,7 +94,7 @@ TEST(StringConverterTest, TimesAreTheSameUnderEveryGlobalLocale) {
   EXPECT_EQ("not-a-date-time", BoostGDateText::toString(date()));
 }
 
-TEST(StringConverterTest, TextThatDoesNotParseIsNamedWithItsKind) {
+TEST(StringConverterTest, TextThatDoesNotParseAndValuesOfOtherTypesAreRefused) {
   const auto errorIn = [](const char* text, const StringConverter& converter) {
     return errorOf([&] { converter.fromString(text); });
   };
@@ -102,6 +103,8 @@ TEST(StringConverterTest, TextThatDoesNotParseIsNamedWithItsKind) {
   // No time that could be written.
   EXPECT_EQ("cant not parse [9999-12-31 99:99:99] as time",
             errorIn("9999-12-31 99:99:99", BoostPTimeConverter()));
+  EXPECT_EQ("%a\n", StringPtrConverter().toString(boost::make_shared<std::string>("%a\n")));
+  EXPECT_THROW(StringPtrConverter().toString(5), boost::bad_any_cast);
 }
 
 }  // namespace
