@@ -69,9 +69,13 @@ TEST_F(BackTraceTest, ASegmentationFaultIsLoggedAndDumpedFromTheFaultingFunction
   const auto child = runInChild([] {
     InitRootLogger("none");
     init_error_handler(true);
+    init_error_handler(false);
     faultBelow(300);
   });
   EXPECT_EQ(SIGABRT, child.signal);
+  for (const char* once : {"initial error handler\n", "error handler has initialed\n"}) {
+    EXPECT_EQ(1u, occurrences(readFile("log.txt"), once)) << once;
+  }
   const std::string log = readFile("error_log.txt");
   // The abort at the end of the first handler comes back once, as SIGABRT.
   EXPECT_EQ(2u, occurrences(log, "ERROR - backtrace:\n"));

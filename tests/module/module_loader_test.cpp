@@ -98,6 +98,19 @@ TEST_F(ModuleLoaderTest, TheObjectLayoutTakesAnotherRegisterAndTheChainLayoutGiv
   EXPECT_TRUE(loader.namedModules().empty());
 }
 
+TEST_F(ModuleLoaderTest, TheStatDumperBindsWhateverTheFlagAndReturnsItsData) {
+  CommonModuleStatDumper::Data4Bind record;
+  Json::Value value = json(R"({"file": "sub/own.json"})");
+  cppbind::JsonDecodeBinder decoder;
+  cppbind::Binder binder(&decoder, value);
+  record.setBind(&binder, false);
+  StatisticsContainer own("own");
+  RecordingData data;
+  data.statisticsContainer = &own;
+  EXPECT_EQ(&data, CommonModuleStatDumper(record).processSpec(&data));
+  EXPECT_EQ(own.toJsonValue4Bind(), File2Json("sub/own.json"));
+}
+
 class ModuleExecutorTest : public InTemporaryDirectory {
  protected:
   ModuleExecutorTest() {

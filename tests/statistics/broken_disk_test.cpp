@@ -1,4 +1,6 @@
 // Statistics files on disks that are full, unwritable or changing.
+#include <sched.h>
+#include <sys/mount.h>
 #include <sys/resource.h>
 #include <sys/syscall.h>
 #include <unistd.h>
@@ -27,35 +29,55 @@ using namespace libvarrow;
 using namespace test_support;
 namespace fs = boost::filesystem;
 
+constexpr int kCannotMount = 77;
+
 void limitFileSize() {
   init_error_handler(false);  // or the first write beyond the limit ends the process
   const rlimit limit{20000, 20000};
   ::setrlimit(RLIMIT_FSIZE, &limit);
 }
 
+void mountSmallDisk() {
+  if (::unshare(CLONE_NEWNS) != 0 ||
+      ::mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0 ||
+      ::mount("none", "disk", "tmpfs", 0, "size=20k") != 0) {
+    ::_exit(kCannotMount);
+  }
+}
+
 class BrokenDiskTest : public InTemporaryDirectory {
  protected:
   BrokenDiskTest() { fs::create_directory("disk"); }
 
+  // A run that writes a small file, grows, and cannot write the next one whole.
+  void expectLastWholeFileToStay(void (*breakDisk)()) {
+    const auto child = runInChild([&] {
+      breakDisk();
+      { const TimedStatDumper dumper(&statistics, "disk/stat.json"); }
+      const std::string small = readFile("disk/stat.json");
+      statistics.getJsonStatistics("big", Json::Value(std::string(100000, 'x')));
+      { const TimedStatDumper dumper(&statistics, "disk/stat.json"); }
+      EXPECT_EQ(small, readFile("disk/stat.json"));
+      EXPECT_FALSE(fs::exists("disk/stat.json.writing"));
+      // The plain writer says nothing, and names what it wrote.
+      EXPECT_EQ(fs::absolute("disk/other").string(), statistics.dumpToFile("disk/other"));
+      EXPECT_GT(20001u, fs::file_size("disk/other"));
+      ::_exit(testing::Test::HasFailure() ? 1 : 0);
+    });
+    if (child.exitCode == kCannotMount) GTEST_SKIP() << "only root may mount a disk";
+    EXPECT_EQ(0, child.exitCode) << child.output << child.errors;
+    EXPECT_TRUE(contains(child.errors, "/disk/stat.json.writing could not be written whole, "));
+  }
+
   StatisticsContainer statistics{"run"};
 };
 
-TEST_F(BrokenDiskTest, AFileThatCannotBeWrittenWholeLeavesTheLastOneWhole) {
-  const auto child = runInChild([&] {
-    limitFileSize();
-    { const TimedStatDumper dumper(&statistics, "disk/stat.json"); }
-    const std::string small = readFile("disk/stat.json");
-    statistics.getJsonStatistics("big", Json::Value(std::string(100000, 'x')));
-    { const TimedStatDumper dumper(&statistics, "disk/stat.json"); }
-    EXPECT_EQ(small, readFile("disk/stat.json"));
-    EXPECT_FALSE(fs::exists("disk/stat.json.writing"));
-    // The plain writer says nothing, and names what it wrote.
-    EXPECT_EQ(fs::absolute("disk/other").string(), statistics.dumpToFile("disk/other"));
-    EXPECT_GT(20001u, fs::file_size("disk/other"));
-    ::_exit(testing::Test::HasFailure() ? 1 : 0);
-  });
-  EXPECT_EQ(0, child.exitCode) << child.output << child.errors;
-  EXPECT_TRUE(contains(child.errors, "/disk/stat.json.writing could not be written whole, "));
+TEST_F(BrokenDiskTest, OnAFullDiskTheLastWholeFileStays) {
+  expectLastWholeFileToStay(mountSmallDisk);
+}
+
+TEST_F(BrokenDiskTest, AtTheLimitOnFileSizesTheLastWholeFileStays) {
+  expectLastWholeFileToStay(limitFileSize);
 }
 
 TEST_F(BrokenDiskTest, WhereNoFileCanBeMadeTheProcessEndsAndSaysWhere) {

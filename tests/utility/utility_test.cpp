@@ -79,4 +79,10 @@ TEST(TextTest, EveryLineGetsThePrefix) {
   EXPECT_EQ("", PrefixOnEachLine("> ", ""));
 }
 
+TEST(TextTest, SerialNumbersCountForEachName) {
+  EXPECT_EQ(0u, getSerialNum("orders"));
+  EXPECT_EQ(0u, getSerialNum("jobs"));
+  EXPECT_EQ(1u, getSerialNum("orders"));
+}
+
 }  // namespace
