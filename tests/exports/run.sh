@@ -1,8 +1,13 @@
 #!/usr/bin/env bash
-# Fails when a library lets out a name that no public header declares: run.sh LIBRARY HEADERS...
+# Fails when a library lets out a name that no public header declares, or can be unloaded from under
+# its signal handlers: run.sh LIBRARY HEADERS...
 set -euo pipefail
 
 library=$1
+readelf --dynamic --wide "$library" | grep 'FLAGS_1.* NODELETE' >/dev/null || {
+  echo "$library can be unloaded" >&2
+  exit 1
+}
 symbols=$(nm --dynamic --defined-only --demangle "$library" | cut -d' ' -f3-)
 
 # Without parameters, template arguments, and the result type of function templates.
