@@ -1,4 +1,6 @@
 // A host that crashes in the way that its argument names.
+#include <unistd.h>
+
 #include <atomic>
 #include <csignal>
 #include <cstdlib>
@@ -13,6 +15,8 @@
 
 #include "libvarrow/backtrace/BackTrace.h"
 #include "libvarrow/log/log.h"
+#include "libvarrow/statistics/StatisticsContainer.h"
+#include "libvarrow/statistics/TimedStatDumper.h"
 
 namespace {
 
@@ -24,9 +28,9 @@ __attribute__((noinline)) void fault() {
 }
 
 __attribute__((noinline)) int overflow(int depth) {
-  volatile char page[4096];
-  page[0] = static_cast<char>(depth);
-  return zero == 0 ? overflow(depth + 1) + page[0] : depth;
+  volatile char frame[256];  // small, so as not to leap over the guard page
+  frame[0] = static_cast<char>(depth);
+  return zero == 0 ? overflow(depth + 1) + frame[0] : depth;
 }
 
 void faultInThreeThreads() {
@@ -48,6 +52,19 @@ void overflowInThread() {
     libvarrow::useCrashStack();
     overflow(0);
   }).join();
+}
+
+struct Endless : libvarrow::CommonStatistics {
+  Json::Value toJsonValue4Bind() const override { return overflow(0); }
+};
+
+void overflowInTimer() {
+  ::setenv("LIBVARROW_TIMED_STAT_DUMP", "1", 1);
+  libvarrow::StatisticsContainer statistics("run");
+  statistics.addStat("endless", new Endless);
+  libvarrow::TimedStatDumper dumper(&statistics, "never.json");
+  dumper.restart(1);
+  for (;;) ::pause();
 }
 
 void freeTwice() {
@@ -94,6 +111,7 @@ int main(int argc, char** argv) {
       {"uncaught", [] { throw std::runtime_error("nobody catches this"); }},
       {"overflow", [] { overflow(0); }},
       {"overflow-in-thread", overflowInThread},
+      {"overflow-in-timer", overflowInTimer},
       {"divide", [] { std::cout << 5000 / zero; }},
       {"free-twice", freeTwice},
       {"spoilt-heap", [] { std::thread(spoilTheHeap).join(); }},
