@@ -112,8 +112,9 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     return made;
   }();
   const std::string file = fuzz::writeScratch("pipeline.json", fuzz::textOf(data, size));
-  fuzz::passes([&] { libvarrow::ModuleExecutor(&classes, file, true); });
-  fuzz::passes([&] {
+  fuzz::passes<cppbind::ParseErrorException>(
+      [&] { libvarrow::ModuleExecutor(&classes, file, true); });
+  fuzz::passes<cppbind::ParseErrorException>([&] {
     const libvarrow::ModuleExecutor executor(&classes, file, false);
     const std::string text = written(executor);
     const std::string again = fuzz::writeScratch("again.json", text);
