@@ -21,6 +21,17 @@ constexpr std::size_t kStackBytes = 256UL * 1024;  // naming frames reads debug 
 constexpr int kMaxFrames = 128;
 
 std::atomic<bool> watchdogStarted{false};
+std::atomic<std::time_t> watchdogEnd{0};
+
+std::time_t secondsNow() {
+  std::timespec now{};
+  ::clock_gettime(CLOCK_MONOTONIC, &now);
+  return now.tv_sec;
+}
+
+bool isMainThread() {
+  return ::syscall(SYS_gettid) == ::getpid();
+}
 
 /// The alternate signal stack of one thread, while that lives.
 class CrashStack {
@@ -42,7 +53,8 @@ class CrashStack {
     }
   }
   ~CrashStack() {
-    if (memory_ == nullptr || ::sigaltstack(&before_, nullptr) != 0) return;
+    if (memory_ == nullptr || isMainThread()) return;  // whose static objects go after this
+    if (::sigaltstack(&before_, nullptr) != 0) return;
     ::munmap(memory_, kStackBytes);
   }
   CrashStack(const CrashStack&) = delete;
@@ -69,6 +81,11 @@ void handle(int sig, void (*handler)(int)) {
 }
 
 void endHungProcess(int) {
+  const std::time_t left = watchdogEnd - secondsNow();
+  if (left > 0) {  // an alarm of the host's
+    ::alarm(static_cast<unsigned>(left));
+    return;
+  }
   crash::say("the crash handler hangs: ending the process\n");
   handle(SIGABRT, SIG_DFL);
   unblock(SIGABRT);
@@ -89,15 +106,17 @@ void installSignalHandler(void (*handler)(int)) {
   ::backtrace(frame.data(), 1);
   handle(SIGSEGV, handler);
   handle(SIGABRT, handler);
-  // A file that meets the limit on sizes is an error while writing, not the end of the process.
+  // A file that meets the limit on sizes is an error while writing, not the end of the process. Not
+  // ignored, which programs that the host executes would inherit.
   struct sigaction before {};
   if (::sigaction(SIGXFSZ, nullptr, &before) == 0 && before.sa_handler == SIG_DFL) {
-    handle(SIGXFSZ, SIG_IGN);
+    handle(SIGXFSZ, [](int) {});
   }
 }
 
 void startWatchdog() {
   if (watchdogStarted.exchange(true)) return;
+  watchdogEnd = secondsNow() + kWatchdogSeconds;
   handle(SIGALRM, endHungProcess);
   unblock(SIGALRM);
   ::alarm(kWatchdogSeconds);

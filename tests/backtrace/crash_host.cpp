@@ -1,9 +1,12 @@
 // A host that crashes in the way that its argument names.
+#include <sys/resource.h>
 #include <unistd.h>
 
 #include <atomic>
 #include <csignal>
+#include <cstdio>
 #include <cstdlib>
+#include <ctime>
 #include <functional>
 #include <iostream>
 #include <map>
@@ -67,6 +70,32 @@ void overflowInTimer() {
   for (;;) ::pause();
 }
 
+// As the last static objects go, after what was of the main thread.
+void overflowAtExit() {
+  std::atexit([] { overflow(0); });
+}
+
+// Alarms of the host come all the time, and count for no hanging handler.
+void faultUnderAlarms() {
+  std::signal(SIGALRM, [](int) {});
+  sigevent event{};
+  event.sigev_notify = SIGEV_SIGNAL;
+  event.sigev_signo = SIGALRM;
+  timer_t timer{};
+  ::timer_create(CLOCK_MONOTONIC, &event, &timer);
+  const itimerspec often{{0, 1000000}, {0, 1000000}};
+  ::timer_settime(timer, 0, &often, nullptr);
+  fault();
+}
+
+// A program that the host executes is ended by the limit on files as ever.
+void meetTheLimitInAnother() {
+  const rlimit none{0, 0};
+  ::setrlimit(RLIMIT_FSIZE, &none);
+  ::dup2(::fileno(std::tmpfile()), STDOUT_FILENO);
+  ::execl("/bin/sh", "sh", "-c", "echo text", nullptr);
+}
+
 void freeTwice() {
   void* volatile block = std::malloc(100);
   std::free(block);
@@ -112,6 +141,9 @@ int main(int argc, char** argv) {
       {"overflow", [] { overflow(0); }},
       {"overflow-in-thread", overflowInThread},
       {"overflow-in-timer", overflowInTimer},
+      {"overflow-at-exit", overflowAtExit},
+      {"alarms", faultUnderAlarms},
+      {"limit-in-another", meetTheLimitInAnother},
       {"divide", [] { std::cout << 5000 / zero; }},
       {"free-twice", freeTwice},
       {"spoilt-heap", [] { std::thread(spoilTheHeap).join(); }},
