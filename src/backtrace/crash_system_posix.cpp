@@ -16,7 +16,7 @@ namespace libvarrow {
 
 namespace {
 
-constexpr unsigned kWatchdogSeconds = 5;
+constexpr unsigned kWatchdogSeconds = 4;
 constexpr std::size_t kStackBytes = 256UL * 1024;  // naming frames reads debug information
 constexpr int kMaxFrames = 128;
 

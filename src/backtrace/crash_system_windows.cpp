@@ -14,7 +14,7 @@ namespace libvarrow {
 
 namespace {
 
-constexpr DWORD kWatchdogMs = 5000;
+constexpr DWORD kWatchdogMs = 4000;
 constexpr ULONG kStackBytes = 256 * 1024;  // naming frames reads debug information
 constexpr DWORD kMaxFrames = 128;
 constexpr UINT kAbortExitCode = 3;

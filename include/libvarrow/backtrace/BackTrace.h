@@ -24,7 +24,7 @@ LIBVARROW_API void useCrashStack();
 /// at ERROR (so to standard error only before InitRootLogger), writes the dump file if that is
 /// switched on, and aborts: the process always ends by SIGABRT, and a segmentation fault is logged
 /// a second time on that way. What the log throws is reported and passed over. A second fault ends
-/// the process at once; a handler that hangs, because the crash left a lock held, is ended after 5
+/// the process at once; a handler that hangs, because the crash left a lock held, is ended after 4
 /// seconds.
 LIBVARROW_API void sig_handler(int sig);
 
