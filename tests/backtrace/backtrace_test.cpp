@@ -13,6 +13,7 @@
 
 #include "cppbind/Assert.h"
 #include "libvarrow/backtrace/BackTraceException.h"
+#include "libvarrow/backtrace/Check.h"
 #include "libvarrow/log/log.h"
 #include "support/support.h"
 
@@ -104,6 +105,17 @@ TEST_F(BackTraceTest,
     EXPECT_EQ(wanted ? 1u : 0u, dumpFiles().size());
     EXPECT_EQ(1u, occurrences(child.errors, "backtrace:\n")) << "without a logger: standard error";
   }
+}
+
+TEST_F(BackTraceTest, AFailedCheckShowsItsStackOnceAndTheLogAgain) {
+  const auto child = runInChild([] {
+    InitRootLogger("none");
+    init_error_handler(false);
+    LIBVARROW_CHECK(1 + 1 == 3);
+  });
+  EXPECT_EQ(1u, occurrences(child.errors, "Backtrace:\n"));
+  EXPECT_FALSE(contains(child.errors, "Signal ")) << child.errors;
+  EXPECT_EQ(1u, occurrences(readFile("error_log.txt"), "backtrace:\n"));
 }
 
 }  // namespace
