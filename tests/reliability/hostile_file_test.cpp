@@ -111,7 +111,8 @@ TEST_F(HostileFileTest, IsReadOrRefusedWithinASecond) {
     });
     expectQuickEnd(name, "rules", [&] { RuleLoader::loadRules(kFile, &classes); });
     expectQuickEnd(name, "JSON", [&] {
-      libvarrow::utility::writeFileForUTF8("copy.json", Str2Json(Json2Str(File2Json(kFile))));
+      libvarrow::utility::writeFileForUTF8((directory.path() / "copy.json").string(),
+                                           Str2Json(Json2Str(File2Json(kFile))));
     });
     expectQuickEnd(name, "text", [&, &text = text] {
       libvarrow::utility::fromUtf8(text);
