@@ -48,6 +48,20 @@ TEST_F(RuleLoaderTest, RulesComeOutInTheOrderOfTheKeysWithGroupsAtTheirPlace) {
   EXPECT_EQ("Never", take(RuleLoader::loadRules("rules.json", &reg)));
 }
 
+struct Weighted : virtual cppbind::Object {};
+struct WeightedRule : Weighted, libvarrow::Rule {};
+struct Early : virtual libvarrow::Rule {};
+struct Late : virtual libvarrow::Rule {};
+struct EarlyAndLate : Early, Late {};
+
+TEST_F(RuleLoaderTest, RulesMayHaveSeveralBases) {
+  reg.regClass<WeightedRule>("WeightedRule");
+  reg.regClass<Early>("Early");
+  reg.regClass<EarlyAndLate>("EarlyAndLate");
+  EXPECT_EQ("Early, EarlyAndLate, WeightedRule",
+            load(R"({"WeightedRule": {}, "Early": {}, "EarlyAndLate": {}})"));
+}
+
 TEST_F(RuleLoaderTest, LevelsAreInheritedAndLogged) {
   writeFile("my.conf",
             "log4cplus.rootLogger=DEBUG, F\n"
