@@ -2,8 +2,8 @@
 
 #include <charconv>
 
+#include "base/time_text.h"
 #include "libvarrow/backtrace/Check.h"
-#include "time/time_text.h"
 
 namespace libvarrow {
 

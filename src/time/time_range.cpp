@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <cstring>
 
-#include "TimeDigits.h"
+#include "base/TimeDigits.h"
+#include "base/time_text.h"
 #include "cppbind/Assert.h"
 #include "libvarrow/backtrace/BackTraceException.h"
 #include "time/time_range.inl"
-#include "time/time_text.h"
 
 namespace libvarrow {
 
@@ -15,9 +15,8 @@ using boost::gregorian::date;
 using boost::posix_time::hours;
 using boost::posix_time::ptime;
 using boost::posix_time::time_duration;
-using cppbind::time_digits::ClockParts;
-using cppbind::time_digits::clockParts;
-namespace time_digits = cppbind::time_digits;
+using time_digits::ClockParts;
+using time_digits::clockParts;
 
 namespace {
 
@@ -148,41 +147,5 @@ std::string time2strNew(ptime const* value) {
 std::string time2strNew(time_duration const* value) {
   return time2strNew(*value);
 }
-
-namespace time_text {
-
-namespace {
-
-char* writeSpecial(char* to, bool isNegativeInfinity, bool isPositiveInfinity) {
-  const char* name = isNegativeInfinity   ? "-infinity"
-                     : isPositiveInfinity ? "+infinity"
-                                          : "not-a-date-time";
-  return std::copy_n(name, std::strlen(name), to);
-}
-
-}  // namespace
-
-char* write(char* to, const date& value) {
-  if (value.is_special()) {
-    return writeSpecial(to, value.is_neg_infinity(), value.is_pos_infinity());
-  }
-  return time_digits::writeDate(to, value);
-}
-
-char* write(char* to, const ptime& value) {
-  if (value.is_special()) {
-    return writeSpecial(to, value.is_neg_infinity(), value.is_pos_infinity());
-  }
-  return time_digits::writeTime(to, value);
-}
-
-char* write(char* to, const time_duration& value) {
-  if (value.is_special()) {
-    return writeSpecial(to, value.is_neg_infinity(), value.is_pos_infinity());
-  }
-  return time_digits::writeClock(to, clockParts(value));
-}
-
-}  // namespace time_text
 
 }  // namespace libvarrow

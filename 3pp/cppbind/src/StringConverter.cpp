@@ -8,7 +8,7 @@
 #include <sstream>
 
 #include "ThreadsOwn.h"
-#include "TimeDigits.h"
+#include "base/TimeDigits.h"
 #include "cppbind/ParseErrorException.h"
 
 namespace cppbind {
@@ -22,6 +22,7 @@ using boost::posix_time::ptime;
 using boost::posix_time::time_duration;
 using boost::posix_time::time_facet;
 using boost::posix_time::time_input_facet;
+namespace time_digits = libvarrow::time_digits;
 
 constexpr const char* kDateFormat = "%Y-%m-%d";
 constexpr const char* kTimeFormat = "%Y-%m-%d %H:%M:%S";

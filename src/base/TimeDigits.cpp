@@ -1,8 +1,8 @@
-#include "TimeDigits.h"
+#include "base/TimeDigits.h"
 
 #include <charconv>
 
-namespace cppbind::time_digits {
+namespace libvarrow::time_digits {
 
 namespace {
 
@@ -122,4 +122,4 @@ bool readTime(std::string_view text, ptime& time) {
   return true;
 }
 
-}  // namespace cppbind::time_digits
+}  // namespace libvarrow::time_digits

@@ -1,15 +1,15 @@
-// The texts of time2str, written into a buffer.
+// Dates, times and durations as time2str shows them, special values too, written into a buffer.
 #pragma once
 
 #include <boost/date_time/gregorian/gregorian_types.hpp>
 #include <boost/date_time/posix_time/posix_time_types.hpp>
 
-#include "TimeDigits.h"
+#include "base/TimeDigits.h"
 
 namespace libvarrow::time_text {
 
 /// Room for any text written below.
-constexpr int kMaxLength = cppbind::time_digits::kMaxLength;
+constexpr int kMaxLength = time_digits::kMaxLength;
 
 // Each writes at `to` and returns the end of what it wrote.
 char* write(char* to, const boost::gregorian::date& value);
