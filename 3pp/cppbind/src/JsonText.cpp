@@ -115,6 +115,25 @@ class StringSink : public std::streambuf {
   }
 };
 
+// RAII guard: `out` writes into `sink`, and an exception of the sink reaches the writer's caller.
+// By default a stream catches it and only remembers that it failed.
+class Redirected {
+ public:
+  Redirected(std::ostream& out, std::streambuf& sink) : out_(out) {
+    out_.rdbuf(&sink);
+    out_.exceptions(std::ios_base::badbit);
+  }
+  ~Redirected() {
+    out_.exceptions(std::ios_base::goodbit);
+    out_.rdbuf(nullptr);
+  }
+  Redirected(const Redirected&) = delete;
+  Redirected& operator=(const Redirected&) = delete;
+
+ private:
+  std::ostream& out_;
+};
+
 bool globalLocaleWritesPlainNumbers() {
   const auto& numbers = std::use_facet<std::numpunct<char>>(std::locale());
   return numbers.decimal_point() == '.' && numbers.grouping().empty();
@@ -147,9 +166,8 @@ std::string styled(const Json::Value& value, const std::string& indentation) {
   // Setting a stream up costs more than writing a short text.
   withThreadsOwn([] { return std::ostream(nullptr); },
                  [&](std::ostream& out) {
-                   out.rdbuf(&sink);
+                   const Redirected redirected(out, sink);
                    Json::StyledStreamWriter(indentation).write(out, value);
-                   out.rdbuf(nullptr);
                  });
   return std::move(sink.text);
 }
