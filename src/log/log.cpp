@@ -28,10 +28,9 @@ std::vector<boost::function<void()>>& handlers() {
 }
 
 // A directory opens on some systems, but cannot be read.
-bool canRead(const std::string& fileName) {
-  std::ifstream file(fileName);
+bool canRead(std::istream& file) {
   file.peek();
-  return file.is_open() && !file.bad();
+  return file.good() || file.eof();
 }
 
 void addToRoot(log4cplus::SharedAppenderPtr appender) {
@@ -89,8 +88,10 @@ std::string formatted(const char* format, std::va_list arguments) {
 }  // namespace
 
 void InitRootLogger(std::string confFile) {
-  if (canRead(confFile)) {
-    log4cplus::PropertyConfigurator::doConfigure(confFile);
+  // Opened once and not again by its name: a pipe can be read only once.
+  std::ifstream file(confFile);
+  if (canRead(file)) {
+    log4cplus::PropertyConfigurator(file).configure();
   } else {
     std::cout << "WARNING: can not found log.conf\n" << std::flush;
     configureDefault();

@@ -1,6 +1,8 @@
 // Setting the root logger up, each time in a process of its own.
 #include "libvarrow/log/log.h"
 
+#include <unistd.h>
+
 #include <boost/filesystem/operations.hpp>
 #include <iostream>
 #include <regex>
@@ -42,16 +44,20 @@ TEST_F(LogTest, WithoutAConfigurationFileLogsToConsoleAndTwoFiles) {
   EXPECT_TRUE(contains(log, " - " + hostile + " ["));
 }
 
-TEST_F(LogTest, WarningsAndErrorsGoToStandardErrorUntilAFileConfiguresTheLogger) {
-  writeFile("my.conf",
-            "log4cplus.rootLogger=DEBUG, F\n"
-            "log4cplus.appender.F=log4cplus::FileAppender\n"
-            "log4cplus.appender.F.File=mine.txt\n");
-  const auto child = runInChild([] {
+TEST_F(LogTest, WarningsGoToStandardErrorUntilAFileOrPipeConfiguresTheLogger) {
+  const std::string configuration =
+      "log4cplus.rootLogger=DEBUG, F\n"
+      "log4cplus.appender.F=log4cplus::FileAppender\n"
+      "log4cplus.appender.F.File=mine.txt\n";
+  const auto child = runInChild([&] {
+    int pipe[2] = {};
+    if (::pipe(pipe) != 0 || ::write(pipe[1], configuration.data(), configuration.size()) < 0)
+      return;
+    ::close(pipe[1]);
     LIBVARROW_LOG_INFO("news");
     LIBVARROW_LOG_ERROR("trouble");
     registerLogInitedHandler([] { std::cout << "<handler>"; });
-    InitRootLogger("my.conf");
+    InitRootLogger("/dev/fd/" + std::to_string(pipe[0]));
     LIBVARROW_LOG_DEBUG("quiet");
   });
   EXPECT_EQ("trouble\n", child.errors);

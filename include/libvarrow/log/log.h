@@ -13,8 +13,12 @@
 /// Then calls every registered handler. A file that configures no appender of the root logger is no
 /// error: warnings and errors then go to standard error, the rest is dropped.
 ///
-/// Call it on the main thread before other threads log; not locked. Every call adds to the
-/// configuration there is. Throws boost::bad_function_call for an empty handler.
+/// May be called again. The default configuration adds its appenders to those of the root logger. A
+/// file replaces the appenders of each logger that it names and keeps the other loggers. `confFile`
+/// is opened once, so it may be a pipe.
+///
+/// Throws boost::bad_function_call for an empty handler. Not thread-safe: call it on the main thread
+/// before other threads log.
 LIBVARROW_API void InitRootLogger(std::string confFile);
 
 /// Has a copy of `handler` called at the end of every later InitRootLogger, in the order of
