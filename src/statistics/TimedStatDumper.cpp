@@ -1,7 +1,11 @@
 #include "libvarrow/statistics/TimedStatDumper.h"
 
+#include <Poco/ThreadPool.h>
+
 #include <boost/filesystem/operations.hpp>
 #include <cstdlib>
+#include <exception>
+#include <limits>
 
 #include "libvarrow/backtrace/BackTrace.h"
 #include "libvarrow/log/log.h"
@@ -16,13 +20,26 @@ constexpr long kStartDelayMs = 5000;
 constexpr long kPeriodMs = 30000;
 constexpr const char* kSwitch = "LIBVARROW_TIMED_STAT_DUMP";
 
+// Poco's default pool has 16 threads for all timers of the process; a host may have more runs.
+// Intentionally leaked: a host's static dumpers may be destroyed later.
+Poco::ThreadPool& timerThreads() {
+  static auto* const pool = new Poco::ThreadPool(1, std::numeric_limits<int>::max());
+  return *pool;
+}
+
 }  // namespace
 
 TimedStatDumper::TimedStatDumper(StatisticsContainer* statistics, const std::string& fileName)
     : Poco::Timer(kStartDelayMs, kPeriodMs), statistics_(statistics), fileName_(fileName) {
   utility::adjustFileName(fileName_);
   if (std::getenv(kSwitch) == nullptr) return;
-  start(Poco::TimerCallback<TimedStatDumper>(*this, &TimedStatDumper::onTimer));
+  try {
+    start(Poco::TimerCallback<TimedStatDumper>(*this, &TimedStatDumper::onTimer), timerThreads());
+  } catch (const std::exception& error) {
+    // The run is worth more than watching it; the destructor still writes the file.
+    LIBVARROW_LOG_WARN("%s is written at its end only: no thread for its timer: %s",
+                       fileName_.c_str(), error.what());
+  }
 }
 
 TimedStatDumper::~TimedStatDumper() {
@@ -39,8 +56,8 @@ void TimedStatDumper::onTimer(Poco::Timer&) {
 
 void TimedStatDumper::dump() {
   namespace fs = boost::filesystem;
-  const StatisticsFile written =
-      writeStatisticsFile(fileName_ + ".writing", statistics_->toJsonValue4Bind());
+  const StatisticsFile written = writeStatisticsFile(
+      fileName_ + ".writing", statistics_->toJsonValue4Bind(), OldFile::Removed);
   if (!written.isWhole) {
     // A reader never sees half a file; the last whole one is better than none.
     boost::system::error_code ignored;

@@ -1,5 +1,7 @@
 #include "statistics_file.h"
 
+#include <boost/filesystem/operations.hpp>
+
 #include "JsonText.h"
 #include "TextFile.h"
 #include "libvarrow/backtrace/BackTraceException.h"
@@ -17,11 +19,16 @@ constexpr const char* kOperation =
 
 }  // namespace
 
-StatisticsFile writeStatisticsFile(const boost::filesystem::path& path, const Json::Value& value) {
+StatisticsFile writeStatisticsFile(const boost::filesystem::path& path, const Json::Value& value,
+                                   OldFile old) {
   using cppbind::TextWritten;
   std::string realFile = path.generic_string();
   utility::adjustFileName(realFile);
   const std::string text = statisticsText(value);
+  if (old == OldFile::Removed) {
+    boost::system::error_code ignored;  // opening the file tells
+    boost::filesystem::remove(realFile, ignored);
+  }
   // The directory is there as a rule: it is made only when the file cannot be opened.
   TextWritten written = cppbind::writeTextFile(realFile, text);
   if (written == TextWritten::NotOpened) {

@@ -4,7 +4,10 @@
 #include <boost/filesystem/operations.hpp>
 #include <chrono>
 #include <cstdlib>
+#include <memory>
 #include <thread>
+#include <vector>
+
 #include "support/support.h"
 
 namespace {
@@ -54,7 +57,13 @@ TEST_F(StatisticsFileTest, WithoutTheVariableADumperReplacesItsFirstTargetOnceAt
 }
 
 TEST_F(StatisticsFileTest, ADumperWritesBesideItsTargetFirst) {
-  fs::create_directory("stat.json.writing");
+  writeFile("other", "as it was");
+  fs::create_symlink("other", "stat.json.writing");
+  { TimedStatDumper dumper(&statistics, "stat.json"); }
+  EXPECT_EQ("as it was", readFile("other")) << "links are not followed";
+  EXPECT_FALSE(fs::is_symlink("stat.json"));
+  EXPECT_EQ(statistics.dumpAsJsonString(), readFile("stat.json"));
+  writeFile("stat.json.writing/inner", "");
   EXPECT_EXIT(TimedStatDumper(&statistics, "stat.json"), aborted, "/stat\\.json\\.writing\n");
   writeFile("full/inner", "");
   EXPECT_EXIT(TimedStatDumper(&statistics, "full"), aborted, "filesystem_error");
@@ -69,9 +78,14 @@ TEST_F(StatisticsFileTest, AFullLengthTargetIsReplacedThoughItsTemporaryNameIsCu
   EXPECT_EQ(target, fs::directory_iterator("x")->path().filename().string());
 }
 
-TEST_F(StatisticsFileTest, WithTheVariableEvenEmptyATimerRewritesTheFile) {
+TEST_F(StatisticsFileTest, WithTheVariableEvenEmptyEachOfManyTimersRewritesItsFile) {
   ::setenv("LIBVARROW_TIMED_STAT_DUMP", "", 1);
   {
+    std::vector<std::unique_ptr<TimedStatDumper>> others;
+    for (int i = 0; i < 40; ++i) {
+      others.push_back(
+          std::make_unique<TimedStatDumper>(&statistics, "others/" + std::to_string(i)));
+    }
     TimedStatDumper dumper(&statistics, "new/stat.json");
     dumper.restart(5);
     for (int i = 0; i < 2000 && !fs::exists("new/stat.json"); ++i) {

@@ -15,8 +15,9 @@ namespace libvarrow {
 ///
 /// When the environment variable LIBVARROW_TIMED_STAT_DUMP is set, to whatever value, a timer
 /// thread writes the file 5 seconds after construction and then every 30 seconds. Each time it
-/// writes "FILE.writing" first and renames it, so that nobody reads half a file. Without the
-/// variable only the last write happens, and a process that crashes or is killed gets none.
+/// writes "FILE.writing" first and renames it, so that nobody reads half a file. An older file or
+/// symbolic link of that name is removed before. Without the variable only the last write happens,
+/// and a process that crashes or is killed gets none.
 ///
 /// A file that cannot be written whole (the disk is full, say) is logged at WARN and removed; the
 /// last whole one stays. A file that cannot be opened ends the process with a back-trace, from the
@@ -26,8 +27,10 @@ namespace libvarrow {
 /// through the destructor is lost: make the dumper outside the try block. Two dumpers must not
 /// share a file name.
 ///
-/// Running timers take threads of Poco's default pool, which has 16: one more throws
-/// Poco::NoThreadAvailableException.
+/// Every running timer has a thread, from a pool that the dumpers share and that grows. When the
+/// system has no thread left, a WARN line says so, and the file is written by the destructor only.
+/// Memory that runs out while the file is made leaves the last whole one: on the timer thread the
+/// next write tries again, in the destructor std::bad_alloc ends the process.
 class LIBVARROW_API TimedStatDumper : public Poco::Timer, private boost::noncopyable {
  public:
   /// `statistics` is not owned and must outlive the dumper. A relative `fileName` is taken from
