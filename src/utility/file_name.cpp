@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <boost/filesystem/operations.hpp>
+#include <mutex>
+#include <set>
 #include <utility>
 
 #include "libvarrow/log/log.h"
@@ -15,6 +17,24 @@ constexpr std::size_t kMaxPath = 259;
 
 std::size_t excess(std::size_t length, std::size_t limit) {
   return length > limit ? length - limit : 0;
+}
+
+// Returns true once for a directory; all are forgotten when there are very many.
+bool isFirstCutIn(const std::string& directory) {
+  constexpr std::size_t kMostDirectories = 1000;
+  static std::mutex mutex;
+  // Intentionally leaked: a host's static objects may be destroyed later.
+  static auto& known = *new std::set<std::string>;
+  const std::lock_guard<std::mutex> lock(mutex);
+  if (known.size() >= kMostDirectories) known.clear();
+  return known.insert(directory).second;
+}
+
+// Two long names may become one, and one file replace the other: a reader of the log is to know.
+void warnOfCut(const std::string& directory, const std::string& whole, const std::string& cut) {
+  if (!isFirstCutIn(directory)) return;
+  LIBVARROW_LOG_WARN("the file name %s is too long and cut to %s, as others there may be",
+                     whole.c_str(), cut.c_str());
 }
 
 // Most names are: nothing to make absolute, to convert or to cut. (Where a leading slash is no
@@ -39,7 +59,9 @@ void adjustFileName(std::string& name) {
     const std::string extension = given.extension().string();
     const std::size_t stemLength = excess(fileLength, extension.size());
     const std::size_t cut = std::min(tooLong, stemLength);
+    const std::string whole = absolute;
     absolute.erase(absolute.size() - extension.size() - cut, cut);
+    warnOfCut(absolute.substr(0, whole.size() - fileLength), whole, absolute);
   }
   name = std::move(absolute);
 }

@@ -36,7 +36,13 @@ TEST_F(UtilityTest, AFileNameBecomesAbsoluteAndALongOneLosesTheEndOfItsStem) {
     EXPECT_EQ(path + std::string(left, 's') + extension, name) << folder << ' ' << stem;
   }
   const std::string relative = std::string(295, 's') + ".json";
+  testing::internal::CaptureStderr();
   EXPECT_EQ(adjusted(directory.path().generic_string() + "/" + relative), adjusted(relative));
+  const std::string folder = directory.path().generic_string();
+  EXPECT_EQ("the file name " + folder + "/" + relative + " is too long and cut to " +
+                adjusted(relative) + ", as others there may be\n",
+            testing::internal::GetCapturedStderr())
+      << "once a directory";
 }
 
 TEST_F(UtilityTest, RemovingTakesFilesAndWholeDirectoriesAndLogsWhatItCannot) {
