@@ -46,7 +46,7 @@ struct Jobs : libvarrow::ModuleData {
   void dump4Debug(std::string path) const override {
     Json::Value load;
     for (const int length : lengths) load["lengths"].append(length);
-    libvarrow::utility::writeFileForUTF8(path + "load.json", load);
+    libvarrow::AutoCreateDirFileStream(path + "load.json") << libvarrow::Json2Str(load);
   }
 };
 // [/data]
