@@ -4,11 +4,13 @@
 #include <boost/filesystem/operations.hpp>
 #include <fstream>
 #include <stdexcept>
+#include <utility>
 
 #include "JsonText.h"
 #include "TextFile.h"
 #include "libvarrow/log/log.h"
 #include "libvarrow/utility/UTFConverter.h"
+#include "utility/utf8_text.h"
 
 namespace libvarrow {
 
@@ -66,7 +68,7 @@ std::string readUTF8File(std::string path) {
   if (!cppbind::readTextFile(path, text)) {
     logAndThrow(std::string(BOOST_CURRENT_FUNCTION) + " file:" + path + " can not be read!");
   }
-  return fromUtf8(text);
+  return fromUtf8(std::move(text));
 }
 
 void writeFileForUTF8(const std::string& path, const std::string& text) {
@@ -82,7 +84,11 @@ void writeFileForUTF8(const std::string& path, const std::string& text) {
     }
   }
   std::ofstream file(absolute.string(), std::ios_base::out | std::ios_base::trunc);
-  file << toUtf8(text);
+  if (isUtf8InMemory(text)) {
+    file << text;
+  } else {
+    file << toUtf8(text);
+  }
 }
 
 void writeFileForUTF8(const std::string& path, const char* text) {

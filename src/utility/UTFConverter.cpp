@@ -4,6 +4,9 @@
 #include <boost/locale/utf.hpp>
 #include <cstdint>
 #include <cstring>
+#include <utility>
+
+#include "utility/utf8_text.h"
 
 #if defined(_WIN32)
 #include <windows.h>
@@ -38,21 +41,32 @@ const char* endOfAscii(const char* at, const char* end) {
   return at;
 }
 
+bool isContinuation(char byte) {
+  return (static_cast<unsigned char>(byte) & 0xC0) == 0x80;
+}
+
+// Returns the end of the characters of three bytes that begin at `at`, except those whose second
+// byte has a limit of its own. All common Chinese characters are among them.
+const char* endOfTriples(const char* at, const char* end) {
+  for (; end - at >= 3; at += 3) {
+    const auto lead = static_cast<unsigned char>(*at);
+    if ((lead & 0xF0) != 0xE0 || lead == 0xE0 || lead == 0xED) break;
+    if (!isContinuation(at[1]) || !isContinuation(at[2])) break;
+  }
+  return at;
+}
+
 bool isValidUtf8(const std::string& text) {
   namespace utf = boost::locale::utf;
   const char* const end = text.data() + text.size();
-  for (const char* at = text.data(); (at = endOfAscii(at, end)) != end;) {
+  for (const char* at = text.data(); at != end;) {
+    const char* const begin = at;
+    at = endOfTriples(endOfAscii(at, end), end);
+    if (at != begin) continue;
     const utf::code_point point = utf::utf_traits<char>::decode(at, end);
     if (point == utf::illegal || point == utf::incomplete) return false;
   }
   return true;
-}
-
-// Where both encodings are UTF-8, the converter would only leave out invalid bytes, at fifty times
-// the cost of looking for them.
-bool needsNoConversion(const std::string& text) {
-  static const bool isUtf8 = codePageName() == "UTF-8";
-  return isUtf8 && isValidUtf8(text);
 }
 
 }  // namespace
@@ -63,12 +77,22 @@ const std::string& codePageName() {
   return *name;
 }
 
+bool isUtf8InMemory(const std::string& text) {
+  static const bool isUtf8 = codePageName() == "UTF-8";
+  return isUtf8 && isValidUtf8(text);
+}
+
 std::string fromUtf8(const std::string& utf8) {
-  return needsNoConversion(utf8) ? utf8 : boost::locale::conv::from_utf<char>(utf8, codePageName());
+  return isUtf8InMemory(utf8) ? utf8 : boost::locale::conv::from_utf<char>(utf8, codePageName());
+}
+
+std::string fromUtf8(std::string&& utf8) {
+  if (isUtf8InMemory(utf8)) return std::move(utf8);
+  return boost::locale::conv::from_utf<char>(utf8, codePageName());
 }
 
 std::string toUtf8(const std::string& text) {
-  return needsNoConversion(text) ? text : boost::locale::conv::to_utf<char>(text, codePageName());
+  return isUtf8InMemory(text) ? text : boost::locale::conv::to_utf<char>(text, codePageName());
 }
 
 }  // namespace libvarrow::utility

@@ -1,6 +1,8 @@
 // File names, directories, encodings and small text helpers.
 
 #include <boost/filesystem/operations.hpp>
+#include <boost/locale/encoding.hpp>
+#include <random>
 
 #include "libvarrow/utility/DirCreator.h"
 #include "libvarrow/utility/UTFConverter.h"
@@ -77,6 +79,18 @@ TEST(UTFConverterTest, TextInMemoryIsUtf8HereAndInvalidBytesAreLeftOut) {
   EXPECT_EQ("UTF-8", utility::codePageName());
   EXPECT_EQ("小时g", utility::fromUtf8("小\xff时g"));
   EXPECT_EQ("小时g", utility::toUtf8("小时\xc3g"));
+}
+
+TEST(UTFConverterTest, ValidTextIsCopiedAsTheConverterWouldGiveIt) {
+  // Lead and continuation bytes of every length, and the limits of those with a limit of their own.
+  const std::string bytes = "aZ\x7F\x80\x8F\x90\x9F\xA0\xBF\xC1\xC2\xE0\xE5\xED\xEF\xF0\xF4\xF5";
+  std::mt19937 random(20240305);
+  for (int i = 0; i < 20000; ++i) {
+    std::string text(random() % 3, 'x');
+    while (random() % 8 != 0)
+      text += random() % 3 == 0 ? "时" : std::string(1, bytes[random() % bytes.size()]);
+    ASSERT_EQ(boost::locale::conv::from_utf<char>(text, "UTF-8"), utility::fromUtf8(text)) << i;
+  }
 }
 
 TEST(TextTest, EveryLineGetsThePrefix) {

@@ -11,10 +11,14 @@ namespace libvarrow::utility {
 /// Windows ("CP936"), "UTF-8" elsewhere. Found out once per process.
 LIBVARROW_API const std::string& codePageName();
 
-/// `utf8` in the program's narrow encoding. What is no UTF-8, or has no character there, is left
-/// out.
+///@{
+/// Returns `utf8` in the program's narrow encoding. Leaves out bytes that are not valid UTF-8 and
+/// characters that the encoding lacks. Valid text is copied, or moved, where both are UTF-8.
 LIBVARROW_API std::string fromUtf8(const std::string& utf8);
-/// `text`, in the program's narrow encoding, as UTF-8. What is not valid in that is left out.
+LIBVARROW_API std::string fromUtf8(std::string&& utf8);
+///@}
+/// Returns `text`, in the program's narrow encoding, as UTF-8. Leaves out bytes that are not valid in
+/// that encoding. Valid text is copied where both are UTF-8.
 LIBVARROW_API std::string toUtf8(const std::string& text);
 
 }  // namespace libvarrow::utility
