@@ -1,7 +1,9 @@
 #include "libvarrow/statistics/TimeStatistics.h"
 
 #include <boost/thread/lock_guard.hpp>
+#include <new>
 
+#include "libvarrow/log/log.h"
 #include "libvarrow/time/time_range.h"
 
 namespace libvarrow {
@@ -45,7 +47,12 @@ TimeRecoderHelper::TimeRecoderHelper(TimeStatistics* statistics) : statistics_(s
 }
 
 TimeRecoderHelper::~TimeRecoderHelper() {
-  statistics_->appendCurrentLocalTime();
+  try {
+    statistics_->appendCurrentLocalTime();
+  } catch (const std::bad_alloc&) {
+    // The work that was timed is worth more than its time.
+    LIBVARROW_LOG_WARN("a time at the end of a scope is not recorded: out of memory");
+  }
 }
 
 }  // namespace libvarrow

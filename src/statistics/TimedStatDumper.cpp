@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <exception>
 #include <limits>
+#include <new>
 
 #include "libvarrow/backtrace/BackTrace.h"
 #include "libvarrow/log/log.h"
@@ -55,6 +56,15 @@ void TimedStatDumper::onTimer(Poco::Timer&) {
 }
 
 void TimedStatDumper::dump() {
+  try {
+    replaceFile();
+  } catch (const std::bad_alloc&) {
+    // As with a full disk: the run goes on, and the last whole file stays.
+    LIBVARROW_LOG_WARN("%s stays as it is: out of memory", fileName_.c_str());
+  }
+}
+
+void TimedStatDumper::replaceFile() {
   namespace fs = boost::filesystem;
   const StatisticsFile written = writeStatisticsFile(
       fileName_ + ".writing", statistics_->toJsonValue4Bind(), OldFile::Removed);

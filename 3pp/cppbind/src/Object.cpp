@@ -1,11 +1,15 @@
 #include "cppbind/Object.h"
 
 #include <boost/core/demangle.hpp>
+#include <new>
 
 namespace cppbind {
 
 std::string typeName(const std::type_info& type) {
-  return boost::core::demangle(type.name());
+  const boost::core::scoped_demangled_name name(type.name());
+  // A type always has a readable name: without memory there would be another one in reports.
+  if (name.get() == nullptr) throw std::bad_alloc();
+  return name.get();
 }
 
 Object::~Object() = default;

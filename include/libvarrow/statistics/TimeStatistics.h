@@ -36,7 +36,8 @@ class LIBVARROW_API TimeStatistics : public CommonStatistics {
   std::vector<boost::posix_time::ptime> timestamps_;
 };
 
-/// Appends the local time at entry and at exit of its scope.
+/// Appends the local time at entry and at exit of its scope. Without memory for the second, logs
+/// that at WARN.
 ///
 ///     TimeRecoderHelper timer(data->statisticsContainer->getTimeStatistics("search"));
 class LIBVARROW_API TimeRecoderHelper : private boost::noncopyable {

@@ -19,18 +19,16 @@ namespace libvarrow {
 /// symbolic link of that name is removed before. Without the variable only the last write happens,
 /// and a process that crashes or is killed gets none.
 ///
-/// A file that cannot be written whole (the disk is full, say) is logged at WARN and removed; the
-/// last whole one stays. A file that cannot be opened ends the process with a back-trace, from the
-/// timer thread too. A target that cannot be replaced (a directory that is not empty, say) is a
-/// boost::filesystem::filesystem_error: on the timer thread it is passed over and the next write
-/// tries again, from the destructor it ends the process. Either way an exception that is on its way
-/// through the destructor is lost: make the dumper outside the try block. Two dumpers must not
-/// share a file name.
+/// A file that cannot be written whole (the disk is full, or memory runs out, say) is logged at
+/// WARN and removed; the last whole one stays. A file that cannot be opened ends the process with a
+/// back-trace, from the timer thread too. A target that cannot be replaced (a directory that is not
+/// empty, say) is a boost::filesystem::filesystem_error: on the timer thread it is passed over and
+/// the next write tries again, from the destructor it ends the process. Either way an exception
+/// that is on its way through the destructor is lost: make the dumper outside the try block. Two
+/// dumpers must not share a file name.
 ///
 /// Every running timer has a thread, from a pool that the dumpers share and that grows. When the
 /// system has no thread left, a WARN line says so, and the file is written by the destructor only.
-/// Memory that runs out while the file is made leaves the last whole one: on the timer thread the
-/// next write tries again, in the destructor std::bad_alloc ends the process.
 class LIBVARROW_API TimedStatDumper : public Poco::Timer, private boost::noncopyable {
  public:
   /// `statistics` is not owned and must outlive the dumper. A relative `fileName` is taken from
@@ -42,6 +40,7 @@ class LIBVARROW_API TimedStatDumper : public Poco::Timer, private boost::noncopy
  private:
   void onTimer(Poco::Timer& timer);
   void dump();
+  void replaceFile();
 
   StatisticsContainer* statistics_;
   std::string fileName_;
