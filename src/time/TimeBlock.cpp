@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <ostream>
+#include <stdexcept>
 #include <type_traits>
 
 #include "cppbind/imp/binder.h"
@@ -133,8 +134,27 @@ void TimeBlock::addTimeBlocks(TimeBlock const& other) {
   } else if (isPossible && areApart(timeslots)) {
     unite(sortedByBegin(additions));
   } else {
-    for (const TimeSlot& slot : additions) addTimeBlock(slot.time_begin, slot.time_end);
+    addOneByOne(additions);
   }
+}
+
+void TimeBlock::addOneByOne(std::vector<TimeSlot> const& additions) {
+  // Then no addition but the first can run out of memory.
+  if (additions.size() > 1) slot_sweep::makeRoom(timeslots, additions.size());
+  const auto addUntil = [&](Slots::const_iterator last) {
+    for (auto slot = additions.begin(); slot != last; ++slot) {
+      addTimeBlock(slot->time_begin, slot->time_end);
+    }
+  };
+  const auto reversed = std::find_if(additions.begin(), additions.end(), isReversed);
+  try {
+    if (reversed != additions.end()) requireForwards(reversed->time_begin, reversed->time_end);
+  } catch (const std::runtime_error&) {
+    // Only now that the error is made: making it takes memory, too.
+    addUntil(reversed);
+    throw;
+  }
+  addUntil(additions.end());
 }
 
 void TimeBlock::unite(std::vector<TimeSlot> const& additions) {
@@ -168,6 +188,18 @@ void TimeBlock::removeTimeBlock(TimeBlock const& other) {
     const Slots sorted = sortedByBegin(cuts);
     if (slot_search::areOrdered(sorted)) return subtract(sorted);
   }
+  removeOneByOne(cuts);
+}
+
+void TimeBlock::removeOneByOne(std::vector<TimeSlot> const& cuts) {
+  if (!isOrdered_ && cuts.size() > 1) {
+    // Each of these removals makes a new vector.
+    TimeBlock rest(*this);
+    for (const TimeSlot& slot : cuts) rest.removeTimeBlock(slot.time_begin, slot.time_end);
+    *this = std::move(rest);
+    return;
+  }
+  if (cuts.size() > 1) slot_sweep::makeRoom(timeslots, cuts.size());
   for (const TimeSlot& slot : cuts) removeTimeBlock(slot.time_begin, slot.time_end);
 }
 

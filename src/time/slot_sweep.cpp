@@ -62,11 +62,19 @@ Slots subtract(const Slots& slots, bool areOrdered, Row cuts) {
 }
 
 void replace(Slots& slots, SlotIterator first, SlotIterator last, Row pieces) {
-  const auto place = slots.begin() + (first - slots.cbegin());
-  const auto copied = std::min(last - first, pieces.last - pieces.first);
-  std::copy_n(pieces.first, copied, place);
-  slots.erase(place + copied, last);
-  slots.insert(place + copied, pieces.first + copied, pieces.last);
+  const auto place = first - slots.cbegin();
+  const auto replaced = last - first;
+  const auto copied = std::min(replaced, pieces.last - pieces.first);
+  // First, as nothing else here can run out of memory.
+  slots.insert(last, pieces.first + copied, pieces.last);
+  const auto begin = slots.begin() + place;
+  std::copy_n(pieces.first, copied, begin);
+  slots.erase(begin + copied, begin + replaced);
+}
+
+void makeRoom(Slots& slots, std::size_t more) {
+  if (slots.capacity() - slots.size() >= more) return;
+  slots.reserve(slots.size() + std::max(slots.size(), more));
 }
 
 }  // namespace libvarrow::slot_sweep

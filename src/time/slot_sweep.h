@@ -1,6 +1,7 @@
 // Union and subtraction of many slots in one pass.
 #pragma once
 
+#include <cstddef>
 #include <vector>
 
 #include "libvarrow/time/TimeBlock.h"
@@ -41,7 +42,11 @@ Slots unite(SlotIterator slot, SlotIterator slotsEnd, const Slots& additions);
 /// order matters only for speed.
 Slots subtract(const Slots& slots, bool areOrdered, Row cuts);
 
-/// Puts `pieces` in the place of [first, last), moving what follows once.
+/// Puts `pieces` in the place of [first, last), moving what follows once. Changes nothing when
+/// memory runs out.
 void replace(Slots& slots, SlotIterator first, SlotIterator last, Row pieces);
+
+/// Reserves memory for `more` further slots, growing as insertion does.
+void makeRoom(Slots& slots, std::size_t more);
 
 }  // namespace libvarrow::slot_sweep

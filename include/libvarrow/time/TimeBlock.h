@@ -92,6 +92,9 @@ class LIBVARROW_API TimeSlot {
 /// ends and ends no later than the next begins; else every slot is looked at. A single change in
 /// the middle moves the slots behind it.
 ///
+/// A change that runs out of memory throws std::bad_alloc and leaves the block as it was. (A read
+/// from JSON that fails, for whatever reason, leaves a part of the slots.)
+///
 /// Threads may share a block that none of them changes. Writing one as JSON sorts its slots, which
 /// is a change only if they were not sorted.
 class LIBVARROW_API TimeBlock {
@@ -311,7 +314,9 @@ class LIBVARROW_API TimeBlock {
   void setBind(cppbind::Binder* binder, bool bindFields);
 
  private:
+  void addOneByOne(std::vector<TimeSlot> const& additions);
   void unite(std::vector<TimeSlot> const& additions);
+  void removeOneByOne(std::vector<TimeSlot> const& cuts);
   void subtract(std::vector<TimeSlot> const& cuts);
 
   std::vector<TimeSlot> timeslots;
