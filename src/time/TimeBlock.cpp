@@ -43,19 +43,13 @@ bool isReversed(const TimeSlot& slot) {
   return slot.time_end < slot.time_begin;
 }
 
-// As addTimeBlock leaves them: none empty, none touching.
-bool areApart(const Slots& slots) {
-  const auto isEmpty = [](const TimeSlot& slot) { return slot.time_begin == slot.time_end; };
-  const auto touch = [](const TimeSlot& a, const TimeSlot& b) {
-    return a.time_end == b.time_begin;
-  };
-  return std::none_of(slots.begin(), slots.end(), isEmpty) &&
-         std::adjacent_find(slots.begin(), slots.end(), touch) == slots.end();
-}
-
 Slots sortedByBegin(Slots slots) {
   std::sort(slots.begin(), slots.end(), beginsEarlier);
   return slots;
+}
+
+bool haveReversed(const Slots& slots) {
+  return std::any_of(slots.begin(), slots.end(), isReversed);
 }
 
 slot_sweep::Row rowOf(const Slots& slots) {
@@ -104,6 +98,8 @@ TimeBlock::TimeBlock(std::vector<TimeSlot>&& slots)
 void TimeBlock::addTimeBlock(ptime bstart, ptime bend) {
   requireForwards(bstart, bend);
   if (bend == bstart) return;
+  // A block that was moved from may have been out of order.
+  if (timeslots.empty()) isOrdered_ = true;
   if (isOrdered_ && (timeslots.empty() || timeslots.back().time_end < bstart)) {
     timeslots.emplace_back(bstart, bend);
     return;
@@ -120,22 +116,19 @@ void TimeBlock::addTimeBlock(ptime bstart, ptime bend) {
     merged = slot_sweep::hull(merged, *last);
   }
   slot_sweep::replace(timeslots, first, last, {&merged, &merged + 1});
+  if (timeslots.size() == 1) isOrdered_ = true;
 }
 
 void TimeBlock::addTimeBlocks(TimeBlock const& other) {
   if (&other == this) return addTimeBlocks(TimeBlock(other));
   const Slots& additions = other.timeslots;
+  if (timeslots.empty()) isOrdered_ = true;
+  if (!isOrdered_ || additions.size() < kManySlots) return addOneByOne(additions);
   // Ordered slots need no look at whether they are reversed or out of order.
-  if (isOrdered_ && other.isOrdered_ && additions.size() >= kManySlots) return unite(additions);
-  const bool isPossible = isOrdered_ && additions.size() >= kManySlots &&
-                          std::none_of(additions.begin(), additions.end(), isReversed);
-  if (isPossible && std::is_sorted(additions.begin(), additions.end(), beginsEarlier)) {
-    unite(additions);
-  } else if (isPossible && areApart(timeslots)) {
-    unite(sortedByBegin(additions));
-  } else {
-    addOneByOne(additions);
-  }
+  if (other.isOrdered_) return unite(additions);
+  if (haveReversed(additions)) return addOneByOne(additions);
+  if (std::is_sorted(additions.begin(), additions.end(), beginsEarlier)) return unite(additions);
+  unite(sortedByBegin(additions));
 }
 
 void TimeBlock::addOneByOne(std::vector<TimeSlot> const& additions) {
@@ -155,6 +148,9 @@ void TimeBlock::addOneByOne(std::vector<TimeSlot> const& additions) {
     throw;
   }
   addUntil(additions.end());
+  // Once for many additions, as each of them moves slots anyway.
+  if (isOrdered_ || additions.size() < kManySlots) return;
+  isOrdered_ = slot_search::areOrdered(timeslots);
 }
 
 void TimeBlock::unite(std::vector<TimeSlot> const& additions) {
@@ -183,12 +179,12 @@ void TimeBlock::removeTimeBlock(ptime start, ptime end) {
 void TimeBlock::removeTimeBlock(TimeBlock const& other) {
   if (&other == this) return removeTimeBlock(TimeBlock(other));
   const Slots& cuts = other.timeslots;
-  if (cuts.size() >= kManySlots) {
-    if (other.isOrdered_) return subtract(cuts);
-    const Slots sorted = sortedByBegin(cuts);
-    if (slot_search::areOrdered(sorted)) return subtract(sorted);
-  }
-  removeOneByOne(cuts);
+  if (cuts.size() < kManySlots) return removeOneByOne(cuts);
+  if (other.isOrdered_) return subtract(cuts);
+  // Two cuts may leave a reversed slot that they would remove as one.
+  const bool areJoinable = isOrdered_ || !haveReversed(timeslots);
+  if (!areJoinable || haveReversed(cuts)) return removeOneByOne(cuts);
+  subtract(slot_sweep::joined(sortedByBegin(cuts)));
 }
 
 void TimeBlock::removeOneByOne(std::vector<TimeSlot> const& cuts) {

@@ -36,6 +36,19 @@ Slots unite(SlotIterator slot, SlotIterator slotsEnd, const Slots& additions) {
   return result;
 }
 
+Slots joined(const Slots& slots) {
+  Slots result;
+  result.reserve(slots.size());
+  for (const TimeSlot& slot : slots) {
+    if (!result.empty() && slot.time_begin < result.back().time_end) {
+      result.back() = hull(result.back(), slot);
+    } else {
+      result.push_back(slot);
+    }
+  }
+  return result;
+}
+
 Slots subtract(const Slots& slots, bool areOrdered, Row cuts) {
   Slots result;
   result.reserve(slots.size() + static_cast<std::size_t>(cuts.last - cuts.first));

@@ -38,6 +38,10 @@ void emitRest(TimeSlot slot, Row cuts, Emit emit) {
 /// after the other. The begins of `additions` ascend, and none is reversed.
 Slots unite(SlotIterator slot, SlotIterator slotsEnd, const Slots& additions);
 
+/// The slots with those that overlap made into one; those that touch stay apart. Their begins
+/// ascend, and none is reversed.
+Slots joined(const Slots& slots);
+
 /// What the ordered slots `cuts` leave of `slots`, each of which is cut where it stands; their own
 /// order matters only for speed.
 Slots subtract(const Slots& slots, bool areOrdered, Row cuts);

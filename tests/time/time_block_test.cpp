@@ -1,6 +1,8 @@
 // Blocks of time: the exact cases at midnight, at touching ends and at zero lengths.
 #include "libvarrow/time/TimeBlock.h"
 
+#include <ctime>
+#include <limits>
 #include <sstream>
 #include <type_traits>
 
@@ -53,16 +55,80 @@ std::string after(TimeBlock block, Change change) {
   return text(block);
 }
 
-TEST(TimeBlockTest, ABlockIsAddedToAndTakenOutOfItself) {
-  EXPECT_EQ("", after(kThreeSlots, [](TimeBlock& b) { b.removeTimeBlock(b); }));
-  EXPECT_EQ("8-10 12-14 16-18", after(kThreeSlots, [](TimeBlock& b) { b.addTimeBlocks(b); }));
-  EXPECT_EQ("8-12",
-            after(blockOf({slot(8, 10), slot(10, 12)}), [](TimeBlock& b) { b.addTimeBlocks(b); }));
-  EXPECT_EQ("8-10", after(kThreeSlots, [](TimeBlock& b) {
-              const TimeBlock late(at(11), at(20));
-              b.removeTimeBlock(&late);
-              b.removeTimeBlock(nullptr);
-            }));
+TEST(TimeBlockTest, EmptySlotsBesideACutStay) {
+  const std::vector<TimeSlot> empty(9, slot(8, 8));
+  TimeBlock block(empty);
+  block.addTimeBlock(at(9), at(12));
+  block.removeTimeBlock(at(8), at(10));
+  EXPECT_EQ(text(TimeBlock(empty)) + " 10-12", text(block));
+  block.removeTimeBlock(nullptr);
+  const TimeBlock early(at(7), at(11));
+  block.removeTimeBlock(&early);
+  EXPECT_EQ("11-12", text(block));
+}
+
+// Processor time, which other programs hardly change; the least of three.
+template <class Work>
+std::clock_t costOf(Work work) {
+  std::clock_t least = std::numeric_limits<std::clock_t>::max();
+  for (int i = 0; i < 3; ++i) {
+    const std::clock_t start = std::clock();
+    work();
+    least = std::min(least, std::clock() - start);
+  }
+  return least;
+}
+
+constexpr int kMany = 20000;
+
+// A part of every fourth hour, the latest first.
+std::vector<TimeSlot> backwards(double from, double to) {
+  std::vector<TimeSlot> slots;
+  for (int i = kMany; i > 4; --i) slots.push_back(slot(4 * i + from, 4 * i + to));
+  return slots;
+}
+
+TEST(TimeBlockTest, ABlockThatWasOutOfOrderIsSearchedAsFastAsAnother) {
+  const auto filled = [](TimeBlock block) {
+    const std::vector<TimeSlot> slots = backwards(0, 0.5);
+    for (auto s = slots.rbegin(); s != slots.rend(); ++s) {
+      block.addTimeBlock(s->time_begin, s->time_end);
+    }
+    return block;
+  };
+  const auto cost = [](const TimeBlock& block) {
+    return costOf([&] {
+      for (int i = 5; i < 2000; ++i) ASSERT_FALSE(block.haveBlock(at(4 * i), at(4 * i + 1)));
+    });
+  };
+  const auto limit = 30 * (cost(filled(TimeBlock())) + 1);
+  const std::vector<TimeSlot> outOfOrder{slot(8, 10), slot(9, 12), slot(1, 2)};
+  TimeBlock movedFrom(outOfOrder), grownOver(outOfOrder), mended(outOfOrder);
+  EXPECT_EQ("8-10 9-12 1-2", text(TimeBlock(std::move(movedFrom))));
+  EXPECT_LT(cost(filled(movedFrom)), limit);
+  grownOver.addTimeBlock(at(0), at(13));
+  EXPECT_LT(cost(filled(grownOver)), limit);
+  mended.addTimeBlocks(blockOf({slot(8, 12), slot(0, 3), slot(0, 3), slot(0, 12)}));
+  EXPECT_LT(cost(filled(mended)), limit);
+}
+
+TEST(TimeBlockTest, ManyChangesInNoOrderCostNoMoreForASingleOddSlot) {
+  TimeBlock apart;
+  apart.addTimeBlocks(TimeBlock(backwards(0, 0.5)));
+  TimeBlock touching = apart;
+  touching.removeTimeBlock(at(4000.2), at(4000.2));
+  const TimeBlock additions(backwards(1, 1.5));
+  const auto costOfAdding = [&](const TimeBlock& block) {
+    return costOf([&] { TimeBlock(block).addTimeBlocks(additions); });
+  };
+  EXPECT_LT(costOfAdding(touching), 5 * costOfAdding(apart));
+  const auto costOfRemoving = [&](const std::vector<TimeSlot>& cuts) {
+    return costOf([&] { TimeBlock(apart).removeTimeBlock(TimeBlock(cuts)); });
+  };
+  std::vector<TimeSlot> cuts = backwards(0.1, 0.3);
+  const auto ofApart = costOfRemoving(cuts);
+  cuts.push_back(slot(4000.2, 4000.4));
+  EXPECT_LT(costOfRemoving(cuts), 5 * ofApart);
 }
 
 TEST(TimeBlockTest, AReversedIntervalThrowsBothTimesAndTheCallStack) {

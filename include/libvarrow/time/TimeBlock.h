@@ -89,8 +89,10 @@ class LIBVARROW_API TimeSlot {
 /// -infinity, all real times, not-a-date-time, +infinity.
 ///
 /// Searching is logarithmic in the number of slots as long as each slot begins no later than it
-/// ends and ends no later than the next begins; else every slot is looked at. A single change in
-/// the middle moves the slots behind it.
+/// ends and ends no later than the next begins; else it is linear. A block that was out of order
+/// regains fast searches from a change that leaves one slot or none, and from a removal or an
+/// addition of many slots that leaves it in order. A single change in the middle moves the slots
+/// behind it.
 ///
 /// A change that runs out of memory throws std::bad_alloc and leaves the block as it was. (A read
 /// from JSON that fails, for whatever reason, leaves a part of the slots.)
@@ -320,8 +322,8 @@ class LIBVARROW_API TimeBlock {
   void subtract(std::vector<TimeSlot> const& cuts);
 
   std::vector<TimeSlot> timeslots;
-  // Every slot begins no later than it ends and ends no later than the next begins. What searches
-  // by halves rests on it; a block of which it is not known is searched slot by slot.
+  // Every slot begins no later than it ends and ends no later than the next begins. Binary
+  // searches rely on it; a block of which it is not known is searched slot by slot.
   bool isOrdered_ = true;
 };
 
