@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <boost/date_time/posix_time/posix_time.hpp>
 #include <cstdint>
+#include <map>
 #include <stdexcept>
 #include <string>
 #include <type_traits>
@@ -137,6 +138,8 @@ struct PlainBlock {
     });
   }
 
+  bool haveFullDay(date d) const { return haveBlock(ptime(d), ptime(d + days(1))); }
+
   time_duration getTotalDur() const {
     time_duration sum;
     for (const TimeSlot& slot : slots) sum += slot.dur();
@@ -225,10 +228,25 @@ struct PlainBlock {
     }
   }
 
-  void addTimeBlocks(const PlainBlock& others) {
+  std::map<date, time_duration> getStatisticByDay() const {
+    std::map<date, time_duration> sums;
+    for (const auto& [b, e] : slots) {
+      if (b.date() == e.date()) {
+        sums[b.date()] += e - b;
+        continue;
+      }
+      sums[b.date()] += hours(24) - b.time_of_day();
+      sums[e.date()] += e.time_of_day();
+      for (date day = b.date() + days(1); day < e.date(); day += days(1)) sums[day] += hours(24);
+    }
+    return sums;
+  }
+
+  // By value, as a block may be added to itself.
+  void addTimeBlocks(PlainBlock others) {
     for (const auto& [b, e] : others.slots) addTimeBlock(b, e);
   }
-  void removeTimeBlock(const PlainBlock& others) {
+  void removeTimeBlock(PlainBlock others) {
     for (const auto& [b, e] : others.slots) removeTimeBlock(b, e);
   }
 };
@@ -248,6 +266,12 @@ inline std::string text(const time_duration& duration) {
 inline std::string text(const std::vector<bool>& flags) {
   std::string text;
   for (const bool flag : flags) text += flag ? '1' : '0';
+  return text;
+}
+inline std::string text(const std::map<date, time_duration>& sums) {
+  std::string text;
+  for (const auto& [day, sum] : sums)
+    text += to_iso_string(day) + '=' + to_simple_string(sum) + ' ';
   return text;
 }
 inline std::string text(bool value) {
@@ -272,6 +296,7 @@ class BlockAndModel {
   /// Starts with new slots: in order, touching and empty ones among them, or in none, or reversed.
   void start() {
     isWild_ = number_(4) == 0;
+    range_ = number_(4) == 0 ? 4 : 40;
     start(slots());
   }
 
@@ -285,7 +310,7 @@ class BlockAndModel {
     const time_duration length = isLong ? from - to : hours(3 * (number_(30) - 4));
     const date day = kFirstDay + days(number_(12)), lastDay = day + days(number_(6));
     const int count = number_(5) - 1;
-    int skipped = number_(16);
+    int skipped = number_(20);
     const auto ask = [&](const char* what, auto query) {
       if (skipped-- == 0) compare(what, query, same);
     };
@@ -298,6 +323,8 @@ class BlockAndModel {
     change("remove", [&](auto& b) { b.removeTimeBlock(from, to); });
     change("add many", [&](auto& b) { b.addTimeBlocks(another(b)); });
     change("remove many", [&](auto& b) { b.removeTimeBlock(another(b)); });
+    change("add itself", [&](auto& b) { b.addTimeBlocks(b); });
+    change("remove itself", [&](auto& b) { b.removeTimeBlock(b); });
     ask("shared", [&](auto& b) { return b.hasIntersection(from, to); });
     ask("overlap", [&](auto& b) { return b.overlap(from, to); });
     ask("intersection", [&](auto& b) { return b.intersection(from, to); });
@@ -308,8 +335,11 @@ class BlockAndModel {
     ask("days", [&](auto& b) { return b.haveCompleteDays(from, to, count); });
     ask("touched", [&](auto& b) { return b.getInvolveStatus(day, lastDay); });
     ask("full", [&](auto& b) { return b.getFullDayInvolveStatus(day, lastDay); });
+    ask("full day", [&](auto& b) { return b.haveFullDay(day); });
     ask("after", [&](auto& b) { return b.getBlockAtPos4Dur(from, length); });
     ask("before", [&](auto& b) { return b.getBlockAtPos4DurByEnd(from, length); });
+    // All days from the first to the last that there are would take long to list.
+    if (!isWild_) ask("by day", [&](auto& b) { return b.getStatisticByDay(); });
   }
 
  private:
@@ -317,7 +347,7 @@ class BlockAndModel {
   // far.
   ptime time() {
     using namespace boost::date_time;
-    const ptime near(kFirstDay, hours(6 * number_(40)));
+    const ptime near(kFirstDay, hours(6 * number_(range_)));
     if (isWild_ && number_(8) == 0) {
       const special_values special[] = {not_a_date_time, pos_infin, neg_infin, min_date_time,
                                         max_date_time};
@@ -365,6 +395,7 @@ class BlockAndModel {
 
   Number number_;
   bool isWild_ = false;
+  int range_ = 40;
   PlainBlock plain_;
   TimeBlock block_;
 };
