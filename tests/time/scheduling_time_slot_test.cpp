@@ -63,6 +63,9 @@ TEST(SchedulingTimeSlotTest, OnlyTouchingSlotsOfTheSameKindMerge) {
   };
   EXPECT_EQ("08:00:00 12:00:00", merged(slot(8, 10), slot(10, 12)));
   EXPECT_EQ("08:00:00 12:00:00", merged(slot(10, 12), slot(8, 10)));
+  TimeSlot reversed = slot(10, 12);
+  reversed.setEndTime(at(8));
+  EXPECT_EQ("08:00:00 08:00:00", merged(slot(8, 10), reversed)) << "its own end is compared first";
   EXPECT_EQ("no", merged(slot(8, 10), slot(11, 12)));
   EXPECT_EQ("no", merged(slot(8, 10), slot(10, 12, 3)));
   EXPECT_EQ("no", merged(slot(8, 10, NAN), slot(10, 12, NAN)));
@@ -204,6 +207,8 @@ TEST(TimeSlotWithEfficiencyTest, RatesThatNoClockHasAreSettled) {
   time_duration work = hours(1);
   EXPECT_EQ(at(10), slotAt(0).getEndTimeWithEfficiency(work));
   EXPECT_TRUE(work.is_pos_infinity());
+  work = boost::date_time::neg_infin;
+  EXPECT_TRUE(slotAt(2).getEndTimeWithEfficiency(work).is_neg_infinity());
   EXPECT_EQ(hours(0), slotAt(-1).getDurWithEfficiency());
   EXPECT_EQ(hours(0), slotAt(NAN).getDurWithEfficiency());
   EXPECT_TRUE(slotAt(1e300).getDurWithEfficiency().is_pos_infinity());

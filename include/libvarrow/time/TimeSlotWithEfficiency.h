@@ -12,7 +12,8 @@ namespace utility {
 ///     slot.getEndTimeWithEfficiency(at(8), work);           // 10:00, and work is 24 min
 ///
 /// Work and clock time are converted in whole milliseconds; what is smaller is cut off each time.
-/// A negative time counts as zero, one beyond all durations as infinite.
+/// A negative product or quotient counts as zero, one beyond all durations as +infinity. Special
+/// durations (infinities, not-a-date-time) are not converted.
 class LIBVARROW_API TimeSlotWithEfficiency : public TimeSlot {
  public:
   /// As TimeSlot's, with an efficiency of 1.
