@@ -16,7 +16,7 @@ TEST(TimeBlockModelTest, AnswersAndChangesAreThoseOfAPlainWalkWhateverTheSlotsAr
     return static_cast<int>(random() % static_cast<unsigned>(n));
   });
   std::map<std::string, int> compared;
-  for (int i = 0; i < 40000 && !HasFailure(); ++i) {
+  for (int i = 0; i < 30000 && !HasFailure(); ++i) {
     both.start();
     for (int step = 0; step < 8; ++step) {
       SCOPED_TRACE(text(both.block()));
