@@ -18,6 +18,7 @@ namespace test_support {
 using boost::gregorian::date;
 using boost::gregorian::days;
 using boost::posix_time::hours;
+using boost::posix_time::milliseconds;
 using boost::posix_time::ptime;
 using boost::posix_time::time_duration;
 using libvarrow::time2str;
@@ -343,7 +344,7 @@ class BlockAndModel {
   }
 
  private:
-  // Few different times, so that they often touch, some just past midnight, and some special or
+  // Few different times, so that they often touch, some close to midnight, and some special or
   // far.
   ptime time() {
     using namespace boost::date_time;
@@ -354,7 +355,7 @@ class BlockAndModel {
       if (const int kind = number_(6); kind < 5) return ptime(special[kind]);
       return shifted(near, hours(std::int64_t{100} * (number_(1'700'000) - 850'000)));
     }
-    return number_(8) == 0 ? near + boost::posix_time::milliseconds(500) : near;
+    return number_(8) == 0 ? near + milliseconds(1000 * number_(2) - 500) : near;
   }
 
   Slots slots() {
