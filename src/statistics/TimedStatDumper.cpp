@@ -76,8 +76,11 @@ void TimedStatDumper::replaceFile() {
                        fileName_.c_str());
     return;
   }
-  if (fs::exists(fileName_)) fs::remove(fileName_);
-  if (fs::exists(written.name)) fs::rename(written.name, fileName_);
+  // Made before the old file is removed: from there on nothing may run out of memory.
+  const fs::path temporary(written.name);
+  const fs::path target(fileName_);
+  if (fs::exists(target)) fs::remove(target);
+  if (fs::exists(temporary)) fs::rename(temporary, target);
 }
 
 }  // namespace libvarrow
