@@ -104,7 +104,11 @@ class CPPBIND_API Binder {
   bool isClaimed(const Json::Value* member) const;
   Json::Value& memberToWrite(std::string_view key);
   [[noreturn]] static void throwNotFound(std::string_view key);
-  void requireEncoder() const;
+  void requireEncoder() const {
+    if (encoder_ == nullptr) {
+      assertionFailed("\"bug\" == NULL", __FILE__, __LINE__, BOOST_CURRENT_FUNCTION);
+    }
+  }
 
   template <class T>
   void write(std::string_view key, const T& field);
@@ -168,12 +172,6 @@ void Binder::bind(T& whole) {
   } else {
     requireEncoder();
     FieldCodec<T>::write(*encoder_, whole, *target_);
-  }
-}
-
-inline void Binder::requireEncoder() const {
-  if (encoder_ == nullptr) {
-    assertionFailed("\"bug\" == NULL", __FILE__, __LINE__, BOOST_CURRENT_FUNCTION);
   }
 }
 
