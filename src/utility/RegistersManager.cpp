@@ -19,9 +19,11 @@ RegistersManager& RegistersManager::instance() noexcept {
 
 boost::shared_ptr<cppbind::ClassRegister> RegistersManager::createRegister(
     const std::string& name) {
-  boost::shared_ptr<cppbind::ClassRegister>& reg = instance().registers_[name];
-  if (reg == nullptr) reg = boost::make_shared<cppbind::ClassRegister>();
-  return reg;
+  auto& registers = instance().registers_;
+  const auto found = registers.find(name);
+  if (found != registers.end()) return found->second;
+  // Made before its entry, as there may be no memory for it.
+  return registers.emplace(name, boost::make_shared<cppbind::ClassRegister>()).first->second;
 }
 
 cppbind::ClassRegister* RegistersManager::getRegister(const std::string& name) {
