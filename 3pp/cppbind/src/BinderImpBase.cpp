@@ -37,7 +37,7 @@ const boost::shared_ptr<const ConverterTable>& standardConverters() {
 BinderImpBase::BinderImpBase() : BinderImpBase(standardConverters()) {}
 
 BinderImpBase::BinderImpBase(boost::shared_ptr<const ConverterTable> converters)
-    : converters_(std::move(converters)), class_reg(nullptr) {}
+    : converters_(converters ? std::move(converters) : standardConverters()), class_reg(nullptr) {}
 
 BinderImpBase::~BinderImpBase() = default;
 

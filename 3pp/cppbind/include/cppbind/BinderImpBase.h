@@ -67,7 +67,7 @@ class CPPBIND_API BinderImpBase : private boost::noncopyable {
   mutable const StringConverter* lastConverter_ = nullptr;
 
  protected:
-  /// Starts with `converters` (shared, not null) and no registry.
+  /// Starts with `converters` (shared; null: the standard ones) and no registry.
   explicit BinderImpBase(boost::shared_ptr<const ConverterTable> converters);
 
   ClassRegisterBase* class_reg;  ///< not owned; null: dynamic types cannot be created

@@ -87,7 +87,8 @@ class ObjWrapperT : private detail::CodeOwnerHolder, public T {
 
   /// What getBaiscInfoJson() returns.
   void setCreationRecord(CreationRecord record) { creationRecord_ = std::move(record); }
-  /// With what the object writes its text fields: the converters that it was read with.
+  /// With what the object writes its text fields: the converters that it was read with. Null, as at
+  /// the start: the standard ones.
   void setConverters(boost::shared_ptr<const ConverterTable> converters) {
     converters_ = std::move(converters);
   }

@@ -17,7 +17,7 @@ namespace cppbind {
 class CPPBIND_API JsonEncodeBinder : public BinderImpBase {
  public:
   JsonEncodeBinder() = default;
-  /// Writes text as the binder does that `converters` come from.
+  /// Writes text as the binder does that `converters` come from (null: as a new binder does).
   explicit JsonEncodeBinder(boost::shared_ptr<const ConverterTable> converters)
       : BinderImpBase(std::move(converters)) {}
 
