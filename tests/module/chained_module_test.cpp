@@ -83,6 +83,28 @@ TYPED_TEST(ChainTest, AChainReadFromJsonWritesBackTheSameModules) {
   EXPECT_TRUE(this->chain.getJsonValue4Bind().isNull()) << "one made by hand has no form";
 }
 
+// Without the record's constructor the modules of the file would be dropped without a word.
+struct Forgetful : ChainedModule {};
+struct Inheriting : ChainedModule {
+  using ChainedModule::ChainedModule;
+};
+struct Fixed : ChainedModule {
+  void setBind(cppbind::Binder*, bool) {}
+};
+class Secretive : public Module {
+  struct Data4Bind {};
+};
+struct Undeclared : ChainedModule {
+  struct Data4Bind {
+    int size = 0;
+  };
+  explicit Undeclared(const Data4Bind& record);
+};
+static_assert(cppbind::hasUselessRecord<Forgetful> && cppbind::hasUselessRecord<Secretive> &&
+              cppbind::hasUselessRecord<Undeclared>);
+static_assert(cppbind::bindsThroughRecord<Inheriting> && !cppbind::hasUselessRecord<Inheriting> &&
+              !cppbind::hasUselessRecord<Fixed> && !cppbind::hasUselessRecord<Module>);
+
 using ChainedModuleTest = ChainTest<ChainedModule>;
 using ChainedModuleV2Test = ChainTest<ChainedModuleV2>;
 

@@ -111,8 +111,10 @@ class ObjWrapperT : private detail::CodeOwnerHolder, public T {
 };
 
 /// The factory of `T`. A class with a setBind is default-constructed and read in place, so it need
-/// not be copyable; one with a Data4Bind record is constructed from the record once that is read; a
-/// class with neither has no fields.
+/// not be copyable; one with a record Data4Bind, which has the setBind then, is constructed from
+/// the record once that is read, and written as its getData4Bind() says; a class with neither has
+/// no fields. A class that is derived from one with a record inherits the record, so it needs the
+/// constructor, too: `using Base::Base;`. Without it, it does not compile.
 template <class T>
 class ObjFactoryT : public ObjFactory {
  public:
@@ -135,6 +137,7 @@ class ObjFactoryT : public ObjFactory {
  private:
   static std::unique_ptr<ObjWrapperT<T>> read(const std::string& name, const Json::Value& json,
                                               JsonDecodeBinder& decoder) {
+    requireReachableFields<T>();
     if constexpr (bindsThroughRecord<T>) {
       typename T::Data4Bind record;
       decoder.decode(json, record);

@@ -15,39 +15,51 @@ class Binder;
 
 namespace detail {
 
-template <class T, class = void>
-struct HasSetBind : std::false_type {};
-template <class T>
-struct HasSetBind<
-    T, std::void_t<decltype(std::declval<T&>().setBind(static_cast<Binder*>(nullptr), true))>>
-    : std::true_type {};
+// `Use<T>` compiles.
+template <class T, template <class> class Use, class = void>
+struct Compiles : std::false_type {};
+template <class T, template <class> class Use>
+struct Compiles<T, Use, std::void_t<Use<T>>> : std::true_type {};
 
-// A class that names setBind makes &Both::setBind ambiguous, also when its own is private or has
-// other parameters.
-struct NamesSetBind {
+constexpr Binder* kAnyBinder = nullptr;
+template <class T>
+using SetBindCall = decltype(std::declval<T&>().setBind(kAnyBinder, true));
+template <class T>
+using LowerCaseCall = decltype(std::declval<T&>().setbind(kAnyBinder, true));
+template <class T>
+using UpperCaseCall = decltype(std::declval<T&>().SetBind(kAnyBinder, true));
+template <class T>
+using TitleCaseCall = decltype(std::declval<T&>().Setbind(kAnyBinder, true));
+template <class T>
+using RenderCall = decltype(std::declval<const T&>().toJsonValue4Bind());
+
+// A class that has the same names makes them ambiguous in one derived from both, also when its own
+// are private or of another kind.
+struct Names {
   int setBind;
+  struct Data4Bind {};
 };
 template <class T>
-struct AndSetBind : T, NamesSetBind {};
-
-template <class T, class = void>
-struct MentionsSetBind : std::bool_constant<std::is_class_v<T> && !std::is_final_v<T>> {};
+struct AndNames : T, Names {};
 template <class T>
-struct MentionsSetBind<T, std::enable_if_t<std::is_class_v<T> && !std::is_final_v<T>,
-                                           std::void_t<decltype(&AndSetBind<T>::setBind)>>>
-    : std::false_type {};
+using OtherSetBind = decltype(&AndNames<T>::setBind);
+template <class T>
+using OtherRecord = typename AndNames<T>::Data4Bind;
 
+// Nothing can be derived from a final class, so its names are not known.
+template <class T, template <class> class Other, bool = std::is_class_v<T> && !std::is_final_v<T>>
+struct Mentions : std::false_type {};
+template <class T, template <class> class Other>
+struct Mentions<T, Other, true> : std::negation<Compiles<T, Other>> {};
+
+// A record that T can be read through. One with members declares them.
 template <class T, class = void>
 struct HasRecord : std::false_type {};
 template <class T>
 struct HasRecord<T, std::void_t<typename T::Data4Bind>>
-    : std::is_constructible<T, typename T::Data4Bind&> {};
-
-template <class T, class = void>
-struct RendersItself : std::false_type {};
-template <class T>
-struct RendersItself<T, std::void_t<decltype(std::declval<const T&>().toJsonValue4Bind())>>
-    : std::true_type {};
+    : std::conjunction<std::is_constructible<T, typename T::Data4Bind&>,
+                       std::disjunction<Compiles<typename T::Data4Bind, SetBindCall>,
+                                        std::is_empty<typename T::Data4Bind>>> {};
 
 template <class T>
 struct IsObjectPointer : std::false_type {};
@@ -79,21 +91,48 @@ using Identity = typename IdentityOf<T>::type;
 
 }  // namespace detail
 
-/// `T` has the operation setBind(Binder*, bool).
+/// `T` has the operation setBind(Binder*, bool), of its own or of a base.
 template <class T>
-constexpr bool hasSetBind = detail::HasSetBind<T>::value;
+constexpr bool hasSetBind = detail::Compiles<T, detail::SetBindCall>::value;
 
-/// `T` has a setBind, but not one that binders can call: private, or with other parameters.
+/// `T` has a setBind, but not one that binders can call: private, with other parameters, or no
+/// operation. It also hides that of a base.
 template <class T>
-constexpr bool hasUselessSetBind = !hasSetBind<T> && detail::MentionsSetBind<T>::value;
+constexpr bool hasUselessSetBind =
+    !hasSetBind<T> && detail::Mentions<T, detail::OtherSetBind>::value;
+
+/// `T` has an operation with the parameters of setBind that is called setbind, SetBind or Setbind.
+template <class T>
+constexpr bool hasMisspeltSetBind = detail::Compiles<T, detail::LowerCaseCall>::value ||
+                                    detail::Compiles<T, detail::UpperCaseCall>::value ||
+                                    detail::Compiles<T, detail::TitleCaseCall>::value;
 
 /// `T` has no setBind, but a record `T::Data4Bind` to be read and constructed from.
 template <class T>
 constexpr bool bindsThroughRecord = !hasSetBind<T> && detail::HasRecord<T>::value;
 
+/// `T` has no setBind, but a record `Data4Bind`, its own or a base's, that it cannot be constructed
+/// from, that is private or that does not declare its fields.
+template <class T>
+constexpr bool hasUselessRecord =
+    !hasSetBind<T> && !bindsThroughRecord<T> && detail::Mentions<T, detail::OtherRecord>::value;
+
+/// Does not compile for a class of which fields would be neither read nor written, without a word.
+template <class T>
+constexpr void requireReachableFields() {
+  static_assert(!hasUselessSetBind<T>,
+                "setBind must be public: void setBind(cppbind::Binder*, bool)");
+  static_assert(!hasMisspeltSetBind<T>, "it is spelt setBind");
+  static_assert(
+      !hasUselessRecord<T>,
+      "a class with a record Data4Bind needs a public constructor from it (a derived one: "
+      "using Base::Base;), and the record a public setBind; a class that is to have no "
+      "fields declares an empty setBind of its own");
+}
+
 /// `T` has its own toJsonValue4Bind() and fromJsonValue4Bind(json), as statistics do.
 template <class T>
-constexpr bool rendersItself = !hasSetBind<T> && detail::RendersItself<T>::value;
+constexpr bool rendersItself = !hasSetBind<T> && detail::Compiles<T, detail::RenderCall>::value;
 
 /// `T` is a std::vector of boost::shared_ptr to a class derived from Object.
 template <class T>

@@ -46,8 +46,11 @@ void readDynamicList(JsonDecodeBinder& decoder, const Json::Value* json,
 /// "BUG,  please register converter for TYPE" when its key is there, unless the binder was given a
 /// converter; so do enumerations, std::optional and std::map.
 ///
-/// A class whose base has fields calls `Base::setBind(binder, bindFields)` first. A struct that is
-/// only a field needs no base class.
+/// A class whose base has fields calls `Base::setBind(binder, bindFields)` first: the compiler does
+/// not notice when that is forgotten, and the base's fields are gone. Nor does it notice a setBind
+/// under quite another name, or one of a class that derives from one with a record (Data4Bind): the
+/// record is not read then. A setBind that cannot be called, and one in other case, do not compile.
+/// A struct that is only a field needs no base class.
 ///
 /// A Binder lives as long as one call of setBind and belongs to one thread.
 class CPPBIND_API Binder {
@@ -184,8 +187,7 @@ void Binder::write(std::string_view key, const T& field) {
 template <class T>
 void JsonDecodeBinder::decode(const Json::Value& json, T& object) {
   static_assert(!bindsThroughRecord<T>, "read T::Data4Bind and construct T from it");
-  static_assert(!hasUselessSetBind<T>,
-                "setBind must be public: void setBind(cppbind::Binder*, bool)");
+  requireReachableFields<T>();
   Binder binder(*this, json);
   if constexpr (hasSetBind<T>) object.setBind(&binder, true);
   binder.checkUnknownKeys();
@@ -193,6 +195,7 @@ void JsonDecodeBinder::decode(const Json::Value& json, T& object) {
 
 template <class T>
 Json::Value JsonEncodeBinder::encode(const T& object) {
+  requireReachableFields<T>();
   if constexpr (bindsThroughRecord<T>) {
     return encode(object.getData4Bind());
   } else {
