@@ -84,7 +84,9 @@ Module* ModuleLoader::loadOneModule(const Json::Value& jv) {
   LIBVARROW_CHECK(module_type_names.size() == 1);
   cppbind::JsonDecodeBinder binder(&classRegister_);
   const std::string& className = module_type_names.front();
-  auto* m = classRegister_.create<Module>(className, jv[className], &binder);
+  Module* m = nullptr;
+  cppbind::withClass(className,
+                     [&] { m = classRegister_.create<Module>(className, jv[className], &binder); });
   LIBVARROW_CHECK(m);
   return m;
 }

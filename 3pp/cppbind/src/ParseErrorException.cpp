@@ -1,5 +1,6 @@
 #include "cppbind/ParseErrorException.h"
 
+#include <new>
 #include <utility>
 
 namespace cppbind {
@@ -43,8 +44,20 @@ void rethrowWithPath(std::string element) {
   } catch (ParseErrorException& error) {
     error.addPathFront(std::move(element));
     throw;
+  } catch (const std::bad_alloc&) {
+    throw;
   } catch (const std::exception& error) {
     throw ParseErrorException(std::move(element), error.what());
+  }
+}
+
+void rethrowFromClass(const std::string& className) {
+  try {
+    throw;
+  } catch (const ParseErrorException&) {
+    throw;
+  } catch (...) {
+    rethrowWithPath(className);
   }
 }
 

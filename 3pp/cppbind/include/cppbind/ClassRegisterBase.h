@@ -43,7 +43,8 @@ class CPPBIND_API ClassRegisterBase {
   /// the result. `binder` is the decode binder in use, or null for a strict one without registry.
   /// Throws ClassMissRegException for an unknown class, or one that is no `T`, and
   /// ParseErrorException, with the class name in its path, for fields that do not parse; what the
-  /// class's constructor throws passes as it is.
+  /// class's constructor throws passes as it is. (Where JSON names the class, as in a list of
+  /// modules, that becomes a ParseErrorException, too, unless it is std::bad_alloc.)
   ///
   ///     std::unique_ptr<Module> m(reg.create<Module>("Dispatch", fields, &binder));
   template <class T = Object>

@@ -57,7 +57,13 @@ class CPPBIND_API ClassMissRegException : public ParseErrorException {
 
 /// Call in a catch block: throws the error in flight on, with `element` in front of its path. A
 /// ParseErrorException keeps its type; any other std::exception becomes one with the same text.
+/// std::bad_alloc passes as it is: it says nothing about the place, and there may be no memory for
+/// a path.
 [[noreturn]] CPPBIND_API void rethrowWithPath(std::string element);
+
+/// The same for an error that left a class's factory, with the class name as path element. A
+/// ParseErrorException passes as it is: it has that name already.
+[[noreturn]] CPPBIND_API void rethrowFromClass(const std::string& className);
 
 /// Runs `body`; what it throws gains `key` as path element.
 template <class Body>
@@ -66,6 +72,17 @@ void withKey(std::string_view key, Body&& body) {
     body();
   } catch (...) {
     rethrowWithPath(std::string(key));
+  }
+}
+
+/// Runs `body`, which creates an object of the class `className` through a registry; what it throws
+/// has that name in its path.
+template <class Body>
+void withClass(const std::string& className, Body&& body) {
+  try {
+    body();
+  } catch (...) {
+    rethrowFromClass(className);
   }
 }
 

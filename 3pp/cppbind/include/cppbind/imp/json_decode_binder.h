@@ -41,12 +41,14 @@ class CPPBIND_API JsonDecodeBinder : public BinderImpBase {
   void decode(const Json::Value& json, T& object);
 
   /// Creates the object that `json`, {"ClassName": {fields}}, describes. The registry is `reg`, or
-  /// the binder's own when `reg` is null. Throws ParseErrorException and ClassMissRegException.
+  /// the binder's own when `reg` is null. Throws ParseErrorException and ClassMissRegException;
+  /// what the class's constructor throws becomes a ParseErrorException with the class name as path.
   template <class T>
   void bindDynamicType(const Json::Value& json, boost::shared_ptr<T>& out,
                        const ClassRegisterBase* reg = nullptr) {
     const NamedFields named = namedFields(json, reg);
-    out.reset(named.reg->create<T>(named.className, *named.fields, this));
+    withClass(named.className,
+              [&] { out.reset(named.reg->create<T>(named.className, *named.fields, this)); });
   }
 
   /// `imp` as a decode binder. Any other binder fails an assertion.
