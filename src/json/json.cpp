@@ -21,6 +21,11 @@ namespace {
   throw std::runtime_error(message);
 }
 
+// With its comments, as Json2Str is to write them again.
+bool parseWithComments(const std::string& text, Json::Value& value, std::string& errors) {
+  return cppbind::json_text::parse(text, value, errors, cppbind::json_text::Comments::Collected);
+}
+
 // The initial directory is the one at the first call: make that the library's loading.
 // NOLINTNEXTLINE(cert-err58-cpp): it is noexcept; without memory the process ends
 [[maybe_unused]] const bool initialPathTaken = []() noexcept {
@@ -35,7 +40,7 @@ Json::Value File2Json(const boost::filesystem::path& path) {
   cppbind::readTextFile(path.string(), text);  // what cannot be read parses as empty text
   Json::Value value;
   std::string errors;
-  if (!cppbind::json_text::parse(text, value, errors)) {
+  if (!parseWithComments(text, value, errors)) {
     LIBVARROW_LOG_ERROR("Failed to parse, %s, %s\n", path.string().c_str(), errors.c_str());
     throw std::runtime_error(path.string() + errors);
   }
@@ -45,7 +50,7 @@ Json::Value File2Json(const boost::filesystem::path& path) {
 Json::Value Str2Json(const std::string& text) {
   Json::Value value;
   std::string errors;
-  if (!cppbind::json_text::parse(text, value, errors)) {
+  if (!parseWithComments(text, value, errors)) {
     LIBVARROW_LOG_ERROR("Failed to parse, %s\n", errors.c_str());
     throw std::runtime_error(errors);
   }

@@ -27,6 +27,7 @@ TEST_F(JsonTest, TextIsParsedWithCommentsAndWrittenIndentedByOneSpace) {
             Json2Str(Str2Json("{\"a\": {\"b\": [1.5, \"x\"]}}")));
   EXPECT_EQ(3, Str2Json("\xEF\xBB\xBF[1, 2, 3]").size()) << "a byte order mark is passed over";
   EXPECT_EQ(2, Str2Json("{\"a\": 1, // one\n \"a\": 2} and more")["a"].asInt());
+  EXPECT_TRUE(contains(Json2Str(Str2Json("[1 // one\n]")), "// one"));
 }
 
 TEST_F(JsonTest, WhatDoesNotParseIsLoggedAndThrownWithTheNameOfItsFile) {

@@ -141,7 +141,7 @@ bool globalLocaleWritesPlainNumbers() {
 
 }  // namespace
 
-bool parse(const std::string& text, Json::Value& value, std::string& errors) {
+bool parse(const std::string& text, Json::Value& value, std::string& errors, Comments comments) {
   Json::Reader reader;
   std::string rewritten;
   try {
@@ -150,7 +150,8 @@ bool parse(const std::string& text, Json::Value& value, std::string& errors) {
     // Editors on some systems put a byte order mark in front.
     const std::size_t begin = numbers.compare(0, 3, "\xEF\xBB\xBF") == 0 ? 3 : 0;
     const char* const first = numbers.data();
-    const bool parsed = reader.parse(first + begin, first + numbers.size(), value);
+    const bool parsed =
+        reader.parse(first + begin, first + numbers.size(), value, comments == Comments::Collected);
     if (!parsed) errors = reader.getFormattedErrorMessages();
     return parsed;
   } catch (const Json::Exception& tooDeep) {

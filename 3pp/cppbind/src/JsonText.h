@@ -9,9 +9,14 @@
 
 namespace cppbind::json_text {
 
-/// Parses `text`, comments collected. False, with the parser's formatted messages in `errors`, when
-/// it is no JSON or nested too deep. Numbers are read the same under every global locale.
-bool parse(const std::string& text, Json::Value& value, std::string& errors);
+/// Collected comments are part of the value and are written with it. They take the parser time by
+/// their number times the length of the line on which they begin.
+enum class Comments { Allowed, Collected };
+
+/// Parses `text`. False, with the parser's formatted messages in `errors`, when it is no JSON or
+/// nested too deep. Numbers are read the same under every global locale.
+bool parse(const std::string& text, Json::Value& value, std::string& errors,
+           Comments comments = Comments::Allowed);
 
 /// Indented text with a line end.
 std::string styled(const Json::Value& value, const std::string& indentation);
