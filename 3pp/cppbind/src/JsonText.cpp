@@ -3,13 +3,14 @@
 #include <json/reader.h>
 #include <json/writer.h>
 
-#include <algorithm>
 #include <locale>
 #include <ostream>
 #include <streambuf>
+#include <string_view>
 #include <utility>
 
 #include "ClassicNumbers.h"
+#include "DecimalPoints.h"
 #include "ThreadsOwn.h"
 
 #if defined(__GNUC__)
@@ -21,83 +22,6 @@
 namespace cppbind::json_text {
 
 namespace {
-
-bool isDigit(char c) {
-  return c >= '0' && c <= '9';
-}
-
-std::size_t endOfDigits(const std::string& text, std::size_t at) {
-  while (at < text.size() && isDigit(text[at])) ++at;
-  return at;
-}
-
-std::size_t endOfString(const std::string& text, std::size_t at) {
-  const char quote = text[at++];
-  while (at < text.size() && text[at] != quote) at += text[at] == '\\' ? 2 : 1;
-  return std::min(at + 1, text.size());
-}
-
-std::size_t endOfComment(const std::string& text, std::size_t at) {
-  const bool isBlock = text.compare(at, 2, "/*") == 0;
-  const std::size_t end = isBlock ? text.find("*/", at + 2) : text.find_first_of("\r\n", at + 2);
-  return end == std::string::npos ? text.size() : end + (isBlock ? 2 : 1);
-}
-
-// The exponent whose digits stand from `at` to `end`.
-long exponentIn(const std::string& text, std::size_t at, std::size_t end) {
-  const std::size_t significant = std::min(text.find_first_not_of('0', at), end);
-  // More digits than nine are out of any number's range, whatever they are.
-  return std::stol("0" + text.substr(significant, std::min<std::size_t>(end - significant, 9)));
-}
-
-// Where the digits of an exponent begin, with its letter at `at`.
-std::size_t beginOfExponent(const std::string& text, std::size_t at) {
-  const bool hasSign = at + 1 < text.size() && (text[at + 1] == '-' || text[at + 1] == '+');
-  return at + (hasSign ? 2 : 1);
-}
-
-// 12.50e3 as 1250e1: the same number, to the last bit, without a decimal point. Reads as far as the
-// parser does, so that what it refuses is not made a number.
-std::size_t appendNumber(const std::string& text, std::size_t at, std::string& out) {
-  const std::size_t point = endOfDigits(text, at + (text[at] == '-' ? 1 : 0));
-  const bool hasPoint = point < text.size() && text[point] == '.';
-  const std::size_t letter = hasPoint ? endOfDigits(text, point + 1) : point;
-  const bool hasExponent = letter < text.size() && (text[letter] == 'e' || text[letter] == 'E');
-  const std::size_t digits = hasExponent ? beginOfExponent(text, letter) : letter;
-  const std::size_t end = endOfDigits(text, digits);
-  out.append(text, at, point - at);
-  if (!hasPoint || (hasExponent && digits == end)) {
-    const std::size_t rest = point + (hasPoint ? 1 : 0);
-    out.append(text, rest, end - rest);
-    return end;
-  }
-  out.append(text, point + 1, letter - point - 1);
-  long exponent = -static_cast<long>(letter - point - 1);
-  if (hasExponent) exponent += (text[digits - 1] == '-' ? -1 : 1) * exponentIn(text, digits, end);
-  out += 'e' + std::to_string(exponent);
-  return end;
-}
-
-// The parser reads numbers through a stream of the global locale, which may want a decimal comma.
-std::string withoutDecimalPoints(const std::string& text) {
-  std::string out;
-  out.reserve(text.size() + text.size() / 8);
-  for (std::size_t at = 0; at < text.size();) {
-    std::size_t next = at + 1;
-    if (text[at] == '-' || isDigit(text[at])) {
-      at = appendNumber(text, at, out);
-      continue;
-    }
-    if (text[at] == '"') {
-      next = endOfString(text, at);
-    } else if (text[at] == '/') {
-      next = endOfComment(text, at);
-    }
-    out.append(text, at, next - at);
-    at = next;
-  }
-  return out;
-}
 
 // What is written into a stream, as a string.
 class StringSink : public std::streambuf {
@@ -139,25 +63,31 @@ bool globalLocaleWritesPlainNumbers() {
   return numbers.decimal_point() == '.' && numbers.grouping().empty();
 }
 
-}  // namespace
-
-bool parse(const std::string& text, Json::Value& value, std::string& errors, Comments comments) {
+bool parsePlain(std::string_view text, Json::Value& value, std::string& errors, Comments comments) {
   Json::Reader reader;
-  std::string rewritten;
   try {
-    const std::string& numbers =
-        globalLocaleWritesPlainNumbers() ? text : (rewritten = withoutDecimalPoints(text));
-    // Editors on some systems put a byte order mark in front.
-    const std::size_t begin = numbers.compare(0, 3, "\xEF\xBB\xBF") == 0 ? 3 : 0;
-    const char* const first = numbers.data();
-    const bool parsed =
-        reader.parse(first + begin, first + numbers.size(), value, comments == Comments::Collected);
-    if (!parsed) errors = reader.getFormattedErrorMessages();
-    return parsed;
+    const bool isCollecting = comments == Comments::Collected;
+    const bool isParsed = reader.parse(text.data(), text.data() + text.size(), value, isCollecting);
+    if (!isParsed) errors = reader.getFormattedErrorMessages();
+    return isParsed;
   } catch (const Json::Exception& tooDeep) {
     errors = tooDeep.what();
     return false;
   }
+}
+
+}  // namespace
+
+bool parse(const std::string& text, Json::Value& value, std::string& errors, Comments comments) {
+  // Editors on some systems put a byte order mark in front.
+  const std::size_t begin = text.compare(0, 3, "\xEF\xBB\xBF") == 0 ? 3 : 0;
+  if (globalLocaleWritesPlainNumbers()) {
+    return parsePlain(std::string_view(text).substr(begin), value, errors, comments);
+  }
+  const WithoutDecimalPoints rewritten(text.substr(begin));
+  if (parsePlain(rewritten.text(), value, errors, comments)) return true;
+  errors = rewritten.aboutOriginal(errors);
+  return false;
 }
 
 // The writers print numbers under the thread's C locale and mend nothing but a decimal comma.

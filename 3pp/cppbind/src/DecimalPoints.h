@@ -1,0 +1,38 @@
+// JSON without decimal points, for a parser that reads numbers with those of the global locale.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+namespace cppbind::json_text {
+
+/// JSON text with its numbers rewritten, 12.50e3 as 1250e1: the same numbers, to the last bit.
+class WithoutDecimalPoints {
+ public:
+  explicit WithoutDecimalPoints(std::string original);
+
+  /// To be parsed in place of the original.
+  const std::string& text() const { return text_; }
+
+  /// The parser's formatted messages about text(), as they are about the original: with its lines
+  /// and columns, and its numbers.
+  std::string aboutOriginal(const std::string& messages) const;
+
+ private:
+  // A number in the original and what it became in the text.
+  struct Number {
+    std::size_t begin, end;
+    std::size_t newBegin, newEnd;
+  };
+
+  const Number* lastNumberAt(std::size_t newPosition) const;
+  std::size_t originalOf(std::size_t newPosition) const;
+  void nameOriginal(const Number& number, std::string& message) const;
+
+  std::string original_;
+  std::string text_;
+  std::vector<Number> numbers_;  // those that changed
+};
+
+}  // namespace cppbind::json_text
