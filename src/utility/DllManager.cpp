@@ -51,6 +51,10 @@ boost::dll::shared_library open(const fs::path& path) {
   } catch (const boost::system::system_error& error) {
     logFault(path.generic_string(), error.what());
     throw fault(path.generic_string(), error.what());
+  } catch (...) {
+    // Of a static object of the library; the system's loader then leaves the code where it is.
+    logFault(path.generic_string(), boost::current_exception_diagnostic_information());
+    throw;
   }
 }
 
@@ -81,18 +85,16 @@ class DllManager::Plugin {
 
   ~Plugin() {
     RegistersManager::unregisterAllOf(owner_);
-    const long others = owner_.use_count() - 1;
-    if (others > 0) {
-      LIBVARROW_LOG_WARN("shared library:%s stays loaded: %ld of its classes and objects are alive",
-                         path_.c_str(), others);
-    }
-    // An error on its way out may be of the library's making.
-    if (others > 0 || std::uncaught_exceptions() > 0) keepLoaded();
+    const std::string reason = reasonToStay();
+    if (reason.empty()) return;
+    LIBVARROW_LOG_WARN("shared library:%s stays loaded: %s", path_.c_str(), reason.c_str());
+    keptLibraries().push_back(std::move(library_));
   }
 
   void start() {
     const Entry entry = findEntry();
     const cppbind::CodeOwnerScope scope(owner_);
+    isStarted_ = true;
     try {
       entry();
     } catch (...) {
@@ -107,7 +109,21 @@ class DllManager::Plugin {
   // What static objects of the library register is its own, too.
   static boost::dll::shared_library openFor(const cppbind::CodeOwner& owner, const fs::path& file) {
     const cppbind::CodeOwnerScope scope(owner);
-    return open(file);
+    try {
+      return open(file);
+    } catch (...) {
+      RegistersManager::unregisterAllOf(owner);
+      throw;
+    }
+  }
+
+  // Empty when nothing needs the library's code. An exception may be of one of its types, or have
+  // passed through its objects, only once it was started: before, all are of the loader's making.
+  std::string reasonToStay() const {
+    const long others = owner_.use_count() - 1;
+    if (others > 0) return std::to_string(others) + " of its classes and objects are alive";
+    const bool isSuspect = isStarted_ && std::uncaught_exceptions() > 0;
+    return isSuspect ? "an exception in flight may be of its making" : "";
   }
 
   using Entry = void (*)();
@@ -128,18 +144,29 @@ class DllManager::Plugin {
 
   const char* entrySymbol() const {
     try {
-      return &library_.get<char>(kEntry);
+      const char* const symbol = &library_.get<char>(kEntry);
+      requireOwn(symbol);
+      return symbol;
     } catch (const std::exception& error) {
       logFault(path_, error.what());
       throw;
     }
   }
 
-  void keepLoaded() { keptLibraries().push_back(std::move(library_)); }
+  // The loader also searches the libraries that this one links.
+  void requireOwn(const char* symbol) const {
+    const fs::path holder = boost::dll::symbol_location_ptr(symbol);
+    if (holder == library_.location()) return;
+    throw boost::system::system_error(
+        boost::system::errc::make_error_code(boost::system::errc::invalid_seek),
+        "boost::dll::shared_library::get() failed (initModule is that of " +
+            holder.generic_string() + ")");
+  }
 
   const std::string path_;
   const cppbind::CodeOwner owner_ = boost::make_shared<char>();
   boost::dll::shared_library library_;
+  bool isStarted_ = false;
 };
 
 std::string DllManager::nativeName(const std::string& name) {

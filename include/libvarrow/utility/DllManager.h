@@ -31,9 +31,10 @@ namespace libvarrow {
 /// that comes from its plug-ins: objects first, then registries that the host made itself, then the
 /// manager. It takes the plug-ins' classes out of the named registries on its own. Should anything
 /// of a plug-in be alive then, a created object or a class in another registry, the library is not
-/// unloaded; a WARN line names it. What is not created by class name (threads, callbacks,
-/// statistics, an error in flight) the manager cannot see: make it before the host's data and
-/// outside of the try block.
+/// unloaded; nor is it when the manager goes while an exception is in flight, which may be of the
+/// plug-in's making. A WARN line names the library and says why. What is not created by class name
+/// (threads, callbacks, statistics, an error that was caught) the manager cannot see: make it
+/// before the host's data and outside of the try block.
 ///
 /// Everything that is registered during initModule, or by the library's static objects, belongs to
 /// the plug-in. A library that is loaded already, under another name or by another manager, is
@@ -48,11 +49,12 @@ class LIBVARROW_API DllManager {
   /// libNAME.so (NAME.dll on Windows). Loading is logged at INFO.
   ///
   /// A file that cannot be loaded, or whose "initModule" is no alias of a function, throws
-  /// std::runtime_error "shared library:PATH err:MESSAGE!", one without "initModule"
-  /// boost::system::system_error "boost::dll::shared_library::get() failed ...", and what
-  /// initModule throws passes as it is. Each is logged at ERROR with the file. Nothing is kept
-  /// under the name then. The code of a plug-in whose initModule threw stays loaded for good, as
-  /// the error may be of a type of its own.
+  /// std::runtime_error "shared library:PATH err:MESSAGE!", one without an "initModule" of its own
+  /// (that of a library that it links does not count) boost::system::system_error
+  /// "boost::dll::shared_library::get() failed ...", and what initModule or a static object of the
+  /// library throws passes as it is. Each is logged at ERROR with the file. Nothing is kept under
+  /// the name then, and the library is unloaded: call again once the file is corrected. Only a
+  /// plug-in that threw itself stays loaded for good, as the error may be of a type of its own.
   const boost::dll::shared_library* findOrCreateDll(const std::string& name,
                                                     const std::string& dir);
 
