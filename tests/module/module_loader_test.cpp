@@ -3,6 +3,7 @@
 
 #include <boost/filesystem/operations.hpp>
 #include <memory>
+#include <stdexcept>
 
 #include "libvarrow/json/json.h"
 #include "libvarrow/module/ChainedModule.h"
@@ -18,7 +19,14 @@ using namespace test_support;
 
 class ModuleLoaderTest : public InTemporaryDirectory {
  protected:
-  ModuleLoaderTest() { loader.classRegister().regClass<Add>("Add"); }
+  struct Broken : Add {
+    Broken() { throw std::runtime_error("broken"); }
+  };
+
+  ModuleLoaderTest() {
+    loader.classRegister().regClass<Add>("Add");
+    loader.classRegister().regClass<Broken>("Broken");
+  }
 
   ModuleLoader loader;
 };
@@ -56,6 +64,9 @@ TEST_F(ModuleLoaderTest, WhatIsNotThereOrDoesNotFitStaysAsItWas) {
   const std::pair<const char*, const char*> cases[] = {
       {R"({"named_modules": {"b": {"Add": {"amount": 2}}, "c": {"Add": {"amount": "x"}}}})",
        "named_modules.c.Add.amount: Value is not convertible to Int."},
+      {R"({"named_modules": {"b": {"Add": {"amount": 2, "x": 1}}}})",
+       "named_modules.b.Add: unknown json key:[x]"},
+      {R"({"named_modules": {"b": {"Broken": {}}}})", "named_modules.b.Broken: broken"},
       {R"({"named_modules": {"b": {"No": {}}}})", "named_modules.b: No miss register"},
       {R"({"named_modules": []})", "named_modules: should be a object"},
       {"[]", "should be a object"}};
@@ -73,6 +84,8 @@ TEST_F(ModuleLoaderTest, WhatIsNotThereOrDoesNotFitStaysAsItWas) {
 TEST_F(ModuleLoaderTest, BrokenStructureEndsTheProcess) {
   const std::pair<const char*, std::string> cases[] = {
       {R"({"named_modules": {"a": 5}})", "module_type_names.size() == 1"},
+      {R"({"named_modules": {"a": {"Add": {"amount": 1}, "Broken": {}}}})",
+       "module_type_names.size() == 1"},
       {R"({"chained_module": {}})", "jv.isArray()"},
       {R"({"chained_module": [1]})", "jv_module.isString()"}};
   for (const auto& c : cases) {
@@ -84,6 +97,8 @@ TEST_F(ModuleLoaderTest, TheObjectLayoutTakesAnotherRegisterAndTheChainLayoutGiv
   const std::unique_ptr<ChainedModule> chain(
       loader.loadChainedModule(json(R"({"modules": [{"Add": {"amount": 1}}]})")));
   EXPECT_EQ(1u, chain->getData4Bind().modules.size());
+  EXPECT_EQ("unknown json key:[x]",
+            errorOf([&] { loader.loadChainedModule(json(R"({"modules": [], "x": 1})")); }));
   EXPECT_EQ(nullptr, loader.mainModule());
   cppbind::ClassRegister own;
   own.regClass<Add>("Mine");
