@@ -1,10 +1,11 @@
 #!/usr/bin/env bash
-# Builds and runs the consumer in a way of using the library:
+# Builds and runs the consumer in a way of using the library: as a part of its own tree, or from the
+# Debian packages, by CMake and by pkg-config:
 #
-#     run.sh cmake|pkg-config|subproject|package BUILD_TREE WORK_FOLDER [CXX_FLAGS]
+#     run.sh subproject|package WORK_FOLDER [CXX_FLAGS]
 set -euo pipefail
 
-way=$1 built=$2 work=$3 flags=${4:-}
+way=$1 work=$2 flags=${3:-}
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 prefix=$work/prefix
 rm -rf "$work"
@@ -18,15 +19,17 @@ configure() {
 
 # -DNDEBUG as Release has it.
 compile() {
-  local options
-  options=$(PKG_CONFIG_PATH=$prefix/lib/pkgconfig pkg-config --cflags --libs varrow)
+  local options PKG_CONFIG_PATH
+  PKG_CONFIG_PATH=$(echo "$prefix"/usr/lib/*/pkgconfig)
+  export PKG_CONFIG_PATH
+  options=$(pkg-config --cflags --libs varrow)
   # shellcheck disable=SC2086
   "${CXX:-c++}" -std=c++17 -O1 -DNDEBUG $flags "$here/plugin.cpp" -shared -fPIC \
     -o plugins/shout.so $options
   # shellcheck disable=SC2086
   "${CXX:-c++}" -std=c++17 -O1 -DNDEBUG $flags "-DPLUGINS=\"$work/plugins\"" \
     "-DPIPELINE=\"$here/pipeline.json\"" "$here/main.cpp" -o consumer $options \
-    "-Wl,-rpath,$prefix/lib"
+    "-Wl,-rpath,$(pkg-config --variable=libdir varrow)"
 }
 
 # Builds the Debian packages and unpacks them below the prefix, which needs no root.
@@ -43,7 +46,6 @@ unpack_packages() {
   dpkg-deb -I "${runtime[0]}" shlibs | grep -q '^libvarrow 1 libvarrow1 (>= 1'
   depends "${development[0]}" 'libvarrow1 (= 1' libboost-filesystem-dev libboost-thread-dev \
     libjsoncpp-dev libpoco-dev
-  test -e "$(PKG_CONFIG_PATH=$(echo prefix/usr/lib/*/pkgconfig) pkg-config --variable=libdir varrow)/libvarrow.so"
 }
 
 depends() {
@@ -57,29 +59,26 @@ depends() {
   done
 }
 
+check() {
+  ./consumer | tee output.txt
+  grep -qx 'run/1_Shout/' output.txt
+  grep -qx 'steps: 2' output.txt
+  if ./consumer break-a-check 2>errors.txt; then
+    echo "a failed check did not end the process" >&2
+    exit 1
+  fi
+  grep -q "Assertion \`!this->timeslots.empty()' failed" errors.txt
+}
+
 case $way in
-  cmake)
-    cmake --install "$built" --prefix "$prefix" >install.log
-    configure "-DCMAKE_PREFIX_PATH=$prefix"
-    ;;
-  pkg-config)
-    cmake --install "$built" --prefix "$prefix" >install.log
-    compile
-    ;;
+  subproject) configure "-DVARROW_SOURCE=$here/../.." ;;
   package)
     unpack_packages
     configure "-DCMAKE_PREFIX_PATH=$prefix/usr"
     grep -q "^varrow_DIR:PATH=$prefix/usr/lib/" CMakeCache.txt
+    check
+    compile
     ;;
-  subproject) configure "-DVARROW_SOURCE=$here/../.." ;;
   *) exit 2 ;;
 esac
-
-./consumer | tee output.txt
-grep -qx 'run/1_Shout/' output.txt
-grep -qx 'steps: 2' output.txt
-if ./consumer break-a-check 2>errors.txt; then
-  echo "a failed check did not end the process" >&2
-  exit 1
-fi
-grep -q "Assertion \`!this->timeslots.empty()' failed" errors.txt
+check

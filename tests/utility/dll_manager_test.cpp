@@ -88,16 +88,12 @@ TEST_F(DllManagerTest, ARelativeDirectoryMayStandBesideTheProgramAndAFaultKeepsW
   // The directory of all test plug-ins, good ones and others.
   const std::string output = run([] {
     DllManager manager;
-    std::cout << errorOf([&] { manager.autoLoad("plugins"); }) << std::endl;
-    int loaded = 0;
-    for (const char* name : {"good", "plain_function", "throwing", "without_entry"}) {
-      loaded += manager.findDll(name) != nullptr;
-    }
-    std::cout << loaded << (manager.findDll("good") != nullptr) << std::endl;
+    std::cout << errorOf([&] { manager.autoLoad("plugins"); }) << '\n'
+              << (manager.findDll("good") != nullptr) << std::endl;
   });
   EXPECT_EQ(std::string::npos, output.find("no error"));
   const bool isGoodFirst = output.find("initModule\n") != std::string::npos;
-  EXPECT_TRUE(contains(output, isGoodFirst ? "\n11\n" : "\n00\n")) << output;
+  EXPECT_TRUE(contains(output, isGoodFirst ? "\n1\n" : "\n0\n")) << output;
 }
 
 TEST_F(DllManagerTest, WhatIsNoPlugInSaysWhichFileAndWhyAndIsNotKept) {
