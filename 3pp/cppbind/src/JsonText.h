@@ -13,7 +13,7 @@ namespace cppbind::json_text {
 /// their number times the length of the line on which they begin.
 enum class Comments { Allowed, Collected };
 
-/// Parses `text`. False, with the parser's formatted messages in `errors`, when it is no JSON or
+/// Parses `text`. False, with the parser's formatted messages in `errors`, when it is not JSON or
 /// nested too deep. Numbers are read the same under every global locale.
 bool parse(const std::string& text, Json::Value& value, std::string& errors,
            Comments comments = Comments::Allowed);

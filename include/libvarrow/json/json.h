@@ -10,9 +10,10 @@
 
 namespace libvarrow {
 
-/// The JSON value in the file at `path`, comments allowed. A file that cannot be read or parsed is
-/// logged at ERROR and throws std::runtime_error with the path and the parser's messages; one that
-/// is missing reads as empty text. (cppbind::readJsonFile tells the two apart.)
+/// The JSON value in the file at `path`, with its comments, which Json2Str writes again. A file
+/// that cannot be read or parsed is logged at ERROR and throws std::runtime_error with the path and
+/// the parser's messages; one that is missing reads as empty text. (cppbind::readJsonFile tells the
+/// two apart, and drops comments: thousands of them on one line take time by their square here.)
 LIBVARROW_API Json::Value File2Json(const boost::filesystem::path& path);
 
 /// As File2Json, from text.

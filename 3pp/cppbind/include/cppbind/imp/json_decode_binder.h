@@ -93,8 +93,8 @@ class CPPBIND_API CreationScope {
 
 /// The JSON value in the file at `path`. Throws ParseErrorException: "Can not open file [PATH]" for
 /// a file that cannot be read, and for text that does not parse the parser's messages with lines.
-/// Comments are allowed; of equal keys in one object the last counts, and text after the value is
-/// passed over.
+/// Comments are allowed, but not kept; of equal keys in one object the last counts, and text after
+/// the value is ignored.
 CPPBIND_API Json::Value readJsonFile(const boost::filesystem::path& path);
 
 }  // namespace cppbind
