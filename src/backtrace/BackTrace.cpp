@@ -1,5 +1,6 @@
 #include "libvarrow/backtrace/BackTrace.h"
 
+#include <algorithm>
 #include <atomic>
 #include <boost/config.hpp>
 #include <boost/date_time/posix_time/posix_time_types.hpp>
@@ -21,29 +22,8 @@ namespace libvarrow {
 namespace {
 
 constexpr const char* kDumpDirectory = "coredump";
-constexpr std::size_t kMaxFrames = 128;
-// currentStack(), sig_handler() and the frame through which the system calls a handler.
-constexpr std::size_t kSkippedFrames = 3;
-
 std::atomic<bool> initialised{false};
 std::atomic<bool> dumpFileWanted{false};
-
-class BackTrace {
- public:
-  BackTrace() {
-    std::cout << "init backtrace" << std::endl;
-    useCrashStack();
-    crash::installSignalHandler(sig_handler);
-  }
-  ~BackTrace() { std::cout << "deinit backtrack" << std::endl; }
-  BackTrace(const BackTrace&) = delete;
-  BackTrace& operator=(const BackTrace&) = delete;
-};
-
-// Not inlined, so that the frames left out are always the same three.
-BOOST_NOINLINE boost::stacktrace::stacktrace currentStack() {
-  return {kSkippedFrames, kMaxFrames};
-}
 
 // Nothing may be thrown into what was interrupted, and what fails must not cost the next step.
 template <typename Step>
@@ -71,13 +51,54 @@ std::string dumpFileName() {
   return name;
 }
 
+// Not inlined, so that both count the frames from here.
+BOOST_NOINLINE void dumpStack(const std::string& fileName) {
+  crash::Stack stack;
+  crash::readStack(stack);
+  boost::stacktrace::safe_dump_to(0, std::min(stack.count, crash::kMaxFrames), fileName.c_str());
+}
+
 void writeDumpFile() {
   boost::system::error_code ignored;
   if (!boost::filesystem::exists(kDumpDirectory, ignored)) {
     boost::filesystem::create_directory(kDumpDirectory, ignored);
   }
-  boost::stacktrace::safe_dump_to(dumpFileName().c_str());
+  dumpStack(dumpFileName());
 }
+
+// The frames of whoever was interrupted.
+boost::stacktrace::stacktrace withoutHandler(const crash::Stack& stack) {
+  const auto frames = stack.frames.cbegin() + crash::kHandlerFrames;
+  const auto bytes = static_cast<std::size_t>(stack.frames.cend() - frames) * sizeof(void*);
+  return boost::stacktrace::stacktrace::from_dump(&*frames, bytes);
+}
+
+// Not inlined into sig_handler(), so that the handler has the same frames on every way here.
+[[noreturn]] BOOST_NOINLINE void reportCrash(int sig, const void* place) {
+  crash::startWatchdog();
+  crash::Stack stack;
+  crash::readStack(stack);
+  crash::printRawStackOnce(sig, stack, place);
+  std::signal(sig, SIG_DFL);
+  attempt([&] {
+    LIBVARROW_LOG_ERROR("backtrace:\n%s\n",
+                        boost::stacktrace::to_string(withoutHandler(stack)).c_str());
+  });
+  if (dumpFileWanted) attempt(writeDumpFile);
+  std::abort();
+}
+
+class BackTrace {
+ public:
+  BackTrace() {
+    std::cout << "init backtrace" << std::endl;
+    useCrashStack();
+    crash::installSignalHandler(reportCrash);
+  }
+  ~BackTrace() { std::cout << "deinit backtrack" << std::endl; }
+  BackTrace(const BackTrace&) = delete;
+  BackTrace& operator=(const BackTrace&) = delete;
+};
 
 }  // namespace
 
@@ -92,15 +113,7 @@ void init_error_handler(bool writeDumpFile) {
 }
 
 void sig_handler(int sig) {
-  crash::startWatchdog();
-  crash::printRawStackOnce(sig);
-  std::signal(sig, SIG_DFL);
-  const boost::stacktrace::stacktrace stack = currentStack();
-  attempt([&] {
-    LIBVARROW_LOG_ERROR("backtrace:\n%s\n", boost::stacktrace::to_string(stack).c_str());
-  });
-  if (dumpFileWanted) attempt(writeDumpFile);
-  std::abort();
+  reportCrash(sig, nullptr);
 }
 
 }  // namespace libvarrow

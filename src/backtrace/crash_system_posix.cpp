@@ -1,32 +1,45 @@
-#include <execinfo.h>
+#include <pthread.h>
+#include <signal.h>
 #include <sys/mman.h>
 #include <sys/syscall.h>
+#include <ucontext.h>
 #include <unistd.h>
 
-#include <array>
 #include <atomic>
 #include <csignal>
+#include <cstdint>
+#include <cstdlib>
 #include <cstring>
 #include <ctime>
 
 #include "crash_system.h"
+#include "crash_system_posix.h"
 #include "libvarrow/backtrace/BackTrace.h"
 
 namespace libvarrow {
 
 namespace {
 
-constexpr unsigned kWatchdogSeconds = 4;
+constexpr std::int64_t kSecondNs = 1'000'000'000;
+constexpr std::int64_t kLongestIdleNs = 4 * kSecondNs;
+constexpr std::int64_t kLongestNs = 60 * kSecondNs;
+// More than a handler that waits uses in a second, less than one that works on a busy machine.
+constexpr std::int64_t kWorkNs = 5'000'000;
 constexpr std::size_t kStackBytes = 256UL * 1024;  // naming frames reads debug information
-constexpr int kMaxFrames = 128;
+
+void (*reportCrash)(int, const void*) = nullptr;
 
 std::atomic<bool> watchdogStarted{false};
-std::atomic<std::time_t> watchdogEnd{0};
+std::atomic<std::int64_t> nextCheckNs{0};
+std::atomic<std::int64_t> idleSinceNs{0};
+std::atomic<std::int64_t> watchdogEndNs{0};
+std::atomic<clockid_t> handlersClock{};
+std::atomic<std::int64_t> handlersWorkNs{0};
 
-std::time_t secondsNow() {
+std::int64_t nanoseconds(clockid_t clock) {
   std::timespec now{};
-  ::clock_gettime(CLOCK_MONOTONIC, &now);
-  return now.tv_sec;
+  ::clock_gettime(clock, &now);
+  return now.tv_sec * kSecondNs + now.tv_nsec;
 }
 
 bool isMainThread() {
@@ -73,23 +86,43 @@ void unblock(int sig) {
 }
 
 void handle(int sig, void (*handler)(int)) {
-  struct sigaction action {};
-  action.sa_handler = handler;
-  action.sa_flags = SA_ONSTACK | SA_RESTART;
-  sigemptyset(&action.sa_mask);
+  const struct sigaction action = crash::actionOf(handler);
   ::sigaction(sig, &action, nullptr);
 }
 
-void endHungProcess(int) {
-  const std::time_t left = watchdogEnd - secondsNow();
-  if (left > 0) {  // an alarm of the host's
-    ::alarm(static_cast<unsigned>(left));
+// Whether the thread that handles the crash has done anything since the last call.
+bool handlerWorked() {
+  const std::int64_t work = nanoseconds(handlersClock);
+  return work - handlersWorkNs.exchange(work) >= kWorkNs;
+}
+
+void checkHandler(int) {
+  const std::int64_t now = nanoseconds(CLOCK_MONOTONIC);
+  if (now >= nextCheckNs) {  // else an alarm of the host's
+    nextCheckNs = now + kSecondNs;
+    if (handlerWorked()) idleSinceNs = now;
+  }
+  if (now < watchdogEndNs && now - idleSinceNs < kLongestIdleNs) {
+    ::alarm(1);
     return;
   }
   crash::say("the crash handler hangs: ending the process\n");
   handle(SIGABRT, SIG_DFL);
   unblock(SIGABRT);
   ::raise(SIGABRT);
+}
+
+void onSignal(int sig, siginfo_t* info, void* context) {
+  crash::takeBackCallOfNoCode(sig, *info, *static_cast<ucontext_t*>(context));
+  reportCrash(sig, context);
+  std::abort();  // keeps this frame on the stack
+}
+
+void handleCrash(int sig) {
+  struct sigaction action = crash::actionOf(nullptr);
+  action.sa_sigaction = onSignal;
+  action.sa_flags |= SA_SIGINFO;
+  ::sigaction(sig, &action, nullptr);
 }
 
 }  // namespace
@@ -100,12 +133,18 @@ void useCrashStack() {
 
 namespace crash {
 
-void installSignalHandler(void (*handler)(int)) {
-  // The first call loads the unwinder, which allocates.
-  std::array<void*, 1> frame;
-  ::backtrace(frame.data(), 1);
-  handle(SIGSEGV, handler);
-  handle(SIGABRT, handler);
+struct sigaction actionOf(void (*handler)(int)) {
+  struct sigaction action {};
+  action.sa_handler = handler;
+  action.sa_flags = SA_ONSTACK | SA_RESTART;
+  sigemptyset(&action.sa_mask);
+  return action;
+}
+
+void installSignalHandler(void (*report)(int sig, const void* place)) {
+  reportCrash = report;
+  handleCrash(SIGSEGV);
+  handleCrash(SIGABRT);
   // A file that meets the limit on sizes is an error while writing, not the end of the process. Not
   // ignored, which programs that the host executes would inherit.
   struct sigaction before {};
@@ -116,15 +155,17 @@ void installSignalHandler(void (*handler)(int)) {
 
 void startWatchdog() {
   if (watchdogStarted.exchange(true)) return;
-  watchdogEnd = secondsNow() + kWatchdogSeconds;
-  handle(SIGALRM, endHungProcess);
+  const std::int64_t now = nanoseconds(CLOCK_MONOTONIC);
+  nextCheckNs = now + kSecondNs;
+  idleSinceNs = now;
+  watchdogEndNs = now + kLongestNs;
+  clockid_t clock{};
+  ::pthread_getcpuclockid(::pthread_self(), &clock);
+  handlersClock = clock;
+  handlersWorkNs = nanoseconds(clock);
+  handle(SIGALRM, checkHandler);
   unblock(SIGALRM);
-  ::alarm(kWatchdogSeconds);
-}
-
-void printFrames() {
-  std::array<void*, kMaxFrames> frames;
-  ::backtrace_symbols_fd(frames.data(), ::backtrace(frames.data(), kMaxFrames), STDERR_FILENO);
+  ::alarm(1);
 }
 
 void say(const char* text) {

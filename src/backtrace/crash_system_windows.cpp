@@ -5,6 +5,7 @@
 #include <charconv>
 #include <csignal>
 #include <cstdint>
+#include <cstdlib>
 #include <cstring>
 
 #include "crash_system.h"
@@ -14,15 +15,40 @@ namespace libvarrow {
 
 namespace {
 
-constexpr DWORD kWatchdogMs = 4000;
+constexpr DWORD kCheckMs = 1000;
+constexpr int kLongestIdleChecks = 4;
+constexpr int kMostChecks = 60;
+// More than a handler that waits uses in a second, less than one that works on a busy machine.
+constexpr ULONGLONG kWork = 50000;         // 5 ms, in units of 100 ns
 constexpr ULONG kStackBytes = 256 * 1024;  // naming frames reads debug information
-constexpr DWORD kMaxFrames = 128;
 constexpr UINT kAbortExitCode = 3;
 
 std::atomic<bool> watchdogStarted{false};
+void (*reportCrash)(int, const void*) = nullptr;
 
-DWORD WINAPI endHungProcess(void*) {
-  Sleep(kWatchdogMs);
+void onSignal(int sig) {
+  reportCrash(sig, nullptr);
+  std::abort();  // keeps this frame on the stack
+}
+
+// The processor time that `thread` has used.
+ULONGLONG workOf(HANDLE thread) {
+  FILETIME begin{}, end{}, kernel{}, user{};
+  if (!GetThreadTimes(thread, &begin, &end, &kernel, &user)) return 0;
+  const auto number = [](const FILETIME& time) {
+    return (static_cast<ULONGLONG>(time.dwHighDateTime) << 32) | time.dwLowDateTime;
+  };
+  return number(kernel) + number(user);
+}
+
+DWORD WINAPI endHungProcess(void* handler) {
+  ULONGLONG before = workOf(handler);
+  for (int checks = 0, idle = 0; checks < kMostChecks && idle < kLongestIdleChecks; ++checks) {
+    Sleep(kCheckMs);
+    const ULONGLONG work = workOf(handler);
+    idle = work - before >= kWork ? 0 : idle + 1;
+    before = work;
+  }
   crash::say("the crash handler hangs: ending the process\n");
   TerminateProcess(GetCurrentProcess(), kAbortExitCode);
   return 0;
@@ -37,28 +63,38 @@ void useCrashStack() {
 
 namespace crash {
 
-void installSignalHandler(void (*handler)(int)) {
-  std::signal(SIGSEGV, handler);
-  std::signal(SIGABRT, handler);
+void installSignalHandler(void (*report)(int sig, const void* place)) {
+  reportCrash = report;
+  std::signal(SIGSEGV, onSignal);
+  std::signal(SIGABRT, onSignal);
 }
 
 void startWatchdog() {
   if (watchdogStarted.exchange(true)) return;
-  CreateThread(nullptr, 0, endHungProcess, nullptr, 0, nullptr);
+  HANDLE handler = nullptr;
+  DuplicateHandle(GetCurrentProcess(), GetCurrentThread(), GetCurrentProcess(), &handler, 0, FALSE,
+                  DUPLICATE_SAME_ACCESS);
+  CreateThread(nullptr, 0, endHungProcess, handler, 0, nullptr);
 }
 
-void printFrames() {
-  std::array<void*, kMaxFrames> frames{};
-  const USHORT count = CaptureStackBackTrace(0, kMaxFrames, frames.data(), nullptr);
-  for (USHORT i = 0; i < count; ++i) {
+void readStack(Stack& stack) {
+  constexpr DWORD kOwnFrame = 1;
+  stack.count = CaptureStackBackTrace(kOwnFrame, static_cast<DWORD>(stack.frames.size() - 1),
+                                      stack.frames.data(), nullptr);
+}
+
+void printFrames(const Stack& stack) {
+  for (std::size_t i = kHandlerFrames; i < stack.count; ++i) {
     std::array<char, 24> line{"0x"};
     char* end = std::to_chars(line.data() + 2, line.data() + line.size() - 2,
-                              reinterpret_cast<std::uintptr_t>(frames[i]), 16)
+                              reinterpret_cast<std::uintptr_t>(stack.frames[i]), 16)
                     .ptr;
     *end = '\n';
     say(line.data());
   }
 }
+
+void printRegisters(const void*) {}
 
 void say(const char* text) {
   DWORD written = 0;

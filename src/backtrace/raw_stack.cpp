@@ -19,21 +19,24 @@ void sayNumber(long number) {
   say(digits.data());
 }
 
-void print(int sig) {
+void print(int sig, const Stack& stack, const void* place) {
   say("Signal ");
   sayNumber(sig);
   say(" in thread ");
   sayNumber(threadNumber());
   say(", call stack:\n");
-  printFrames();
+  printFrames(stack);
+  if (stack.isWhole) return;
+  say("the call stack cannot be read any further\n");
+  printRegisters(place);
 }
 
 }  // namespace
 
-void printRawStackOnce(int sig) {
+void printRawStackOnce(int sig, const Stack& stack, const void* place) {
   State expected = State::NotPrinted;
   if (state.compare_exchange_strong(expected, State::Printing)) {
-    print(sig);
+    print(sig, stack, place);
     state = State::Printed;
   }
   while (state != State::Printed) rest();

@@ -3,11 +3,14 @@
 
 namespace libvarrow::crash {
 
-/// Once in a process: the signal, the thread and its call stack. Other threads wait here meanwhile,
-/// so that their faults do not end the process before that.
-void printRawStackOnce(int sig);
+struct Stack;
 
-/// The call stack stands on standard error already.
+/// Writes the signal, the thread and its call stack, once in a process; of a stack that cannot be
+/// read whole, the registers at `place`, too. Other threads wait here meanwhile, so that their
+/// faults do not end the process before that.
+void printRawStackOnce(int sig, const Stack& stack, const void* place);
+
+/// The call stack is on standard error already.
 void skipRawStack();
 
 }  // namespace libvarrow::crash

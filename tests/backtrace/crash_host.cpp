@@ -3,7 +3,9 @@
 #include <unistd.h>
 
 #include <atomic>
+#include <chrono>
 #include <csignal>
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <ctime>
@@ -14,6 +16,7 @@
 #include <streambuf>
 #include <string>
 #include <thread>
+#include <utility>
 #include <vector>
 
 #include "libvarrow/backtrace/BackTrace.h"
@@ -36,6 +39,26 @@ __attribute__((noinline)) int overflow(int depth) {
   return zero == 0 ? overflow(depth + 1) + frame[0] : depth;
 }
 
+// A number, or the address of data.
+__attribute__((noinline)) void callNoCode(std::uintptr_t address) {
+  void (*volatile function)() = reinterpret_cast<void (*)()>(address);
+  function();
+  zero = 0;  // what is called returns to this function
+}
+
+__attribute__((noinline)) void loseTheStack() {
+#if defined(__x86_64__)
+  asm volatile("mov $0x10, %%rsp\n push $0" ::: "memory");
+#elif defined(__aarch64__)
+  asm volatile("mov sp, %0\n str xzr, [sp]" ::"r"(0x10L) : "memory");
+#endif
+}
+
+__attribute__((noinline)) void overwriteReturnAddress() {
+  void* volatile* frame = static_cast<void**>(__builtin_frame_address(0));
+  for (int i = 0; i < 3; ++i) frame[i] = reinterpret_cast<void*>(0x1234567);
+}
+
 void faultInThreeThreads() {
   std::atomic<int> ready{0};
   std::vector<std::thread> threads;
@@ -48,13 +71,6 @@ void faultInThreeThreads() {
     });
   }
   for (std::thread& thread : threads) thread.join();
-}
-
-void overflowInThread() {
-  std::thread([] {
-    libvarrow::useCrashStack();
-    overflow(0);
-  }).join();
 }
 
 struct Endless : libvarrow::CommonStatistics {
@@ -96,39 +112,45 @@ void meetTheLimitInAnother() {
   ::execl("/bin/sh", "sh", "-c", "echo text", nullptr);
 }
 
+// The allocator finds it while it holds its lock, so whoever allocates then hangs.
 void freeTwice() {
-  void* volatile block = std::malloc(100);
+  void* volatile block = std::malloc(2000);
+  void* volatile behind = std::malloc(2000);  // keeps it from joining the free memory
   std::free(block);
   std::free(block);  // NOLINT(clang-analyzer-unix.Malloc)
+  std::free(behind);
 }
 
-// The allocator finds it while it holds its lock, so whoever allocates then hangs.
-void spoilTheHeap() {
-  volatile std::size_t bytes = 50000;  // what the compiler knows, it warns of
-  volatile char* block = static_cast<char*>(std::malloc(bytes));
-  for (std::size_t i = bytes; i < bytes + 64; ++i) block[i] = -1;
-  void* volatile next = std::malloc(bytes);
-  std::cout << next << std::endl;
-}
-
-// Stands where the log writes, as an appender of a host may.
+// Replaces what the log writes to, as an appender of a host may.
 class BadLog : public std::streambuf {
  public:
-  explicit BadLog(bool hangs) : hangs_(hangs) { std::cerr.exceptions(std::ios::badbit); }
+  explicit BadLog(std::function<void()> write) : write_(std::move(write)) {
+    std::cerr.exceptions(std::ios::badbit);
+  }
 
  private:
   int_type overflow(int_type) override {
-    while (hangs_) std::this_thread::sleep_for(std::chrono::seconds(1));
+    write_();
     throw std::runtime_error("the log fails");
   }
 
-  bool hangs_;
+  std::function<void()> write_;
 };
 
-void faultWithABadLog(bool hangs) {
-  BadLog log(hangs);
+void faultWithABadLog(const std::function<void()>& write) {
+  BadLog log(write);
   std::cerr.rdbuf(&log);
   fault();
+}
+
+void waitForEver() {
+  for (;;) std::this_thread::sleep_for(std::chrono::seconds(1));
+}
+
+// Longer than a handler that waits may take.
+void work() {
+  static const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(6);
+  while (std::chrono::steady_clock::now() < end) continue;
 }
 
 }  // namespace
@@ -136,20 +158,20 @@ void faultWithABadLog(bool hangs) {
 int main(int argc, char** argv) {
   const std::map<std::string, std::function<void()>> crashes = {
       {"segfault", fault},
-      {"abort", std::abort},
+      {"no-code", [] { callNoCode(0x10); }},
+      {"data-for-code", [] { callNoCode(reinterpret_cast<std::uintptr_t>(&zero)); }},
+      {"lost-stack", loseTheStack},
+      {"smashed-stack", overwriteReturnAddress},
       {"uncaught", [] { throw std::runtime_error("nobody catches this"); }},
-      {"overflow", [] { overflow(0); }},
-      {"overflow-in-thread", overflowInThread},
       {"overflow-in-timer", overflowInTimer},
       {"overflow-at-exit", overflowAtExit},
       {"alarms", faultUnderAlarms},
       {"limit-in-another", meetTheLimitInAnother},
-      {"divide", [] { std::cout << 5000 / zero; }},
       {"free-twice", freeTwice},
-      {"spoilt-heap", [] { std::thread(spoilTheHeap).join(); }},
       {"three-threads", faultInThreeThreads},
-      {"throwing-log", [] { faultWithABadLog(false); }},
-      {"hanging-log", [] { faultWithABadLog(true); }}};
-  libvarrow::init_error_handler(false);
+      {"throwing-log", [] { faultWithABadLog([] {}); }},
+      {"slow-log", [] { faultWithABadLog(work); }},
+      {"hanging-log", [] { faultWithABadLog(waitForEver); }}};
+  libvarrow::init_error_handler(true);
   crashes.at(argc > 1 ? argv[1] : "none")();
 }

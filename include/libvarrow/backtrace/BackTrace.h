@@ -23,9 +23,12 @@ LIBVARROW_API void useCrashStack();
 /// Prints the call stack as addresses to standard error, once in a process, then logs it with names
 /// at ERROR (so to standard error only before InitRootLogger), writes the dump file if that is
 /// switched on, and aborts: the process always ends by SIGABRT, and a segmentation fault is logged
-/// a second time on that way. What the log throws is reported and passed over. A second fault ends
-/// the process at once; a handler that hangs, because the crash left a lock held, is ended after 4
-/// seconds.
+/// a second time on that way. What the log throws is reported, and the handler goes on. A second
+/// fault ends the process at once. A handler that has done nothing for 4 seconds, because the crash
+/// left a lock held, is ended, and so is one that is still at work after a minute.
+///
+/// Installed by init_error_handler, it begins the call stack with the call when an address without
+/// code was called, and adds the registers when the stack cannot be read whole.
 LIBVARROW_API void sig_handler(int sig);
 
 }  // namespace libvarrow

@@ -1,0 +1,199 @@
+// The call stack of a broken process, as far as it can be read.
+#include <execinfo.h>
+#include <pthread.h>
+#include <setjmp.h>
+#include <unistd.h>
+#include <unwind.h>
+
+#include <array>
+#include <atomic>
+#include <boost/config.hpp>
+#include <charconv>
+#include <cstdint>
+
+#include "crash_system.h"
+#include "crash_system_posix.h"
+
+namespace libvarrow::crash {
+
+namespace {
+
+std::atomic<long> reader{0};  // the thread that reads what may not be readable
+sigjmp_buf unreadable;
+
+void leaveReading(int) {
+  if (reader == threadNumber()) ::siglongjmp(unreadable, 1);
+  // A fault of another thread comes again, to its own handler, once this one is gone.
+  while (reader != 0) rest();
+}
+
+/// While it lives, faults of the calling thread end in a jump to `unreadable`.
+class FaultsJump {
+ public:
+  FaultsJump() {
+    for (long none = 0; !reader.compare_exchange_weak(none, threadNumber()); none = 0) {
+      rest();
+    }
+    sigset_t others;
+    sigfillset(&others);
+    for (const int sig : {SIGSEGV, SIGBUS, SIGALRM}) sigdelset(&others, sig);
+    ::pthread_sigmask(SIG_SETMASK, &others, &maskBefore_);
+    const struct sigaction jump = actionOf(leaveReading);
+    ::sigaction(SIGSEGV, &jump, &segvBefore_);
+    ::sigaction(SIGBUS, &jump, &busBefore_);
+  }
+  ~FaultsJump() {
+    ::sigaction(SIGBUS, &busBefore_, nullptr);
+    ::sigaction(SIGSEGV, &segvBefore_, nullptr);
+    ::pthread_sigmask(SIG_SETMASK, &maskBefore_, nullptr);
+    reader = 0;
+  }
+  FaultsJump(const FaultsJump&) = delete;
+  FaultsJump& operator=(const FaultsJump&) = delete;
+
+ private:
+  sigset_t maskBefore_{};
+  struct sigaction segvBefore_ {};
+  struct sigaction busBefore_ {};
+};
+
+// Calls `read`, which has nothing to destroy; false when it met memory that cannot be read.
+template <class Read>
+bool mayRead(const Read& read) {
+  const FaultsJump guard;
+  // A fault inside the unwinder can be left in no other way.
+  if (sigsetjmp(unreadable, 0) != 0) return false;
+  read();
+  return true;
+}
+
+bool isReadable(std::uintptr_t address) {
+  return mayRead([&] { static_cast<void>(*reinterpret_cast<const volatile char*>(address)); });
+}
+
+struct Unwinding {
+  Stack& stack;
+  const void* first;  // frames before it are those of the unwinding itself
+};
+
+_Unwind_Reason_Code addFrame(_Unwind_Context* context, void* argument) {
+  auto& [stack, first] = *static_cast<Unwinding*>(argument);
+  void* const address = reinterpret_cast<void*>(_Unwind_GetIP(context));
+  if (stack.count == 0 && address != first) return _URC_NO_REASON;
+  if (address == nullptr || stack.count + 1 == stack.frames.size()) return _URC_END_OF_STACK;
+  stack.frames[stack.count++] = address;
+  return _URC_NO_REASON;
+}
+
+void sayAddress(std::uintptr_t address) {
+  std::array<char, 20> text{"0x"};
+  std::to_chars(text.data() + 2, text.data() + text.size() - 1, address, 16);
+  say(text.data());
+}
+
+void sayRegister(const char* name, std::uintptr_t value) {
+  say(name);
+  say(" ");
+  sayAddress(value);
+  say("\n");
+}
+
+#if defined(__linux__) && defined(__x86_64__)
+
+constexpr std::array<const char*, 17> kRegisters = {"r8",  "r9",  "r10", "r11", "r12", "r13",
+                                                    "r14", "r15", "rdi", "rsi", "rbp", "rbx",
+                                                    "rdx", "rax", "rcx", "rsp", "rip"};
+
+void sayRegisters(const ucontext_t& place) {
+  for (std::size_t i = 0; i < kRegisters.size(); ++i) {
+    sayRegister(kRegisters[i], static_cast<std::uintptr_t>(place.uc_mcontext.gregs[i]));
+  }
+}
+
+std::uintptr_t programCounter(const ucontext_t& place) {
+  return static_cast<std::uintptr_t>(place.uc_mcontext.gregs[REG_RIP]);
+}
+
+bool takeCallBack(ucontext_t& place) {
+  greg_t& stackPointer = place.uc_mcontext.gregs[REG_RSP];
+  greg_t returnAddress = 0;
+  if (!mayRead([&] { returnAddress = *reinterpret_cast<const volatile greg_t*>(stackPointer); })) {
+    return false;
+  }
+  const greg_t call = returnAddress - 1;  // a byte of it, as good as its first
+  if (!isReadable(static_cast<std::uintptr_t>(call))) return false;
+  place.uc_mcontext.gregs[REG_RIP] = call;
+  stackPointer += static_cast<greg_t>(sizeof returnAddress);
+  return true;
+}
+
+#elif defined(__linux__) && defined(__aarch64__)
+
+void sayRegisters(const ucontext_t& place) {
+  std::array<char, 4> name{"x"};
+  for (std::size_t i = 0; i < 31; ++i) {
+    *std::to_chars(name.data() + 1, name.data() + 3, i).ptr = '\0';
+    sayRegister(name.data(), place.uc_mcontext.regs[i]);
+  }
+  sayRegister("sp", place.uc_mcontext.sp);
+  sayRegister("pc", place.uc_mcontext.pc);
+}
+
+std::uintptr_t programCounter(const ucontext_t& place) {
+  return place.uc_mcontext.pc;
+}
+
+bool takeCallBack(ucontext_t& place) {
+  constexpr int kLinkRegister = 30;
+  constexpr std::uintptr_t kInstructionBytes = 4;
+  const std::uintptr_t call = place.uc_mcontext.regs[kLinkRegister] - kInstructionBytes;
+  if (!isReadable(call)) return false;
+  place.uc_mcontext.pc = call;
+  return true;
+}
+
+#else  // reported as far as the stack can be read
+
+void sayRegisters(const ucontext_t&) {}
+std::uintptr_t programCounter(const ucontext_t&) {
+  return 0;
+}
+bool takeCallBack(ucontext_t&) {
+  return false;
+}
+
+#endif
+
+// Whether the processor failed to fetch an instruction.
+bool isNoCode(int sig, const siginfo_t& info, const ucontext_t& place) {
+  return sig == SIGSEGV && info.si_code > 0 &&
+         reinterpret_cast<std::uintptr_t>(info.si_addr) == programCounter(place);
+}
+
+}  // namespace
+
+void takeBackCallOfNoCode(int sig, const siginfo_t& info, ucontext_t& place) {
+  const std::uintptr_t address = programCounter(place);
+  if (!isNoCode(sig, info, place) || !takeCallBack(place)) return;
+  say("no code at ");
+  sayAddress(address);
+  say(": the call stack begins with the call\n");
+}
+
+// Not inlined, as the first frame is that of the caller.
+BOOST_NOINLINE void readStack(Stack& stack) {
+  Unwinding unwinding{stack, __builtin_return_address(0)};
+  stack.isWhole = mayRead([&] { ::_Unwind_Backtrace(addFrame, &unwinding); });
+}
+
+void printFrames(const Stack& stack) {
+  if (stack.count <= kHandlerFrames) return;
+  ::backtrace_symbols_fd(stack.frames.data() + kHandlerFrames,
+                         static_cast<int>(stack.count - kHandlerFrames), STDERR_FILENO);
+}
+
+void printRegisters(const void* place) {
+  if (place != nullptr) sayRegisters(*static_cast<const ucontext_t*>(place));
+}
+
+}  // namespace libvarrow::crash
