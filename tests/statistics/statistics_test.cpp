@@ -4,6 +4,7 @@
 #include <limits>
 
 #include "libvarrow/statistics/StatisticsContainer.h"
+#include "support/FarZone.h"
 #include "support/support.h"
 
 namespace {
@@ -92,12 +93,17 @@ TEST(TimeStatisticsTest, MinutesAreWholeSecondsFromFirstToLastAndAGuardAddsTwo) 
   times.appendTime(time_from_string("2024-03-05 10:01:30.9"));
   EXPECT_EQ(1.5, times.toJsonValue4Bind()["minutes"].asDouble());
   EXPECT_EQ(boost::posix_time::millisec(90900), times.getDur());
+  const FarZone zone;
+  const std::string begin = zone.now();
   try {
     const TimeRecoderHelper guard(&times);
     throw 1;
   } catch (int) {
   }
-  EXPECT_EQ(5u, times.toJsonValue4Bind()["timestamps"].size()) << "entry and exit of the guard";
+  const Json::Value texts = times.toJsonValue4Bind()["timestamps"];
+  ASSERT_EQ(5u, texts.size()) << "entry and exit of the guard";
+  EXPECT_LE(begin, isoTime(texts[3].asString()));
+  EXPECT_LE(isoTime(texts[4].asString()), zone.now());
 }
 
 TEST(StatisticsContainerTest, EveryCallAddsAnEntryInOrderWhichMayTakeTheContainersName) {

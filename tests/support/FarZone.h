@@ -1,0 +1,44 @@
+// A local time that is no other place's.
+#pragma once
+
+#include <boost/date_time/posix_time/posix_time.hpp>
+#include <cstdlib>
+#include <ctime>
+#include <string>
+
+namespace test_support {
+
+/// While it lives, local time is 11 hours and 30 minutes ahead of UTC.
+class FarZone {
+ public:
+  FarZone() : before_(std::getenv("TZ") == nullptr ? "" : std::getenv("TZ")) { set("FAR-11:30"); }
+  ~FarZone() { set(before_); }
+  FarZone(const FarZone&) = delete;
+  FarZone& operator=(const FarZone&) = delete;
+
+  /// The local time to the second, such as "20240305T070809": to be compared with others as text.
+  static std::string now() {
+    using namespace boost::posix_time;
+    return to_iso_string(second_clock::universal_time() + hours(11) + minutes(30));
+  }
+
+ private:
+  static void set(const std::string& zone) {
+    zone.empty() ? ::unsetenv("TZ") : ::setenv("TZ", zone.c_str(), 1);
+    ::tzset();
+  }
+
+  const std::string before_;
+};
+
+/// A text such as "2024-03-05 07:08:09" in the form of FarZone::now().
+inline std::string isoTime(const std::string& text) {
+  std::string digits;
+  for (const char c : text) {
+    if (c >= '0' && c <= '9') digits += c;
+    if (digits.size() == 8) digits += 'T';
+  }
+  return digits;
+}
+
+}  // namespace test_support
