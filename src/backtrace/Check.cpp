@@ -4,6 +4,7 @@
 #include <boost/stacktrace.hpp>
 #include <cstdlib>
 #include <iostream>
+#include <sstream>
 
 #include "raw_stack.h"
 
@@ -11,10 +12,12 @@ namespace libvarrow {
 
 void assertionFailed(const char* expression, const char* function, const char* message) {
   std::cout << std::flush;
-  std::cerr << "Expression '" << expression << "' is false in function '" << function
-            << "': " << (message != nullptr ? message : "<...>") << ".\n"
-            << "Backtrace:\n"
-            << boost::stacktrace::stacktrace() << std::endl;
+  std::ostringstream text;
+  text << "Expression '" << expression << "' is false in function '" << function
+       << "': " << (message != nullptr ? message : "<...>") << ".\n"
+       << "Backtrace:\n"
+       << boost::stacktrace::stacktrace() << '\n';
+  std::cerr << text.str() << std::flush;  // in one piece, as other threads may fail now, too
   crash::skipRawStack();
   std::abort();
 }

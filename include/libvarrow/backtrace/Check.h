@@ -10,7 +10,7 @@ namespace libvarrow {
 /// The handler of every checked assertion and of Boost's own (varrow::varrow defines
 /// BOOST_ENABLE_ASSERT_HANDLER for hosts, too, which must not define a handler of their own).
 /// Writes "Expression 'EXPRESSION' is false in function 'FUNCTION': MESSAGE." ("<...>" when
-/// `message` is null) and the call stack to standard error and aborts.
+/// `message` is null) and the call stack to standard error, in one piece, and aborts.
 [[noreturn]] LIBVARROW_API void assertionFailed(const char* expression, const char* function,
                                                 const char* message = nullptr);
 
