@@ -3,6 +3,7 @@
 #include <cstdlib>
 
 #include "libvarrow/backtrace/Check.h"
+#include "stop.h"
 
 namespace libvarrow {
 
@@ -17,8 +18,8 @@ const char* BackTraceException::what() const noexcept {
   return "error";
 }
 
-void BackTraceException::trans_func(unsigned int, _EXCEPTION_POINTERS*) {
-  throw BackTraceException();
+void BackTraceException::trans_func(unsigned int code, _EXCEPTION_POINTERS*) {
+  stop("structured exception " + std::to_string(code));
 }
 
 void BackTraceException::initTrack() {}

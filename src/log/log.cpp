@@ -16,9 +16,12 @@
 #include <vector>
 
 #include "ClassicNumbers.h"
+#include "log/standard_error.h"
 
 namespace {
 
+// From here on messages are worth standard error when nobody configured a log.
+constexpr auto kStandardErrorLevel = libvarrow::logging::Level::Warn;
 constexpr const char* kPattern = "%i %D{%Y-%m-%d %H:%M:%S}  %-5p - %m [%b:%L]%n";
 
 // Never destroyed, as a host's static objects may be older.
@@ -67,6 +70,10 @@ log4cplus::LogLevel nativeLevel(libvarrow::logging::Level level) {
   return log4cplus::ERROR_LOG_LEVEL;
 }
 
+bool hasNoAppender() {
+  return log4cplus::Logger::getRoot().getAllAppenders().empty();
+}
+
 LIBVARROW_PRINTF_LIKE(1, 0)
 std::string formatted(const char* format, std::va_list arguments) {
   [[maybe_unused]] const cppbind::ClassicNumbers classicNumbers{};
@@ -111,6 +118,10 @@ void unRegisterLogInitedHandler(const boost::function<void()>&) {}
 
 namespace libvarrow::logging {
 
+bool goesToStandardError(Level level) {
+  return hasNoAppender() && level >= kStandardErrorLevel && isEnabled(level);
+}
+
 bool isEnabled(Level level) {
   return log4cplus::Logger::getRoot().isEnabledFor(nativeLevel(level));
 }
@@ -120,12 +131,11 @@ void write(Level level, const char* file, int line, const char* function, const 
   va_start(arguments, format);
   const std::string message = formatted(format, arguments);
   va_end(arguments);
-  log4cplus::Logger root = log4cplus::Logger::getRoot();
-  if (root.getAllAppenders().empty()) {
-    if (level >= Level::Warn) std::cerr << message << std::endl;
+  if (hasNoAppender()) {
+    if (level >= kStandardErrorLevel) std::cerr << message << std::endl;
     return;
   }
-  root.forcedLog(nativeLevel(level), message, file, line, function);
+  log4cplus::Logger::getRoot().forcedLog(nativeLevel(level), message, file, line, function);
 }
 
 }  // namespace libvarrow::logging

@@ -1,6 +1,6 @@
 #include "libvarrow/statistics/CommonStatistics.h"
 
-#include "libvarrow/backtrace/BackTraceException.h"
+#include "backtrace/stop.h"
 #include "statistics_file.h"
 
 namespace libvarrow {
@@ -8,7 +8,7 @@ namespace libvarrow {
 CommonStatistics::~CommonStatistics() = default;
 
 void CommonStatistics::fromJsonValue4Bind(const Json::Value&) {
-  throw BackTraceException();
+  stop("statistics are not read back from JSON");
 }
 
 std::string CommonStatistics::dumpAsJsonString() const {

@@ -4,7 +4,7 @@
 
 #include "JsonText.h"
 #include "TextFile.h"
-#include "libvarrow/backtrace/BackTraceException.h"
+#include "backtrace/stop.h"
 #include "libvarrow/log/log.h"
 #include "libvarrow/utility/DirCreator.h"
 #include "libvarrow/utility/file_name.h"
@@ -36,9 +36,9 @@ StatisticsFile writeStatisticsFile(const boost::filesystem::path& path, const Js
     written = cppbind::writeTextFile(realFile, text);
   }
   if (written != TextWritten::NotOpened) return {realFile, written == TextWritten::Whole};
-  LIBVARROW_LOG_ERROR("%s src_file:%s real_file:%s", kOperation, path.string().c_str(),
-                      realFile.c_str());
-  throw BackTraceException();
+  const std::string reason = kOperation + (" src_file:" + path.string() + " real_file:" + realFile);
+  LIBVARROW_LOG_ERROR("%s", reason.c_str());
+  stopAfterLogging(reason);
 }
 
 std::string statisticsText(const Json::Value& value) {

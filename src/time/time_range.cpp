@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <cstring>
 
+#include "backtrace/stop.h"
 #include "base/TimeDigits.h"
 #include "base/time_text.h"
 #include "cppbind/Assert.h"
-#include "libvarrow/backtrace/BackTraceException.h"
 #include "time/time_range.inl"
 
 namespace libvarrow {
@@ -24,8 +24,17 @@ time_duration oneDay() {
   return hours(24);
 }
 
-void require(bool condition) {
-  if (!condition) throw BackTraceException();
+void requireWindow(time_duration begin, time_duration end) {
+  // Not by the length of the window, which may overflow.
+  if (begin < end && begin < oneDay() && end < begin + oneDay()) return;
+  stop("daily window from " + time2str(begin) + " to " + time2str(end) +
+       ": should begin within a day and end after that, within 24 hours");
+}
+
+void requireInterval(ptime begin, ptime end) {
+  if (begin < end) return;
+  stop("interval from " + time2str(begin) + " to " + time2str(end) +
+       ": should end after it begins");
 }
 
 template <class T>
@@ -74,19 +83,15 @@ bool isOverlap(ptime s1, ptime e1, ptime s2, ptime e2) {
 }
 
 bool isInRange(time_duration begin, time_duration end, ptime t) {
-  require(begin < end);
-  require(begin < oneDay());
-  require(end < begin + oneDay());  // their difference may overflow
+  requireWindow(begin, end);
   const time_duration timeOfDay = t.time_of_day();
   if (begin <= timeOfDay && timeOfDay <= std::min(end, oneDay())) return true;
   return end > oneDay() && time_duration() <= timeOfDay && timeOfDay <= end - oneDay();
 }
 
 bool isOverlap(time_duration begin, time_duration end, ptime s, ptime e) {
-  require(begin < end);
-  require(s < e);
-  require(begin < oneDay());
-  require(end < begin + oneDay());  // their difference may overflow
+  requireWindow(begin, end);
+  requireInterval(s, e);
   const time_duration from = s.time_of_day();
   const time_duration to = from + (e - s);
   // Closed where the isOverlap of two intervals is open: a shift that begins as the window ends

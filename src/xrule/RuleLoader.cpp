@@ -4,9 +4,9 @@
 
 #include "JsonText.h"
 #include "TextFile.h"
+#include "backtrace/stop.h"
 #include "cppbind/Assert.h"
 #include "cppbind/ClassRegister.h"
-#include "libvarrow/backtrace/BackTraceException.h"
 #include "libvarrow/backtrace/Check.h"
 #include "libvarrow/log/log.h"
 
@@ -37,6 +37,7 @@ std::unique_ptr<Rule> createRule(const std::string& name, const Json::Value& par
   LIBVARROW_LOG_DEBUG("rule_level: %d\n", level);
   std::unique_ptr<cppbind::Object> object(reg.create<cppbind::Object>(name, parameter));
   Rule* const rule = dynamic_cast<Rule*>(object.get());
+  if (rule == nullptr) sayReason("class " + name + " is not a rule");
   CPPBIND_ASSERT(rule);
   static_cast<void>(object.release());
   std::unique_ptr<Rule> owned(rule);
@@ -101,8 +102,8 @@ class GroupReader {
   OwnedRules rules_;
 };
 
-void logFault(const char* file, const std::exception& error) {
-  LIBVARROW_LOG_ERROR("rule file%s%s: %s", *file == '\0' ? "" : " ", file, error.what());
+std::string faultOf(const char* file, const std::exception& error) {
+  return std::string("rule file") + (*file == '\0' ? "" : " ") + file + ": " + error.what();
 }
 
 // The rules that `read` gives to the reader it is called with. `file` is "" when there is none.
@@ -113,10 +114,11 @@ RuleLoader::Rules rulesOf(const cppbind::ClassRegister* reg, const char* file, R
   try {
     read(reader);
   } catch (const NoRuleFile& error) {
-    logFault(file, error);
-    throw BackTraceException();
+    const std::string reason = faultOf(file, error);
+    LIBVARROW_LOG_ERROR("%s", reason.c_str());
+    stopAfterLogging(reason);
   } catch (const cppbind::ParseErrorException& error) {
-    logFault(file, error);
+    LIBVARROW_LOG_ERROR("%s", faultOf(file, error).c_str());
     throw;
   }
   return reader.release();
@@ -138,8 +140,9 @@ RuleLoader::Rules RuleLoader::loadRules(const char* file, const cppbind::ClassRe
   std::string errors = "can not open file";
   Json::Value json;
   if (!cppbind::readTextFile(file, text) || !cppbind::json_text::parse(text, json, errors)) {
-    LIBVARROW_LOG_ERROR("Failed to parse %s, %s\n", file, errors.c_str());
-    throw BackTraceException();
+    const std::string reason = std::string("Failed to parse ") + file + ", " + errors;
+    LIBVARROW_LOG_ERROR("%s\n", reason.c_str());
+    stopAfterLogging(reason);
   }
   return rulesOf(reg, file, [&](GroupReader& reader) { readAny(reader, json); });
 }

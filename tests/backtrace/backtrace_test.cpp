@@ -2,6 +2,8 @@
 #include "libvarrow/backtrace/BackTrace.h"
 
 #include <sys/mman.h>
+#include <sys/socket.h>
+#include <unistd.h>
 
 #include <boost/assert.hpp>
 #include <boost/filesystem/operations.hpp>
@@ -15,6 +17,7 @@
 #include "libvarrow/backtrace/BackTraceException.h"
 #include "libvarrow/backtrace/Check.h"
 #include "libvarrow/log/log.h"
+#include "support/FarZone.h"
 #include "support/support.h"
 
 namespace {
@@ -60,13 +63,35 @@ TEST(CheckDeathTest, AFailedCheckOrRaisedExceptionNamesItselfAndShowsTheStack) {
   EXPECT_EXIT(CPPBIND_ASSERT(2 < 1), aborted,
               "backtrace_test\\.cpp:[0-9]+: .*: Assertion `2 < 1' failed\\.");
   const std::string raised =
-      "^Expression 'false' is false in function "
+      "^structured exception 1\nExpression 'false' is false in function "
       "'libvarrow::BackTraceException::BackTraceException\\(\\)': <\\.\\.\\.>\\.\nBacktrace:\n";
   EXPECT_EXIT(libvarrow::BackTraceException::trans_func(1, nullptr), aborted, raised);
 }
 
+TEST(CheckTest, EachReportIsOneWriteAsOtherThreadsMayFailAtOnce) {
+  const std::function<void()> failures[] = {[] { LIBVARROW_CHECK(2 < 1); },
+                                            [] { CPPBIND_ASSERT(2 < 1); }};
+  for (const auto& fail : failures) {
+    int ends[2];
+    ASSERT_EQ(0, ::socketpair(AF_UNIX, SOCK_DGRAM, 0, ends));  // keeps writes apart
+    runInChild([&] {
+      ::dup2(ends[1], STDERR_FILENO);
+      fail();
+    });
+    std::string text(1 << 16, '\0');
+    const ssize_t length = ::recv(ends[0], text.data(), text.size(), MSG_DONTWAIT);
+    ASSERT_GT(length, 0);
+    EXPECT_TRUE(contains(text, "2 < 1"));
+    EXPECT_EQ('\n', text[static_cast<std::size_t>(length) - 1]);
+    EXPECT_EQ(-1, ::recv(ends[0], text.data(), text.size(), MSG_DONTWAIT)) << text;
+    for (const int end : ends) ::close(end);
+  }
+}
+
 TEST_F(BackTraceTest, ASegmentationFaultIsLoggedAndDumpedFromTheFaultingFunctionDownward) {
   writeFile("coredump", "a file where the directory would be");
+  const FarZone zone;
+  const std::string begin = zone.now();
   const auto child = runInChild([] {
     InitRootLogger("none");
     init_error_handler(true);
@@ -85,7 +110,15 @@ TEST_F(BackTraceTest, ASegmentationFaultIsLoggedAndDumpedFromTheFaultingFunction
   EXPECT_TRUE(std::regex_search(log, firstFrame)) << log;
   EXPECT_EQ(2u, occurrences(log, "\n127# "));
   EXPECT_EQ(0u, occurrences(log, "\n128# "));
+  const auto own = runInChild([] {
+    init_error_handler(false);
+    std::signal(SIGSEGV, libvarrow::sig_handler);
+    writeToProtectedPage();
+  });
+  EXPECT_TRUE(std::regex_search(own.errors, firstFrame)) << "installed by the host:" << own.errors;
   ASSERT_FALSE(dumpFiles().empty());
+  EXPECT_LE(begin, isoTime(dumpFiles().front()));
+  EXPECT_LE(isoTime(dumpFiles().front()), zone.now());
   std::ifstream dump(dumpFiles().front(), std::ios_base::binary);
   EXPECT_EQ(128u, boost::stacktrace::stacktrace::from_dump(dump).size());
   EXPECT_EQ("a file where the directory would be", readFile("coredump"));

@@ -8,6 +8,7 @@
 #include <thread>
 #include <vector>
 
+#include "libvarrow/log/log.h"
 #include "support/support.h"
 
 namespace {
@@ -35,8 +36,12 @@ TEST_F(StatisticsFileTest, AFileIsWrittenWithItsFoldersAndNamed) {
 
 TEST_F(StatisticsFileTest, AFileThatCannotBeOpenedIsLoggedAndEndsTheProcess) {
   fs::create_directory("taken");
-  EXPECT_EXIT(statistics.dumpToFile("taken"), aborted,
-              "CommonStatistics::dumpToFile\\(const.* src_file:taken real_file:" +
+  const auto dump = [this] {
+    InitRootLogger("none");
+    statistics.dumpToFile("taken");
+  };
+  EXPECT_EXIT(dump(), aborted,
+              "^static .*CommonStatistics::dumpToFile\\(const.* src_file:taken real_file:" +
                   directory.path().generic_string() + "/taken\n.*Backtrace:");
 }
 

@@ -11,7 +11,8 @@ struct _EXCEPTION_POINTERS;  // NOLINT(bugprone-reserved-identifier): the platfo
 namespace libvarrow {
 
 /// Constructing one ends the process: `throw BackTraceException();` prints where it stands, and the
-/// call stack, to standard error and aborts. It is never caught.
+/// call stack, to standard error and aborts. It is never caught. The library writes its reason to
+/// standard error before it raises one.
 class LIBVARROW_API BackTraceException : public std::exception {
  public:
   [[noreturn]] BackTraceException();

@@ -1,0 +1,26 @@
+#include "stop.h"
+
+#include <iostream>
+
+#include "libvarrow/backtrace/BackTraceException.h"
+#include "libvarrow/log/log.h"
+#include "log/standard_error.h"
+
+namespace libvarrow {
+
+void sayReason(const std::string& reason) {
+  std::cout << std::flush;
+  std::cerr << reason + '\n' << std::flush;
+}
+
+void stop(const std::string& reason) {
+  sayReason(reason);
+  throw BackTraceException();
+}
+
+void stopAfterLogging(const std::string& reason) {
+  if (!logging::goesToStandardError(logging::Level::Error)) sayReason(reason);
+  throw BackTraceException();
+}
+
+}  // namespace libvarrow
