@@ -164,7 +164,8 @@ class DllManager::Plugin {
   }
 
   const std::string path_;
-  const cppbind::CodeOwner owner_ = boost::make_shared<char>();
+  const cppbind::CodeOwner owner_ =
+      boost::make_shared<cppbind::LoadedCode>(cppbind::LoadedCode{path_});
   boost::dll::shared_library library_;
   bool isStarted_ = false;
 };

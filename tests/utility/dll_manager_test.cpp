@@ -150,6 +150,17 @@ TEST_F(DllManagerTest, AFileThatWasCorrectedIsLoadedByTheSameManager) {
   }
 }
 
+TEST_F(DllManagerTest, AClassNameThatIsTakenNamesThePlugIn) {
+  provide("good", "good.so");
+  provide("good", "again.so");
+  const std::string name = "class name early of (anonymous namespace)::Greeter of ";
+  expectAbort(name + at("again.so") + " is taken by", [] {
+    DllManager manager;
+    manager.findOrCreateDll("good", at(""));
+    manager.findOrCreateDll("again", at(""));
+  });
+}
+
 TEST_F(DllManagerTest, ThePlugInsClassesGoWithTheManagerAndItsCodeWhenNothingOfItIsAlive) {
   provide("good", "good.so");
   provide("throwing", "libgood.so");  // second choice

@@ -29,7 +29,7 @@ TEST(RegistersManagerTest, RegistriesAreMadeFoundAndGoWithTheirLastClass) {
 
   RegistersManager::createRegister("nothing");
   RegistersManager::createRegister("things")->regClass<Thing>("Mine");
-  RegistersManager::unregisterAllOf(boost::make_shared<int>(1));
+  RegistersManager::unregisterAllOf(boost::make_shared<cppbind::LoadedCode>());
   EXPECT_NE(nullptr, RegistersManager::getRegister("nothing"));
   EXPECT_TRUE(RegistersManager::unregister("things", "Mine"));
   EXPECT_FALSE(RegistersManager::unregister("nothing", "Thing"));

@@ -17,6 +17,18 @@ std::string lowered(std::string name) {
   return name;
 }
 
+// The class that `factory` makes, and the plug-in that it is from.
+std::string classOf(const ObjFactory& factory) {
+  const CodeOwner& owner = factory.codeOwner();
+  return factory.typeName() + (owner == nullptr ? "" : " of " + owner->name);
+}
+
+void sayTaken(const std::string& key, const ObjFactory& first, const ObjFactory& second) {
+  std::cerr << "class name " + key + " of " + classOf(second) + " is taken by " + classOf(first) +
+                   "\n"
+            << std::flush;
+}
+
 }  // namespace
 
 void ClassRegisterBase::regClass(std::string className, boost::shared_ptr<ObjFactory> factory) {
@@ -25,6 +37,7 @@ void ClassRegisterBase::regClass(std::string className, boost::shared_ptr<ObjFac
   if (taken != factories_.end()) {
     std::cout << "Error " << key << " alread registered " << taken->second->typeName()
               << " when register " << factory->typeName() << std::flush;
+    sayTaken(key, *taken->second, *factory);
     CPPBIND_ASSERT(false);
   }
   static_cast<void>(*factory);  // the pointer's own assertion refuses null

@@ -24,7 +24,8 @@ class ObjFactory;
 class CPPBIND_API ClassRegisterBase {
  public:
   /// Registers `factory` (not null) under `className`. A name that is taken, whatever its case,
-  /// prints "Error ... alread registered ..." to standard output and ends the process.
+  /// prints "Error ... alread registered ..." to standard output, both classes with the names of
+  /// their plug-ins to standard error, and ends the process.
   void regClass(std::string className, boost::shared_ptr<ObjFactory> factory);
 
   /// Takes the class out again; false when there is none of that name. Objects that were created
