@@ -3,10 +3,8 @@
 #include <unistd.h>
 
 #include <boost/filesystem/operations.hpp>
-#include <chrono>
 #include <cstdlib>
 #include <fstream>
-#include <thread>
 
 #include "libvarrow/json/json.h"
 #include "libvarrow/statistics/TimedStatDumper.h"
@@ -28,14 +26,12 @@ class ForkTest : public InTemporaryDirectory {
 
   static int rowsIn(const std::string& file) { return File2Json(file)["run"][0]["rows"].asInt(); }
   // Until the timer writes `rows`; the file is not there while it is replaced.
-  static bool isSoonWritten(int rows) {
-    for (int i = 0; i < 2000; ++i) {
+  static bool isWritten(int rows) {
+    return eventually([rows] {
       std::ifstream file(kFile);
       const std::string text(std::istreambuf_iterator<char>(file), {});
-      if (test_support::contains(text, std::to_string(rows))) return true;
-      std::this_thread::sleep_for(std::chrono::milliseconds(5));
-    }
-    return false;
+      return test_support::contains(text, std::to_string(rows));
+    });
   }
   StatisticsContainer statistics_{"run"};
 };
@@ -61,7 +57,7 @@ TEST_F(ForkTest, ChildrenThatExecOrEndAtOnceLeaveTheParentsTimerAndFileAlone) {
         if (i % 2 != 0) {
           EXPECT_EQ(2, rowsIn(folder + "/first.json"));
         }
-        EXPECT_TRUE(isSoonWritten(1000 + i)) << i;
+        EXPECT_TRUE(isWritten(1000 + i)) << i;
       }
       rows->inc();
     }

@@ -2,10 +2,8 @@
 #include "libvarrow/statistics/TimedStatDumper.h"
 
 #include <boost/filesystem/operations.hpp>
-#include <chrono>
 #include <cstdlib>
 #include <memory>
-#include <thread>
 #include <vector>
 
 #include "libvarrow/log/log.h"
@@ -93,10 +91,7 @@ TEST_F(StatisticsFileTest, WithTheVariableEvenEmptyEachOfManyTimersRewritesItsFi
     }
     TimedStatDumper dumper(&statistics, "new/stat.json");
     dumper.restart(5);
-    for (int i = 0; i < 2000 && !fs::exists("new/stat.json"); ++i) {
-      std::this_thread::sleep_for(std::chrono::milliseconds(5));
-    }
-    EXPECT_TRUE(fs::exists("new/stat.json"));
+    EXPECT_TRUE(eventually([] { return fs::exists("new/stat.json"); }));
     statistics.getCountStatistics("rows");
     ::unsetenv("LIBVARROW_TIMED_STAT_DUMP");
   }

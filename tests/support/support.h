@@ -4,10 +4,12 @@
 #include <gtest/gtest.h>
 #include <json/json.h>
 
+#include <chrono>
 #include <csignal>
 #include <exception>
 #include <functional>
 #include <string>
+#include <thread>
 
 #include "libvarrow/json/json.h"
 #include "support/ChildProcess.h"
@@ -24,6 +26,17 @@ std::string errorOf(Call call) {
     return error.what();
   }
   return "no error";
+}
+
+/// Waits for `isDone()`; false when it does not come true in ten minutes, which takes a hang.
+template <class Condition>
+bool eventually(Condition isDone) {
+  const auto end = std::chrono::steady_clock::now() + std::chrono::minutes(10);
+  while (!isDone()) {
+    if (std::chrono::steady_clock::now() > end) return false;
+    std::this_thread::sleep_for(std::chrono::milliseconds(1));
+  }
+  return true;
 }
 
 /// By the library, as jsoncpp alone reads numbers with the global locale's decimal point.
