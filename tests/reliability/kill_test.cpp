@@ -16,7 +16,7 @@ namespace {
 
 using namespace libvarrow;
 
-constexpr int kKills = 500;
+constexpr int kKills = 250;
 constexpr int kLongestLifeUs = 40000;
 constexpr const char* kFile = "run/stat.json";
 
