@@ -98,8 +98,6 @@ TimeBlock::TimeBlock(std::vector<TimeSlot>&& slots)
 void TimeBlock::addTimeBlock(ptime bstart, ptime bend) {
   requireForwards(bstart, bend);
   if (bend == bstart) return;
-  // A block that was moved from may have been out of order.
-  if (timeslots.empty()) isOrdered_ = true;
   if (isOrdered_ && (timeslots.empty() || timeslots.back().time_end < bstart)) {
     timeslots.emplace_back(bstart, bend);
     return;
@@ -122,6 +120,7 @@ void TimeBlock::addTimeBlock(ptime bstart, ptime bend) {
 void TimeBlock::addTimeBlocks(TimeBlock const& other) {
   if (&other == this) return addTimeBlocks(TimeBlock(other));
   const Slots& additions = other.timeslots;
+  // A block that was moved from may have been out of order.
   if (timeslots.empty()) isOrdered_ = true;
   if (!isOrdered_ || additions.size() < kManySlots) return addOneByOne(additions);
   // Ordered slots need no look at whether they are reversed or out of order.

@@ -116,6 +116,9 @@ TEST(TimeBlockTest, ManyChangesInNoOrderCostNoMoreForASingleOddSlot) {
     return costOf([&] { TimeBlock(block).addTimeBlocks(additions); });
   };
   EXPECT_LT(costOfAdding(touching), 5 * costOfAdding(apart));
+  TimeBlock movedFrom = blockOf({slot(3, 4), slot(1, 2)});
+  EXPECT_EQ("3-4 1-2", text(TimeBlock(std::move(movedFrom))));
+  EXPECT_LT(costOfAdding(movedFrom), 5 * costOfAdding(apart));
   const auto costOfRemoving = [&](const std::vector<TimeSlot>& cuts) {
     return costOf([&] { TimeBlock(apart).removeTimeBlock(TimeBlock(cuts)); });
   };
