@@ -16,7 +16,7 @@ TEST(TimeBlockModelTest, AnswersAndChangesAreThoseOfAPlainWalkWhateverTheSlotsAr
     return static_cast<int>(random() % static_cast<unsigned>(n));
   });
   std::map<std::string, int> compared;
-  for (int i = 0; i < 30000 && !HasFailure(); ++i) {
+  for (int i = 0; i < 15000 && !HasFailure(); ++i) {
     both.start();
     for (int step = 0; step < 8; ++step) {
       SCOPED_TRACE(text(both.block()));
@@ -27,7 +27,7 @@ TEST(TimeBlockModelTest, AnswersAndChangesAreThoseOfAPlainWalkWhateverTheSlotsAr
     }
   }
   EXPECT_EQ(compared.size(), 20u);
-  for (const auto& [what, count] : compared) EXPECT_GT(count, 5000) << what;
+  for (const auto& [what, count] : compared) EXPECT_GT(count, 2000) << what;
 }
 
 }  // namespace
