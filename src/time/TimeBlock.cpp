@@ -131,7 +131,7 @@ void TimeBlock::addTimeBlocks(TimeBlock const& other) {
 }
 
 void TimeBlock::addOneByOne(std::vector<TimeSlot> const& additions) {
-  // Then no addition but the first can run out of memory.
+  // Room for all before the first, as a later one must not run out of memory.
   if (additions.size() > 1) slot_sweep::makeRoom(timeslots, additions.size());
   const auto addUntil = [&](Slots::const_iterator last) {
     for (auto slot = additions.begin(); slot != last; ++slot) {
