@@ -3,7 +3,9 @@
 #include <json/reader.h>
 #include <json/writer.h>
 
+#include <cstring>
 #include <locale>
+#include <new>
 #include <ostream>
 #include <streambuf>
 #include <string_view>
@@ -70,8 +72,10 @@ bool parsePlain(std::string_view text, Json::Value& value, std::string& errors, 
     const bool isParsed = reader.parse(text.data(), text.data() + text.size(), value, isCollecting);
     if (!isParsed) errors = reader.getFormattedErrorMessages();
     return isParsed;
-  } catch (const Json::Exception& tooDeep) {
-    errors = tooDeep.what();
+  } catch (const Json::Exception& error) {
+    // Text that is nested too deep is at fault itself; memory that ran out is not.
+    if (std::strstr(error.what(), "Failed to allocate") != nullptr) throw std::bad_alloc();
+    errors = error.what();
     return false;
   }
 }

@@ -14,7 +14,7 @@ namespace cppbind::json_text {
 enum class Comments { Allowed, Collected };
 
 /// Parses `text`. False, with the parser's formatted messages in `errors`, when it is not JSON or
-/// nested too deep. Numbers are read the same under every global locale.
+/// nested too deep. Numbers are read the same under every global locale. Throws std::bad_alloc.
 bool parse(const std::string& text, Json::Value& value, std::string& errors,
            Comments comments = Comments::Allowed);
 
