@@ -1,9 +1,7 @@
-// JSON text and registries when memory runs out: the whole, or std::bad_alloc and nothing.
-#include <boost/make_shared.hpp>
+// JSON text when memory runs out: the whole, or std::bad_alloc and nothing.
 
 #include "libvarrow/module/ModuleData.h"
 #include "libvarrow/statistics/TimedStatDumper.h"
-#include "libvarrow/utility/RegistersManager.h"
 #include "reliability/failing_new.h"
 #include "support/support.h"
 
@@ -50,16 +48,6 @@ TEST_F(JsonMemoryTest, ATimedDumpLeavesTheLastWholeFile) {
                        writeFile("stat.json", "old");
                      });
   EXPECT_EQ(whole, last);
-}
-
-TEST_F(JsonMemoryTest, ARegistryIsCreatedOrLeavesNothing) {
-  const std::string name = "a registry whose name is too long to stand in the string itself";
-  failEachAllocation([&] { RegistersManager::createRegister(name)->unregClass("none"); },
-                     [&](bool isDone) {
-                       EXPECT_EQ(isDone, RegistersManager::getRegister(name) != nullptr);
-                       RegistersManager::unregisterAllOf(boost::make_shared<int>());
-                       RegistersManager::unregister(name, "none");
-                     });
 }
 
 }  // namespace
