@@ -13,7 +13,7 @@ TEST(RegistersMemoryTest, ARegistryIsMadeWholeOrNotAtAll) {
       [&] { RegistersManager::createRegister(name); },
       [&](bool isDone) {
         EXPECT_EQ(isDone, RegistersManager::getRegister(name) != nullptr);
-        RegistersManager::unregisterAllOf(boost::make_shared<int>());
+        RegistersManager::unregisterAllOf(boost::make_shared<cppbind::LoadedCode>());
         EXPECT_FALSE(RegistersManager::unregister(name, "None"));
       });
   EXPECT_LT(1u, failed);
