@@ -67,8 +67,13 @@ bool mayRead(const Read& read) {
   return true;
 }
 
+template <class T>
+T* pointerTo(std::uintptr_t address) {
+  return reinterpret_cast<T*>(address);  // NOLINT(performance-no-int-to-ptr): from a register
+}
+
 bool isReadable(std::uintptr_t address) {
-  return mayRead([&] { static_cast<void>(*reinterpret_cast<const volatile char*>(address)); });
+  return mayRead([&] { static_cast<void>(*pointerTo<const volatile char>(address)); });
 }
 
 struct Unwinding {
@@ -78,7 +83,7 @@ struct Unwinding {
 
 _Unwind_Reason_Code addFrame(_Unwind_Context* context, void* argument) {
   auto& [stack, first] = *static_cast<Unwinding*>(argument);
-  void* const address = reinterpret_cast<void*>(_Unwind_GetIP(context));
+  void* const address = pointerTo<void>(_Unwind_GetIP(context));
   if (stack.count == 0 && address != first) return _URC_NO_REASON;
   if (address == nullptr || stack.count + 1 == stack.frames.size()) return _URC_END_OF_STACK;
   stack.frames[stack.count++] = address;
@@ -117,9 +122,8 @@ std::uintptr_t programCounter(const ucontext_t& place) {
 bool takeCallBack(ucontext_t& place) {
   greg_t& stackPointer = place.uc_mcontext.gregs[REG_RSP];
   greg_t returnAddress = 0;
-  if (!mayRead([&] { returnAddress = *reinterpret_cast<const volatile greg_t*>(stackPointer); })) {
-    return false;
-  }
+  const auto* top = pointerTo<const volatile greg_t>(static_cast<std::uintptr_t>(stackPointer));
+  if (!mayRead([&] { returnAddress = *top; })) return false;
   const greg_t call = returnAddress - 1;  // a byte of it, as good as its first
   if (!isReadable(static_cast<std::uintptr_t>(call))) return false;
   place.uc_mcontext.gregs[REG_RIP] = call;

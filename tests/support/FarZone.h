@@ -1,4 +1,4 @@
-// A local time that is no other place's.
+// A time zone in which no machine is.
 #pragma once
 
 #include <boost/date_time/posix_time/posix_time.hpp>
