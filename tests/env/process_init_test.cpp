@@ -3,8 +3,11 @@
 
 #include <omp.h>
 
+#include <array>
+#include <atomic>
 #include <boost/filesystem/operations.hpp>
 #include <iostream>
+#include <thread>
 
 #include "libvarrow/env/RunTimeEnv.h"
 #include "support/support.h"
@@ -46,6 +49,25 @@ TEST(RunTimeEnvTest, ThePathsAreThoseOfTheFirstUse) {
               << (env.confPath() == start);
   });
   EXPECT_EQ("111", child.output);
+}
+
+TEST(RunTimeEnvTest, ThreadsThatAskAtOnceGetTheSame) {
+  for (int i = 0; i < 100; ++i) {  // without the lock, some of them make two
+    const auto child = test_support::runInChild([] {
+      std::atomic<int> waiting{2};
+      std::array<RunTimeEnv*, 2> made{};
+      const auto make = [&](std::size_t thread) {
+        --waiting;
+        while (waiting > 0) continue;
+        made[thread] = &RunTimeEnv::instance();
+      };
+      std::thread other(make, 1);
+      make(0);
+      other.join();
+      std::cout << (made[0] == made[1]);
+    });
+    ASSERT_EQ("1", child.output);
+  }
 }
 
 }  // namespace
