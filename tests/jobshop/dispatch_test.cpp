@@ -1,17 +1,32 @@
-// The schedules that the dispatching rules build.
-#include <gtest/gtest.h>
+// The schedules that the dispatching rules build, and the bound on what any of them can reach.
+#include <random>
 
-#include <utility>
-
-#include "DispatchRules.h"
-#include "LowerBound.h"
-#include "ScheduleChecker.h"
 #include "shop_fixtures.h"
 
-using namespace jobshop;
-using namespace jobshop_test;
-
+namespace jobshop_test {
 namespace {
+
+// A job may come to a machine more than once and not at all to another.
+Instance randomInstance(std::uint32_t seed, std::size_t machines, Time shortest) {
+  std::mt19937 random(seed);
+  Instance instance = {"random" + std::to_string(seed), machines, {}};
+  instance.jobs.assign(1 + seed % 11, std::vector<Operation>(machines));
+  for (auto& job : instance.jobs) {
+    for (Operation& operation : job) {
+      operation = {random() % machines, shortest + static_cast<Time>(random() % 9)};
+    }
+  }
+  return instance;
+}
+
+void expectFeasible(const Instance& instance, const ShopCalendar& calendar) {
+  for (const DispatchRule& rule : dispatchRules()) {
+    SCOPED_TRACE(instance.name + " by " + rule.name);
+    const Schedule schedule = planned(instance, rule.name, calendar);
+    EXPECT_EQ(findViolations(instance, schedule, calendar), std::vector<std::string>());
+    EXPECT_GE(schedule.makespan(), lowerBound(instance, calendar));
+  }
+}
 
 TEST(Dispatching, EveryRuleGivesAFeasibleScheduleInWorkingTime) {
   const Time shortestTimes[] = {0, 1, kMaxDuration - 8};
@@ -22,34 +37,37 @@ TEST(Dispatching, EveryRuleGivesAFeasibleScheduleInWorkingTime) {
       "closed": [{"timeBegin": "2024-02-29 04:30:00", "timeEnd": "2024-02-29 05:05:00"}],
       "machines": [{"machine": 0, "efficiency": 0.7, "shifts": []}])";
   for (std::uint32_t seed = 0; seed < 60; ++seed) {
-    const std::size_t jobs = 1 + seed % 11, machines = 1 + seed % 7;
-    const Instance always = randomInstance(seed, jobs, machines, shortestTimes[seed % 3]);
-    const Instance shifts = randomInstance(seed, jobs, machines, seed % 3);
-    const ShopCalendar calendar(settingsFrom(keys), machines);
-    for (const DispatchRule& rule : dispatchRules()) {
-      SCOPED_TRACE(always.name + " by " + rule.name);
-      EXPECT_EQ(findViolations(always, planned(always, rule.name), {}), std::vector<std::string>());
-      const Schedule schedule = planned(shifts, rule.name, calendar);
-      EXPECT_EQ(findViolations(shifts, schedule, calendar), std::vector<std::string>());
-      EXPECT_GE(schedule.makespan(), lowerBound(shifts, calendar));
-    }
+    const std::size_t machines = 1 + seed % 7;
+    expectFeasible(randomInstance(seed, machines, shortestTimes[seed % 3]), {});
+    expectFeasible(randomInstance(seed, machines, seed % 3), calendarFrom(keys, machines));
   }
 }
 
 TEST(Dispatching, RulesPickWhatTheirNamesSay) {
   // Three jobs meet at machine 0 at time 0; which goes first tells the rule.
-  const Instance meeting = parseInstance("3 3\n0 4 1 1 2 1\n0 2 1 1 2 1\n0 3 1 9 2 9\n", "x.txt");
+  const Instance meeting = instanceFrom("3 3\n0 4 1 1 2 1\n0 2 1 1 2 1\n0 3 1 9 2 9\n");
   const std::pair<const char*, std::size_t> cases[] = {
       {"SPT", 1}, {"LPT", 0}, {"MWKR", 2}, {"MOPNR", 0}, {"FIFO", 0}};
   for (const auto& [rule, first] : cases) {
     EXPECT_EQ(planned(meeting, rule).byMachine(3)[0].front().job, first) << rule;
   }
   // What takes no time does not push back what fits before it.
-  const Instance instant = parseInstance("2 2\n1 4 0 0\n0 4 1 0\n", "x.txt");
-  EXPECT_EQ(planned(instant, "SPT").makespan(), 4);
+  EXPECT_EQ(planned(instanceFrom("2 2\n1 4 0 0\n0 4 1 0\n"), "SPT").makespan(), 4);
   // Two jobs wait for machine 1 while job 2 holds it; job 1 came first.
-  const Instance waiting = parseInstance("3 3\n0 4 1 5 2 1\n2 2 1 5 0 1\n1 6 0 1 2 1\n", "x.txt");
+  const Instance waiting = instanceFrom("3 3\n0 4 1 5 2 1\n2 2 1 5 0 1\n1 6 0 1 2 1\n");
   EXPECT_EQ(planned(waiting, "FIFO").byMachine(3)[1][1].job, 1u);
 }
 
+TEST(Dispatching, TheLowerBoundSeesTheBusiestMachineAndItsCalendar) {
+  const auto bound = [](const char* text, const ShopCalendar& calendar) {
+    return lowerBound(instanceFrom(text), calendar);
+  };
+  // Machine 1 works for 20, is reached after 2 at the soonest and left 3 before the end.
+  EXPECT_EQ(bound("2 3\n0 2 1 10 2 3\n0 4 1 10 2 3\n", {}), 25);
+  EXPECT_EQ(bound("2 2\n0 30 1 1\n1 1 0 2\n", {}), 32);
+  EXPECT_EQ(bound("2 2\n0 4 1 1\n0 4 1 1\n", calendarFrom(kEarlyShift)), 74);
+  EXPECT_EQ(bound("2 2\n0 4 1 1\n0 4 1 1\n", calendarFrom(kFriday + R"("efficiency": 4)")), 3);
+}
+
 }  // namespace
+}  // namespace jobshop_test

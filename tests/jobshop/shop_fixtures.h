@@ -1,46 +1,45 @@
-// Instances and schedules that several tests plan with.
+// Instances, calendars and schedules that several tests plan with.
 #pragma once
 
 #include <cppbind/imp/json_decode_binder.h>
 
-#include <cstdint>
-#include <random>
-#include <string>
-#include <vector>
-
 #include "ActiveScheduler.h"
 #include "InstanceReader.h"
-#include "Schedule.h"
+#include "LowerBound.h"
+#include "ScheduleChecker.h"
 #include "calendar/ShopCalendar.h"
 #include "support/support.h"
 
 namespace jobshop_test {
 
-inline jobshop::Schedule planned(const jobshop::Instance& instance, const std::string& rule,
-                                 const jobshop::ShopCalendar& calendar = {}) {
-  const auto urgency = jobshop::findDispatchRule(rule).urgency;
-  return {jobshop::buildActiveSchedule(instance, urgency, calendar), rule};
+using namespace jobshop;
+using namespace test_support;
+
+// A Friday, in hours.
+const std::string kFriday = R"("start": "2024-03-01 06:00:00", "time_unit": "01:00:00", )";
+// From 0 to 4 and 5 to 8, and again on Monday from 72 on.
+const std::string kEarlyShift = kFriday + R"(
+    "shifts": [{"from": "06:00:00", "to": "14:00:00", "days": ["mon", "tue", "wed", "thu", "fri"]}],
+    "breaks": [{"from": "10:00:00", "to": "11:00:00"}])";
+
+inline Instance instanceFrom(const std::string& text) {
+  return parseInstance(text, "x.txt");
 }
 
 /// The settings that `keys`, the members of a JSON object, stand for.
-inline jobshop::CalendarSettings settingsFrom(const std::string& keys) {
-  jobshop::CalendarSettings settings;
-  cppbind::JsonDecodeBinder().decode(test_support::json("{" + keys + "}"), settings);
+inline CalendarSettings settingsFrom(const std::string& keys) {
+  CalendarSettings settings;
+  cppbind::JsonDecodeBinder().decode(json("{" + keys + "}"), settings);
   return settings;
 }
 
-/// A job may come to a machine more than once and not at all to another.
-inline jobshop::Instance randomInstance(std::uint32_t seed, std::size_t jobs, std::size_t machines,
-                                        jobshop::Time shortest) {
-  std::mt19937 random(seed);
-  jobshop::Instance instance = {"random" + std::to_string(seed), machines, {}};
-  instance.jobs.assign(jobs, std::vector<jobshop::Operation>(machines));
-  for (auto& job : instance.jobs) {
-    for (jobshop::Operation& operation : job) {
-      operation = {random() % machines, shortest + static_cast<jobshop::Time>(random() % 9)};
-    }
-  }
-  return instance;
+inline ShopCalendar calendarFrom(const std::string& keys, std::size_t machineCount = 2) {
+  return {settingsFrom(keys), machineCount};
+}
+
+inline Schedule planned(const Instance& instance, const std::string& rule,
+                        const ShopCalendar& calendar = {}) {
+  return {buildActiveSchedule(instance, findDispatchRule(rule).urgency, calendar), rule};
 }
 
 }  // namespace jobshop_test
