@@ -1,8 +1,10 @@
-// What each statistic renders, alone and in a tree.
+// What each statistic renders, alone and in a tree, and how far a computation has come.
 
 #include <boost/date_time/posix_time/posix_time.hpp>
+#include <boost/make_shared.hpp>
 #include <limits>
 
+#include "libvarrow/statistics/ProgressStatistics.h"
 #include "libvarrow/statistics/StatisticsContainer.h"
 #include "support/FarZone.h"
 #include "support/support.h"
@@ -13,55 +15,45 @@ using namespace libvarrow;
 using boost::posix_time::time_from_string;
 using namespace test_support;
 
-TEST(CountStatisticsTest, CountsFromItsInitialValueOnACacheLineOfItsOwn) {
-  CountStatistics count(-3);
-  count.inc();
-  count.inc(7);
-  EXPECT_EQ(Json::Value(static_cast<Json::Int64>(5)), count.toJsonValue4Bind());
-  EXPECT_EQ(64u, alignof(CountStatistics));
+static_assert(alignof(CountStatistics) == 64, "no counter shares a cache line");
+
+struct At : ProgressStatistics {
+  explicit At(std::uint64_t value) : percent(value) {}
+  std::uint64_t getProcessPercent() const override { return percent; }
+  std::uint64_t percent;
+};
+
+ComposedProgressStatistics composed(const std::vector<std::uint64_t>& percents) {
+  std::vector<boost::shared_ptr<ProgressStatistics>> children;
+  for (const std::uint64_t percent : percents) children.push_back(boost::make_shared<At>(percent));
+  return ComposedProgressStatistics(children);
 }
 
-TEST(PercentStatisticsTest, RendersCountTotalAndPercentInSixDigits) {
-  const struct {
-    std::uint64_t count, total;
-    const char* text;
-  } cases[] = {{3, 4, "3/4;75%"},
-               {1, 3, "1/3;33.3333%"},
-               {5, 0, "5/0;inf%"},
-               {12345678, 1, "12345678/1;1.23457e+09%"}};
-  for (const auto& c : cases) {
-    PercentStatistics percent(c.total);
-    percent.inc(c.count);
-    EXPECT_EQ(Json::Value(c.text), percent.toJsonValue4Bind());
+TEST(PercentStatisticsTest, PercentsHaveSixDigitsOrAreNoNumber) {
+  const std::tuple<std::uint64_t, std::uint64_t, std::string> cases[] = {
+      {1, 3, "1/3;33.3333%"}, {5, 0, "5/0;inf%"}, {12345678, 1, "12345678/1;1.23457e+09%"}};
+  for (const auto& [count, total, text] : cases) {
+    PercentStatistics percent(total);
+    percent.inc(count);
+    EXPECT_EQ(text, percent.toJsonValue4Bind().asString());
   }
   const std::string none = PercentStatistics(0).toJsonValue4Bind().asString();
   EXPECT_TRUE(none == "0/0;nan%" || none == "0/0;-nan%") << none;
 }
 
-TEST(NumStatisticsTest, PrintedBoundsAreScaledByTheInterval) {
-  NumStatistics numbers(10);
-  EXPECT_TRUE(numbers.toJsonValue4Bind().isNull());
-  for (const double sample : {25.0, 26.5, -2.5, 10.0, 10.0, 19.5}) numbers.add(sample);
-  Json::Value expected = json(R"j({"[0-10)": "1,   16.67%", "[100-110)": "3,   50.00%",
-                                   "[200-210)": "2,   33.33%", "min": -2.5, "max": 26.5,
-                                   "sum": 88.5, "sum/count": 14.75})j");
-  expected["count"] = 6u;
-  EXPECT_EQ(expected, numbers.toJsonValue4Bind());
-}
-
 TEST(NumStatisticsTest, SamplesThatNoBucketHoldsAreSettled) {
-  const struct {
-    double sample;
-    const char* bucket;
-  } cases[] = {{-std::numeric_limits<double>::infinity(), "[0-1)"},
-               {std::numeric_limits<double>::quiet_NaN(), "[0-1)"},
-               {9223372036854775808.0, "[9223372036854775808-9223372036854775809)"},
-               {std::numeric_limits<double>::infinity(), "[18446744073709551615-0)"},
-               {1e300, "[18446744073709551615-0)"}};
-  for (const auto& c : cases) {
+  constexpr double kInfinity = std::numeric_limits<double>::infinity();
+  const std::pair<double, const char*> cases[] = {
+      {-kInfinity, "[0-1)"},
+      {std::numeric_limits<double>::quiet_NaN(), "[0-1)"},
+      {9223372036854775808.0, "[9223372036854775808-9223372036854775809)"},
+      {kInfinity, "[18446744073709551615-0)"},
+      {1e300, "[18446744073709551615-0)"}};
+  for (const auto& [sample, bucket] : cases) {
     NumStatistics numbers;
-    numbers.add(c.sample);
-    EXPECT_TRUE(numbers.toJsonValue4Bind().isMember(c.bucket)) << numbers.dumpAsJsonString();
+    EXPECT_TRUE(numbers.toJsonValue4Bind().isNull());
+    numbers.add(sample);
+    EXPECT_TRUE(numbers.toJsonValue4Bind().isMember(bucket)) << numbers.dumpAsJsonString();
   }
 }
 
@@ -83,50 +75,52 @@ TEST(DistributionStatisticsTest, MergingAddsKeyByKeyAndLeavesTheSource) {
   EXPECT_EQ("count=1.23457e+06, proportion=99.9998%", to.toJsonValue4Bind()["c"].asString());
 }
 
-TEST(TimeStatisticsTest, MinutesAreWholeSecondsFromFirstToLastAndAGuardAddsTwo) {
+TEST(TimeStatisticsTest, MinutesAreWholeSecondsFromFirstToLast) {
   TimeStatistics times;
-  times.appendTime(time_from_string("2024-03-05 10:00:00"));
-  EXPECT_EQ(json(R"({"minutes": 0.0, "timestamps": ["2024-03-05 10:00:00"]})"),
-            times.toJsonValue4Bind());
-  times.appendTime(time_from_string("2024-03-05 09:59:58.5"));
-  EXPECT_EQ(-1 / 60.0, times.toJsonValue4Bind()["minutes"].asDouble()) << "cut toward zero";
-  times.appendTime(time_from_string("2024-03-05 10:01:30.9"));
-  EXPECT_EQ(1.5, times.toJsonValue4Bind()["minutes"].asDouble());
+  const std::pair<const char*, double> cases[] = {{"2024-03-05 10:00:00", 0},
+                                                  {"2024-03-05 09:59:58.5", -1 / 60.0},
+                                                  {"2024-03-05 10:01:30.9", 1.5}};
+  for (const auto& [time, minutes] : cases) {
+    times.appendTime(time_from_string(time));
+    EXPECT_EQ(minutes, times.toJsonValue4Bind()["minutes"].asDouble()) << time;
+  }
   EXPECT_EQ(boost::posix_time::millisec(90900), times.getDur());
   const FarZone zone;
   const std::string begin = zone.now();
-  try {
-    const TimeRecoderHelper guard(&times);
-    throw 1;
-  } catch (int) {
-  }
+  { const TimeRecoderHelper guard(&times); }
   const Json::Value texts = times.toJsonValue4Bind()["timestamps"];
   ASSERT_EQ(5u, texts.size()) << "entry and exit of the guard";
+  EXPECT_EQ("2024-03-05 09:59:58", texts[1].asString());
   EXPECT_LE(begin, isoTime(texts[3].asString()));
   EXPECT_LE(isoTime(texts[4].asString()), zone.now());
 }
 
-TEST(StatisticsContainerTest, EveryCallAddsAnEntryInOrderWhichMayTakeTheContainersName) {
+TEST(ProgressStatisticsTest, PercentsAreWholeAndRoundedDown) {
+  SimpleProgressStatistics steps(3);
+  steps.inc(2);
+  EXPECT_EQ(66u, steps.getProcessPercent());
+  EXPECT_EQ("2/3;66.6667%", steps.toJsonValue4Bind().asString());
+  steps.inc(2);
+  EXPECT_EQ(133u, steps.getProcessPercent());
+  EXPECT_EQ(66u, composed({100, 120, 99}).getProcessPercent());
+}
+
+TEST(StatisticsContainerTest, EveryCallAddsAnEntryInOrder) {
   StatisticsContainer root("root");
-  root.getCountStatistics("rows", 7)->inc();
+  root.getCountStatistics("rows", -7)->inc();
   root.getCountStatistics("rows", 1);
-  root.getPercentStatistics("done", 2)->inc();
-  root.getDistributionStatistics("kinds")->inc("a", 1);
   Json::Value value(5);
   root.getJsonStatistics("copied", value);
   root.getJsonStatistics("pointed", &value);
   value = 6;
   root.getJsonStatistics("nothing", nullptr);
   root.getJsonStatistics("set later")->setJsonValue(value);
-  root.getStatisticsContainer("reader")->getTimeStatistics("t");
   root.getTimeStatistics("");
   root.getStatisticsContainer("")->getTimeStatistics("");
   root.addStat("x", new StatisticsContainer("y"));
   root.addStat("null", nullptr);
-  EXPECT_EQ(json(R"({"root": [{"rows": 8}, {"rows": 1}, {"done": "1/2;50%"}, {"kinds":
-                     {"__key_count__": 1, "__sum__": 1, "a": "count=1, proportion=100%"}},
-                     {"copied": 5}, {"pointed": 5}, {"nothing": null}, {"set later": 6},
-                     {"reader": [{"t": {"minutes": 0.0}}]}, {"rootTime_Dur": {"minutes": 0.0}},
+  EXPECT_EQ(json(R"({"root": [{"rows": -6}, {"rows": 1}, {"copied": 5}, {"pointed": 5},
+                     {"nothing": null}, {"set later": 6}, {"rootTime_Dur": {"minutes": 0.0}},
                      {"": [{"Time_Dur": {"minutes": 0.0}}]}, {"y": []}, {"null": null}]})"),
             root.toJsonValue4Bind());
 }
@@ -155,12 +149,16 @@ TEST(StatisticsContainerTest, MergingMovesEntriesAndEachIsDestroyedOnce) {
   EXPECT_EQ(2, destroyed);
 }
 
-TEST(StatisticsDeathTest, MisuseEndsTheProcess) {
-  const testing::KilledBySignal aborted(SIGABRT);
+TEST(StatisticsTest, MisuseEndsTheProcess) {
   DistributionStatistics itself;
-  EXPECT_EXIT(NumStatistics(0).add(1), aborted, "is false in function .*Backtrace:");
-  EXPECT_EXIT(itself.merge(&itself), aborted, "is false in function .*Backtrace:");
-  EXPECT_EXIT(CountStatistics().fromJsonValue4Bind(1), aborted, "Backtrace:");
+  const std::pair<const char*, std::function<void()>> faults[] = {
+      {"'interval_ != 0' is false", [] { NumStatistics(0).add(1); }},
+      {"'other != this' is false", [&] { itself.merge(&itself); }},
+      {"BackTraceException", [] { CountStatistics().fromJsonValue4Bind(1); }},
+      {"'total() != 0' is false", [] { SimpleProgressStatistics(0).getProcessPercent(); }},
+      {"'!children_.empty()' is false", [] { composed({}).toJsonValue4Bind(); }},
+      {"'px != 0' is false", [] { ComposedProgressStatistics({nullptr}).getProcessPercent(); }}};
+  for (const auto& [report, call] : faults) expectAbort(report, call);
 }
 
 }  // namespace
