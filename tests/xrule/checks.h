@@ -9,11 +9,12 @@
 
 namespace xrule_test {
 
-class AtMost : public libvarrow::Rule {
- public:
+struct AtMost : libvarrow::Rule {
+  using Rule::setValidateAllFlag;
   void setBind(cppbind::Binder* binder, bool) {
     binder->bind("limit", limit);
-    binder->bind("rule_level", ownLevel, 0);
+    int own = 0;  // the rule's, not the loader's
+    binder->bind("rule_level", own, 0);
   }
   ~AtMost() override { --alive(); }
   AtMost() { ++alive(); }
@@ -23,13 +24,9 @@ class AtMost : public libvarrow::Rule {
     return count;
   }
   int limit = 0;
-  int ownLevel = 0;
 };
 
-class Never : public libvarrow::Rule {
- public:
-  void setBind(cppbind::Binder*, bool) { setValidateAllFlag(true); }
-};
+struct Never : libvarrow::Rule {};
 
 struct NoRule : cppbind::Object {};
 
