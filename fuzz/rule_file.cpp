@@ -5,24 +5,21 @@
 
 namespace {
 
-class Limit : public libvarrow::Rule {
- public:
+struct Limit : libvarrow::Rule {
   void setBind(cppbind::Binder* binder, bool) {
-    binder->bind("limit", limit_);
-    binder->bind("machines", machines_, {});
-    binder->bind("name", name_, "");
+    binder->bind("limit", limit);
+    binder->bind("machines", machines, {});
+    binder->bind("name", name, "");
   }
 
- private:
-  double limit_ = 0;
-  std::vector<int> machines_;
-  std::string name_;
+  double limit = 0;
+  std::vector<int> machines;
+  std::string name;
 };
 
-class Free : public libvarrow::Rule {};
+struct Free : libvarrow::Rule {};
 
-class Throwing : public libvarrow::Rule {
- public:
+struct Throwing : libvarrow::Rule {
   Throwing() { throw std::runtime_error("throwing"); }
 };
 
@@ -45,12 +42,8 @@ std::string loaded(const Source& source, const cppbind::ClassRegister& classes) 
     for (libvarrow::Rule* rule : libvarrow::RuleLoader::loadRules(source, &classes)) {
       const std::unique_ptr<libvarrow::Rule> owned(rule);
       text += rule->dumpStr() + libvarrow::Json2Str(rule->getJsonValue4Bind());
-      auto detail = std::make_unique<Json::Value>("detail");
-      libvarrow::ValidatorReason report("fuzz");
-      auto reason = boost::make_shared<libvarrow::RuleValidatorReason>("fuzz");
-      reason->appendReason(new libvarrow::RuleReason(rule, detail));
-      report.addReason("fuzz", reason);
-      text += libvarrow::Json2Str(report.getJsonValueInfoV2());
+      std::unique_ptr<Json::Value> none;
+      text += libvarrow::RuleReason(rule, none).toStr();
     }
   } catch (const std::exception& error) {
     text = error.what();
