@@ -1,6 +1,5 @@
-// Any bytes as a pipeline file, with modules that have fields of many kinds: reading ends in
-// modules or in an exception, what they are written as reads back the same, and short chains are
-// run.
+// Any bytes as a pipeline file, with modules of many kinds of fields: reading ends in modules or in
+// an exception, what they are written as reads back the same, and short chains are run.
 #include <boost/filesystem/operations.hpp>
 #include <set>
 
