@@ -63,19 +63,19 @@ TEST_F(RuleLoaderTest, LevelsAreInheritedAndLogged) {
     InitRootLogger("my.conf");
     take(RuleLoader::loadRulesByJsonObj(json(R"({"Never": {}})"), &reg, 7));
     load("[]");
-    load(R"({"never": {}, "rule_list": [{"rule_level": 4, "Never": {}, "rule_list": [{}]},
-                                        {"AtMost": {"limit": 2, "rule_level": 9}}]})");
+    load(R"({"rule_list": [{"rule_level": 4, "Never": {}, "rule_list": [{"never": {}}]},
+                           {"AtMost": {"limit": 2, "rule_level": 9}}]})");
   });
   EXPECT_EQ(0, child.exitCode) << child.errors;
   const std::string log = readFile("mine.txt");
   EXPECT_EQ(
       "rule_name: Never\n|rule_parameter: {}\n\n|rule_level: 7\n|Created rule Never\n|"
       "\n<<<<<<\n<<<<<<\n|"
-      "rule_name: never\n|rule_parameter: {}\n\n|rule_level: 1\n|Created rule never\n|"
       "rule_name: Never\n|rule_parameter: {}\n\n|rule_level: 4\n|Created rule Never\n|"
+      "rule_name: never\n|rule_parameter: {}\n\n|rule_level: 4\n|Created rule never\n|"
       "rule_name: AtMost\n|rule_parameter: {\n\t\"limit\" : 2,\n\t\"rule_level\" : 9\n}\n\n|"
       "rule_level: 1\n|Created rule AtMost\n|"
-      "\n<<<<<<\nnever\nNever\nAtMost\n<<<<<<\n|",
+      "\n<<<<<<\nNever\nnever\nAtMost\n<<<<<<\n|",
       log.substr(log.find("rule_name")));
 }
 
