@@ -13,9 +13,9 @@
 #include <iostream>
 #include <string>
 
-#include "crash_system.h"
+#include "backtrace/crash_system.h"
+#include "backtrace/raw_stack.h"
 #include "libvarrow/log/log.h"
-#include "raw_stack.h"
 
 namespace libvarrow {
 

@@ -2,8 +2,8 @@
 
 #include <cstdlib>
 
+#include "backtrace/stop.h"
 #include "libvarrow/backtrace/Check.h"
-#include "stop.h"
 
 namespace libvarrow {
 

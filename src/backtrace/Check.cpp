@@ -6,7 +6,7 @@
 #include <iostream>
 #include <sstream>
 
-#include "raw_stack.h"
+#include "backtrace/raw_stack.h"
 
 namespace libvarrow {
 

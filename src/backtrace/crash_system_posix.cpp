@@ -12,8 +12,8 @@
 #include <cstring>
 #include <ctime>
 
-#include "crash_system.h"
-#include "crash_system_posix.h"
+#include "backtrace/crash_system.h"
+#include "backtrace/crash_system_posix.h"
 #include "libvarrow/backtrace/BackTrace.h"
 
 namespace libvarrow {

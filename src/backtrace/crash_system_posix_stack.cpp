@@ -11,8 +11,8 @@
 #include <charconv>
 #include <cstdint>
 
-#include "crash_system.h"
-#include "crash_system_posix.h"
+#include "backtrace/crash_system.h"
+#include "backtrace/crash_system_posix.h"
 
 namespace libvarrow::crash {
 

@@ -8,7 +8,7 @@
 #include <cstdlib>
 #include <cstring>
 
-#include "crash_system.h"
+#include "backtrace/crash_system.h"
 #include "libvarrow/backtrace/BackTrace.h"
 
 namespace libvarrow {

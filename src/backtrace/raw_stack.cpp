@@ -1,10 +1,10 @@
-#include "raw_stack.h"
+#include "backtrace/raw_stack.h"
 
 #include <array>
 #include <atomic>
 #include <charconv>
 
-#include "crash_system.h"
+#include "backtrace/crash_system.h"
 
 namespace libvarrow::crash {
 

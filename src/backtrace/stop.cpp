@@ -1,4 +1,4 @@
-#include "stop.h"
+#include "backtrace/stop.h"
 
 #include <iostream>
 

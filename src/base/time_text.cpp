@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstring>
 
-namespace libvarrow::time_text {
+namespace libvarrow::base::time_text {
 
 using boost::gregorian::date;
 using boost::posix_time::ptime;
@@ -41,4 +41,4 @@ char* write(char* to, const time_duration& value) {
   return time_digits::writeClock(to, time_digits::clockParts(value));
 }
 
-}  // namespace libvarrow::time_text
+}  // namespace libvarrow::base::time_text

@@ -4,9 +4,9 @@
 #include <boost/date_time/gregorian/gregorian_types.hpp>
 #include <boost/date_time/posix_time/posix_time_types.hpp>
 
-#include "base/TimeDigits.h"
+#include "base/time_digits.h"
 
-namespace libvarrow::time_text {
+namespace libvarrow::base::time_text {
 
 /// Room for any text written below.
 constexpr int kMaxLength = time_digits::kMaxLength;
@@ -16,4 +16,4 @@ char* write(char* to, const boost::gregorian::date& value);
 char* write(char* to, const boost::posix_time::ptime& value);
 char* write(char* to, const boost::posix_time::time_duration& value);
 
-}  // namespace libvarrow::time_text
+}  // namespace libvarrow::base::time_text

@@ -6,8 +6,8 @@
 #include <stdexcept>
 #include <utility>
 
-#include "JsonText.h"
-#include "TextFile.h"
+#include "base/json_text.h"
+#include "base/text_file.h"
 #include "libvarrow/log/log.h"
 #include "libvarrow/utility/UTFConverter.h"
 #include "utility/utf8_text.h"
@@ -23,7 +23,7 @@ namespace {
 
 // With its comments, as Json2Str is to write them again.
 bool parseWithComments(const std::string& text, Json::Value& value, std::string& errors) {
-  return cppbind::json_text::parse(text, value, errors, cppbind::json_text::Comments::Collected);
+  return base::json_text::parse(text, value, errors, base::json_text::Comments::Collected);
 }
 
 // The initial directory is the one at the first call: make that the library's loading.
@@ -37,7 +37,7 @@ bool parseWithComments(const std::string& text, Json::Value& value, std::string&
 
 Json::Value File2Json(const boost::filesystem::path& path) {
   std::string text;
-  cppbind::readTextFile(path.string(), text);  // what cannot be read parses as empty text
+  base::readTextFile(path.string(), text);  // what cannot be read parses as empty text
   Json::Value value;
   std::string errors;
   if (!parseWithComments(text, value, errors)) {
@@ -59,7 +59,7 @@ Json::Value Str2Json(const std::string& text) {
 
 // A single space, where the info of a pipeline's data is indented by tabs: the two are told apart.
 std::string Json2Str(const Json::Value& value) {
-  return cppbind::json_text::styled(value, " ");
+  return base::json_text::styled(value, " ");
 }
 
 namespace utility {
@@ -70,7 +70,7 @@ std::string readUTF8File(std::string path) {
     logAndThrow(std::string(BOOST_CURRENT_FUNCTION) + " file:" + path + "not exist!");
   }
   std::string text;
-  if (!cppbind::readTextFile(path, text)) {
+  if (!base::readTextFile(path, text)) {
     logAndThrow(std::string(BOOST_CURRENT_FUNCTION) + " file:" + path + " can not be read!");
   }
   return fromUtf8(std::move(text));
@@ -101,7 +101,7 @@ void writeFileForUTF8(const std::string& path, const char* text) {
 }
 
 void writeFileForUTF8(const std::string& path, const Json::Value& value) {
-  writeFileForUTF8(path, cppbind::json_text::fast(value));
+  writeFileForUTF8(path, base::json_text::fast(value));
 }
 
 }  // namespace utility

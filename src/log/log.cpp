@@ -15,7 +15,8 @@
 #include <utility>
 #include <vector>
 
-#include "ClassicNumbers.h"
+#include "base/ClassicNumbers.h"
+#include "base/NeverDestroyed.h"
 #include "log/standard_error.h"
 
 namespace {
@@ -24,9 +25,8 @@ namespace {
 constexpr auto kStandardErrorLevel = libvarrow::logging::Level::Warn;
 constexpr const char* kPattern = "%i %D{%Y-%m-%d %H:%M:%S}  %-5p - %m [%b:%L]%n";
 
-// Never destroyed, as a host's static objects may be older.
 std::vector<boost::function<void()>>& handlers() {
-  static auto* const list = new std::vector<boost::function<void()>>;
+  static libvarrow::base::NeverDestroyed<std::vector<boost::function<void()>>> list;
   return *list;
 }
 
@@ -76,7 +76,7 @@ bool hasNoAppender() {
 
 LIBVARROW_PRINTF_LIKE(1, 0)
 std::string formatted(const char* format, std::va_list arguments) {
-  [[maybe_unused]] const cppbind::ClassicNumbers classicNumbers{};
+  [[maybe_unused]] const libvarrow::base::ClassicNumbers classicNumbers{};
   std::va_list again;
   va_copy(again, arguments);
   char text[512];

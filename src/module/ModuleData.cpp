@@ -1,6 +1,6 @@
 #include "libvarrow/module/ModuleData.h"
 
-#include "JsonText.h"
+#include "base/json_text.h"
 
 namespace libvarrow {
 
@@ -17,7 +17,7 @@ void ModuleData::dump4Debug(std::string) const {}
 std::string ModuleData::getBaiscInfo(Json::Value* out) {
   const Json::Value info = getBaiscInfoJson();
   if (out != nullptr) *out = info;
-  return cppbind::json_text::styled(info, "\t");
+  return base::json_text::styled(info, "\t");
 }
 
 }  // namespace libvarrow

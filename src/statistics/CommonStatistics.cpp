@@ -1,7 +1,7 @@
 #include "libvarrow/statistics/CommonStatistics.h"
 
 #include "backtrace/stop.h"
-#include "statistics_file.h"
+#include "statistics/statistics_file.h"
 
 namespace libvarrow {
 

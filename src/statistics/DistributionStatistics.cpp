@@ -2,8 +2,8 @@
 
 #include <boost/thread/lock_guard.hpp>
 
+#include "base/number_text.h"
 #include "libvarrow/backtrace/Check.h"
-#include "utility/number_text.h"
 
 namespace libvarrow {
 
@@ -37,9 +37,8 @@ Json::Value DistributionStatistics::toJsonValue4Bind() const {
   Json::Value json(Json::objectValue);
   for (const auto& [key, count] : counts_) {
     const double number = static_cast<double>(count);
-    json[key] = "count=" + number_text::general(number) +
-                ", proportion=" + number_text::general(number * 100 / static_cast<double>(sum)) +
-                "%";
+    json[key] = "count=" + base::number_text::general(number) + ", proportion=" +
+                base::number_text::general(number * 100 / static_cast<double>(sum)) + "%";
   }
   json["__sum__"] = static_cast<Json::Int64>(sum);
   json["__key_count__"] = static_cast<Json::Int64>(counts_.size());

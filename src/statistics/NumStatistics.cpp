@@ -4,15 +4,15 @@
 #include <map>
 #include <string>
 
+#include "base/number_text.h"
+#include "base/truncated.h"
 #include "libvarrow/backtrace/Check.h"
-#include "utility/number_text.h"
-#include "utility/truncated.h"
 
 namespace libvarrow {
 
 void NumStatistics::add(double sample) {
   LIBVARROW_CHECK(interval_ != 0);
-  const std::uint64_t whole = truncatedToUnsigned(sample);
+  const std::uint64_t whole = base::truncatedToUnsigned(sample);
   const std::uint64_t bucket = whole - whole % interval_;
   const boost::lock_guard<boost::mutex> lock(mutex_);
   sum_ += sample;
@@ -34,7 +34,8 @@ Json::Value NumStatistics::toJsonValue4Bind() const {
     const std::string bounds =
         "[" + std::to_string(interval_ * key) + "-" + std::to_string((key + 1) * interval_) + ")";
     json[bounds] = std::to_string(count) + ",   " +
-                   number_text::twoDecimals(static_cast<double>(count) * 100.0 / samples) + "%";
+                   base::number_text::twoDecimals(static_cast<double>(count) * 100.0 / samples) +
+                   "%";
   }
   json["min"] = min_.get();
   json["max"] = max_.get();

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "utility/number_text.h"
+#include "base/number_text.h"
 
 namespace libvarrow {
 
@@ -10,7 +10,7 @@ Json::Value PercentStatistics::toJsonValue4Bind() const {
   const std::int64_t part = count();
   const double percent = static_cast<double>(part) / static_cast<double>(total_) * 100;
   return Json::Value(std::to_string(part) + "/" + std::to_string(total_) + ";" +
-                     number_text::general(percent) + "%");
+                     base::number_text::general(percent) + "%");
 }
 
 }  // namespace libvarrow

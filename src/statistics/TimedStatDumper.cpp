@@ -8,10 +8,11 @@
 #include <limits>
 #include <new>
 
+#include "base/NeverDestroyed.h"
 #include "libvarrow/backtrace/BackTrace.h"
 #include "libvarrow/log/log.h"
 #include "libvarrow/utility/file_name.h"
-#include "statistics_file.h"
+#include "statistics/statistics_file.h"
 
 namespace libvarrow {
 
@@ -22,9 +23,8 @@ constexpr long kPeriodMs = 30000;
 constexpr const char* kSwitch = "LIBVARROW_TIMED_STAT_DUMP";
 
 // Poco's default pool has 16 threads for all timers of the process; a host may have more runs.
-// Intentionally leaked: a host's static dumpers may be destroyed later.
 Poco::ThreadPool& timerThreads() {
-  static auto* const pool = new Poco::ThreadPool(1, std::numeric_limits<int>::max());
+  static base::NeverDestroyed<Poco::ThreadPool> pool(1, std::numeric_limits<int>::max());
   return *pool;
 }
 

@@ -1,10 +1,10 @@
-#include "statistics_file.h"
+#include "statistics/statistics_file.h"
 
 #include <boost/filesystem/operations.hpp>
 
-#include "JsonText.h"
-#include "TextFile.h"
 #include "backtrace/stop.h"
+#include "base/json_text.h"
+#include "base/text_file.h"
 #include "libvarrow/log/log.h"
 #include "libvarrow/utility/DirCreator.h"
 #include "libvarrow/utility/file_name.h"
@@ -21,7 +21,7 @@ constexpr const char* kOperation =
 
 StatisticsFile writeStatisticsFile(const boost::filesystem::path& path, const Json::Value& value,
                                    OldFile old) {
-  using cppbind::TextWritten;
+  using base::TextWritten;
   std::string realFile = path.generic_string();
   utility::adjustFileName(realFile);
   const std::string text = statisticsText(value);
@@ -30,10 +30,10 @@ StatisticsFile writeStatisticsFile(const boost::filesystem::path& path, const Js
     boost::filesystem::remove(realFile, ignored);
   }
   // The directory is there as a rule: it is made only when the file cannot be opened.
-  TextWritten written = cppbind::writeTextFile(realFile, text);
+  TextWritten written = base::writeTextFile(realFile, text);
   if (written == TextWritten::NotOpened) {
     DirCreator(realFile, false);
-    written = cppbind::writeTextFile(realFile, text);
+    written = base::writeTextFile(realFile, text);
   }
   if (written != TextWritten::NotOpened) return {realFile, written == TextWritten::Whole};
   const std::string reason = kOperation + (" src_file:" + path.string() + " real_file:" + realFile);
@@ -42,7 +42,7 @@ StatisticsFile writeStatisticsFile(const boost::filesystem::path& path, const Js
 }
 
 std::string statisticsText(const Json::Value& value) {
-  return cppbind::json_text::styled(value, " ");
+  return base::json_text::styled(value, " ");
 }
 
 }  // namespace libvarrow

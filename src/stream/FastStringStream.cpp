@@ -21,8 +21,8 @@ void appendNumber(std::string& text, Arguments... arguments) {
 
 template <class T>
 void appendTime(std::string& text, const T& value) {
-  char buffer[time_text::kMaxLength];
-  text.append(buffer, time_text::write(buffer, value));
+  char buffer[base::time_text::kMaxLength];
+  text.append(buffer, base::time_text::write(buffer, value));
 }
 
 // The digits of lexical_cast, which writes with these precisions.

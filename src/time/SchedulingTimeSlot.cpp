@@ -6,14 +6,15 @@
 #include <tuple>
 #include <utility>
 
+#include "base/NeverDestroyed.h"
+#include "base/number_text.h"
 #include "cppbind/imp/binder.h"
 #include "libvarrow/backtrace/Check.h"
 #include "libvarrow/backtrace/TracedError.h"
 #include "libvarrow/log/log.h"
 #include "libvarrow/stream/FastStringStream.h"
 #include "libvarrow/time/time_range.h"
-#include "time/time_sum.h"
-#include "utility/number_text.h"
+#include "time/saturating_time.h"
 
 namespace utility {
 
@@ -22,10 +23,10 @@ using boost::posix_time::time_duration;
 
 namespace {
 
-// Never destroyed, as a host's static objects may be older.
 const std::map<std::string, TimeSlot::Tag>& namedTags() {
-  static const auto* const tags =
-      new std::map<std::string, TimeSlot::Tag>{{"frozen", TimeSlot::Tag::Frozen}};
+  using NamedTags = const std::map<std::string, TimeSlot::Tag>;
+  static libvarrow::base::NeverDestroyed<NamedTags> tags(
+      NamedTags{{"frozen", TimeSlot::Tag::Frozen}});
   return *tags;
 }
 
@@ -161,7 +162,7 @@ bool TimeSlot::operator<(TimeSlot const& other) const {
 std::string TimeSlot::dumpAsString() const {
   libvarrow::FastStringStream text;
   text << '[' << begin_time_ << ',' << end_time_
-       << "], block count:" << libvarrow::number_text::sixDecimals(blockCount_)
+       << "], block count:" << libvarrow::base::number_text::sixDecimals(blockCount_)
        << ", dur:" << getDur() << ", " << (rest_ ? "valid" : "invalid") << ','
        << (locked_ ? "locked" : "unlock") << ',' << (shift_ != nullptr ? *shift_ : std::string())
        << " tags:" << tags_.to_string();

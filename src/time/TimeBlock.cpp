@@ -10,17 +10,17 @@
 #include "libvarrow/backtrace/Check.h"
 #include "libvarrow/stream/FastStringStream.h"
 #include "libvarrow/stream/StringIndent.h"
+#include "time/saturating_time.h"
+#include "time/share_time.h"
 #include "time/slot_search.h"
 #include "time/slot_sweep.h"
-#include "time/time_range.inl"
-#include "time/time_sum.h"
 
 namespace libvarrow {
 
 using boost::posix_time::ptime;
 using boost::posix_time::time_duration;
-using slot_search::firstEndingFrom;
 using slot_search::firstNot;
+using slot_search::Slots;
 using slot_search::SlotsNear;
 
 // Moving the tail of a block is most of what a change costs.
@@ -29,8 +29,6 @@ static_assert(std::is_trivially_copyable_v<TimeSlot>);
 const TimeBlock TimeBlock::empty_block;
 
 namespace {
-
-using Slots = std::vector<TimeSlot>;
 
 // From here on one pass over both blocks costs less than one change after the other.
 constexpr std::size_t kManySlots = 4;
@@ -102,7 +100,7 @@ void TimeBlock::addTimeBlock(ptime bstart, ptime bend) {
     timeslots.emplace_back(bstart, bend);
     return;
   }
-  const auto first = firstEndingFrom(timeslots, bstart);
+  const auto first = lowerBound(timeslots, bstart);
   const auto index = static_cast<std::size_t>(first - timeslots.cbegin());
   // Whatever the slots are, a search by halves ends so.
   if (index > 0) LIBVARROW_CHECK(this->timeslots[index - 1].time_end < bstart);
@@ -265,7 +263,7 @@ bool TimeBlock::haveBlock(ptime start, ptime end, time_duration dur) const {
 // ---- The slots
 
 Slots::const_iterator TimeBlock::lowerBound(std::vector<TimeSlot> const& slots, ptime const& t) {
-  return slot_search::firstEndingFrom(slots, t);
+  return slot_search::lowerBound(slots, t);
 }
 
 bool TimeBlock::operator<(TimeBlock const& other) const {

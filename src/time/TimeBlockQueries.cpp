@@ -7,8 +7,8 @@
 #include "libvarrow/log/log.h"
 #include "libvarrow/time/TimeBlock.h"
 #include "libvarrow/time/time_range.h"
+#include "time/saturating_time.h"
 #include "time/slot_search.h"
-#include "time/time_sum.h"
 
 namespace libvarrow {
 

@@ -3,9 +3,9 @@
 #include <limits>
 #include <utility>
 
+#include "base/number_text.h"
+#include "base/truncated.h"
 #include "cppbind/imp/binder.h"
-#include "utility/number_text.h"
-#include "utility/truncated.h"
 
 namespace utility {
 
@@ -16,7 +16,7 @@ using boost::posix_time::time_duration;
 namespace {
 
 time_duration wholeMilliseconds(double count) {
-  const std::uint64_t whole = libvarrow::truncatedToUnsigned(count);
+  const std::uint64_t whole = libvarrow::base::truncatedToUnsigned(count);
   // More would overflow the duration's own count.
   const auto most = std::numeric_limits<std::int64_t>::max() / time_duration::ticks_per_second();
   if (whole / 1000 >= static_cast<std::uint64_t>(most)) return boost::date_time::pos_infin;
@@ -49,7 +49,7 @@ ptime atRate(double efficiency, time_duration& dur, Use use) {
 
 // What readers of the JSON have always been given: four decimals, held in single precision.
 double toFourDecimals(double efficiency) {
-  return static_cast<float>(libvarrow::truncatedToUnsigned(efficiency * 10000.0)) / 10000.0F;
+  return static_cast<float>(libvarrow::base::truncatedToUnsigned(efficiency * 10000.0)) / 10000.0F;
 }
 
 }  // namespace
@@ -129,7 +129,7 @@ TimeSlotWithEfficiency TimeSlotWithEfficiency::newFromThis(ptime const& begin, p
 
 std::string TimeSlotWithEfficiency::dumpAsString() const {
   return TimeSlot::dumpAsString() +
-         ", efficiency:" + libvarrow::number_text::sixDecimals(efficiency_);
+         ", efficiency:" + libvarrow::base::number_text::sixDecimals(efficiency_);
 }
 
 void TimeSlotWithEfficiency::setBind(cppbind::Binder* binder, bool bindFields) {

@@ -38,8 +38,7 @@ Iterator firstNot(Iterator first, Iterator last, IsBefore isBefore) {
 }
 
 /// The first slot that ends at `time` or later.
-inline Slots::const_iterator firstEndingFrom(const Slots& slots,
-                                             const boost::posix_time::ptime& time) {
+inline Slots::const_iterator lowerBound(const Slots& slots, const boost::posix_time::ptime& time) {
   return firstNot(slots.begin(), slots.end(),
                   [&](const TimeSlot& slot) { return TimeSlot::CompareByTimeEnd(slot, time); });
 }
@@ -52,8 +51,7 @@ class SlotsNear {
   SlotsNear(const Slots& slots, bool isSearchable, const boost::posix_time::ptime& from,
             const boost::posix_time::ptime& to)
       : end_{slots.data() + slots.size(), to, isSearchable && !(to < from)},
-        begin_(slots.data() +
-               (end_.isNarrowed ? firstEndingFrom(slots, from) - slots.begin() : 0)) {}
+        begin_(slots.data() + (end_.isNarrowed ? lowerBound(slots, from) - slots.begin() : 0)) {}
 
   struct End {
     const TimeSlot* last;

@@ -5,10 +5,11 @@
 #include <vector>
 
 #include "libvarrow/time/TimeBlock.h"
+#include "time/slot_search.h"
 
 namespace libvarrow::slot_sweep {
 
-using Slots = std::vector<TimeSlot>;
+using slot_search::Slots;
 using SlotIterator = Slots::const_iterator;
 
 /// Slots that lie in a row.

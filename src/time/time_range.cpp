@@ -4,19 +4,19 @@
 #include <cstring>
 
 #include "backtrace/stop.h"
-#include "base/TimeDigits.h"
+#include "base/time_digits.h"
 #include "base/time_text.h"
 #include "cppbind/Assert.h"
-#include "time/time_range.inl"
+#include "time/share_time.h"
 
 namespace libvarrow {
 
+using base::time_digits::ClockParts;
+using base::time_digits::clockParts;
 using boost::gregorian::date;
 using boost::posix_time::hours;
 using boost::posix_time::ptime;
 using boost::posix_time::time_duration;
-using time_digits::ClockParts;
-using time_digits::clockParts;
 
 namespace {
 
@@ -39,31 +39,31 @@ void requireInterval(ptime begin, ptime end) {
 
 template <class T>
 std::string text(const T& value, char* (*write)(char*, const T&)) {
-  char buffer[time_digits::kMaxLength];
+  char buffer[base::time_digits::kMaxLength];
   return std::string(buffer, write(buffer, value));
 }
 
 char* appendUnit(char* to, std::int64_t number, const char* unit) {
   if (number <= 0) return to;
-  to = time_digits::writeTwoDigits(to, number);
+  to = base::time_digits::writeTwoDigits(to, number);
   const std::size_t length = std::strlen(unit);
   return std::copy_n(unit, length, to);
 }
 
 char* writeTimeOfMinute(char* to, const ptime& value) {
-  if (value.is_special()) return time_text::write(to, value);
-  to = time_digits::writeDate(to, value.date());
+  if (value.is_special()) return base::time_text::write(to, value);
+  to = base::time_digits::writeDate(to, value.date());
   *to++ = ' ';
-  return time_digits::writeHoursMinutes(to, clockParts(value.time_of_day()));
+  return base::time_digits::writeHoursMinutes(to, clockParts(value.time_of_day()));
 }
 
 char* writeDurationOfMinute(char* to, const time_duration& value) {
-  if (value.is_special()) return time_text::write(to, value);
-  return time_digits::writeHoursMinutes(to, clockParts(value));
+  if (value.is_special()) return base::time_text::write(to, value);
+  return base::time_digits::writeHoursMinutes(to, clockParts(value));
 }
 
 char* writeDurationInWords(char* to, const time_duration& value) {
-  if (value.is_special()) return time_text::write(to, value);
+  if (value.is_special()) return base::time_text::write(to, value);
   const ClockParts parts = clockParts(value);
   to = appendUnit(to, parts.hours, "小时");
   to = appendUnit(to, parts.minutes, "分钟");
@@ -103,13 +103,13 @@ bool isOverlap(time_duration begin, time_duration end, ptime s, ptime e) {
 }
 
 std::string time2str(date const& value) {
-  return text<date>(value, time_text::write);
+  return text<date>(value, base::time_text::write);
 }
 std::string time2str(ptime const& value) {
-  return text<ptime>(value, time_text::write);
+  return text<ptime>(value, base::time_text::write);
 }
 std::string time2str(time_duration const& value) {
-  return text<time_duration>(value, time_text::write);
+  return text<time_duration>(value, base::time_text::write);
 }
 std::string time2str(date const* value) {
   return time2str(*value);

@@ -12,6 +12,7 @@
 #include <utility>
 #include <vector>
 
+#include "base/NeverDestroyed.h"
 #include "cppbind/CodeOwner.h"
 #include "libvarrow/log/log.h"
 #include "libvarrow/utility/RegistersManager.h"
@@ -68,7 +69,7 @@ bool mayBeLibrary(const fs::path& file) {
 
 // Libraries that are never unloaded.
 std::vector<boost::dll::shared_library>& keptLibraries() {
-  static auto* const libraries = new std::vector<boost::dll::shared_library>;
+  static base::NeverDestroyed<std::vector<boost::dll::shared_library>> libraries;
   return *libraries;
 }
 
@@ -187,7 +188,7 @@ const boost::dll::shared_library* DllManager::findOrCreateDll(const std::string&
 
 // The plug-in of a library that some manager holds already, under whatever name, is shared.
 boost::shared_ptr<DllManager::Plugin> DllManager::shared(const boost::shared_ptr<Plugin>& opened) {
-  static auto* const alive = new std::map<void*, boost::weak_ptr<Plugin>>;
+  static base::NeverDestroyed<std::map<void*, boost::weak_ptr<Plugin>>> alive;
   boost::weak_ptr<Plugin>& known = (*alive)[opened->library().native()];
   if (auto plugin = known.lock()) return plugin;
   known = opened;

@@ -6,6 +6,7 @@
 #include <cstring>
 #include <utility>
 
+#include "base/NeverDestroyed.h"
 #include "utility/utf8_text.h"
 
 #if defined(_WIN32)
@@ -71,9 +72,8 @@ bool isValidUtf8(const std::string& text) {
 
 }  // namespace
 
-// Never destroyed, as a host's static objects may be older.
 const std::string& codePageName() {
-  static const auto* const name = new std::string(systemCodePageName());
+  static base::NeverDestroyed<const std::string> name(systemCodePageName());
   return *name;
 }
 

@@ -6,6 +6,7 @@
 #include <set>
 #include <utility>
 
+#include "base/NeverDestroyed.h"
 #include "libvarrow/log/log.h"
 
 namespace libvarrow::utility {
@@ -23,11 +24,10 @@ std::size_t excess(std::size_t length, std::size_t limit) {
 bool isFirstCutIn(const std::string& directory) {
   constexpr std::size_t kMostDirectories = 1000;
   static std::mutex mutex;
-  // Intentionally leaked: a host's static objects may be destroyed later.
-  static auto& known = *new std::set<std::string>;
+  static base::NeverDestroyed<std::set<std::string>> known;
   const std::lock_guard<std::mutex> lock(mutex);
-  if (known.size() >= kMostDirectories) known.clear();
-  return known.insert(directory).second;
+  if (known->size() >= kMostDirectories) known->clear();
+  return known->insert(directory).second;
 }
 
 // Two long names may become one, and one file replace the other: a reader of the log is to know.

@@ -3,6 +3,8 @@
 #include <map>
 #include <mutex>
 
+#include "base/NeverDestroyed.h"
+
 namespace libvarrow {
 
 std::string PrefixOnEachLine(const std::string& prefix, const std::string& text) {
@@ -19,10 +21,9 @@ std::string PrefixOnEachLine(const std::string& prefix, const std::string& text)
 
 std::uint64_t getSerialNum(const std::string& name) {
   static std::mutex mutex;
-  // Never destroyed, as a host's static objects may be older.
-  static auto& counters = *new std::map<std::string, std::uint64_t>;
+  static base::NeverDestroyed<std::map<std::string, std::uint64_t>> counters;
   const std::lock_guard<std::mutex> lock(mutex);
-  const auto [counter, isNew] = counters.emplace(name, 0);
+  const auto [counter, isNew] = counters->emplace(name, 0);
   return isNew ? 0 : ++counter->second;
 }
 

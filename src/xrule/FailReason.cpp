@@ -1,6 +1,6 @@
 #include "libvarrow/xrule/FailReason.h"
 
-#include "JsonText.h"
+#include "base/json_text.h"
 
 namespace libvarrow {
 
@@ -11,7 +11,7 @@ std::string FailReason::toStr() const {
 }
 
 std::string FailReason::dumpJsonValueInfo() const {
-  return cppbind::json_text::styled(getJsonValueInfo(), "\t");
+  return base::json_text::styled(getJsonValueInfo(), "\t");
 }
 
 }  // namespace libvarrow

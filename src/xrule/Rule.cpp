@@ -2,7 +2,7 @@
 
 #include <typeinfo>
 
-#include "JsonText.h"
+#include "base/json_text.h"
 
 namespace libvarrow {
 
@@ -36,7 +36,7 @@ Json::Value Rule::getRuleBasicInfo(std::string* text) const {
   info["passed_count"] = getPassedCountValue();
   info["failed_count"] = getFailedCountValue();
   info["rule_class"] = cppbind::typeName(typeid(*this));
-  if (text != nullptr) *text = cppbind::json_text::styled(info, "\t");
+  if (text != nullptr) *text = base::json_text::styled(info, "\t");
   return info;
 }
 

@@ -2,9 +2,9 @@
 
 #include <memory>
 
-#include "JsonText.h"
-#include "TextFile.h"
 #include "backtrace/stop.h"
+#include "base/json_text.h"
+#include "base/text_file.h"
 #include "cppbind/Assert.h"
 #include "cppbind/ClassRegister.h"
 #include "libvarrow/backtrace/Check.h"
@@ -33,7 +33,7 @@ void at(const std::string& place, Body body) {
 std::unique_ptr<Rule> createRule(const std::string& name, const Json::Value& parameter,
                                  const cppbind::ClassRegister& reg, int level) {
   LIBVARROW_LOG_DEBUG("rule_name: %s\n", name.c_str());
-  LIBVARROW_LOG_DEBUG("rule_parameter: %s\n", cppbind::json_text::styled(parameter, "\t").c_str());
+  LIBVARROW_LOG_DEBUG("rule_parameter: %s\n", base::json_text::styled(parameter, "\t").c_str());
   LIBVARROW_LOG_DEBUG("rule_level: %d\n", level);
   std::unique_ptr<cppbind::Object> object(reg.create<cppbind::Object>(name, parameter));
   Rule* const rule = dynamic_cast<Rule*>(object.get());
@@ -139,7 +139,7 @@ RuleLoader::Rules RuleLoader::loadRules(const char* file, const cppbind::ClassRe
   std::string text;
   std::string errors = "can not open file";
   Json::Value json;
-  if (!cppbind::readTextFile(file, text) || !cppbind::json_text::parse(text, json, errors)) {
+  if (!base::readTextFile(file, text) || !base::json_text::parse(text, json, errors)) {
     const std::string reason = std::string("Failed to parse ") + file + ", " + errors;
     LIBVARROW_LOG_ERROR("%s\n", reason.c_str());
     stopAfterLogging(reason);

@@ -4,6 +4,7 @@
 #include <boost/make_shared.hpp>
 #include <utility>
 
+#include "base/NeverDestroyed.h"
 #include "cppbind/Assert.h"
 #include "cppbind/ParseErrorException.h"
 
@@ -19,11 +20,10 @@ Backup::~Backup() {
 
 namespace {
 
-// Converters hold nothing, so one table serves every binder until a host adds its own. Never
-// destroyed, as a host's static objects may be older.
+// Converters hold nothing, so one table serves every binder until a host adds its own.
 const boost::shared_ptr<const ConverterTable>& standardConverters() {
-  static const auto* const table =
-      new boost::shared_ptr<const ConverterTable>(boost::make_shared<ConverterTable>(ConverterTable{
+  static libvarrow::base::NeverDestroyed<const boost::shared_ptr<const ConverterTable>> table(
+      boost::make_shared<ConverterTable>(ConverterTable{
           {typeid(boost::shared_ptr<std::string>), boost::make_shared<StringPtrConverter>()},
           {typeid(boost::gregorian::date), boost::make_shared<BoostGDateConverter>()},
           {typeid(boost::posix_time::ptime), boost::make_shared<BoostPTimeConverter>()},

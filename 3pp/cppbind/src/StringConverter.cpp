@@ -7,8 +7,9 @@
 #include <locale>
 #include <sstream>
 
-#include "ThreadsOwn.h"
-#include "base/TimeDigits.h"
+#include "base/NeverDestroyed.h"
+#include "base/thread_local_object.h"
+#include "base/time_digits.h"
 #include "cppbind/ParseErrorException.h"
 
 namespace cppbind {
@@ -22,16 +23,15 @@ using boost::posix_time::ptime;
 using boost::posix_time::time_duration;
 using boost::posix_time::time_facet;
 using boost::posix_time::time_input_facet;
-namespace time_digits = libvarrow::time_digits;
+namespace time_digits = libvarrow::base::time_digits;
 
 constexpr const char* kDateFormat = "%Y-%m-%d";
 constexpr const char* kTimeFormat = "%Y-%m-%d %H:%M:%S";
 constexpr const char* kDurationFormat = "%H:%M:%S";
 
-// The classic locale with the facets of all three formats, made on first use. Never destroyed, as
-// a host's static objects may be older.
+// Returns the classic locale with the facets of all three formats, made on first use.
 const std::locale& formatLocale() {
-  static const auto* const locale = new std::locale([] {
+  static libvarrow::base::NeverDestroyed<const std::locale> locale([] {
     std::locale made = std::locale::classic();
     made = std::locale(made, new date_facet(kDateFormat));
     made = std::locale(made, new date_input_facet(kDateFormat));
@@ -54,12 +54,13 @@ Stream formatStream() {
 
 template <class T>
 std::string writeByFacet(const T& value) {
-  return withThreadsOwn(formatStream<std::ostringstream>, [&](std::ostringstream& stream) {
-    stream.str(std::string());
-    stream.clear();
-    stream << value;
-    return stream.str();
-  });
+  return libvarrow::base::withThreadLocal(formatStream<std::ostringstream>,
+                                          [&](std::ostringstream& stream) {
+                                            stream.str(std::string());
+                                            stream.clear();
+                                            stream << value;
+                                            return stream.str();
+                                          });
 }
 
 [[noreturn]] void throwUnreadable(std::string_view text, const char* kind) {
@@ -68,13 +69,14 @@ std::string writeByFacet(const T& value) {
 
 template <class T>
 T readByFacet(std::string_view text, const char* kind) {
-  return withThreadsOwn(formatStream<std::istringstream>, [&](std::istringstream& stream) {
-    stream.str(std::string(text));
-    stream.clear();
-    T value;
-    if (!(stream >> value)) throwUnreadable(text, kind);
-    return value;
-  });
+  return libvarrow::base::withThreadLocal(formatStream<std::istringstream>,
+                                          [&](std::istringstream& stream) {
+                                            stream.str(std::string(text));
+                                            stream.clear();
+                                            T value;
+                                            if (!(stream >> value)) throwUnreadable(text, kind);
+                                            return value;
+                                          });
 }
 
 }  // namespace

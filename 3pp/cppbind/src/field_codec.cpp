@@ -3,7 +3,7 @@
 #include <cmath>
 #include <limits>
 
-#include "JsonText.h"
+#include "base/json_text.h"
 
 namespace cppbind::detail {
 
@@ -121,7 +121,7 @@ std::string_view textIn(const Json::Value& json) {
   const char* begin = nullptr;
   const char* end = nullptr;
   if (!json.getString(&begin, &end)) {
-    throw ParseErrorException("error: jv=" + json_text::onOneLine(json));
+    throw ParseErrorException("error: jv=" + libvarrow::base::json_text::onOneLine(json));
   }
   return std::string_view(begin, static_cast<std::size_t>(end - begin));
 }

@@ -4,8 +4,8 @@
 #include <boost/make_shared.hpp>
 #include <unordered_set>
 
-#include "JsonText.h"
-#include "TextFile.h"
+#include "base/json_text.h"
+#include "base/text_file.h"
 #include "cppbind/Assert.h"
 
 namespace cppbind {
@@ -69,12 +69,12 @@ JsonDecodeBinder::NamedFields JsonDecodeBinder::namedFields(const Json::Value& j
 
 Json::Value readJsonFile(const boost::filesystem::path& path) {
   std::string text;
-  if (!readTextFile(path.string(), text)) {
+  if (!libvarrow::base::readTextFile(path.string(), text)) {
     throw ParseErrorException("Can not open file [" + path.string() + "]");
   }
   Json::Value value;
   std::string errors;
-  if (!json_text::parse(text, value, errors)) {
+  if (!libvarrow::base::json_text::parse(text, value, errors)) {
     throw ParseErrorException("Can not parse file [" + path.string() + "]: " + errors);
   }
   return value;

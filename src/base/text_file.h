@@ -3,7 +3,7 @@
 
 #include <string>
 
-namespace cppbind {
+namespace libvarrow::base {
 
 /// Reads the file at `path` into `text`. False when it cannot be opened or read; a directory opens
 /// on some systems, but cannot be read.
@@ -14,4 +14,4 @@ enum class TextWritten { NotOpened, Partly, Whole };
 /// Writes `text`, in text mode, over what is in the file at `path`.
 TextWritten writeTextFile(const std::string& path, const std::string& text);
 
-}  // namespace cppbind
+}  // namespace libvarrow::base

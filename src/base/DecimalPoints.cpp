@@ -1,11 +1,11 @@
-#include "DecimalPoints.h"
+#include "base/DecimalPoints.h"
 
 #include <algorithm>
 #include <cstdlib>
 #include <iterator>
 #include <utility>
 
-namespace cppbind::json_text {
+namespace libvarrow::base::json_text {
 
 namespace {
 
@@ -155,4 +155,4 @@ void WithoutDecimalPoints::nameOriginal(const Number& number, std::string& messa
   message.replace(found + 1, name.size(), original_, number.begin, number.end - number.begin);
 }
 
-}  // namespace cppbind::json_text
+}  // namespace libvarrow::base::json_text

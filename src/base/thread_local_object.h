@@ -1,12 +1,12 @@
 // Objects that are kept for each thread because they cost more to make than to use.
 #pragma once
 
-namespace cppbind {
+namespace libvarrow::base {
 
 /// What `use` makes of the calling thread's own object, which `make` makes on first use. A host's
 /// static objects go after those of its main thread: from then on there is one for each call.
 template <class Make, class Use>
-auto withThreadsOwn(Make make, Use use) {
+auto withThreadLocal(Make make, Use use) {
   thread_local bool isGone = false;
   struct Own {
     decltype(make()) object;
@@ -20,4 +20,4 @@ auto withThreadsOwn(Make make, Use use) {
   return use(own.object);
 }
 
-}  // namespace cppbind
+}  // namespace libvarrow::base

@@ -1,4 +1,4 @@
-#include "JsonText.h"
+#include "base/json_text.h"
 
 #include <json/reader.h>
 #include <json/writer.h>
@@ -11,9 +11,9 @@
 #include <string_view>
 #include <utility>
 
-#include "ClassicNumbers.h"
-#include "DecimalPoints.h"
-#include "ThreadsOwn.h"
+#include "base/ClassicNumbers.h"
+#include "base/DecimalPoints.h"
+#include "base/thread_local_object.h"
 
 #if defined(__GNUC__)
 #pragma GCC diagnostic ignored "-Wdeprecated-declarations"
@@ -21,7 +21,7 @@
 #pragma warning(disable : 4996)
 #endif
 
-namespace cppbind::json_text {
+namespace libvarrow::base::json_text {
 
 namespace {
 
@@ -99,11 +99,11 @@ std::string styled(const Json::Value& value, const std::string& indentation) {
   [[maybe_unused]] const ClassicNumbers classicNumbers{};
   StringSink sink;
   // Setting a stream up costs more than writing a short text.
-  withThreadsOwn([] { return std::ostream(nullptr); },
-                 [&](std::ostream& out) {
-                   const Redirected redirected(out, sink);
-                   Json::StyledStreamWriter(indentation).write(out, value);
-                 });
+  withThreadLocal([] { return std::ostream(nullptr); },
+                  [&](std::ostream& out) {
+                    const Redirected redirected(out, sink);
+                    Json::StyledStreamWriter(indentation).write(out, value);
+                  });
   return std::move(sink.text);
 }
 
@@ -119,4 +119,4 @@ std::string onOneLine(const Json::Value& value) {
   return writer.write(value);
 }
 
-}  // namespace cppbind::json_text
+}  // namespace libvarrow::base::json_text

@@ -6,7 +6,7 @@
 #if defined(LC_NUMERIC_MASK)
 #include <langinfo.h>
 
-namespace cppbind {
+namespace libvarrow::base {
 
 /// For the calling thread, while it lives.
 class ClassicNumbers {
@@ -31,9 +31,9 @@ class ClassicNumbers {
   locale_t before_ = nullptr;
 };
 
-}  // namespace cppbind
+}  // namespace libvarrow::base
 #else
-namespace cppbind {
+namespace libvarrow::base {
 class ClassicNumbers {};
-}  // namespace cppbind
+}  // namespace libvarrow::base
 #endif

@@ -4,7 +4,7 @@
 
 #include <string>
 
-namespace libvarrow::number_text {
+namespace libvarrow::base::number_text {
 
 /// As a standard stream writes by default: six significant digits.
 std::string general(double value);
@@ -15,4 +15,4 @@ std::string twoDecimals(double value);
 /// "%f"
 std::string sixDecimals(double value);
 
-}  // namespace libvarrow::number_text
+}  // namespace libvarrow::base::number_text

@@ -7,7 +7,7 @@
 #include <iosfwd>
 #include <string>
 
-namespace cppbind::json_text {
+namespace libvarrow::base::json_text {
 
 /// Collected comments are part of the value and are written with it. They take the parser time by
 /// their number times the length of the line on which they begin.
@@ -27,4 +27,4 @@ std::string fast(const Json::Value& value);
 /// As fast(), without the line end.
 std::string onOneLine(const Json::Value& value);
 
-}  // namespace cppbind::json_text
+}  // namespace libvarrow::base::json_text

@@ -1,10 +1,10 @@
-#include "TextFile.h"
+#include "base/text_file.h"
 
 #include <array>
 #include <cstdio>
 #include <fstream>
 
-namespace cppbind {
+namespace libvarrow::base {
 
 bool readTextFile(const std::string& path, std::string& text) {
   std::ifstream file(path);
@@ -27,4 +27,4 @@ TextWritten writeTextFile(const std::string& path, const std::string& text) {
   return isWritten && isClosed ? TextWritten::Whole : TextWritten::Partly;
 }
 
-}  // namespace cppbind
+}  // namespace libvarrow::base

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <limits>
 
-namespace libvarrow {
+namespace libvarrow::base {
 
 /// Cut toward zero. What no unsigned integer can hold is the nearest one, and 0 for what is not a
 /// number.
@@ -15,4 +15,4 @@ inline std::uint64_t truncatedToUnsigned(double value) {
   return static_cast<std::uint64_t>(value);
 }
 
-}  // namespace libvarrow
+}  // namespace libvarrow::base

@@ -1,8 +1,8 @@
-#include "utility/number_text.h"
+#include "base/number_text.h"
 
 #include <charconv>
 
-namespace libvarrow::number_text {
+namespace libvarrow::base::number_text {
 
 namespace {
 
@@ -26,4 +26,4 @@ std::string sixDecimals(double value) {
   return written(value, std::chars_format::fixed, 6);
 }
 
-}  // namespace libvarrow::number_text
+}  // namespace libvarrow::base::number_text

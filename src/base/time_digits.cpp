@@ -1,8 +1,8 @@
-#include "base/TimeDigits.h"
+#include "base/time_digits.h"
 
 #include <charconv>
 
-namespace libvarrow::time_digits {
+namespace libvarrow::base::time_digits {
 
 namespace {
 
@@ -122,4 +122,4 @@ bool readTime(std::string_view text, ptime& time) {
   return true;
 }
 
-}  // namespace libvarrow::time_digits
+}  // namespace libvarrow::base::time_digits

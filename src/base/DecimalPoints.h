@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-namespace cppbind::json_text {
+namespace libvarrow::base::json_text {
 
 /// JSON text with its numbers rewritten, 12.50e3 as 1250e1: the same numbers, to the last bit.
 class WithoutDecimalPoints {
@@ -35,4 +35,4 @@ class WithoutDecimalPoints {
   std::vector<Number> numbers_;  // those that changed
 };
 
-}  // namespace cppbind::json_text
+}  // namespace libvarrow::base::json_text

@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <string_view>
 
-namespace libvarrow::time_digits {
+namespace libvarrow::base::time_digits {
 
 /// Room for any text written below.
 constexpr int kMaxLength = 100;
@@ -38,4 +38,4 @@ char* writeTime(char* to, const boost::posix_time::ptime& time);
 bool readDate(std::string_view text, boost::gregorian::date& date);
 bool readTime(std::string_view text, boost::posix_time::ptime& time);
 
-}  // namespace libvarrow::time_digits
+}  // namespace libvarrow::base::time_digits
