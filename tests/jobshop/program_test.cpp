@@ -76,14 +76,6 @@ TEST_F(Program, PlansInShiftsKeepsTheRulesAndDumpsTheCalendar) {
                        "  [2024-03-01 06:00:00,2024-03-01 10:00:00]:04:00:00\n"));
 }
 
-TEST_F(Program, ABrokenRuleEndsARunWhoseFilesAreThere) {
-  expectOneLine(jobshopRun({JOBSHOP_FOLDER "/pipeline_late.json", "late"}), 1,
-                "5_CheckRules: rules: 3 of 4 broken; LatestFinish: job 1 ends at 94, 34 after 60; "
-                "more in " +
-                    (directory.path() / "late/rule_report.txt\n").string());
-  EXPECT_TRUE(scheduleIn("late").isObject());
-}
-
 TEST_F(Program, ThePipelineChoosesWhatRunsAndWhatIsKept) {
   writeFile("shop/data/my.txt", readFile(JOBSHOP_FOLDER "/data/ft06.txt"));
   writeFile("shop/p.json", R"({"modules": [
