@@ -15,6 +15,7 @@
 
 #include "backtrace/crash_system.h"
 #include "backtrace/raw_stack.h"
+#include "backtrace/stack_text.h"
 #include "libvarrow/log/log.h"
 
 namespace libvarrow {
@@ -82,7 +83,7 @@ boost::stacktrace::stacktrace withoutHandler(const crash::Stack& stack) {
   std::signal(sig, SIG_DFL);
   attempt([&] {
     LIBVARROW_LOG_ERROR("backtrace:\n%s\n",
-                        boost::stacktrace::to_string(withoutHandler(stack)).c_str());
+                        stackText(withoutHandler(stack), Innermost::IsInterrupted).c_str());
   });
   if (dumpFileWanted) attempt(writeDumpFile);
   std::abort();

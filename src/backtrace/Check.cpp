@@ -1,24 +1,34 @@
 #include "libvarrow/backtrace/Check.h"
 
+#include <array>
 #include <boost/assert.hpp>
 #include <boost/stacktrace.hpp>
+#include <cstdio>
 #include <cstdlib>
+#include <exception>
 #include <iostream>
-#include <sstream>
+#include <string>
 
+#include "backtrace/crash_system.h"
 #include "backtrace/raw_stack.h"
+#include "backtrace/stack_text.h"
 
 namespace libvarrow {
 
 void assertionFailed(const char* expression, const char* function, const char* message) {
   std::cout << std::flush;
-  std::ostringstream text;
-  text << "Expression '" << expression << "' is false in function '" << function
-       << "': " << (message != nullptr ? message : "<...>") << ".\n"
-       << "Backtrace:\n"
-       << boost::stacktrace::stacktrace() << '\n';
-  std::cerr << text.str() << std::flush;  // in one piece, as other threads may fail now, too
-  crash::skipRawStack();
+  std::array<char, 8192> text{};
+  std::snprintf(text.data(), text.size(),
+                "Expression '%s' is false in function '%s': %s.\nBacktrace:\n", expression,
+                function, message != nullptr ? message : "<...>");
+  try {
+    // In one write, as other threads may fail now too.
+    const std::string whole = text.data() + stackText(boost::stacktrace::stacktrace()) + '\n';
+    std::cerr << whole << std::flush;
+    crash::skipRawStack();
+  } catch (const std::exception&) {
+    crash::say(text.data());  // without memory the addresses must do, which the handler prints
+  }
   std::abort();
 }
 

@@ -7,6 +7,8 @@
 #include <boost/stacktrace.hpp>
 #include <stdexcept>
 
+#include "backtrace/stack_text.h"
+
 namespace libvarrow {
 
 namespace {
@@ -24,7 +26,7 @@ BOOST_NOINLINE void throwTraced(const std::string& message) {
 
 std::string callStackOf(const std::exception& error) {
   const auto* stack = boost::get_error_info<StackTraceInfo>(error);
-  return stack == nullptr ? std::string() : boost::stacktrace::to_string(*stack);
+  return stack == nullptr ? std::string() : stackText(*stack);
 }
 
 }  // namespace libvarrow

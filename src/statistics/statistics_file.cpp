@@ -19,21 +19,34 @@ constexpr const char* kOperation =
 
 }  // namespace
 
+namespace {
+
+// Writing to what cannot be removed would follow a link to someone else's file.
+bool mayBeWritten(const std::string& fileName, OldFile old) {
+  if (old == OldFile::Overwritten) return true;
+  boost::system::error_code error;
+  boost::filesystem::remove(fileName, error);
+  return !error;
+}
+
+base::TextWritten write(const std::string& fileName, const std::string& text, OldFile old) {
+  if (!mayBeWritten(fileName, old)) return base::TextWritten::NotOpened;
+  return base::writeTextFile(fileName, text);
+}
+
+}  // namespace
+
 StatisticsFile writeStatisticsFile(const boost::filesystem::path& path, const Json::Value& value,
                                    OldFile old) {
   using base::TextWritten;
   std::string realFile = path.generic_string();
   utility::adjustFileName(realFile);
   const std::string text = statisticsText(value);
-  if (old == OldFile::Removed) {
-    boost::system::error_code ignored;  // opening the file tells
-    boost::filesystem::remove(realFile, ignored);
-  }
   // The directory is there as a rule: it is made only when the file cannot be opened.
-  TextWritten written = base::writeTextFile(realFile, text);
+  TextWritten written = write(realFile, text, old);
   if (written == TextWritten::NotOpened) {
     DirCreator(realFile, false);
-    written = base::writeTextFile(realFile, text);
+    written = write(realFile, text, old);
   }
   if (written != TextWritten::NotOpened) return {realFile, written == TextWritten::Whole};
   const std::string reason = kOperation + (" src_file:" + path.string() + " real_file:" + realFile);

@@ -1,17 +1,19 @@
 #include "cppbind/Assert.h"
 
+#include <array>
 #include <cstdio>
 #include <cstdlib>
-#include <string>
+#include <cstring>
 
 namespace cppbind {
 
 void assertionFailed(const char* expression, const char* file, int line, const char* function) {
   std::fflush(stdout);
-  // In one piece, as other threads may fail now, too.
-  const std::string text = std::string(file) + ':' + std::to_string(line) + ": " + function +
-                           ": Assertion `" + expression + "' failed.\n";
-  std::fwrite(text.data(), 1, text.size(), stderr);
+  // In one write, as other threads may fail now too, and without memory, which may have run out.
+  std::array<char, 8192> text{};
+  std::snprintf(text.data(), text.size(), "%s:%d: %s: Assertion `%s' failed.\n", file, line,
+                function, expression);
+  std::fwrite(text.data(), 1, std::strlen(text.data()), stderr);
   std::abort();
 }
 
