@@ -16,6 +16,7 @@
 namespace libvarrow {
 
 void assertionFailed(const char* expression, const char* function, const char* message) {
+  crash::startWatchdog();  // standard output and error may be pipes that nobody reads
   std::cout << std::flush;
   std::array<char, 8192> text{};
   std::snprintf(text.data(), text.size(),

@@ -1,3 +1,4 @@
+#include <poll.h>
 #include <pthread.h>
 #include <signal.h>
 #include <sys/mman.h>
@@ -106,14 +107,21 @@ void checkHandler(int) {
     ::alarm(1);
     return;
   }
-  crash::say("the crash handler hangs: ending the process\n");
   handle(SIGABRT, SIG_DFL);
   unblock(SIGABRT);
+  // Standard error may be the pipe on which the handler hangs.
+  pollfd errors{STDERR_FILENO, POLLOUT, 0};
+  if (::poll(&errors, 1, 0) > 0) crash::say("the crash handler hangs: ending the process\n");
   ::raise(SIGABRT);
 }
 
+// A host's handler that was installed later may call this one with the signal alone.
 void onSignal(int sig, siginfo_t* info, void* context) {
-  crash::takeBackCallOfNoCode(sig, *info, *static_cast<ucontext_t*>(context));
+  if (crash::isDeliveryOf(sig, info, context)) {
+    crash::takeBackCallOfNoCode(sig, *info, *static_cast<ucontext_t*>(context));
+  } else {
+    context = nullptr;
+  }
   reportCrash(sig, context);
   std::abort();  // keeps this frame on the stack
 }
@@ -177,8 +185,8 @@ long threadNumber() {
 }
 
 void rest() {
-  constexpr std::timespec kMillisecond{0, 1000000};
-  ::nanosleep(&kMillisecond, nullptr);
+  constexpr std::timespec kMoment{0, 20'000'000};
+  ::nanosleep(&kMoment, nullptr);
 }
 
 }  // namespace crash

@@ -176,6 +176,21 @@ bool isNoCode(int sig, const siginfo_t& info, const ucontext_t& place) {
 
 }  // namespace
 
+bool isDeliveryOf(int sig, const siginfo_t* info, const void* place) {
+  // The system puts both onto the stack of the handler, just above its frames.
+  constexpr std::uintptr_t kMostBytes = 65536;
+  const auto here = reinterpret_cast<std::uintptr_t>(__builtin_frame_address(0));
+  const auto isAbove = [&](const void* object) {
+    const auto address = reinterpret_cast<std::uintptr_t>(object);
+    return address > here && address - here < kMostBytes;
+  };
+  if (!isAbove(info) || !isAbove(place)) return false;
+  int signal = 0;
+  return mayRead([&] { signal = info->si_signo; }) && signal == sig &&
+         isReadable(reinterpret_cast<std::uintptr_t>(static_cast<const ucontext_t*>(place) + 1) -
+                    1);
+}
+
 void takeBackCallOfNoCode(int sig, const siginfo_t& info, ucontext_t& place) {
   const std::uintptr_t address = programCounter(place);
   if (!isNoCode(sig, info, place) || !takeCallBack(place)) return;

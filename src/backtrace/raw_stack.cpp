@@ -12,6 +12,7 @@ namespace {
 
 enum class State { NotPrinted, Printing, Printed };
 std::atomic<State> state{State::NotPrinted};
+std::atomic<long> printingThread{0};
 
 void sayNumber(long number) {
   std::array<char, 24> digits{};
@@ -36,10 +37,12 @@ void print(int sig, const Stack& stack, const void* place) {
 void printRawStackOnce(int sig, const Stack& stack, const void* place) {
   State expected = State::NotPrinted;
   if (state.compare_exchange_strong(expected, State::Printing)) {
+    printingThread = threadNumber();
     print(sig, stack, place);
     state = State::Printed;
   }
-  while (state != State::Printed) rest();
+  // The printing thread comes here again when it faults meanwhile, and must not wait for itself.
+  while (state != State::Printed && printingThread != threadNumber()) rest();
 }
 
 void skipRawStack() {

@@ -3,7 +3,6 @@
 #include <json/reader.h>
 #include <json/writer.h>
 
-#include <cstring>
 #include <locale>
 #include <new>
 #include <ostream>
@@ -13,6 +12,7 @@
 
 #include "base/ClassicNumbers.h"
 #include "base/DecimalPoints.h"
+#include "base/out_of_memory.h"
 #include "base/thread_local_object.h"
 
 #if defined(__GNUC__)
@@ -74,7 +74,7 @@ bool parsePlain(std::string_view text, Json::Value& value, std::string& errors, 
     return isParsed;
   } catch (const Json::Exception& error) {
     // Text that is nested too deep is at fault itself; memory that ran out is not.
-    if (std::strstr(error.what(), "Failed to allocate") != nullptr) throw std::bad_alloc();
+    if (isOutOfMemory(error)) throw std::bad_alloc();
     errors = error.what();
     return false;
   }

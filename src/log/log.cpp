@@ -138,4 +138,12 @@ void write(Level level, const char* file, int line, const char* function, const 
   log4cplus::Logger::getRoot().forcedLog(nativeLevel(level), message, file, line, function);
 }
 
+void warnOfMemory(const char* subject, const char* text) noexcept {
+  try {
+    LIBVARROW_LOG_WARN("%s %s: out of memory", subject, text);
+  } catch (...) {
+    std::fprintf(stderr, "%s %s: out of memory\n", subject, text);  // unbuffered: no allocation
+  }
+}
+
 }  // namespace libvarrow::logging

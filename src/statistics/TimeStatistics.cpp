@@ -3,8 +3,8 @@
 #include <boost/thread/lock_guard.hpp>
 #include <new>
 
-#include "libvarrow/log/log.h"
 #include "libvarrow/time/time_range.h"
+#include "log/standard_error.h"
 
 namespace libvarrow {
 
@@ -51,7 +51,7 @@ TimeRecoderHelper::~TimeRecoderHelper() {
     statistics_->appendCurrentLocalTime();
   } catch (const std::bad_alloc&) {
     // The work that was timed is worth more than its time.
-    LIBVARROW_LOG_WARN("a time at the end of a scope is not recorded: out of memory");
+    logging::warnOfMemory("a time at the end of a scope", "is not recorded");
   }
 }
 

@@ -6,12 +6,13 @@
 #include <cstdlib>
 #include <exception>
 #include <limits>
-#include <new>
 
 #include "base/NeverDestroyed.h"
+#include "base/out_of_memory.h"
 #include "libvarrow/backtrace/BackTrace.h"
 #include "libvarrow/log/log.h"
 #include "libvarrow/utility/file_name.h"
+#include "log/standard_error.h"
 #include "statistics/statistics_file.h"
 
 namespace libvarrow {
@@ -58,9 +59,10 @@ void TimedStatDumper::onTimer(Poco::Timer&) {
 void TimedStatDumper::dump() {
   try {
     replaceFile();
-  } catch (const std::bad_alloc&) {
+  } catch (const std::exception& error) {
+    if (!base::isOutOfMemory(error)) throw;
     // As with a full disk: the run goes on, and the last whole file stays.
-    LIBVARROW_LOG_WARN("%s stays as it is: out of memory", fileName_.c_str());
+    logging::warnOfMemory(fileName_.c_str(), "stays as it is");
   }
 }
 

@@ -35,7 +35,8 @@ std::unique_ptr<Rule> createRule(const std::string& name, const Json::Value& par
   LIBVARROW_LOG_DEBUG("rule_name: %s\n", name.c_str());
   LIBVARROW_LOG_DEBUG("rule_parameter: %s\n", base::json_text::styled(parameter, "\t").c_str());
   LIBVARROW_LOG_DEBUG("rule_level: %d\n", level);
-  std::unique_ptr<cppbind::Object> object(reg.create<cppbind::Object>(name, parameter));
+  std::unique_ptr<cppbind::Object> object;
+  cppbind::withClass(name, [&] { object.reset(reg.create<cppbind::Object>(name, parameter)); });
   Rule* const rule = dynamic_cast<Rule*>(object.get());
   if (rule == nullptr) sayReason("class " + name + " is not a rule");
   CPPBIND_ASSERT(rule);

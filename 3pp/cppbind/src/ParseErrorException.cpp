@@ -3,6 +3,8 @@
 #include <new>
 #include <utility>
 
+#include "base/out_of_memory.h"
+
 namespace cppbind {
 
 ParseErrorException::ParseErrorException(std::string message) : message_(std::move(message)) {
@@ -44,9 +46,8 @@ void rethrowWithPath(std::string element) {
   } catch (ParseErrorException& error) {
     error.addPathFront(std::move(element));
     throw;
-  } catch (const std::bad_alloc&) {
-    throw;
   } catch (const std::exception& error) {
+    if (libvarrow::base::isOutOfMemory(error)) throw std::bad_alloc();
     throw ParseErrorException(std::move(element), error.what());
   }
 }

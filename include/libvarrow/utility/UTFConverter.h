@@ -17,8 +17,8 @@ LIBVARROW_API const std::string& codePageName();
 LIBVARROW_API std::string fromUtf8(const std::string& utf8);
 LIBVARROW_API std::string fromUtf8(std::string&& utf8);
 ///@}
-/// Returns `text`, in the program's narrow encoding, as UTF-8. Leaves out bytes that are not valid in
-/// that encoding. Valid text is copied where both are UTF-8.
+/// Returns `text`, in the program's narrow encoding, as UTF-8. Leaves out bytes that are not valid
+/// in that encoding. Valid text is copied where both are UTF-8.
 LIBVARROW_API std::string toUtf8(const std::string& text);
 
 }  // namespace libvarrow::utility

@@ -31,6 +31,8 @@ using UpperCaseCall = decltype(std::declval<T&>().SetBind(kAnyBinder, true));
 template <class T>
 using TitleCaseCall = decltype(std::declval<T&>().Setbind(kAnyBinder, true));
 template <class T>
+using SetBindAddress = decltype(&T::setBind);
+template <class T>
 using RenderCall = decltype(std::declval<const T&>().toJsonValue4Bind());
 
 // A class that has the same names makes them ambiguous in one derived from both, also when its own
@@ -52,6 +54,28 @@ struct Mentions : std::false_type {};
 template <class T, template <class> class Other>
 struct Mentions<T, Other, true> : std::negation<Compiles<T, Other>> {};
 
+// T declares a setBind itself, which is not one of a base.
+template <class T, class = void>
+struct DeclaresSetBind : std::false_type {};
+template <class T>
+struct DeclaresSetBind<
+    T, std::enable_if_t<std::is_same_v<decltype(&T::setBind), void (T::*)(Binder*, bool)>>>
+    : std::true_type {};
+
+// A record without members has no fields to declare; a virtual destructor is not a member.
+template <class T>
+struct HasNoMembers : std::bool_constant<std::is_empty_v<T> ||
+                                         (std::is_polymorphic_v<T> && sizeof(T) == sizeof(void*))> {
+};
+
+// The record that a class is written as is the one that it is read through.
+template <class T, class = void>
+struct WritesOtherRecord : std::false_type {};
+template <class T>
+struct WritesOtherRecord<T, std::void_t<decltype(std::declval<const T&>().getData4Bind())>>
+    : std::negation<std::is_same<std::decay_t<decltype(std::declval<const T&>().getData4Bind())>,
+                                 typename T::Data4Bind>> {};
+
 // A record that T can be read through. One with members declares them.
 template <class T, class = void>
 struct HasRecord : std::false_type {};
@@ -59,7 +83,7 @@ template <class T>
 struct HasRecord<T, std::void_t<typename T::Data4Bind>>
     : std::conjunction<std::is_constructible<T, typename T::Data4Bind&>,
                        std::disjunction<Compiles<typename T::Data4Bind, SetBindCall>,
-                                        std::is_empty<typename T::Data4Bind>>> {};
+                                        HasNoMembers<typename T::Data4Bind>>> {};
 
 template <class T>
 struct IsObjectPointer : std::false_type {};
@@ -99,13 +123,15 @@ constexpr bool hasSetBind = detail::Compiles<T, detail::SetBindCall>::value;
 /// operation. It also hides that of a base.
 template <class T>
 constexpr bool hasUselessSetBind =
-    !hasSetBind<T> && detail::Mentions<T, detail::OtherSetBind>::value;
+    !hasSetBind<T> && (detail::Mentions<T, detail::OtherSetBind>::value ||
+                       detail::Compiles<T, detail::SetBindAddress>::value);
 
 /// `T` has an operation with the parameters of setBind that is called setbind, SetBind or Setbind.
 template <class T>
-constexpr bool hasMisspeltSetBind = detail::Compiles<T, detail::LowerCaseCall>::value ||
-                                    detail::Compiles<T, detail::UpperCaseCall>::value ||
-                                    detail::Compiles<T, detail::TitleCaseCall>::value;
+constexpr bool hasMisspeltSetBind =
+    !detail::DeclaresSetBind<T>::value && (detail::Compiles<T, detail::LowerCaseCall>::value ||
+                                           detail::Compiles<T, detail::UpperCaseCall>::value ||
+                                           detail::Compiles<T, detail::TitleCaseCall>::value);
 
 /// `T` has no setBind, but a record `T::Data4Bind` to be read and constructed from.
 template <class T>
@@ -121,13 +147,19 @@ constexpr bool hasUselessRecord =
 template <class T>
 constexpr void requireReachableFields() {
   static_assert(!hasUselessSetBind<T>,
-                "setBind must be public: void setBind(cppbind::Binder*, bool)");
-  static_assert(!hasMisspeltSetBind<T>, "it is spelt setBind");
+                "the class needs one public void setBind(cppbind::Binder*, bool); of several bases "
+                "with fields, it calls the setBind of each");
+  static_assert(!hasMisspeltSetBind<T>,
+                "the class has an operation setbind, SetBind or Setbind: the name is setBind");
   static_assert(
       !hasUselessRecord<T>,
       "a class with a record Data4Bind needs a public constructor from it (a derived one: "
       "using Base::Base;), and the record a public setBind; a class that is to have no "
       "fields declares an empty setBind of its own");
+  if constexpr (bindsThroughRecord<T>) {
+    static_assert(!detail::WritesOtherRecord<T>::value,
+                  "getData4Bind() must return the class's own Data4Bind, which it is read through");
+  }
 }
 
 /// `T` has its own toJsonValue4Bind() and fromJsonValue4Bind(json), as statistics do.
