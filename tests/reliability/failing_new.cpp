@@ -1,6 +1,7 @@
 #include "reliability/failing_new.h"
 
 #include <cstdlib>
+#include <new>
 
 namespace {
 
@@ -20,16 +21,21 @@ void failWhenDue() {
 
 namespace test_support {
 
-FailingNew::FailingNew(std::uint64_t nth) {
-  untilFailure = static_cast<std::int64_t>(nth);
-}
-
-FailingNew::~FailingNew() {
-  untilFailure = -1;
-}
-
-bool FailingNew::hasFailed() const {
-  return untilFailure < 0;
+std::uint64_t failEachAllocation(const std::function<void()>& attempt,
+                                 const std::function<void(bool)>& check) {
+  for (std::uint64_t nth = 0;; ++nth) {
+    bool isDone = true;
+    untilFailure = static_cast<std::int64_t>(nth);
+    try {
+      attempt();
+    } catch (const std::bad_alloc&) {
+      isDone = false;
+    }
+    const bool hasFailed = untilFailure < 0;
+    untilFailure = -1;
+    check(isDone);
+    if (!hasFailed) return nth;
+  }
 }
 
 }  // namespace test_support

@@ -65,23 +65,21 @@ struct PlainBlock {
   Slots slots;
   const Slots& getBlocks() const { return slots; }
 
+  Slots::const_iterator endingFrom(ptime time) const {
+    return std::lower_bound(slots.begin(), slots.end(), time, TimeSlot::CompareByTimeEnd);
+  }
+
   void addTimeBlock(ptime begin, ptime end) {
     if (end < begin) throw std::runtime_error(time2str(begin) + time2str(end));
     if (end == begin) return;
-    const auto found =
-        std::lower_bound(slots.begin(), slots.end(), begin, TimeSlot::CompareByTimeEnd);
-    const auto index = static_cast<std::size_t>(found - slots.begin());
-    require(index == 0 || slots[index - 1].time_end < begin);
-    require(index == slots.size() || slots[index].time_end >= begin);
-    slots.insert(found, slotOf(begin, end));
-    while (index + 1 < slots.size()) {
-      const TimeSlot current = slots[index];
-      TimeSlot& next = slots[index + 1];
-      if (current.time_end < next.time_begin) break;
-      next.time_begin = std::min(next.time_begin, current.time_begin);
-      next.time_end = std::max(next.time_end, current.time_end);
-      slots.erase(slots.begin() + static_cast<std::ptrdiff_t>(index));
+    auto slot = endingFrom(begin);
+    require(slot == slots.begin() || std::prev(slot)->time_end < begin);
+    require(slot == slots.end() || begin <= slot->time_end);
+    for (; slot != slots.end() && slot->time_begin <= end; slot = slots.erase(slot)) {
+      begin = std::min(begin, slot->time_begin);
+      end = std::max(end, slot->time_end);
     }
+    slots.insert(slot, slotOf(begin, end));
   }
 
   void removeTimeBlock(ptime start, ptime end) {
@@ -103,12 +101,19 @@ struct PlainBlock {
     return std::any_of(slots.begin(), slots.end(), predicate);
   }
 
+  // Of some slot, cut to a window.
+  template <class Predicate>
+  bool anyIn(ptime start, ptime end, Predicate predicate) const {
+    return any([&](const TimeSlot& slot) {
+      return predicate(std::max(start, slot.time_begin), std::min(slot.time_end, end));
+    });
+  }
+
   bool hasIntersection(ptime start, ptime end) const {
-    for (const auto& [b, e] : slots) {
-      require(b <= e && start <= end);
-      if (b < end && start < e) return true;
-    }
-    return false;
+    return any([&](const TimeSlot& s) {
+      require(s.time_begin <= s.time_end && start <= end);
+      return s.time_begin < end && start < s.time_end;
+    });
   }
 
   bool overlap(ptime start, ptime end) const {
@@ -133,10 +138,7 @@ struct PlainBlock {
   }
 
   bool haveBlock(ptime start, ptime end, time_duration length) const {
-    return any([&](const TimeSlot& slot) {
-      const ptime lo = std::max(start, slot.time_begin), hi = std::min(slot.time_end, end);
-      return !(hi < lo) && !(hi - lo < length);
-    });
+    return anyIn(start, end, [&](ptime lo, ptime hi) { return lo <= hi && length <= hi - lo; });
   }
 
   bool haveFullDay(date d) const { return haveBlock(ptime(d), ptime(d + days(1))); }
@@ -150,8 +152,7 @@ struct PlainBlock {
   time_duration getTotalDur(ptime start, ptime end) const {
     require(start < end);
     time_duration sum;
-    auto slot = std::lower_bound(slots.begin(), slots.end(), start, TimeSlot::CompareByTimeEnd);
-    for (; slot != slots.end() && !(end < slot->time_begin); ++slot) {
+    for (auto slot = endingFrom(start); slot != slots.end() && slot->time_begin <= end; ++slot) {
       const ptime x = std::max(slot->time_begin, start), y = std::min(slot->time_end, end);
       require(x <= y);
       sum += y - x;
@@ -160,35 +161,30 @@ struct PlainBlock {
   }
 
   bool haveCompleteDays(ptime start, ptime end, int count) const {
-    return any([&](const TimeSlot& slot) {
-      const ptime lo = std::max(start, slot.time_begin), hi = std::min(slot.time_end, end);
+    return anyIn(start, end, [&](ptime lo, ptime hi) {
       return count <= dayCount(hi.date() - lo.date()) - (isPastMidnight(lo) ? 1 : 0);
     });
   }
 
   std::vector<bool> getInvolveStatus(date from, date to) const {
-    std::vector<bool> flags(static_cast<std::size_t>((to - from).days() + 1));
-    for (const auto& [b, e] : slots) {
-      require(b.date() <= e.date());
-      for (date day = from; day <= to; day += days(1)) {
-        if (b.date() <= day && day <= e.date()) {
-          flags[static_cast<std::size_t>((day - from).days())] = true;
-        }
-      }
+    std::vector<bool> flags;
+    require(!any([](const TimeSlot& s) { return s.time_end.date() < s.time_begin.date(); }));
+    for (date d = from; d <= to; d += days(1)) {
+      flags.push_back(any(
+          [&](const TimeSlot& s) { return s.time_begin.date() <= d && d <= s.time_end.date(); }));
     }
     return flags;
   }
 
   std::vector<bool> getFullDayInvolveStatus(date from, date to) const {
-    const long count = (to - from).days() + 1;
-    std::vector<bool> flags(static_cast<std::size_t>(count));
+    std::vector<bool> flags(static_cast<std::size_t>((to - from).days() + 1));
+    const long count = static_cast<long>(flags.size());
     for (const auto& [b, e] : slots) {
       const long first = dayCount(b.date() - from) + (isPastMidnight(b) ? 1 : 0);
       const long last = dayCount(e.date() - from);
-      if (!(first < last)) continue;
-      if (first >= count) break;
-      for (long i = std::max(first, 0L); i < std::min(last, count); ++i) {
-        flags[static_cast<std::size_t>(i)] = true;
+      if (first < last && first >= count) break;
+      for (long i = 0; i < count; ++i) {
+        if (first <= i && i < last) flags[static_cast<std::size_t>(i)] = true;
       }
     }
     return flags;
@@ -196,7 +192,7 @@ struct PlainBlock {
 
   PlainBlock getBlockAtPos4Dur(ptime pos, time_duration length) const {
     PlainBlock result;
-    auto slot = std::lower_bound(slots.begin(), slots.end(), pos, TimeSlot::CompareByTimeEnd);
+    auto slot = endingFrom(pos);
     if (slot != slots.end() && length == time_duration()) {
       result.addTimeBlock(pos, shifted(pos, boost::posix_time::microseconds(1)));
       return result;
@@ -213,30 +209,22 @@ struct PlainBlock {
 
   PlainBlock getBlockAtPos4DurByEnd(ptime pos, time_duration length) const {
     PlainBlock result;
-    auto slot = std::lower_bound(slots.begin(), slots.end(), pos, TimeSlot::CompareByTimeEnd);
+    auto slot = endingFrom(pos);
     if (slot == slots.begin()) return result;
     ptime hi = std::min((--slot)->time_end, pos);
-    while (true) {
-      const ptime lo = shifted(hi, -length);
-      if (slot->time_begin <= lo) {
-        result.addTimeBlock(lo, hi);
-        return result;
-      }
-      result.addTimeBlock(slot->time_begin, hi);
+    for (;; hi = (--slot)->time_end) {
+      const ptime lo = std::max(shifted(hi, -length), slot->time_begin);
+      result.addTimeBlock(lo, hi);
+      if (shifted(hi, -length) == lo) return result;
       if (slot == slots.begin()) return {};
-      length -= hi - slot->time_begin;
-      hi = (--slot)->time_end;
+      length -= hi - lo;
     }
   }
 
   std::map<date, time_duration> getStatisticByDay() const {
     std::map<date, time_duration> sums;
     for (const auto& [b, e] : slots) {
-      if (b.date() == e.date()) {
-        sums[b.date()] += e - b;
-        continue;
-      }
-      sums[b.date()] += hours(24) - b.time_of_day();
+      sums[b.date()] += hours(b.date() == e.date() ? 0 : 24) - b.time_of_day();
       sums[e.date()] += e.time_of_day();
       for (date day = b.date() + days(1); day < e.date(); day += days(1)) sums[day] += hours(24);
     }
@@ -265,9 +253,7 @@ inline std::string text(const time_duration& duration) {
   return to_simple_string(duration);
 }
 inline std::string text(const std::vector<bool>& flags) {
-  std::string text;
-  for (const bool flag : flags) text += flag ? '1' : '0';
-  return text;
+  return std::string(flags.begin(), flags.end());
 }
 inline std::string text(const std::map<date, time_duration>& sums) {
   std::string text;

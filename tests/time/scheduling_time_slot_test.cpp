@@ -61,30 +61,28 @@ TEST(SchedulingTimeSlotTest, OnlyTouchingSlotsOfTheSameKindMerge) {
     return libvarrow::time2str(a.getBeginTime().time_of_day()) + " " +
            libvarrow::time2str(a.getEndTime().time_of_day());
   };
-  EXPECT_EQ("08:00:00 12:00:00", merged(slot(8, 10), slot(10, 12)));
-  EXPECT_EQ("08:00:00 12:00:00", merged(slot(10, 12), slot(8, 10)));
-  TimeSlot reversed = slot(10, 12);
-  reversed.setEndTime(at(8));
-  EXPECT_EQ("08:00:00 08:00:00", merged(slot(8, 10), reversed)) << "its own end is compared first";
-  EXPECT_EQ("no", merged(slot(8, 10), slot(11, 12)));
-  EXPECT_EQ("no", merged(slot(8, 10), slot(10, 12, 3)));
+  const auto changed = [](void (*change)(TimeSlot&)) {
+    TimeSlot made = slot(10, 12);
+    change(made);
+    return made;
+  };
+  const std::pair<std::string, TimeSlot> cases[] = {
+      {"08:00:00 12:00:00", slot(10, 12)},
+      {"06:00:00 10:00:00", slot(6, 8)},
+      {"08:00:00 08:00:00", changed([](TimeSlot& s) { s.setEndTime(at(8)); })},  // its end first
+      {"08:00:00 12:00:00", changed([](TimeSlot& s) { s.setLocked(true); })},
+      {"08:00:00 12:00:00", changed([](TimeSlot& s) { s.setShiftDur(hours(1)); })},
+      {"no", changed([](TimeSlot& s) { s.setTag(TimeSlot::Tag::Host1, true); })},
+      {"no", changed([](TimeSlot& s) { s.setOriginalSlot(boost::make_shared<TimeSlot>()); })},
+      {"no", changed([](TimeSlot& s) { s.setShift(nullptr); })},
+      {"no", slot(11, 12)},
+      {"no", slot(10, 12, 3)},
+      {"no", slot(10, 12, 2, false)}};
+  for (const auto& [expected, other] : cases) EXPECT_EQ(expected, merged(slot(8, 10), other));
   EXPECT_EQ("no", merged(slot(8, 10, NAN), slot(10, 12, NAN)));
-  EXPECT_EQ("no", merged(slot(8, 10), slot(10, 12, 2, false)));
   EXPECT_TRUE(slot(8, 10).isSameWithoutTime(slot(9, 12, 3)));
   EXPECT_TRUE(slot(8, 10) < slot(8, 12));
   EXPECT_TRUE(TimeSlot::compareLess(slot(8, 12), slot(9, 10)));
-  TimeSlot other = slot(10, 12);
-  other.setLocked(true);
-  other.setShiftDur(hours(1));
-  EXPECT_EQ("08:00:00 12:00:00", merged(slot(8, 10), other));
-  other.setTag(TimeSlot::Tag::Host1, true);
-  EXPECT_EQ("no", merged(slot(8, 10), other));
-  other.setTag(TimeSlot::Tag::Host1, false);
-  other.setOriginalSlot(boost::make_shared<TimeSlot>());
-  EXPECT_EQ("no", merged(slot(8, 10), other));
-  other.setOriginalSlot(nullptr);
-  other.setShift(nullptr);
-  EXPECT_EQ("no", merged(slot(8, 10), other));
 }
 
 TEST(SchedulingTimeSlotTest, APieceTakesOverAllButTheLock) {
@@ -113,24 +111,21 @@ TEST(SchedulingTimeSlotTest, DurationIsUsedUpFromEitherEnd) {
     bool backwards;
     int from, length, time, rest;
   };
-  const Case cases[] = {{true, 12, 3, 9, 0},  {true, 12, 5, 8, 1},  {true, 8, 0, 8, 0},
-                        {false, 8, 4, 12, 0}, {false, 8, 5, 12, 1}, {false, 12, 2, 12, 2}};
-  const TimeSlot usable = slot(8, 12);
+  const Case cases[] = {{true, 12, 3, 9, 0},  {true, 10, 5, 8, 3},  {true, 8, 0, 8, 0},
+                        {false, 8, 4, 12, 0}, {false, 9, 5, 12, 2}, {false, 12, 2, 12, 2}};
+  const TimeSlot usable = slot(8, 12), closed = slot(8, 12, 1, false);
   for (const auto& [backwards, from, length, time, rest] : cases) {
     time_duration work = hours(length);
     EXPECT_EQ(at(time),
               backwards ? usable.getBeginTime(at(from), work) : usable.getEndTime(at(from), work));
     EXPECT_EQ(hours(rest), work);
   }
-  time_duration work = hours(5);
-  EXPECT_EQ(at(8), usable.getBeginTime(work));
-  EXPECT_EQ(at(9), usable.getEndTime(work));
-  work = time_duration(boost::date_time::max_date_time);
+  time_duration work(boost::date_time::max_date_time);
   EXPECT_EQ(at(12), usable.getEndTime(work));
   EXPECT_EQ(at(8), usable.getBeginTime(work));
   work = hours(5);
-  EXPECT_EQ(at(8), slot(8, 12, 1, false).getBeginTime(at(20), work));
-  EXPECT_EQ(at(12), slot(8, 12, 1, false).getEndTime(at(20), work));
+  EXPECT_EQ(at(8), closed.getBeginTime(at(20), work));
+  EXPECT_EQ(at(12), closed.getEndTime(at(20), work));
   EXPECT_EQ(hours(5), work);
   for (const ptime& outside : {at(7), at(13)}) {
     expectAbort("'end_time >= begin_time_ && end_time <= end_time_' is false",
@@ -177,28 +172,28 @@ TEST(SchedulingTimeSlotTest, TagsTravelFromJsonOnlyAndUnknownOnesAreLogged) {
 }
 
 TEST(TimeSlotWithEfficiencyTest, WorkAndClockTimeAreConvertedInWholeMilliseconds) {
-  TimeSlotWithEfficiency slow = slotAt(0.8);
-  EXPECT_EQ(minutes(96), slow.getDurWithEfficiency());
-  time_duration work = minutes(48);
-  EXPECT_EQ(at(9), slow.getEndTimeWithEfficiency(at(8), work));
-  EXPECT_EQ(hours(0), work);
-  work = hours(2);
-  EXPECT_EQ(at(10), slow.getEndTimeWithEfficiency(work));
-  EXPECT_EQ(minutes(24), work);
-  work = hours(2);
-  EXPECT_EQ(at(8), slow.getBeginTimeWithEfficiency(work));
-  EXPECT_EQ(minutes(24), work);
-  work = minutes(48) + microseconds(900);
-  EXPECT_EQ(at(9), slow.getBeginTimeWithEfficiency(work));
-  const auto inSlow = [&](int milliseconds) {
-    const auto length = boost::posix_time::milliseconds(milliseconds);
-    return slow.newFromThis(at(8), at(8) + length, 1).getDurWithEfficiency().total_milliseconds();
+  const time_duration part = microseconds(900);
+  struct Case {
+    double efficiency;
+    time_duration work;
+    ptime end, begin;
+    time_duration rest{};
   };
-  EXPECT_EQ(1597, inSlow(1997));  // of 1597.6
-  work = minutes(60) + microseconds(900);
-  EXPECT_EQ(at(9) + microseconds(900), slotAt(1).getEndTimeWithEfficiency(at(8), work));
-  work = minutes(60) + microseconds(900);
-  EXPECT_EQ(at(9) - microseconds(900), slotAt(1).getBeginTimeWithEfficiency(at(10), work));
+  const Case cases[] = {
+      {0.8, minutes(48), at(9), at(9)},
+      {0.8, hours(2), at(10), at(8), minutes(24)},
+      {0.8, minutes(48) + part, at(9), at(9)},
+      {1, minutes(60) + part, at(9) + part, at(9) - part},
+      {0.8, milliseconds(1598), at(8) + milliseconds(1997), at(10) - milliseconds(1997)}};
+  for (const auto& [efficiency, work, end, begin, rest] : cases) {
+    time_duration forwards = work, backwards = work;
+    EXPECT_EQ(end, slotAt(efficiency).getEndTimeWithEfficiency(forwards));
+    EXPECT_EQ(begin, slotAt(efficiency).getBeginTimeWithEfficiency(backwards));
+    EXPECT_EQ(rest, forwards);
+    EXPECT_EQ(rest, backwards);
+  }
+  TimeSlotWithEfficiency slow = slotAt(0.8).newFromThis(at(8), at(8) + milliseconds(1997), 1);
+  EXPECT_EQ(milliseconds(1597), slow.getDurWithEfficiency()) << "of 1597.6";
   slow.setLocked(true);
   EXPECT_EQ(hours(0), slow.getDurWithEfficiency());
 }
@@ -220,8 +215,6 @@ TEST(TimeSlotWithEfficiencyTest, PiecesAndMergingMindTheEfficiency) {
   slot.setTag(TimeSlot::Tag::Frozen, true);
   EXPECT_TRUE(slot.merge(slot.newFromThis(at(10), at(12), 2)));
   EXPECT_EQ(hours(4), slot.getDur());
-  slot.setLocked(true);
-  EXPECT_FALSE(slot.newFromThis(at(8), at(9), 1).isLocked());
   EXPECT_FALSE(slot.isSameWithoutTime(slot.newFromThis(at(8), at(9), 1, false)));
   const auto piece = slot.newFromThis(at(8), at(9), 1, false, hours(3), 1.25);
   EXPECT_EQ(

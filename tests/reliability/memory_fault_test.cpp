@@ -1,0 +1,130 @@
+// Memory that runs out: each call does all that it is to do, or nothing.
+#include <boost/filesystem/operations.hpp>
+#include <new>
+#include <stdexcept>
+
+#include "libvarrow/module/ModuleData.h"
+#include "libvarrow/statistics/TimedStatDumper.h"
+#include "libvarrow/time/TimeBlock.h"
+#include "libvarrow/utility/RegistersManager.h"
+#include "reliability/failing_new.h"
+#include "support/support.h"
+
+namespace {
+
+using namespace libvarrow;
+using namespace test_support;
+
+class MemoryFaultTest : public InTemporaryDirectory {
+ protected:
+  // `state` tells what there is, which `restore` makes as it was before.
+  static void expectAllOrNothing(const char* what, const std::function<void()>& attempt,
+                                 const std::function<std::string()>& state,
+                                 const std::function<void()>& restore) {
+    restore();
+    const std::string before = state();
+    attempt();
+    const std::string after = state();
+    restore();
+    const auto failures = failEachAllocation(attempt, [&](bool isDone) {
+      EXPECT_EQ(isDone ? after : before, state()) << what;
+      restore();
+    });
+    EXPECT_GT(failures, 0U) << what;
+  }
+};
+
+struct Orders : ModuleData {
+  Json::Value getBaiscInfoJson() override {
+    Json::Value info;
+    for (int i = 0; i < 30; ++i)
+      info["order"].append("a text too long to stand in the string itself");
+    return info;
+  }
+};
+
+TEST_F(MemoryFaultTest, TextFilesAndRegistriesAreMadeWholeOrNotAtAll) {
+  Orders orders;
+  const Json::Value info = orders.getBaiscInfoJson();
+  StatisticsContainer statistics("run");
+  statistics.getJsonStatistics("orders", info);
+  std::string text;
+  const auto textItself = [&] { return text; };
+  const auto noText = [&] { text = "old"; };
+  expectAllOrNothing(
+      "text", [&] { text = Json2Str(info); }, textItself, noText);
+  expectAllOrNothing(
+      "info", [&] { text = orders.getBaiscInfo(nullptr); }, textItself, noText);
+  expectAllOrNothing(
+      "a timed dump",
+      [&] {
+        { const TimedStatDumper dumper(&statistics, "stat.json"); }
+        if (boost::filesystem::file_size("stat.json") == 3) throw std::bad_alloc();  // still old
+      },
+      [] { return readFile("stat.json"); }, [] { writeFile("stat.json", "old"); });
+  const std::string name(100, 'r');
+  expectAllOrNothing(
+      "a registry", [&] { RegistersManager::createRegister(name); },
+      [&] { return RegistersManager::getRegister(name) != nullptr ? "made" : "none"; },
+      [&] {
+        RegistersManager::unregisterAllOf(boost::make_shared<cppbind::LoadedCode>());
+        EXPECT_FALSE(RegistersManager::unregister(name, "None"));
+      });
+}
+
+boost::posix_time::ptime at(int hour) {
+  return {boost::gregorian::date(2024, 3, 1), boost::posix_time::hours(hour)};
+}
+
+TimeBlock blockOf(std::initializer_list<std::pair<int, int>> hours) {
+  std::vector<TimeSlot> slots;
+  for (const auto& [begin, end] : hours) {
+    slots.emplace_back();
+    slots.back().time_begin = at(begin);
+    slots.back().time_end = at(end);
+  }
+  return TimeBlock(std::move(slots));
+}
+
+TEST_F(MemoryFaultTest, AChangeOfABlockIsMadeWholeOrNotAtAll) {
+  const TimeBlock day = blockOf({{8, 20}});
+  const TimeBlock week = blockOf({{8, 20}, {30, 40}, {50, 60}});
+  const TimeBlock unordered = blockOf({{30, 40}, {8, 20}, {50, 35}});
+  const TimeBlock two = blockOf({{1, 2}, {25, 26}});
+  const TimeBlock cuts = blockOf({{10, 11}, {12, 13}, {14, 15}});
+  const TimeBlock overlapping = blockOf({{33, 36}, {10, 12}, {11, 13}, {52, 53}, {54, 55}});
+  const TimeBlock reversed = blockOf({{1, 2}, {25, 26}, {7, 6}});
+  const auto addReversed = [&](TimeBlock& b) {
+    try {
+      b.addTimeBlocks(reversed);
+    } catch (const std::runtime_error&) {
+    }
+  };
+  struct Case {
+    const char* what;
+    const TimeBlock& before;
+    std::function<void(TimeBlock&)> change;
+  };
+  const Case cases[] = {
+      {"add", week, [](TimeBlock& b) { b.addTimeBlock(at(22), at(23)); }},
+      {"append", week, [](TimeBlock& b) { b.addTimeBlock(at(70), at(71)); }},
+      {"add few", day, [&](TimeBlock& b) { b.addTimeBlocks(two); }},
+      {"add with a reversed one", week, addReversed},
+      {"add to unordered", unordered, [&](TimeBlock& b) { b.addTimeBlocks(two); }},
+      {"add many", week, [&](TimeBlock& b) { b.addTimeBlocks(overlapping); }},
+      {"cut", week, [](TimeBlock& b) { b.removeTimeBlock(at(10), at(11)); }},
+      {"cut unordered", unordered, [](TimeBlock& b) { b.removeTimeBlock(at(10), at(11)); }},
+      {"cut few", day, [&](TimeBlock& b) { b.removeTimeBlock(cuts); }},
+      {"cut few of unordered", unordered, [&](TimeBlock& b) { b.removeTimeBlock(cuts); }},
+      {"cut many", week, [&](TimeBlock& b) { b.removeTimeBlock(overlapping); }},
+      {"cut many of unordered", unordered, [&](TimeBlock& b) { b.removeTimeBlock(overlapping); }},
+      {"assign", two, [&](TimeBlock& b) { b = week; }}};
+  for (const Case& c : cases) {
+    TimeBlock block;
+    expectAllOrNothing(
+        c.what, [&] { c.change(block); }, [&] { return block.dumpAsString(); },
+        [&] { block = TimeBlock(c.before); });  // a copy has no room to spare
+  }
+}
+
+}  // namespace
