@@ -187,16 +187,14 @@ TEST_F(BinderTest, ManyFieldsAndAFieldBoundTwiceDoNotHideAnUnknownKey) {
   struct Wide {
     std::array<int, 40> fields{};
     void setBind(Binder* binder, bool) {
-      for (std::size_t i = 0; i < fields.size(); ++i) {
-        binder->bind("key" + std::to_string(i), fields[i], 0);
-      }
+      int i = 0;
+      for (int& field : fields) binder->bind("key" + std::to_string(i++), field, 0);
       binder->bind("key0", fields[0]);
     }
-  };
+  } wide;
   Json::Value value;
   for (int i = 0; i < 39; ++i) value["key" + std::to_string(i)] = i;
   value["other"] = 1;
-  Wide wide;
   EXPECT_EQ("unknown json key:[other]", errorOf([&] { binder.decode(value, wide); }));
   EXPECT_EQ(38, wide.fields[38]);
 }
@@ -207,8 +205,7 @@ TEST_F(BinderTest, ListsOfRegisteredObjectsTakeADefaultAndARegistryOfTheirOwn) {
     Json::Value fallback = json(R"([{"Special": {}}])");
     ClassRegister own;
     void setBind(Binder* binder, bool) { binder->bind("steps", steps, &fallback, &own); }
-  };
-  Owner owner;
+  } owner;
   owner.own.regClass<Step>("Special");
   reg.regClass<Wait>("Special");  // not asked: the list has its own
   binder.decode(Json::Value(), owner);

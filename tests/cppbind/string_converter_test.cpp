@@ -42,7 +42,8 @@ std::string writtenByFacets(const T& value) {
   return stream.str();
 }
 
-TEST(StringConverterTest, ReadingGivesWhatTheFacetsGive) {
+TEST(StringConverterTest, ReadingGivesWhatTheFacetsGiveUnderAnyLocale) {
+  const CommaLocale comma;
   std::vector<std::string> texts = {"", "not-a-date-time", "+infinity", "9999-12-31 23:59:59"};
   for (const std::string day :
        {"2024-02-29", "2023-02-29", "2024-2-8", " 2024-02-28", "2024/02/28", "1399-12-31",
@@ -68,30 +69,22 @@ TEST(StringConverterTest, ReadingGivesWhatTheFacetsGive) {
   }
 }
 
-TEST(StringConverterTest, WritingGivesWhatTheFacetsGive) {
-  std::vector<ptime> times = {
-      ptime(boost::date_time::not_a_date_time), ptime(boost::date_time::pos_infin),
-      ptime(boost::date_time::neg_infin), ptime(boost::date_time::min_date_time),
-      ptime(boost::date_time::max_date_time)};
+TEST(StringConverterTest, WritingGivesWhatTheFacetsGiveUnderAnyLocale) {
+  namespace special_time = boost::date_time;
+  const CommaLocale comma;
+  const special_time::special_values special[] = {
+      special_time::not_a_date_time, special_time::pos_infin, special_time::neg_infin,
+      special_time::min_date_time, special_time::max_date_time};
   std::mt19937_64 random(11);
-  for (int i = 0; i < 500; ++i) {
-    times.emplace_back(date(1400, 1, 1) + boost::gregorian::days(random() % 3000000),
-                       microseconds(random() % 86400000000));
-  }
-  for (const ptime& time : times) {
+  for (std::size_t i = 0; i < 500; ++i) {
+    const date day = date(1400, 1, 1) + boost::gregorian::days(random() % 3000000);
+    const ptime time = i < 5 ? ptime(special[i]) : ptime(day, microseconds(random() % 86400000000));
     EXPECT_EQ(writtenByFacets(time), BoostPTimeText::toString(time));
     EXPECT_EQ(to_iso_extended_string(time.date()), BoostGDateText::toString(time.date()));
     const time_duration length =
         microseconds(static_cast<long>(random() % 700000000000) - 350000000000);
     EXPECT_EQ(writtenByFacets(length), BoostTimeDurationText::toString(length));
   }
-}
-
-TEST(StringConverterTest, TimesAreTheSameUnderEveryGlobalLocale) {
-  const CommaLocale comma;
-  const ptime time = BoostPTimeText::fromString("2024/03/05 07:08:09");
-  EXPECT_EQ("2024-03-05 07:08:09", BoostPTimeText::toString(time));
-  EXPECT_EQ("not-a-date-time", BoostGDateText::toString(date()));
 }
 
 TEST(StringConverterTest, TextThatDoesNotParseAndValuesOfOtherTypesAreRefused) {

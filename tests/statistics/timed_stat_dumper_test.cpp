@@ -1,11 +1,15 @@
 // Statistics files, on demand and on a timer.
 #include "libvarrow/statistics/TimedStatDumper.h"
 
+#include <sys/resource.h>
+#include <unistd.h>
+
 #include <boost/filesystem/operations.hpp>
 #include <cstdlib>
 #include <memory>
 #include <vector>
 
+#include "libvarrow/backtrace/BackTrace.h"
 #include "libvarrow/log/log.h"
 #include "support/support.h"
 
@@ -52,6 +56,7 @@ TEST_F(StatisticsFileTest, WithoutTheVariableADumperReplacesItsFirstTargetOnceAt
     EXPECT_EQ(30000, dumper.getPeriodicInterval());
     statistics.getCountStatistics("rows", 1);
     EXPECT_EQ("old", readFile("live/stat.json"));
+    fs::remove_all("live");  // it is made again
     fs::current_path("elsewhere");
   }
   fs::current_path("../live");
@@ -70,6 +75,38 @@ TEST_F(StatisticsFileTest, ADumperWritesBesideItsTargetFirst) {
   EXPECT_EXIT(TimedStatDumper(&statistics, "stat.json"), aborted, "/stat\\.json\\.writing\n");
   writeFile("full/inner", "");
   EXPECT_EXIT(TimedStatDumper(&statistics, "full"), aborted, "filesystem_error");
+}
+
+TEST_F(StatisticsFileTest, WhatCannotBeWrittenWholeLeavesTheLastWholeFileAndSaysSo) {
+  const auto child = runInChild([&] {
+    init_error_handler(false);  // or the first write beyond the limit ends the process
+    const rlimit limit{20000, 20000};
+    ::setrlimit(RLIMIT_FSIZE, &limit);
+    { const TimedStatDumper dumper(&statistics, "stat.json"); }
+    statistics.getJsonStatistics("big", Json::Value(std::string(100000, 'x')));
+    { const TimedStatDumper dumper(&statistics, "stat.json"); }
+    // The plain writer says nothing, and names what it wrote.
+    EXPECT_EQ(fs::absolute("other").string(), statistics.dumpToFile("other"));
+    ::_exit(HasFailure() ? 1 : 0);
+  });
+  EXPECT_EQ(0, child.exitCode) << child.output << child.errors;
+  EXPECT_TRUE(contains(child.errors, "/stat.json.writing could not be written whole, "));
+  EXPECT_EQ("{\n \"run\" : []\n}\n", readFile("stat.json"));
+  EXPECT_FALSE(fs::exists("stat.json.writing"));
+  EXPECT_EQ(20000u, fs::file_size("other"));
+}
+
+TEST_F(StatisticsFileTest, WhereNoFileCanBeMadeTheProcessEndsAndSaysWhere) {
+  writeFile("file", "");
+  fs::create_directory("disk");
+  fs::permissions("disk", fs::perms::owner_read | fs::perms::owner_exe);
+  fs::permissions(".", fs::perms::all_all);
+  for (const char* target : {"disk/stat.json", "disk/inner/stat.json", "file/stat.json"}) {
+    expectAbort(" real_file:" + fs::absolute(target).string() + ".writing\n", [&] {
+      if (::geteuid() == 0 && ::setuid(65534) != 0) return;  // root may write anywhere
+      const TimedStatDumper dumper(&statistics, target);
+    });
+  }
 }
 
 TEST_F(StatisticsFileTest, AFullLengthTargetIsReplacedThoughItsTemporaryNameIsCut) {
