@@ -153,11 +153,20 @@ void work() {
   while (std::chrono::steady_clock::now() < end) continue;
 }
 
+void (*installedBefore)(int) = nullptr;
+
+// A host's handler that says a word of its own and goes on to the one that it found.
+void faultUnderAnotherHandler() {
+  installedBefore = std::signal(SIGSEGV, [](int sig) { installedBefore(sig); });
+  fault();
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
   const std::map<std::string, std::function<void()>> crashes = {
       {"segfault", fault},
+      {"chained", faultUnderAnotherHandler},
       {"no-code", [] { callNoCode(0x10); }},
       {"data-for-code", [] { callNoCode(reinterpret_cast<std::uintptr_t>(&zero)); }},
       {"lost-stack", loseTheStack},

@@ -55,7 +55,15 @@ class Secret : public Step {
 struct Misspelt : Wait {
   void setbind(Binder* binder, bool);
 };
-static_assert(hasUselessSetBind<OtherParameters> && hasUselessSetBind<Secret>);
+struct Closed final : Wait {
+  void setBind(int);
+};
+struct OwnBesideAnother : Wait {
+  void setBind(Binder* binder, bool);
+  void SetBind(void*, int);
+};
+static_assert(hasUselessSetBind<OtherParameters> && hasUselessSetBind<Secret> &&
+              hasUselessSetBind<Closed> && !hasMisspeltSetBind<OwnBesideAnother>);
 static_assert(hasMisspeltSetBind<Misspelt> && !hasMisspeltSetBind<Wait>);
 static_assert(!hasUselessSetBind<Step> && !hasUselessSetBind<Wait> && !hasUselessRecord<Step>);
 

@@ -25,4 +25,12 @@ if grep -oE '[^ ]*/(log4cplus|boost/locale|omp\.h)[^ ]*' ../all.d; then
   echo "what the library is built with, not what it offers" >&2
   exit 1
 fi
+# A class whose fields would be lost is refused, with words.
+refused='#include <libvarrow/libvarrow.h>
+struct Forgetful : libvarrow::ChainedModule {};
+void add(cppbind::ClassRegister& classes) { classes.regClass<Forgetful>("Forgetful"); }'
+if $COMPILE - <<<"$refused" 2>../refused.txt || ! grep -q "needs a public constructor" ../refused.txt; then
+  echo "a module without the constructor of its record compiles" >&2
+  exit 1
+fi
 echo "$(wc -l <<<"$headers") headers"

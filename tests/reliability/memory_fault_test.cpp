@@ -1,8 +1,11 @@
 // Memory that runs out: each call does all that it is to do, or nothing.
 #include <boost/filesystem/operations.hpp>
+#include <cstdlib>
 #include <new>
 #include <stdexcept>
 
+#include "cppbind/Assert.h"
+#include "libvarrow/backtrace/Check.h"
 #include "libvarrow/module/ModuleData.h"
 #include "libvarrow/statistics/TimedStatDumper.h"
 #include "libvarrow/time/TimeBlock.h"
@@ -42,6 +45,14 @@ struct Orders : ModuleData {
     return info;
   }
 };
+
+TEST_F(MemoryFaultTest, AFailedCheckIsReportedAndEndsTheProcess) {
+  const auto survived = [](bool) { std::quick_exit(0); };
+  expectAbort("Assertion `2 < 1' failed",
+              [&] { failEachAllocation([] { CPPBIND_ASSERT(2 < 1); }, survived); });
+  expectAbort("Expression '2 < 1' is false",
+              [&] { failEachAllocation([] { LIBVARROW_CHECK(2 < 1); }, survived); });
+}
 
 TEST_F(MemoryFaultTest, TextFilesAndRegistriesAreMadeWholeOrNotAtAll) {
   Orders orders;

@@ -80,11 +80,14 @@ TEST(TimeBlockTest, ABlockThatWasOutOfOrderIsSearchedAsFastAsAnother) {
   TimeBlock another;
   const auto limit = 30 * (cost(another) + 1);
   TimeBlock movedFrom = blockOf({slot(8, 10), slot(9, 12), slot(17, 18)});
-  TimeBlock grownOver = movedFrom, mended = movedFrom;
+  TimeBlock grownOver = movedFrom, mended = movedFrom, cut = movedFrom;
   const TimeBlock taken = std::move(movedFrom);
   grownOver.addTimeBlock(at(0), at(19));
   mended.addTimeBlocks(blockOf({slot(8, 12), slot(8, 9), slot(4, 5), slot(1, 2)}));
-  for (TimeBlock* block : {&movedFrom, &grownOver, &mended}) EXPECT_LT(cost(*block), limit);
+  cut.removeTimeBlock(at(9), at(10));
+  for (TimeBlock* block : {&movedFrom, &grownOver, &mended, &cut}) {
+    EXPECT_LT(cost(*block), limit);
+  }
   EXPECT_EQ("8-10 9-12 17-18", text(taken));
 }
 
@@ -113,6 +116,7 @@ TEST(TimeBlockTest, ManyChangesInNoOrderCostNoMoreForASingleOddSlot) {
 
 TEST(TimeBlockTest, AReversedIntervalThrowsBothTimesAndTheCallStack) {
   TimeBlock block(at(8), at(12));
+  const int line = __LINE__ + 2;
   try {
     block.addTimeBlock(at(14), at(12));
     FAIL();
@@ -120,6 +124,8 @@ TEST(TimeBlockTest, AReversedIntervalThrowsBothTimesAndTheCallStack) {
     EXPECT_STREQ("2024-03-01 14:00:002024-03-01 12:00:00", error.what());
     EXPECT_NE(std::string::npos, callStackOf(error).find("libvarrow::TimeBlock::addTimeBlock"));
     EXPECT_EQ(std::string::npos, callStackOf(error).find("throwTraced"));
+    EXPECT_NE(std::string::npos,
+              callStackOf(error).find("time_block_test.cpp:" + std::to_string(line)));
   }
   EXPECT_EQ("", callStackOf(std::runtime_error("another")));
   EXPECT_EQ("8-12", text(block));

@@ -79,9 +79,15 @@ TEST_F(RuleLoaderTest, LevelsAreInheritedAndLogged) {
       log.substr(log.find("rule_name")));
 }
 
+struct Throwing : libvarrow::Rule {
+  Throwing() { throw std::runtime_error("out of order"); }
+};
+
 TEST_F(RuleLoaderTest, RulesMadeBeforeAFailureAreFreed) {
+  reg.regClass<Throwing>("Throwing");
   const std::pair<const char*, const char*> faults[] = {
       {R"([{"AtMost": {"limit": 1}}, {"AtMost": {}}])", "[1].AtMost.limit: not found"},
+      {R"([{"AtMost": {"limit": 1}}, {"Throwing": {}}])", "[1].Throwing: out of order"},
       {R"({"AtMost": {"limit": 1}, "rule_list": [{}, {"rule_list": [{"Unknown": {}}]}]})",
        "rule_list[1].rule_list[0]: Unknown miss register"}};
   for (const auto& [text, error] : faults) {
