@@ -9,7 +9,7 @@
 namespace libvarrow {
 
 boost::scoped_ptr<RunTimeEnv> RunTimeEnv::_instance;
-boost::mutex RunTimeEnv::_instanceMutex;  // NOLINT(cert-err58-cpp): nothing is up before it
+boost::mutex RunTimeEnv::_instanceMutex;  // NOLINT(cert-err58-cpp): nothing runs before it
 std::atomic<RunTimeEnv*> RunTimeEnv::published_{nullptr};
 
 RunTimeEnv& RunTimeEnv::instance() {
@@ -32,7 +32,7 @@ const boost::filesystem::path& RunTimeEnv::runPath() const {
 
 const boost::filesystem::path& RunTimeEnv::confPath() const {
   const boost::shared_lock_guard<boost::shared_mutex> lock(mutex_);
-  // Configuration lies where the process was started.
+  // Configuration files are in the directory in which the process was started.
   return runPath_;
 }
 

@@ -11,7 +11,7 @@ namespace libvarrow {
 
 unsigned int openMPThreadCount(int processors) {
   constexpr int kManyProcessors = 100;
-  // Something is left for the rest of the machine; on the largest ones memory is the limit.
+  // Leaves processors to the rest of the machine; on the largest machines, memory is the limit.
   const double factor = processors > kManyProcessors ? 0.5 : 0.9;
   return static_cast<unsigned int>(std::ceil(processors * factor));
 }

@@ -1,4 +1,4 @@
-// Where the process started.
+// The directory in which the process started.
 #pragma once
 
 #include <atomic>
@@ -11,21 +11,21 @@
 
 namespace libvarrow {
 
-/// The process-wide environment. The first call of instance() fixes the paths, so make it before
-/// anything changes the current directory, as modules may do for their dumps. Thread safe.
-/// Throws boost::filesystem::filesystem_error when there is no current directory any more.
+/// The process-wide environment. The first call of instance() fixes the paths, so call it before
+/// anything changes the current directory, as modules may do for their dumps. Thread-safe.
 class LIBVARROW_API RunTimeEnv {
  public:
-  /// The environment, made by the first call; there until the process ends.
+  /// Returns the environment, which the first call creates and which lives until the process ends.
+  /// Throws boost::filesystem::filesystem_error when the current directory no longer exists.
   static RunTimeEnv& instance();
 
   virtual ~RunTimeEnv();
   RunTimeEnv(const RunTimeEnv&) = delete;
   RunTimeEnv& operator=(const RunTimeEnv&) = delete;
 
-  /// The directory that was current when the instance was made.
+  /// Returns the directory that was current when the instance was created.
   const boost::filesystem::path& runPath() const;
-  /// Where configuration files are looked for: the run path.
+  /// Returns the directory of the configuration files: the run path.
   const boost::filesystem::path& confPath() const;
 
  protected:
@@ -38,7 +38,7 @@ class LIBVARROW_API RunTimeEnv {
 
   static boost::scoped_ptr<RunTimeEnv> _instance;
   static boost::mutex _instanceMutex;
-  // What readers look at, without the lock: the pointer above may be being set.
+  // Read without the lock, because another thread may be setting the pointer above.
   static std::atomic<RunTimeEnv*> published_;
 };
 
