@@ -21,7 +21,7 @@
 
 namespace {
 
-// From here on messages are worth standard error when nobody configured a log.
+// Messages from this level upward go to standard error while no log is configured.
 constexpr auto kStandardErrorLevel = libvarrow::logging::Level::Warn;
 constexpr const char* kPattern = "%i %D{%Y-%m-%d %H:%M:%S}  %-5p - %m [%b:%L]%n";
 
@@ -30,7 +30,7 @@ std::vector<boost::function<void()>>& handlers() {
   return *list;
 }
 
-// A directory opens on some systems, but cannot be read.
+// On some systems a directory can be opened but not read.
 bool canRead(std::istream& file) {
   file.peek();
   return file.good() || file.eof();
@@ -95,7 +95,7 @@ std::string formatted(const char* format, std::va_list arguments) {
 }  // namespace
 
 void InitRootLogger(std::string confFile) {
-  // Opened once and not again by its name: a pipe can be read only once.
+  // Opened once, not again by its name, because a pipe can be read only once.
   std::ifstream file(confFile);
   if (canRead(file)) {
     log4cplus::PropertyConfigurator(file).configure();
@@ -104,7 +104,7 @@ void InitRootLogger(std::string confFile) {
     configureDefault();
     LIBVARROW_LOG_WARN("No log.conf, this is default log conf by hard code!");
   }
-  // A copy: a handler may register others, for the next call.
+  // A copy, because a handler may register others, which the next call runs.
   const std::vector<boost::function<void()>> registered = handlers();
   for (const boost::function<void()>& handler : registered) handler();
 }
@@ -113,7 +113,7 @@ void registerLogInitedHandler(const boost::function<void()>& handler) {
   handlers().push_back(handler);
 }
 
-// Removal is not offered: what a handler set up once is set up again by every later call.
+// Handlers cannot be removed: every later InitRootLogger must repeat their set-up.
 void unRegisterLogInitedHandler(const boost::function<void()>&) {}
 
 namespace libvarrow::logging {

@@ -1,11 +1,11 @@
-// The log as it is before anybody configures it.
+// The log before it is configured.
 #pragma once
 
 #include "libvarrow/log/log.h"
 
 namespace libvarrow::logging {
 
-/// Whether messages of `level` go to standard error, as the root logger has no appender.
+/// Returns whether messages of `level` go to standard error for lack of an appender.
 bool goesToStandardError(Level level);
 
 /// Logs the warning "SUBJECT TEXT: out of memory" from where no exception may leave. Writes it to
