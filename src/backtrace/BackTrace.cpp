@@ -26,7 +26,8 @@ constexpr const char* kDumpDirectory = "coredump";
 std::atomic<bool> initialised{false};
 std::atomic<bool> dumpFileWanted{false};
 
-// Nothing may be thrown into what was interrupted, and what fails must not cost the next step.
+// Runs `step` and reports its exceptions: the interrupted code must not get them, and the next step
+// must still run.
 template <typename Step>
 void attempt(const Step& step) {
   try {
@@ -52,7 +53,7 @@ std::string dumpFileName() {
   return name;
 }
 
-// Not inlined, so that both count the frames from here.
+// Not inlined, so that readStack and safe_dump_to both count the frames from here.
 BOOST_NOINLINE void dumpStack(const std::string& fileName) {
   crash::Stack stack;
   crash::readStack(stack);
@@ -67,14 +68,14 @@ void writeDumpFile() {
   dumpStack(dumpFileName());
 }
 
-// The frames of whoever was interrupted.
+// Returns the frames of the interrupted code.
 boost::stacktrace::stacktrace withoutHandler(const crash::Stack& stack) {
   const auto frames = stack.frames.cbegin() + crash::kHandlerFrames;
   const auto bytes = static_cast<std::size_t>(stack.frames.cend() - frames) * sizeof(void*);
   return boost::stacktrace::stacktrace::from_dump(&*frames, bytes);
 }
 
-// Not inlined into sig_handler(), so that the handler has the same frames on every way here.
+// Not inlined into sig_handler(), so that the handler has the same number of frames on every path.
 [[noreturn]] BOOST_NOINLINE void reportCrash(int sig, const void* place) {
   crash::startWatchdog();
   crash::Stack stack;

@@ -9,7 +9,7 @@ namespace libvarrow {
 
 BackTraceException::BackTraceException() {
   initTrack();
-  // Raising one is a failed check on purpose: whoever would catch it could not go on.
+  // Deliberately a failed check: code that caught the exception could not continue.
   LIBVARROW_CHECK(false);
   std::abort();
 }

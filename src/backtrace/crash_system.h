@@ -1,5 +1,5 @@
-// What the crash handler asks of the system. Except for installSignalHandler, all of it may be
-// called in any state of a process that is about to end: it neither allocates nor locks.
+// The system functions of the crash handler. All of them except installSignalHandler may be called
+// in any state of a process that is about to end: they neither allocate nor lock.
 #pragma once
 
 #include <array>
@@ -7,29 +7,30 @@
 
 namespace libvarrow::crash {
 
-/// The frames of a crash that are the handler's own: what installSignalHandler was given, the
-/// function that the system calls, and the frame through which the system calls it.
+/// The number of a crash's frames that belong to the handler: the function given to
+/// installSignalHandler, the function that the system calls, and the frame through which the system
+/// calls it.
 constexpr std::size_t kHandlerFrames = 3;
-/// At most so many frames are reported.
+/// The largest number of frames that are reported.
 constexpr std::size_t kMaxFrames = 128;
 
-/// A call stack as addresses, the innermost first.
+/// A call stack as addresses, the innermost frame first.
 struct Stack {
-  std::array<void*, kHandlerFrames + kMaxFrames + 1> frames{};  ///< ends by a null address
+  std::array<void*, kHandlerFrames + kMaxFrames + 1> frames{};  ///< ends with a null address
   std::size_t count = 0;
-  bool isWhole = true;  ///< false: the memory behind the last frame cannot be read
+  bool isWhole = true;  ///< false: the memory after the last frame cannot be read
 };
 
-/// Has `report` called for SIGSEGV and SIGABRT, on the thread's crash stack where it has one. It
-/// gets the signal and the interrupted place, and does not return. A call of what is not code is
-/// taken back, so that the call stack goes on from the caller.
+/// Installs `report` for SIGSEGV and SIGABRT; it runs on the thread's crash stack if there is one.
+/// It gets the signal and the interrupted place, and does not return. A call of an address without
+/// code is undone, so that the call stack continues from the caller.
 void installSignalHandler(void (*report)(int sig, const void* place));
 
-/// Ends the process by SIGABRT when the calling thread does nothing for some seconds, or is still
-/// at work after a minute. The first call in a process counts.
+/// Starts a watchdog that ends the process by SIGABRT when the calling thread does nothing for some
+/// seconds or still works after a minute. Later calls in a process do nothing.
 void startWatchdog();
 
-/// Fills `stack`, which begins with the caller. A broken stack ends where it cannot be read.
+/// Fills `stack`, beginning with the caller. A broken stack ends where it cannot be read.
 void readStack(Stack& stack);
 
 /// Writes `stack` without the handler's frames to standard error.
@@ -41,7 +42,7 @@ void printRegisters(const void* place);
 /// Writes `text` to standard error.
 void say(const char* text);
 
-/// The number under which debuggers know the calling thread.
+/// Returns the number by which debuggers identify the calling thread.
 long threadNumber();
 
 /// Sleeps for a moment.

@@ -24,7 +24,8 @@ namespace {
 constexpr std::int64_t kSecondNs = 1'000'000'000;
 constexpr std::int64_t kLongestIdleNs = 4 * kSecondNs;
 constexpr std::int64_t kLongestNs = 60 * kSecondNs;
-// More than a handler that waits uses in a second, less than one that works on a busy machine.
+// More processor time than a waiting handler uses in a second, less than a working one on a busy
+// machine.
 constexpr std::int64_t kWorkNs = 5'000'000;
 constexpr std::size_t kStackBytes = 256UL * 1024;  // naming frames reads debug information
 
@@ -47,11 +48,11 @@ bool isMainThread() {
   return ::syscall(SYS_gettid) == ::getpid();
 }
 
-/// The alternate signal stack of one thread, while that lives.
+/// RAII guard: an alternate signal stack for its thread.
 class CrashStack {
  public:
   CrashStack() {
-    // A larger one is somebody's choice.
+    // A stack that is already large enough is the host's choice.
     if (::sigaltstack(nullptr, &before_) != 0) return;
     if ((before_.ss_flags & SS_DISABLE) == 0 && before_.ss_size >= kStackBytes) return;
     void* memory =
@@ -67,7 +68,7 @@ class CrashStack {
     }
   }
   ~CrashStack() {
-    if (memory_ == nullptr || isMainThread()) return;  // whose static objects go after this
+    if (memory_ == nullptr || isMainThread()) return;  // its static objects are destroyed later
     if (::sigaltstack(&before_, nullptr) != 0) return;
     ::munmap(memory_, kStackBytes);
   }
@@ -91,7 +92,7 @@ void handle(int sig, void (*handler)(int)) {
   ::sigaction(sig, &action, nullptr);
 }
 
-// Whether the thread that handles the crash has done anything since the last call.
+// Returns whether the thread that handles the crash has worked since the last call.
 bool handlerWorked() {
   const std::int64_t work = nanoseconds(handlersClock);
   return work - handlersWorkNs.exchange(work) >= kWorkNs;
@@ -99,7 +100,7 @@ bool handlerWorked() {
 
 void checkHandler(int) {
   const std::int64_t now = nanoseconds(CLOCK_MONOTONIC);
-  if (now >= nextCheckNs) {  // else an alarm of the host's
+  if (now >= nextCheckNs) {  // else the alarm is the host's
     nextCheckNs = now + kSecondNs;
     if (handlerWorked()) idleSinceNs = now;
   }
@@ -153,8 +154,8 @@ void installSignalHandler(void (*report)(int sig, const void* place)) {
   reportCrash = report;
   handleCrash(SIGSEGV);
   handleCrash(SIGABRT);
-  // A file that meets the limit on sizes is an error while writing, not the end of the process. Not
-  // ignored, which programs that the host executes would inherit.
+  // A write beyond the file size limit fails instead of ending the process. The signal is not
+  // ignored, because programs that the host executes would inherit that.
   struct sigaction before {};
   if (::sigaction(SIGXFSZ, nullptr, &before) == 0 && before.sa_handler == SIG_DFL) {
     handle(SIGXFSZ, [](int) {});
@@ -177,7 +178,7 @@ void startWatchdog() {
 }
 
 void say(const char* text) {
-  if (::write(STDERR_FILENO, text, std::strlen(text)) < 0) return;  // there is nobody left to tell
+  if (::write(STDERR_FILENO, text, std::strlen(text)) < 0) return;  // this cannot be reported
 }
 
 long threadNumber() {

@@ -1,4 +1,4 @@
-// What the two parts of the crash system for POSIX share.
+// Functions that the two files of the crash system for POSIX share.
 #pragma once
 
 #include <signal.h>
@@ -6,16 +6,16 @@
 
 namespace libvarrow::crash {
 
-/// Calls `handler` on the thread's crash stack where it has one.
+/// Returns an action that calls `handler`, on the thread's crash stack if there is one.
 struct sigaction actionOf(void (*handler)(int));
 
 /// Returns whether `info` and `place` are those that the system gave a handler of `sig` on this
 /// stack, and may be read.
 bool isDeliveryOf(int sig, const siginfo_t* info, const void* place);
 
-/// Makes `place`, where `sig` interrupted a thread, look as if a call had just returned when the
-/// processor was sent to an address that holds no code: no unwinder gets any further from there.
-/// Leaves it as it is when there is no readable address to return to.
+/// Undoes a call of an address without code: changes `place`, where `sig` interrupted a thread, as
+/// if that call had just returned, because no unwinder continues from such an address. Leaves
+/// `place` unchanged when there was no such call or its return address is not readable.
 void takeBackCallOfNoCode(int sig, const siginfo_t& info, ucontext_t& place);
 
 }  // namespace libvarrow::crash

@@ -1,4 +1,4 @@
-// The call stack of a broken process, as far as it can be read.
+// Reads the call stack of a broken process as far as possible.
 #include <execinfo.h>
 #include <pthread.h>
 #include <setjmp.h>
@@ -18,16 +18,16 @@ namespace libvarrow::crash {
 
 namespace {
 
-std::atomic<long> reader{0};  // the thread that reads what may not be readable
+std::atomic<long> reader{0};  // the thread that reads possibly unreadable memory
 sigjmp_buf unreadable;
 
 void leaveReading(int) {
   if (reader == threadNumber()) ::siglongjmp(unreadable, 1);
-  // A fault of another thread comes again, to its own handler, once this one is gone.
+  // A fault of another thread occurs again, under its own handler, after this handler is removed.
   while (reader != 0) rest();
 }
 
-/// While it lives, faults of the calling thread end in a jump to `unreadable`.
+/// RAII guard: faults of the calling thread end in a jump to `unreadable`.
 class FaultsJump {
  public:
   FaultsJump() {
@@ -57,11 +57,11 @@ class FaultsJump {
   struct sigaction busBefore_ {};
 };
 
-// Calls `read`, which has nothing to destroy; false when it met memory that cannot be read.
+// Calls `read`, which has nothing to destroy. Returns false when it met unreadable memory.
 template <class Read>
 bool mayRead(const Read& read) {
   const FaultsJump guard;
-  // A fault inside the unwinder can be left in no other way.
+  // A jump is the only way out of a fault inside the unwinder.
   if (sigsetjmp(unreadable, 0) != 0) return false;
   read();
   return true;
@@ -78,7 +78,7 @@ bool isReadable(std::uintptr_t address) {
 
 struct Unwinding {
   Stack& stack;
-  const void* first;  // frames before it are those of the unwinding itself
+  const void* first;  // earlier frames belong to the unwinding itself
 };
 
 _Unwind_Reason_Code addFrame(_Unwind_Context* context, void* argument) {
@@ -124,7 +124,7 @@ bool takeCallBack(ucontext_t& place) {
   greg_t returnAddress = 0;
   const auto* top = pointerTo<const volatile greg_t>(static_cast<std::uintptr_t>(stackPointer));
   if (!mayRead([&] { returnAddress = *top; })) return false;
-  const greg_t call = returnAddress - 1;  // a byte of it, as good as its first
+  const greg_t call = returnAddress - 1;  // its last byte, which serves as well as its first
   if (!isReadable(static_cast<std::uintptr_t>(call))) return false;
   place.uc_mcontext.gregs[REG_RIP] = call;
   stackPointer += static_cast<greg_t>(sizeof returnAddress);
@@ -156,7 +156,7 @@ bool takeCallBack(ucontext_t& place) {
   return true;
 }
 
-#else  // reported as far as the stack can be read
+#else  // other systems: the stack is reported as far as it can be read
 
 void sayRegisters(const ucontext_t&) {}
 std::uintptr_t programCounter(const ucontext_t&) {
@@ -168,7 +168,7 @@ bool takeCallBack(ucontext_t&) {
 
 #endif
 
-// Whether the processor failed to fetch an instruction.
+// Returns whether the processor failed to fetch an instruction.
 bool isNoCode(int sig, const siginfo_t& info, const ucontext_t& place) {
   return sig == SIGSEGV && info.si_code > 0 &&
          reinterpret_cast<std::uintptr_t>(info.si_addr) == programCounter(place);
@@ -199,7 +199,7 @@ void takeBackCallOfNoCode(int sig, const siginfo_t& info, ucontext_t& place) {
   say(": the call stack begins with the call\n");
 }
 
-// Not inlined, as the first frame is that of the caller.
+// Not inlined, because the first frame is that of the caller.
 BOOST_NOINLINE void readStack(Stack& stack) {
   Unwinding unwinding{stack, __builtin_return_address(0)};
   stack.isWhole = mayRead([&] { ::_Unwind_Backtrace(addFrame, &unwinding); });

@@ -18,7 +18,8 @@ namespace {
 constexpr DWORD kCheckMs = 1000;
 constexpr int kLongestIdleChecks = 4;
 constexpr int kMostChecks = 60;
-// More than a handler that waits uses in a second, less than one that works on a busy machine.
+// More processor time than a waiting handler uses in a second, less than a working one on a busy
+// machine.
 constexpr ULONGLONG kWork = 50000;         // 5 ms, in units of 100 ns
 constexpr ULONG kStackBytes = 256 * 1024;  // naming frames reads debug information
 constexpr UINT kAbortExitCode = 3;
@@ -31,7 +32,7 @@ void onSignal(int sig) {
   std::abort();  // keeps this frame on the stack
 }
 
-// The processor time that `thread` has used.
+// Returns the processor time that `thread` has used.
 ULONGLONG workOf(HANDLE thread) {
   FILETIME begin{}, end{}, kernel{}, user{};
   if (!GetThreadTimes(thread, &begin, &end, &kernel, &user)) return 0;
@@ -57,7 +58,7 @@ DWORD WINAPI endHungProcess(void* handler) {
 }  // namespace
 
 void useCrashStack() {
-  ULONG bytes = kStackBytes;  // left over for handlers when the thread's stack is used up
+  ULONG bytes = kStackBytes;  // reserved for handlers after a stack overflow
   SetThreadStackGuarantee(&bytes);
 }
 

@@ -1,18 +1,18 @@
-// The end of a process that cannot go on, with its reason.
+// Ends a process that cannot continue, with its reason.
 #pragma once
 
 #include <string>
 
 namespace libvarrow {
 
-/// Writes `reason`, a line without its end, to standard error.
+/// Writes `reason`, a line without its line end, to standard error.
 void sayReason(const std::string& reason);
 
-/// Says `reason` and raises a BackTraceException.
+/// Writes `reason` and raises a BackTraceException.
 [[noreturn]] void stop(const std::string& reason);
 
-/// The same for a `reason` that was logged at ERROR just now. Does not say it again when the log,
-/// which nobody configured, went to standard error.
+/// Raises a BackTraceException for a `reason` that was just logged at ERROR. Writes `reason` first,
+/// unless the log is not configured and wrote it to standard error itself.
 [[noreturn]] void stopAfterLogging(const std::string& reason);
 
 }  // namespace libvarrow

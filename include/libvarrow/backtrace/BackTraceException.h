@@ -1,4 +1,4 @@
-// The library's way of stopping with a back-trace.
+// The exception by which the library stops with a back-trace.
 #pragma once
 
 #include <exception>
@@ -10,18 +10,18 @@ struct _EXCEPTION_POINTERS;  // NOLINT(bugprone-reserved-identifier): the platfo
 
 namespace libvarrow {
 
-/// Constructing one ends the process: `throw BackTraceException();` prints where it stands, and the
-/// call stack, to standard error and aborts. It is never caught. The library writes its reason to
-/// standard error before it raises one.
+/// An exception that is never caught: its construction ends the process. The statement `throw
+/// BackTraceException();` prints a failed assertion and the call stack to standard error and
+/// aborts. The library writes its reason to standard error before it raises one.
 class LIBVARROW_API BackTraceException : public std::exception {
  public:
   [[noreturn]] BackTraceException();
 
-  /// "error", whatever the message holds.
+  /// Returns "error", independent of the message.
   const char* what() const noexcept override;
 
-  /// A structured-exception translator that constructs a BackTraceException. Not installed by the
-  /// library; a host may install it for a thread where its platform has such translators.
+  /// Constructs a BackTraceException, as a structured-exception translator. The library does not
+  /// install it; a host may install it for a thread where its platform has such translators.
   static void trans_func(unsigned int code, _EXCEPTION_POINTERS* info);
 
  private:

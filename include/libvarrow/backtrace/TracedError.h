@@ -1,4 +1,4 @@
-// Runtime errors that carry the call stack of the place that raised them.
+// Runtime errors that carry the call stack of their origin.
 #pragma once
 
 #include <boost/stacktrace/stacktrace_fwd.hpp>
@@ -21,11 +21,11 @@ struct tag_stacktrace;
 /// <boost/stacktrace.hpp>.
 using StackTraceInfo = boost::error_info<tag_stacktrace, boost::stacktrace::stacktrace>;
 
-/// Throws a std::runtime_error with `message` that carries the call stack, at most 128 frames,
-/// beginning with the caller.
+/// Throws a std::runtime_error with `message` and the call stack: at most 128 frames, the caller
+/// first.
 [[noreturn]] LIBVARROW_API void throwTraced(const std::string& message);
 
-/// The call stack that `error` carries, a line for each frame; empty when it carries none.
+/// Returns the call stack that `error` carries, one line per frame; empty when it carries none.
 ///
 ///     } catch (const std::exception& error) {
 ///       LIBVARROW_LOG_ERROR("%s\n%s", error.what(), libvarrow::callStackOf(error).c_str());
