@@ -2,7 +2,7 @@
 
 namespace libvarrow {
 
-boost::mutex CPUProfiler::mutex;  // NOLINT(cert-err58-cpp): made as the library is loaded
+boost::mutex CPUProfiler::mutex;  // NOLINT(cert-err58-cpp): constructed when the library is loaded
 CPUProfiler* CPUProfiler::running_profiler = nullptr;
 
 CPUProfiler::CPUProfiler(std::string) {}

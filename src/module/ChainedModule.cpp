@@ -24,9 +24,9 @@ Json::Value ChainedModule::getJsonValue4Bind() const {
 
 void ChainedModule::processImp(ModuleData* data) {
   const std::string chainPath = data->dumpPath;
-  // The size is asked each time: a module may add further ones to its chain.
+  // The size is read each time, because a module may add modules to its chain.
   for (std::size_t i = 0; i < record_.modules.size(); ++i) {
-    // Taken as it stands, without a count or a check; ChainedModuleV2 does both.
+    // Neither reference-counted nor checked for null; ChainedModuleV2 does both.
     runChainedStep(*record_.modules[i].get(), i, chainPath, *data);
   }
 }

@@ -20,10 +20,10 @@ Json::Value ChainedModuleV2::getJsonValue4Bind() const {
 
 void ChainedModuleV2::processImp(ModuleData* data) {
   const std::string chainPath = data->dumpPath;
-  // The size is asked each time: a module may add further ones to its chain.
+  // The size is read each time, because a module may add modules to its chain.
   for (std::size_t i = 0; i < modules_.size(); ++i) {
-    // Counted, so that a module that changes the chain is not destroyed while it runs; the pointer
-    // itself asserts that it is not null.
+    // A reference, so that a module that changes the chain is not destroyed while it runs. The
+    // pointer itself asserts that it is not null.
     const boost::shared_ptr<Module> module = modules_[i];
     runChainedStep(*module, i, chainPath, *data);
   }

@@ -7,7 +7,7 @@ namespace libvarrow {
 
 namespace {
 
-// path + name, allocated once.
+// Returns path + name with a single allocation.
 std::string joined(const std::string& path, std::string_view name) {
   std::string whole;
   whole.reserve(path.size() + name.size());
@@ -30,8 +30,8 @@ std::string Module::getModuleName() {
   return dumpStr();
 }
 
-// The setter can only switch on: a module that relies on running in its dump directory must not
-// lose that to another caller.
+// Can only be switched on: a module that relies on its dump directory must not lose it because of
+// another caller.
 void Module::setAutoChangeCurrentDirToDumpPath(bool) {
   autoChangeCurrentDirToDumpPath_ = true;
 }
@@ -51,7 +51,7 @@ void Module::process(ModuleData* data) {
   }
 
   if (autoChangeCurrentDirToDumpPath_) boost::filesystem::current_path(directoryAtEntry);
-  // The path as it is now: a module may move where its output goes.
+  // The current path, because a module may redirect its output.
   dumpAfter(*data, std::string(data->dumpPath));
 }
 
@@ -70,7 +70,7 @@ void Module::dumpAfter(ModuleData& data, const std::string& path) const {
 
 void Module::enterStatistics(ModuleData& data, StatisticsContainer& parent) {
   data.statisticsContainer = parent.getStatisticsContainer("Module::" + getModuleName());
-  // The two time points bracket the record of the input only; the work has its own timers.
+  // The two time points enclose only the record of the input; the work has separate timers.
   const TimeRecoderHelper timer(data.statisticsContainer->getTimeStatistics("TimeStatistic"));
   data.statisticsContainer->getJsonStatistics("contextIn", data.getBaiscInfoJson());
 }

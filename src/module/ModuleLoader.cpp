@@ -20,7 +20,7 @@ struct MainModuleRecord {
   }
 };
 
-// The value under `key`, or null. `object` may be null itself.
+// Returns the value of `key`, or null. `object` may be null itself.
 const Json::Value& member(const Json::Value& object, const char* key) {
   if (!object.isObject() && !object.isNull()) {
     throw cppbind::ParseErrorException("should be a object");

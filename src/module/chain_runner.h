@@ -1,4 +1,4 @@
-// What both kinds of chain do for one module.
+// Runs one module of a chain, for both kinds of chain.
 #pragma once
 
 #include <cstddef>
@@ -8,8 +8,8 @@
 
 namespace libvarrow {
 
-/// Runs `module`, the one at `index`, in its own directory below `chainPath`, and gives the data
-/// that path back.
+/// Runs `module`, the one at `index`, in a separate directory below `chainPath`, then sets the
+/// data's dump path to `chainPath` again.
 void runChainedStep(Module& module, std::size_t index, const std::string& chainPath,
                     ModuleData& data);
 

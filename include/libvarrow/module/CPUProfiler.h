@@ -8,21 +8,22 @@
 
 namespace libvarrow {
 
-/// Profiles its scope into a file. No profiler is wired in: nothing is recorded or written.
+/// Profiler of its scope, which writes to a file. Currently a placeholder: it records and writes
+/// nothing.
 class LIBVARROW_API CPUProfiler {
  public:
-  /// `path`: the file of the profile.
+  /// Takes the file of the profile, `path`.
   explicit CPUProfiler(std::string path);
-  /// A copy records nothing either.
+  /// Creates a copy, which records nothing either.
   CPUProfiler(const CPUProfiler&);
   /// Changes nothing.
   CPUProfiler& operator=(const CPUProfiler&);
   virtual ~CPUProfiler();
 
  protected:
-  /// For a profiler behind this class, so that only one runs at a time: guards running_profiler.
+  /// Guards running_profiler, so that a profiler added to this class runs only once at a time.
   static boost::mutex mutex;
-  /// Null: none runs.
+  /// The running profiler; null when none runs.
   static CPUProfiler* running_profiler;
 };
 

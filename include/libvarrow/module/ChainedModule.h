@@ -10,32 +10,32 @@
 
 namespace libvarrow {
 
-/// Runs its modules in order on one ModuleData. The module at index i gets the dump path
-/// P + "i_NAME/", where P is the chain's own; an empty P becomes a fresh random UUID for every
-/// module. In JSON: {"ChainedModule": {"modules": [{"ClassName": {...}}, ...]}}.
+/// A module that runs its modules in order on one ModuleData. The module at index i gets the dump
+/// path P + "i_NAME/", where P is the chain's own; an empty P is replaced by a new random UUID for
+/// every module. In JSON: {"ChainedModule": {"modules": [{"ClassName": {...}}, ...]}}.
 ///
-/// An exception of a module leaves the chain at once; the data keeps that module's dump path.
+/// An exception of a module ends the chain immediately; the data keeps that module's dump path.
 class LIBVARROW_API ChainedModule : public Module {
  public:
-  /// What a pipeline file says of a chain.
+  /// The configuration of a chain in a pipeline file.
   struct LIBVARROW_API Data4Bind {
-    /// In the order in which they run.
+    /// The modules in running order.
     std::vector<boost::shared_ptr<Module>> modules;
 
-    /// Key "modules". Reading appends to the modules there are, all or none of them.
+    /// Binds the key "modules". Reading appends to the existing modules: all or none.
     void setBind(cppbind::Binder* binder, bool bindFields);
   };
 
   ChainedModule() = default;
-  /// Shares the modules of `record`.
+  /// Creates a chain that shares the modules of `record`.
   explicit ChainedModule(const Data4Bind& record) : record_(record) {}
 
-  /// Appends. `module` must not be null; that is not checked.
+  /// Appends `module`, which must not be null; this is not checked.
   void addModule(boost::shared_ptr<Module> module);
-  /// The chain's modules, as it is written back.
+  /// Returns the chain's modules, as written back.
   const Data4Bind& getData4Bind() const { return record_; }
 
-  /// Null; a chain that was created by name writes itself back instead.
+  /// Returns null; a chain that was created by name writes itself back instead.
   Json::Value getJsonValue4Bind() const override;
 
   void processImp(ModuleData* data) override;

@@ -1,4 +1,4 @@
-// A module that runs others in order, bound directly.
+// A module that runs others in order and is bound directly.
 #pragma once
 
 #include <boost/shared_ptr.hpp>
@@ -10,20 +10,20 @@
 
 namespace libvarrow {
 
-/// As ChainedModule, for pipelines whose modules are all created by the binder: it declares its
-/// key "modules" itself, keeps a reference to each module while that runs, and stops the process at
-/// a null module.
+/// A chain like ChainedModule, for pipelines whose modules are all created by the binder. It
+/// declares its key "modules" itself, keeps a reference to each module while the module runs, and
+/// aborts at a null module.
 class LIBVARROW_API ChainedModuleV2 : public Module {
  public:
-  /// Reading appends to the modules there are.
+  /// Binds the key "modules". Reading appends to the existing modules.
   void setBind(cppbind::Binder* binder, bool bindFields);
 
-  /// Appends; a module may add to the chain that runs it.
+  /// Appends `module`; a module may add to the chain that runs it.
   void addModule(boost::shared_ptr<Module> module);
-  /// In the order in which they run.
+  /// Returns the modules in running order.
   const std::vector<boost::shared_ptr<Module>>& getModules() const { return modules_; }
 
-  /// Null; a chain that was created by name writes itself back instead.
+  /// Returns null; a chain that was created by name writes itself back instead.
   Json::Value getJsonValue4Bind() const override;
 
   void processImp(ModuleData* data) override;

@@ -9,25 +9,25 @@
 
 namespace libvarrow {
 
-/// Writes the statistics container that the data carries while this module runs: its own entry,
-/// "Module::NAME", with "TimeStatistic" and "contextIn". To write a whole tree, give
+/// A module that writes the statistics container that the data carries while it runs: its own
+/// entry, "Module::NAME", with "TimeStatistic" and "contextIn". To write a whole tree, give
 /// StatisticsContainer::dumpToFile or a TimedStatDumper the root.
 ///
 /// In JSON: {"CommonModuleStatDumper": {"file": "stat.json"}}.
 class LIBVARROW_API CommonModuleStatDumper : public Module {
  public:
-  /// What a pipeline file says of it.
+  /// The configuration in a pipeline file.
   struct LIBVARROW_API Data4Bind {
-    std::string file;  ///< where to write; as CommonStatistics::dumpToFile takes it
+    std::string file;  ///< the path for CommonStatistics::dumpToFile
 
-    /// Key "file", required.
+    /// Binds the required key "file".
     void setBind(cppbind::Binder* binder, bool bindFields);
   };
 
   /// Copies `record`.
   explicit CommonModuleStatDumper(const Data4Bind& record) : record_(record) {}
 
-  /// A copy of the record.
+  /// Returns a copy of the record.
   Data4Bind getData4Bind() const { return record_; }
 
   void processImp(ModuleData* data) override;

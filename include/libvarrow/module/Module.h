@@ -1,4 +1,4 @@
-// One step of a pipeline.
+// The base of a pipeline step.
 #pragma once
 
 #include <string>
@@ -23,7 +23,7 @@ namespace libvarrow {
 ///       std::string rule_;
 ///     };
 ///
-/// Not thread safe, and neither copyable nor movable.
+/// Not thread-safe, and neither copyable nor movable.
 class LIBVARROW_API Module : public cppbind::Object {
  public:
   Module();
@@ -31,38 +31,39 @@ class LIBVARROW_API Module : public cppbind::Object {
   Module& operator=(const Module&) = delete;
   ~Module() override;
 
-  /// Runs the step on `data` (not null) in its frame; call this, do not override it. With P the
-  /// data's dumpPath, in this order:
-  ///  - writes P"in_info.json" (unless the info is null) and has the data write P"in_detail.txt"
+  /// Runs the step on `data` (not null), together with its dumps and statistics; call this
+  /// function, do not override it. P is the data's dumpPath. In this order:
+  ///  - writes P"in_info.json" (unless the info is null) and makes the data write P"in_detail.txt"
   ///    and P"before_process/";
   ///  - when the data carries statistics: adds the child container "Module::NAME" with
   ///    "contextIn", the info, and "TimeStatistic", two time points around that record (not around
   ///    the work: time that with a TimeRecoderHelper), and makes it the data's container;
   ///  - calls processImp;
-  ///  - records "contextOut" and gives the data its container back;
-  ///  - dumps again: P"out_info.json", P"out_detail.txt", P"after_process/", with P as it is now;
+  ///  - records "contextOut" and restores the data's container;
+  ///  - dumps again: P"out_info.json", P"out_detail.txt", P"after_process/", with the current P;
   ///  - writes moduleStatistics to P"module_stat.json".
   ///
-  /// Catches nothing. After an exception the data's statistics container, its dumpPath and the
-  /// current directory are as the failing step had them: whoever goes on must restore them.
+  /// Catches nothing. After an exception, the data's statistics container, its dumpPath and the
+  /// current directory are as the failing step left them: a caller that continues must restore
+  /// them.
   virtual void process(ModuleData* data);
 
-  /// The module's work, called once by each process().
+  /// Does the module's work; called once by each process().
   virtual void processImp(ModuleData* data) = 0;
 
-  /// The name in logs, statistics and dump directories: the name that the module was created
-  /// under, else its class.
+  /// Returns the name in logs, statistics and dump directories: the name under which the module was
+  /// created, else its class.
   virtual std::string getModuleName();
 
-  /// Has every later process() run the work in the dump directory, which must exist. Switches it
-  /// on whatever the argument: there is no way back. The current directory is the whole process's,
-  /// so modules that do this must not run at the same time. A directory that is not there (nothing
-  /// is written before the work when the data has no info) throws
-  /// boost::filesystem::filesystem_error.
+  /// Makes later calls of process() run the work in the dump directory, which must exist. The
+  /// argument is ignored: the option cannot be switched off. The current directory belongs to the
+  /// whole process, so modules with this option must not run at the same time. process() throws
+  /// boost::filesystem::filesystem_error when the directory does not exist; the dumps before the
+  /// work do not create it when the data's info is null.
   void setAutoChangeCurrentDirToDumpPath(bool);
 
  protected:
-  /// The module's own statistics over all its runs; a container with the empty name.
+  /// The module's own statistics over all its runs: a container with an empty name.
   StatisticsContainer moduleStatistics;
 
  private:

@@ -1,4 +1,4 @@
-// The host's entry to a pipeline file.
+// Builds and runs the pipeline of a file.
 #pragma once
 
 #include <boost/shared_ptr.hpp>
@@ -10,7 +10,7 @@
 
 namespace libvarrow {
 
-/// Builds the main chain from a pipeline file, {"modules": [{"ClassName": {...}}, ...]}.
+/// A pipeline's main chain, built from a pipeline file, {"modules": [{"ClassName": {...}}, ...]}.
 ///
 ///     cppbind::ClassRegister reg;
 ///     reg.regClass<libvarrow::ChainedModule>("ChainedModule");
@@ -18,25 +18,25 @@ namespace libvarrow {
 ///     libvarrow::ModuleExecutor executor(&reg, "pipeline.json", false);
 ///     executor.process(&data);
 ///
-/// A copy shares the chain; one that was moved from has none, and running it ends the process.
+/// A copy shares the chain. Running a moved-from executor aborts.
 class LIBVARROW_API ModuleExecutor {
  public:
-  /// `moduleRegister` (not null) is used during construction only. `confPath` is in the narrow
-  /// encoding. With `ignoreUnknownKeys`, keys that no field claims are passed over in every object
-  /// of the file.
+  /// Builds the chain. `moduleRegister` (not null) is used only during construction. `confPath` is
+  /// in the narrow encoding. With `ignoreUnknownKeys`, keys that no field claims are ignored in
+  /// every object of the file.
   ///
   /// Throws std::runtime_error "conf PATH file not found!", cppbind::ParseErrorException (what()
-  /// says where: "modules[2].Dispatch.rule: not found") and cppbind::ClassMissRegException. A null
-  /// register ends the process with a back-trace.
+  /// gives the place: "modules[2].Dispatch.rule: not found") and cppbind::ClassMissRegException.
+  /// Aborts with a back-trace when the register is null.
   ModuleExecutor(cppbind::ClassRegister* moduleRegister, const std::string& confPath,
                  bool ignoreUnknownKeys);
 
-  /// Runs the pipeline: process() of the main chain, which stands in the statistics as
-  /// "Module::libvarrow::ChainedModule". What a module throws passes unchanged; the data's dumpPath
-  /// then tells which one it was: "run/1_ChainedModule/0_Dispatch/".
+  /// Runs process() of the main chain, whose name in the statistics is
+  /// "Module::libvarrow::ChainedModule". An exception of a module passes unchanged; the data's
+  /// dumpPath then identifies the module: "run/1_ChainedModule/0_Dispatch/".
   void process(ModuleData* data) const;
 
-  /// The chain; null after the executor was moved from.
+  /// Returns the chain; null after the executor was moved from.
   const boost::shared_ptr<Module>& mainModule() const { return mainModule_; }
 
  private:

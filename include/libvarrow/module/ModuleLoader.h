@@ -1,4 +1,4 @@
-// Pipelines from JSON in three layouts.
+// Loads pipelines from JSON in three layouts.
 #pragma once
 
 #include <json/value.h>
@@ -15,60 +15,62 @@
 
 namespace libvarrow {
 
-/// Turns pipeline descriptions into modules. Has a class register of its own, which knows
-/// "ChainedModule" and "CommonModuleStatDumper"; register the host's classes in it first:
+/// A loader of pipelines. Its own class register knows "ChainedModule" and
+/// "CommonModuleStatDumper"; register the host's classes in it first:
 ///
 ///     libvarrow::ModuleLoader loader;
 ///     loader.classRegister().regClass<jobshop::Dispatch>("Dispatch");
 ///     loader.loadFile("pipeline.json");
 ///     loader.mainModule()->process(&data);
 ///
-/// Fields and classes that do not fit throw cppbind::ParseErrorException and
-/// cppbind::ClassMissRegException, and leave the loader as it was. A broken structure of the named
-/// layout ends the process, as said below. Not thread safe.
+/// Throws cppbind::ParseErrorException and cppbind::ClassMissRegException when a field or a class
+/// does not fit; the loader then stays unchanged. Aborts when the structure of the named layout is
+/// invalid, as described below. Not thread-safe.
 class LIBVARROW_API ModuleLoader {
  public:
-  /// Name to module.
+  /// Modules by name.
   using NamedModules = std::map<std::string, boost::shared_ptr<Module>>;
 
   ModuleLoader();
 
-  /// What the loads create from; the loader's own.
+  /// Returns the loader's register, from which it creates modules.
   cppbind::ClassRegister& classRegister() { return classRegister_; }
-  /// Those of the last load that had any.
+  /// Returns the modules of the last load that had named modules.
   const NamedModules& namedModules() const { return named_modules; }
-  /// Null until a load sets it.
+  /// Returns the main module; null until a load sets it.
   const boost::shared_ptr<Module>& mainModule() const { return mainModule_; }
 
-  /// loadJson of the file's value. Throws cppbind::ParseErrorException, "Can not open file [PATH]"
-  /// among others.
+  /// Loads the file's value with loadJson. Throws cppbind::ParseErrorException, among others with
+  /// "Can not open file [PATH]".
   void loadFile(const boost::filesystem::path& path);
 
-  /// The named layout: {"named_modules": {"name": {"ClassName": {...}}, ...},
-  /// "chained_module": ["name", ...]}. Each key that is there replaces what was loaded before;
-  /// other keys are passed over.
+  /// Loads the named layout: {"named_modules": {"name": {"ClassName": {...}}, ...},
+  /// "chained_module": ["name", ...]}. Each key that is present replaces its earlier value; other
+  /// keys are ignored.
   void loadJson(const Json::Value& jv);
 
-  /// The object layout: {"mainModule": {"ClassName": {...}}}, created through `reg`, strict about
-  /// unknown keys. Sets the main module only.
+  /// Loads the object layout: {"mainModule": {"ClassName": {...}}}, created through `reg`. Throws
+  /// for unknown keys. Sets only the main module.
   void loadJsonV2(const Json::Value& jv, cppbind::ClassRegisterBase* reg);
 
-  /// The chain layout of ModuleExecutor's file: {"modules": [...]}, strict about unknown keys. The
-  /// caller owns the result.
+  /// Returns the chain of ModuleExecutor's layout: {"modules": [...]}; the caller owns it. Throws
+  /// for unknown keys.
   ChainedModule* loadChainedModule(const Json::Value& jv);
 
-  /// The value of "named_modules". An object without exactly one class name ends the process.
+  /// Returns the modules that `jv`, the value of "named_modules", describes. Aborts when an object
+  /// does not have exactly one class name.
   NamedModules loadNamedModules(const Json::Value& jv);
 
-  /// The value of "chained_module"; the caller owns the result. No array, an element that is no
-  /// string and an unknown name end the process. A name that stands twice is one module run twice.
+  /// Returns the chain that `jv`, the value of "chained_module", describes; the caller owns it.
+  /// Aborts when the value is not an array, an element is not a string, or a name is unknown. A
+  /// name that occurs twice is one module that runs twice.
   ChainedModule* loadOneChainModule(const Json::Value& jv);
 
  private:
   Module* loadOneModule(const Json::Value& jv);
 
   cppbind::ClassRegister classRegister_;
-  NamedModules named_modules;  // named as the printed assertions say
+  NamedModules named_modules;  // printed in assertions under this name
   boost::shared_ptr<Module> mainModule_;
 };
 
