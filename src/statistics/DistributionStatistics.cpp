@@ -15,7 +15,7 @@ void DistributionStatistics::inc(const std::string& key, std::uint64_t n) {
 }
 
 void DistributionStatistics::merge(DistributionStatistics* other) {
-  LIBVARROW_CHECK(other != this);  // it would wait for its own lock
+  LIBVARROW_CHECK(other != this);  // else it would wait for its own lock
   const Lock lock(mutex_);
   for (const auto& [key, count] : other->get()) incInternal(key, count);
 }

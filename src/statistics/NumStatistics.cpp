@@ -29,8 +29,8 @@ Json::Value NumStatistics::toJsonValue4Bind() const {
   Json::Value json(Json::objectValue);
   const std::map<std::uint64_t, std::uint64_t> ascending(buckets_.begin(), buckets_.end());
   for (const auto& [key, count] : ascending) {
-    // The key is a multiple of the interval already; the printed bounds are scaled once more, as
-    // everything that reads these files expects.
+    // The key is already a multiple of the interval; the printed bounds are multiplied once more,
+    // because all readers of these files expect that.
     const std::string bounds =
         "[" + std::to_string(interval_ * key) + "-" + std::to_string((key + 1) * interval_) + ")";
     json[bounds] = std::to_string(count) + ",   " +

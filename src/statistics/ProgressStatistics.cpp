@@ -19,7 +19,7 @@ Json::Value ProgressStatistics::toJsonValue4Bind() const {
   return json;
 }
 
-// Here, so that the class is this library's own wherever its objects are made.
+// Defined here, so that the class belongs to this library even for objects created elsewhere.
 SimpleProgressStatistics::~SimpleProgressStatistics() = default;
 
 std::uint64_t SimpleProgressStatistics::getProcessPercent() const {
@@ -45,7 +45,7 @@ std::uint64_t ComposedProgressStatistics::getProcessPercent() const {
   LIBVARROW_CHECK(!children_.empty());
   std::uint64_t finished = 0;
   for (const auto& child : children_) {
-    // A child that is nearly done counts as little as one that has not begun.
+    // An almost finished child counts no more than one that has not begun.
     if (child->getProcessPercent() >= kDone) ++finished;
   }
   return finished * 100 / children_.size();

@@ -50,7 +50,7 @@ TimeRecoderHelper::~TimeRecoderHelper() {
   try {
     statistics_->appendCurrentLocalTime();
   } catch (const std::bad_alloc&) {
-    // The work that was timed is worth more than its time.
+    // The timed work is worth more than its time.
     logging::warnOfMemory("a time at the end of a scope", "is not recorded");
   }
 }

@@ -38,15 +38,15 @@ TimedStatDumper::TimedStatDumper(StatisticsContainer* statistics, const std::str
   try {
     start(Poco::TimerCallback<TimedStatDumper>(*this, &TimedStatDumper::onTimer), timerThreads());
   } catch (const std::exception& error) {
-    // The run is worth more than watching it; the destructor still writes the file.
+    // The run is worth more than its observation; the destructor still writes the file.
     LIBVARROW_LOG_WARN("%s is written at its end only: no thread for its timer: %s",
                        fileName_.c_str(), error.what());
   }
 }
 
 TimedStatDumper::~TimedStatDumper() {
-  // Also when the variable has been unset since: a timer must not outlive what it writes. One that
-  // never started has nothing to stop.
+  // Even if the variable is unset by now: a timer must not outlive its statistics. For a timer that
+  // never started, this does nothing.
   stop();
   dump();
 }
@@ -61,7 +61,7 @@ void TimedStatDumper::dump() {
     replaceFile();
   } catch (const std::exception& error) {
     if (!base::isOutOfMemory(error)) throw;
-    // As with a full disk: the run goes on, and the last whole file stays.
+    // As with a full disk, the run continues and the last complete file stays.
     logging::warnOfMemory(fileName_.c_str(), "stays as it is");
   }
 }
@@ -71,14 +71,14 @@ void TimedStatDumper::replaceFile() {
   const StatisticsFile written = writeStatisticsFile(
       fileName_ + ".writing", statistics_->toJsonValue4Bind(), OldFile::Removed);
   if (!written.isWhole) {
-    // A reader never sees half a file; the last whole one is better than none.
+    // A reader never sees half a file; the last complete one is better than none.
     boost::system::error_code ignored;
     fs::remove(written.name, ignored);
     LIBVARROW_LOG_WARN("%s could not be written whole, %s stays as it is", written.name.c_str(),
                        fileName_.c_str());
     return;
   }
-  // Made before the old file is removed: from there on nothing may run out of memory.
+  // Created before the old file is removed: after that, no allocation may fail.
   const fs::path temporary(written.name);
   const fs::path target(fileName_);
   if (fs::exists(target)) fs::remove(target);

@@ -42,7 +42,7 @@ StatisticsFile writeStatisticsFile(const boost::filesystem::path& path, const Js
   std::string realFile = path.generic_string();
   utility::adjustFileName(realFile);
   const std::string text = statisticsText(value);
-  // The directory is there as a rule: it is made only when the file cannot be opened.
+  // The directory usually exists, so it is created only when the file cannot be opened.
   TextWritten written = write(realFile, text, old);
   if (written == TextWritten::NotOpened) {
     DirCreator(realFile, false);

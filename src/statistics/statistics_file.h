@@ -1,4 +1,4 @@
-// Statistics files, for who must know whether one was written whole.
+// Writes statistics files and reports whether a file is complete.
 #pragma once
 
 #include <json/value.h>
@@ -13,16 +13,16 @@ struct StatisticsFile {
   bool isWhole;
 };
 
-/// Overwritten: the content is replaced, through a symbolic link too. Removed: an old file, link or
-/// empty directory is removed first, and a new file is made.
+/// Treatment of an old file. Overwritten: its content is replaced, also through a symbolic link.
+/// Removed: an old file, link or empty directory is removed first, and a new file is created.
 enum class OldFile { Overwritten, Removed };
 
-/// Writes `value` as CommonStatistics::dumpToFile does. A file cut short (by a full disk, say) is
-/// left as it is. Throws std::bad_alloc before anything is written or removed.
+/// Writes `value` as CommonStatistics::dumpToFile does. A truncated file (full disk, for example)
+/// stays as it is. Throws std::bad_alloc before anything is written or removed.
 StatisticsFile writeStatisticsFile(const boost::filesystem::path& path, const Json::Value& value,
                                    OldFile old = OldFile::Overwritten);
 
-/// Statistics as they stand in files.
+/// Returns `value` as text in the form of statistics files.
 std::string statisticsText(const Json::Value& value);
 
 }  // namespace libvarrow

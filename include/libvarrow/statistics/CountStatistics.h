@@ -11,23 +11,23 @@ namespace libvarrow {
 
 namespace detail {
 
-/// An empty base that keeps what derives from it on cache lines of its own.
+/// An empty base that places derived objects on separate cache lines.
 struct alignas(64) CacheLineAligned {};
 
 }  // namespace detail
 
-/// Counts by atomic additions, from any thread. Rendered as an integer.
+/// A counter with atomic additions. Rendered as an integer. Thread-safe.
 ///
-/// Each stands on its own cache line, so that counters made one after the other do not slow each
-/// other down.
+/// Each counter has a separate cache line, so that counters created one after the other do not slow
+/// each other down.
 class LIBVARROW_API CountStatistics : public CommonStatistics, private detail::CacheLineAligned {
  public:
   /// Starts at `initial`.
   explicit CountStatistics(std::int64_t initial = 0) : count_(initial) {}
 
-  /// One more.
+  /// Adds 1.
   void inc() { inc(1); }
-  /// `n` more; past 2^63 - 1 the count wraps around.
+  /// Adds `n`; beyond 2^63 - 1 the count wraps around.
   void inc(std::uint64_t n) {
     count_.fetch_add(static_cast<std::int64_t>(n), std::memory_order_relaxed);
   }
@@ -35,7 +35,7 @@ class LIBVARROW_API CountStatistics : public CommonStatistics, private detail::C
   Json::Value toJsonValue4Bind() const override;
 
  protected:
-  /// The count now.
+  /// Returns the current count.
   std::int64_t count() const { return count_.load(std::memory_order_relaxed); }
 
  private:

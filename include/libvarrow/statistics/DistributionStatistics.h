@@ -12,8 +12,8 @@
 
 namespace libvarrow {
 
-/// Counts how often each key occurs. Locked: any thread may call any operation, but two objects
-/// must not be merged into each other at the same time (a deadlock).
+/// A count of each key's occurrences. Thread-safe, except that two objects must not be merged into
+/// each other at the same time (a deadlock).
 ///
 /// Rendered as null while empty, else as an object with "count=1, proportion=25%" under each key,
 /// the sum of all counts under "__sum__" and the number of keys under "__key_count__".
@@ -28,9 +28,9 @@ class LIBVARROW_API DistributionStatistics : public CommonStatistics {
   /// lock while it takes the other's.
   void merge(DistributionStatistics* other);
 
-  /// A copy of the counts.
+  /// Returns a copy of the counts.
   std::map<std::string, std::uint64_t> get() const;
-  /// The sum of all counts.
+  /// Returns the sum of all counts.
   std::uint64_t getCountSum() const;
 
   Json::Value toJsonValue4Bind() const override;

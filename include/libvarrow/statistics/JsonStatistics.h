@@ -1,4 +1,4 @@
-// A JSON value among the statistics.
+// A statistic that holds a JSON value.
 #pragma once
 
 #include "libvarrow/Export.h"
@@ -6,16 +6,16 @@
 
 namespace libvarrow {
 
-/// Holds a copy of a JSON value and renders it as it is. Not locked: do not change it while it is
+/// A copy of a JSON value, rendered unchanged. Not thread-safe: do not change it while it is
 /// rendered.
 class LIBVARROW_API JsonStatistics : public CommonStatistics {
  public:
-  /// A null pointer gives a JSON null.
+  /// Copies `*value`; a null pointer gives a JSON null.
   explicit JsonStatistics(const Json::Value* value = nullptr);
   /// Copies `value`.
   explicit JsonStatistics(const Json::Value& value);
 
-  /// Replaces the value by a copy of `value`.
+  /// Replaces the value with a copy of `value`.
   void setJsonValue(const Json::Value& value) { value_ = value; }
 
   Json::Value toJsonValue4Bind() const override;

@@ -11,20 +11,20 @@
 
 namespace libvarrow {
 
-/// Collects samples: count, sum, minimum, maximum, and counts by bucket of a fixed width. Locked:
-/// any thread may add while another renders.
+/// Numeric samples: count, sum, minimum, maximum, and counts by bucket of a fixed width.
+/// Thread-safe: threads may add while another renders.
 ///
 /// Rendered as null while empty, else as an object with "min", "max", "sum", "count", "sum/count"
 /// and a member for each bucket: "[L-H)" : "5,   12.50%". L is the bucket's lower bound multiplied
-/// by `interval`, H is L plus `interval`: for interval 10, a sample 25 stands under "[200-210)". A
-/// first sample that is not a number stays minimum and maximum.
+/// by `interval`, H is L plus `interval`: for interval 10, a sample 25 is counted under
+/// "[200-210)". When the first sample is not a number, it remains minimum and maximum.
 class LIBVARROW_API NumStatistics : public CommonStatistics {
  public:
-  /// `interval`: width of a bucket. 0 ends the process with a back-trace at the first add().
+  /// Sets the width of a bucket. With an `interval` of 0, the first add() aborts with a back-trace.
   explicit NumStatistics(std::uint64_t interval = 1) : interval_(interval) {}
 
-  /// Records one sample. For the histogram it is cut to an integer: a negative sample or one that
-  /// is not a number counts as 0, one of 2^64 and more as 2^64 - 1.
+  /// Records one sample. The histogram truncates it to an integer: a negative sample or one that is
+  /// not a number counts as 0, and one of 2^64 or more as 2^64 - 1.
   void add(double sample);
 
   Json::Value toJsonValue4Bind() const override;

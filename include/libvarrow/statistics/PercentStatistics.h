@@ -8,7 +8,7 @@
 
 namespace libvarrow {
 
-/// Counts as CountStatistics does. Rendered as "count/total;percent%", 3 of 4 as "3/4;75%", with
+/// A CountStatistics with a total. Rendered as "count/total;percent%", 3 of 4 as "3/4;75%", with
 /// six significant digits; a total of 0 gives "inf", "nan" or "-nan".
 class LIBVARROW_API PercentStatistics : public CountStatistics {
  public:
@@ -18,7 +18,7 @@ class LIBVARROW_API PercentStatistics : public CountStatistics {
   Json::Value toJsonValue4Bind() const override;
 
  protected:
-  /// What 100 % are.
+  /// Returns the count that is 100 %.
   std::uint64_t total() const { return total_; }
 
  private:

@@ -1,4 +1,4 @@
-// How far a long computation has come.
+// The progress of a long computation.
 #pragma once
 
 #include <boost/shared_ptr.hpp>
@@ -17,15 +17,15 @@ class LIBVARROW_API ProgressStatistics : public CommonStatistics {
  public:
   Json::Value toJsonValue4Bind() const override;
 
-  /// Whole percent, rounded down. Thread safe.
+  /// Returns the whole percent, rounded down. Thread-safe.
   virtual std::uint64_t getProcessPercent() const = 0;
 };
 
-/// Steps done out of a known number, counted with inc() from any thread. Rendered as
-/// PercentStatistics is: two of three as "2/3;66.6667%".
+/// A count of steps done out of a known number; inc() is thread-safe. Rendered as PercentStatistics
+/// is: two of three as "2/3;66.6667%".
 ///
-/// It is no ProgressStatistics, so no child of a composed progress. A host's own child may hold
-/// one:
+/// It does not derive from ProgressStatistics, so it cannot be a child of a composed progress. A
+/// host's own child may hold one:
 ///
 ///     struct Search : libvarrow::ProgressStatistics {
 ///       std::uint64_t getProcessPercent() const override { return steps.getProcessPercent(); }
@@ -33,23 +33,23 @@ class LIBVARROW_API ProgressStatistics : public CommonStatistics {
 ///     };
 class LIBVARROW_API SimpleProgressStatistics : public PercentStatistics {
  public:
-  /// `total`: how many steps there are.
+  /// Sets the number of steps, `total`.
   explicit SimpleProgressStatistics(std::uint64_t total) : PercentStatistics(total) {}
   ~SimpleProgressStatistics() override;
 
-  /// Whole percent, rounded down; above 100 when more steps were counted than there are. Checks
-  /// that there are any.
+  /// Returns the whole percent, rounded down; more than 100 when more than `total` steps were
+  /// counted. Aborts when `total` is 0.
   std::uint64_t getProcessPercent() const;
 };
 
-/// The share of children that are finished; what others have done so far counts for nothing:
-/// children at 100, 100 and 99 give 66.
+/// The share of children that are finished. The progress of other children does not count: children
+/// at 100, 100 and 99 give 66.
 ///
 /// Rendered as {"progressPercent": 66, "childdreProgress": [each child's rendering]}. Children that
-/// go on meanwhile may be further than the percentage says. Thread safe.
+/// progress meanwhile may be further than the percentage says. Thread-safe.
 class LIBVARROW_API ComposedProgressStatistics : public ProgressStatistics {
  public:
-  /// Shares `children`, at least one and none null; that is checked at their first use.
+  /// Shares `children`: at least one, none null. Both are checked at their first use.
   explicit ComposedProgressStatistics(std::vector<boost::shared_ptr<ProgressStatistics>> children);
 
   Json::Value toJsonValue4Bind() const override;

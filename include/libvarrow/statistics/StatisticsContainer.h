@@ -19,16 +19,17 @@
 
 namespace libvarrow {
 
-/// Owns statistics under names and renders them together. Containers nest, which gives the tree
-/// that a pipeline fills.
+/// A list of named statistics, which it owns and renders together. Containers nest, which gives the
+/// tree that a pipeline fills.
 ///
-/// Every get... operation CREATES a new statistic and appends it: names are not unique and nothing
-/// is looked up. Keep the pointer to go on counting; it is valid until the container is destroyed
-/// and must not be deleted.
+/// Every get... operation CREATES a new statistic and appends it: names are not unique, and
+/// existing statistics are not looked up. Keep the pointer to continue counting; it is valid until
+/// the container is destroyed and must not be deleted.
 ///
 /// Rendered as {name: [{entry name: rendering}, ...]}, a child container as {its own name: [...]}.
 ///
-/// Locked: threads may add statistics while another renders. Rendering locks parent before child.
+/// Thread-safe: threads may add statistics while another renders. Rendering locks the parent before
+/// the child.
 ///
 ///     StatisticsContainer stats("run");
 ///     CountStatistics* rows = stats.getCountStatistics("rows");
@@ -36,36 +37,37 @@ namespace libvarrow {
 class LIBVARROW_API StatisticsContainer : public CommonStatistics {
  public:
   ///@{
-  /// `name`: the key it is rendered under.
+  /// Creates an empty container that is rendered under the key `name`.
   explicit StatisticsContainer(const char* name);
   explicit StatisticsContainer(std::string name);
   ///@}
-  /// Destroys every statistic in it.
+  /// Destroys the statistics too.
   ~StatisticsContainer() override;
 
-  /// The key it is rendered under.
+  /// Returns the key under which the container is rendered.
   const std::string& name() const { return name_; }
 
-  /// Appends `stat` and takes ownership, also when it throws. Do not add one statistic twice. A
-  /// null pointer is taken and rendered as null.
+  /// Appends `stat` and takes ownership, even when it throws. Do not add one statistic twice. A
+  /// null pointer is accepted and rendered as null.
   void addStat(const std::string& name, CommonStatistics* stat);
 
   ///@{
-  /// Appends a new statistic, made from what follows its name.
+  /// Appends and returns a new statistic, created from the arguments after its name.
   CountStatistics* getCountStatistics(const std::string& name, std::int64_t initial = 0);
   PercentStatistics* getPercentStatistics(const std::string& name, std::uint64_t total);
   DistributionStatistics* getDistributionStatistics(const std::string& name);
   JsonStatistics* getJsonStatistics(const std::string& name, const Json::Value* value = nullptr);
   JsonStatistics* getJsonStatistics(const std::string& name, const Json::Value& value);
   ///@}
-  /// An empty `name` becomes this container's name followed by "Time_Dur".
+  /// Appends and returns a new statistic. An empty `name` becomes this container's name followed by
+  /// "Time_Dur".
   TimeStatistics* getTimeStatistics(std::string name);
-  /// Appends a new child container, rendered under its own name.
+  /// Appends and returns a new child container, rendered under its own name.
   StatisticsContainer* getStatisticsContainer(const std::string& name);
 
-  /// Moves all entries of `other` (not null) behind this container's own. Only this container is
-  /// locked: nobody may use `other` meanwhile. Pointers to them live as long as this container
-  /// now.
+  /// Moves all entries of `other` (not null) to the end of this container. Pointers to them are
+  /// then valid as long as this container lives. Not thread-safe for `other`: only this container
+  /// is locked.
   void merge(StatisticsContainer* other);
 
   Json::Value toJsonValue4Bind() const override;

@@ -1,4 +1,4 @@
-// Time points, and the guard with which code times itself.
+// Time points, and a guard that records them.
 #pragma once
 
 #include <boost/date_time/posix_time/posix_time_types.hpp>
@@ -11,20 +11,21 @@
 
 namespace libvarrow {
 
-/// Collects time points in the order appended. Locked: any thread may append while another renders.
+/// Time points in the order in which they were appended. Thread-safe: threads may append while
+/// another renders.
 ///
 /// Rendered as an object: "minutes", the whole seconds from the first time point to the last
-/// divided by 60, and, unless there is none, "timestamps", their texts.
+/// divided by 60, and, if there are any, "timestamps", their texts.
 class LIBVARROW_API TimeStatistics : public CommonStatistics {
  public:
   TimeStatistics() = default;
 
-  /// Appends `t`, whatever came before it.
+  /// Appends `t`, which may be earlier than the time points before it.
   void appendTime(boost::posix_time::ptime t);
-  /// Appends the local time now, to the microsecond.
+  /// Appends the current local time, with microseconds.
   void appendCurrentLocalTime();
 
-  /// Last time point minus first; zero when there are none.
+  /// Returns the last time point minus the first; zero without time points.
   boost::posix_time::time_duration getDur() const;
 
   Json::Value toJsonValue4Bind() const override;
@@ -36,13 +37,13 @@ class LIBVARROW_API TimeStatistics : public CommonStatistics {
   std::vector<boost::posix_time::ptime> timestamps_;
 };
 
-/// Appends the local time at entry and at exit of its scope. Without memory for the second, logs
-/// that at WARN.
+/// RAII guard: appends the local time at entry and at exit of its scope. Logs at WARN when it
+/// runs out of memory at exit.
 ///
 ///     TimeRecoderHelper timer(data->statisticsContainer->getTimeStatistics("search"));
 class LIBVARROW_API TimeRecoderHelper : private boost::noncopyable {
  public:
-  /// `statistics` is not owned and must outlive the guard.
+  /// Appends the first time. `statistics` is not owned and must outlive the guard.
   explicit TimeRecoderHelper(TimeStatistics* statistics);
   ~TimeRecoderHelper();
 

@@ -1,4 +1,4 @@
-// Statistics that can be watched while a program runs.
+// A statistics file that can be watched while a program runs.
 #pragma once
 
 #include <Poco/Timer.h>
@@ -11,30 +11,30 @@
 
 namespace libvarrow {
 
-/// Rewrites the file of one container while it lives, and a last time when it is destroyed.
+/// Writer of one container's statistics file. Its destructor writes the file a last time.
 ///
-/// When the environment variable LIBVARROW_TIMED_STAT_DUMP is set, to whatever value, a timer
-/// thread writes the file 5 seconds after construction and then every 30 seconds. Each time it
-/// writes "FILE.writing" first and renames it, so that nobody reads half a file. An older file or
-/// symbolic link of that name is removed before. Without the variable only the last write happens,
-/// and a process that crashes or is killed gets none.
+/// When the environment variable LIBVARROW_TIMED_STAT_DUMP is set, to any value, a timer thread
+/// also writes the file 5 seconds after construction and then every 30 seconds. Each write creates
+/// "FILE.writing" and renames it, so that readers never see half a file. An older file or symbolic
+/// link of that name is removed before. Without the variable, only the last write happens, and a
+/// process that crashes or is killed writes nothing.
 ///
-/// A file that cannot be written whole (the disk is full, or memory runs out, say) is logged at
-/// WARN and removed; the last whole one stays. A file that cannot be opened ends the process with a
-/// back-trace, from the timer thread too. A target that cannot be replaced (a directory that is not
-/// empty, say) is a boost::filesystem::filesystem_error: on the timer thread it is passed over and
-/// the next write tries again, from the destructor it ends the process. Either way an exception
-/// that is on its way through the destructor is lost: make the dumper outside the try block. Two
+/// A file that cannot be written completely (full disk or out of memory, for example) is logged at
+/// WARN and removed; the last complete file stays. A file that cannot be opened aborts with a
+/// back-trace, also on the timer thread. A target that cannot be replaced (a directory that is not
+/// empty, for example) throws boost::filesystem::filesystem_error: the timer thread ignores it and
+/// the next write tries again; in the destructor it ends the process. In both cases an exception
+/// that is passing through the destructor is lost: create the dumper outside the try block. Two
 /// dumpers must not share a file name.
 ///
-/// Every running timer has a thread, from a pool that the dumpers share and that grows. When the
-/// system has no thread left, a WARN line says so, and the file is written by the destructor only.
+/// Every running timer occupies one thread of a growing pool that the dumpers share. When the timer
+/// gets no thread, the constructor logs at WARN, and only the destructor writes the file.
 class LIBVARROW_API TimedStatDumper : public Poco::Timer, private boost::noncopyable {
  public:
-  /// `statistics` is not owned and must outlive the dumper. A relative `fileName` is taken from
-  /// the current directory, now.
+  /// Starts the timer if the variable is set. `statistics` is not owned and must outlive the
+  /// dumper. A relative `fileName` is resolved from the current directory, now.
   TimedStatDumper(StatisticsContainer* statistics, const std::string& fileName);
-  /// Waits for a write that is under way, then writes the final state.
+  /// Waits for a running write, then writes the final state.
   ~TimedStatDumper() override;
 
  private:
