@@ -18,8 +18,8 @@ using OwnedRules = std::vector<std::unique_ptr<Rule>>;
 
 constexpr int kTopLevel = 1;
 
-// Runs `body`; what it complains of gains `place` in front of its path. Other errors pass as they
-// are.
+// Runs `body` and adds `place` in front of the path of a ParseErrorException. Other errors pass
+// unchanged.
 template <class Body>
 void at(const std::string& place, Body body) {
   try {
@@ -46,12 +46,13 @@ std::unique_ptr<Rule> createRule(const std::string& name, const Json::Value& par
   return owned;
 }
 
-// Structure that is none: unlike what is wrong with a rule, nobody can go on from it.
+// Invalid structure; unlike an invalid rule, not recoverable.
 struct NoRuleFile : cppbind::ParseErrorException {
   using ParseErrorException::ParseErrorException;
 };
 
-// Reads groups into one list. Errors gain their place in the file, such as "rule_list[1]".
+// A reader of groups into one list. It adds to errors their place in the file, such as
+// "rule_list[1]".
 class GroupReader {
  public:
   explicit GroupReader(const cppbind::ClassRegister& reg) : reg_(reg) {}
@@ -85,7 +86,7 @@ class GroupReader {
     LIBVARROW_LOG_DEBUG("%s", text.c_str());
   }
 
-  // Hands the rules over to the caller.
+  // Transfers the ownership of the rules to the caller.
   RuleLoader::Rules release() {
     RuleLoader::Rules released;
     released.reserve(rules_.size());
@@ -107,7 +108,7 @@ std::string faultOf(const char* file, const std::exception& error) {
   return std::string("rule file") + (*file == '\0' ? "" : " ") + file + ": " + error.what();
 }
 
-// The rules that `read` gives to the reader it is called with. `file` is "" when there is none.
+// Returns the rules that `read` reads with its argument, a reader. `file` is "" without a file.
 template <class Read>
 RuleLoader::Rules rulesOf(const cppbind::ClassRegister* reg, const char* file, Read read) {
   LIBVARROW_CHECK(reg != nullptr);

@@ -1,4 +1,4 @@
-// The base of everything that says why a check failed.
+// The base of all reasons why a check failed.
 #pragma once
 
 #include <json/value.h>
@@ -9,8 +9,8 @@
 
 namespace libvarrow {
 
-/// Why a check failed, for programs and for people. A value of its own: it keeps no reference to
-/// what was checked. One thread at a time.
+/// The reason why a check failed, for programs and for people. An independent value: it keeps no
+/// reference to the checked objects. Not thread-safe.
 class LIBVARROW_API FailReason {
  public:
   FailReason() = default;
@@ -20,13 +20,13 @@ class LIBVARROW_API FailReason {
   FailReason& operator=(FailReason&&) = default;
   virtual ~FailReason();
 
-  /// The reason for programs, as each class documents.
+  /// Returns the reason for programs, as each class documents.
   virtual Json::Value getJsonValueInfo() const = 0;
 
-  /// The reason for people: dumpJsonValueInfo() unless a class says it better.
+  /// Returns the reason for people: dumpJsonValueInfo() unless a class overrides it.
   virtual std::string toStr() const;
 
-  /// getJsonValueInfo() as text indented by tabs, with a line end.
+  /// Returns getJsonValueInfo() as text indented by tabs, with a line end.
   std::string dumpJsonValueInfo() const;
 };
 

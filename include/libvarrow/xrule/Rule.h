@@ -12,12 +12,12 @@
 
 namespace libvarrow {
 
-/// What a rule was made for; the host defines the values: `constexpr RuleGenType kByUser{1};`.
+/// The purpose of a rule; the host defines the values: `constexpr RuleGenType kByUser{1};`.
 enum class RuleGenType : std::int32_t {};
 
-/// Base of a host's rules, which RuleLoader creates from a rule file. How a rule is run is the
-/// host's: give the rules a base of your own with an operation that takes the data, counts, and
-/// says why not.
+/// Base of a host's rules, which RuleLoader creates from a rule file. The host defines how a rule
+/// runs: give the rules your own base, with an operation that takes the data, counts, and reports
+/// the reason of a failure.
 ///
 ///     class LatestFinish : public libvarrow::Rule {
 ///      public:
@@ -29,10 +29,10 @@ enum class RuleGenType : std::int32_t {};
 ///       int limit_ = 0;
 ///     };
 ///
-/// Derives from Object virtually, so that a rule may have another base that is virtually an Object;
-/// of several bases that are rules each derives from Rule virtually.
+/// Derives from Object virtually, so that a rule may have another base that derives virtually from
+/// Object. When several bases of a rule are rules, each must derive virtually from Rule.
 ///
-/// The counters may be used from any thread; the rest belongs to one thread at a time.
+/// The counters are thread-safe; the rest is not.
 class LIBVARROW_API Rule : virtual public cppbind::Object {
  public:
   Rule() = default;
@@ -44,14 +44,15 @@ class LIBVARROW_API Rule : virtual public cppbind::Object {
   ~Rule() override;
 
   ///@{
-  /// Switch a rule off and on again, for the host to respect. A new rule is enabled.
+  /// Enables or disables the rule, or returns whether it is enabled; the host must respect it. A
+  /// new rule is enabled.
   void enable() { enabled_ = true; }
   void disable() { enabled_ = false; }
   bool isEnabled() const { return enabled_; }
   ///@}
 
   ///@{
-  /// How often the rule passed and failed since it was made or reset.
+  /// Returns how often the rule passed or failed since it was created or reset.
   std::int32_t getPassedCountValue() const { return passedCount_.load(); }
   std::int32_t getFailedCountValue() const { return failedCount_.load(); }
   ///@}
@@ -59,27 +60,27 @@ class LIBVARROW_API Rule : virtual public cppbind::Object {
   void resetStatisticsCount();
 
   ///@{
-  /// RuleGenType{0} at first.
+  /// Returns or sets the purpose of the rule, RuleGenType{0} at first.
   RuleGenType getRuleGenType() const { return ruleGenType_; }
   void setRuleGenType(RuleGenType type) { ruleGenType_ = type; }
   ///@}
 
-  /// Whether the rule wants everything looked at, also after its first complaint: for the host to
-  /// respect. False unless the rule's class sets it.
+  /// Returns whether the rule wants everything checked, also after its first failure; the host must
+  /// respect it. False unless the rule's class sets it.
   bool getValidateAllFlag() const { return validateAll_; }
 
-  /// {"passed_count", "failed_count", "rule_class"}; the class is the run-time type, of a
-  /// rule created by name "cppbind::ObjWrapperT<LatestFinish>". Unless null,
-  /// `*text` gets it as text indented by tabs.
+  /// Returns {"passed_count", "failed_count", "rule_class"}. The class is the run-time type,
+  /// "cppbind::ObjWrapperT<LatestFinish>" for a rule created by name. Also writes it to `*text`, as
+  /// text indented by tabs, unless `text` is null.
   Json::Value getRuleBasicInfo(std::string* text) const;
 
-  /// The class name that the rule was created under, else its run-time type.
+  /// Returns the class name under which the rule was created, else its run-time type.
   std::string dumpStr() const override;
 
  protected:
   /// Counts one check and returns its outcome.
   bool count(bool hasPassed);
-  /// For the constructor of a rule that wants everything looked at.
+  /// Sets getValidateAllFlag(); for constructors of rules that want everything checked.
   void setValidateAllFlag(bool validateAll) { validateAll_ = validateAll; }
 
  private:

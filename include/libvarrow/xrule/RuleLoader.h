@@ -1,4 +1,4 @@
-// Rules from a rule file.
+// Loads rules from a rule file.
 #pragma once
 
 #include <json/value.h>
@@ -16,8 +16,9 @@ class ClassRegister;
 
 namespace libvarrow {
 
-/// Creates the rules that a JSON file names. The file holds a group, a list of groups, or null. A
-/// group holds rules by class name (in any case), each with its parameters, and further groups:
+/// A loader that creates the rules of a JSON file. The file holds a group, a list of groups, or
+/// null. A group holds rules by class name (in upper or lower case), each with its parameters, and
+/// further groups:
 ///
 ///     {
 ///       "rule_level": 2,                       // of this group and those in it; 1 at the top
@@ -26,35 +27,34 @@ namespace libvarrow {
 ///       "rule_list": [{"MachineLoad": {"machine": 4, "at_most": 0.8}}]
 ///     }
 ///
-/// Rules come out in the order of the keys as the JSON library sorts them, those of "rule_list" at
-/// its place among them. Levels, and what is created from what, are logged at DEBUG only.
+/// The rules have the order in which the JSON library sorts the keys, with those of "rule_list" at
+/// the position of that key. Levels, class names and parameters are logged only at DEBUG.
 ///
-/// The caller owns the rules. They, and `reg` (not null), which creates them, belong to one thread.
-///
-/// An unknown class throws cppbind::ClassMissRegException, parameters that do not fit a
-/// cppbind::ParseErrorException; both say where, "rule_list[1].LatestFinish.limit: not found", and
-/// rules made before are freed. What is no rule file at all is logged at ERROR with its place and
-/// ends the process with a back-trace: a file that cannot be read or parsed, a group that is no
-/// object, a "rule_list" that is no array, a "rule_level" that is no integer. A registered class
-/// that is no Rule fails an assertion.
+/// The caller owns the rules. Throws cppbind::ClassMissRegException when a class is unknown, and
+/// cppbind::ParseErrorException when parameters do not fit. Both give the place,
+/// "rule_list[1].LatestFinish.limit: not found", and rules created before are freed. Logs an
+/// invalid rule file with its place at ERROR and aborts with a back-trace: when the file cannot be
+/// read or parsed, a group is not an object, a "rule_list" is not an array, or a "rule_level" is
+/// not an integer. Aborts when a registered class is not a Rule. Not thread-safe: the rules and
+/// `reg` (not null), which creates them, belong to one thread.
 class LIBVARROW_API RuleLoader {
  public:
-  /// Owned by the caller; none is null.
+  /// A list of rules, owned by the caller; none is null.
   using Rules = std::vector<Rule*>;
 
-  /// The rules of the file at `file`, comments allowed.
+  /// Returns the rules of the file `file`, which may contain comments.
   static Rules loadRules(const char* file, const cppbind::ClassRegister* reg);
-  /// The same of the file's value.
+  /// Returns the rules of a rule file's value.
   static Rules loadRules(Json::Value json, const cppbind::ClassRegister* reg);
 
   ///@{
-  /// The rules of one group, or of a list of groups, inside one of `level`.
+  /// Returns the rules of one group, or of a list of groups, inside a group of `level`.
   static Rules loadRulesByJsonObj(Json::Value group, const cppbind::ClassRegister* reg, int level);
   static Rules loadRulesByJsonArrary(Json::Value groups, const cppbind::ClassRegister* reg,
                                      int level);
   ///@}
 
-  /// One rule of the class `name`.
+  /// Returns one new rule of the class `name`.
   static Rule* loadOneRuleByJsonObj(std::string name, Json::Value parameter,
                                     const cppbind::ClassRegister* reg, int level);
 };

@@ -1,4 +1,4 @@
-// Which rule failed, and its details.
+// A failed rule and its details.
 #pragma once
 
 #include <boost/shared_ptr.hpp>
@@ -12,14 +12,15 @@ namespace libvarrow {
 
 class Rule;
 
-/// In JSON: {"ruleName": the class name that the rule was created under, spelt as in the rule file,
-/// "ruleClassName": its run-time type, of one created by name "cppbind::ObjWrapperT<LatestFinish>",
-/// "ruleProperty": {"baseProperty", "originParameter"}, what it was created from, "detailInfo":
-/// only when there is one}.
+/// The reason of one failed rule. In JSON: {"ruleName": the class name under which the rule was
+/// created, spelt as in the rule file, "ruleClassName": its run-time type,
+/// "cppbind::ObjWrapperT<LatestFinish>" for a rule created by name, "ruleProperty":
+/// {"baseProperty", "originParameter"}, the values from which it was created, "detailInfo": only if
+/// present}.
 class LIBVARROW_API RuleReason : public FailReason {
  public:
-  /// Copies what it says of `rule` (not null) and takes `detail` over, which may be null. Its
-  /// member "reasonStr", a string, is what the simple report shows.
+  /// Copies the names and properties of `rule` (not null) and takes ownership of `detail`, which
+  /// may be null. The simple report shows the detail's string member "reasonStr".
   ///
   ///     auto detail = std::make_unique<Json::Value>();
   ///     (*detail)["reasonStr"] = "job 3 ends at 57, 2 too late";
@@ -30,18 +31,18 @@ class LIBVARROW_API RuleReason : public FailReason {
 
   Json::Value getJsonValueInfo() const override;
 
-  /// The class name that the rule was created under.
+  /// Returns the class name under which the rule was created.
   const std::string& ruleName() const { return ruleName_; }
-  /// The rule's run-time type.
+  /// Returns the rule's run-time type.
   const std::string& ruleClassName() const { return ruleClassName_; }
-  /// What the rule was created from; null of one that was not created by name.
+  /// Returns the values from which the rule was created; null when it was not created by name.
   const Json::Value& ruleProperty() const { return ruleProperty_; }
-  /// Null when there is none.
+  /// Returns the details; null without details.
   const Json::Value* detailInfo() const { return detailInfo_.get(); }
-  /// The detail's member "reasonStr"; empty when there is no such string.
+  /// Returns the detail's member "reasonStr"; empty without such a string.
   std::string reasonStr() const;
 
-  /// The array of the reasons' JSON forms. None may be null.
+  /// Returns the array of the reasons' JSON forms. None may be null.
   static Json::Value getJsonFromObj(const std::vector<boost::shared_ptr<RuleReason>>& reasons);
 
  private:

@@ -1,4 +1,4 @@
-// What a rule is given and what it answers.
+// The input and the result of a rule.
 #pragma once
 
 #include <string>
@@ -20,11 +20,11 @@ class LIBVARROW_API RuleParameter {
   RuleParameter& operator=(RuleParameter&&) = default;
   virtual ~RuleParameter();
 
-  /// The run-time type's name; a host says more.
+  /// Returns the run-time type's name; a host may return more.
   virtual std::string dumpStr() const;
 };
 
-/// The outcome of one check: good or not, and why not.
+/// The outcome of one check: good or not, and the reason if not.
 class LIBVARROW_API RuleResult {
  public:
   /// The rule holds.
@@ -35,7 +35,7 @@ class LIBVARROW_API RuleResult {
   static constexpr bool FLAG_FAILED_OVER_FLOW = false;
 
   ///@{
-  /// FLAG_GOOD at first. Setting it leaves the reason as it is.
+  /// Returns or sets the flag, FLAG_GOOD at first. Setting it does not change the reason.
   bool isGood() const { return flag_; }
   bool getFlag() const { return flag_; }
   void setGood() { flag_ = FLAG_GOOD; }
@@ -44,16 +44,17 @@ class LIBVARROW_API RuleResult {
   ///@}
 
   ///@{
-  /// Not owned; null at first. It must outlive the result.
+  /// Returns or sets the reason, null at first. The reason is not owned and must outlive the
+  /// result.
   FailReason* getReason() const { return reason_; }
   void setReason(FailReason* reason) { reason_ = reason; }
   ///@}
 
-  /// "PASS" or "FAIL".
+  /// Returns "PASS" or "FAIL".
   static std::string flagType2Str(bool flag);
 
-  /// "flag: PASS", or "flag: FAIL; failed_reason: " and the reason's text; the reason stands there
-  /// whenever there is one.
+  /// Returns "flag: PASS" or "flag: FAIL", followed by "; failed_reason: " and the reason's text
+  /// whenever a reason is set.
   std::string dumpStr() const;
 
  private:
@@ -61,22 +62,22 @@ class LIBVARROW_API RuleResult {
   FailReason* reason_ = nullptr;
 };
 
-/// A parameter together with its result, as a check hands them through its rules. Owns neither the
+/// A parameter together with its result, as a check passes them through its rules. Owns neither the
 /// parameter nor the reason.
 class LIBVARROW_API RuleValidateContext {
  public:
-  /// The result starts good, with `reason` (may be null) as its reason.
+  /// Creates a good result with `reason` (may be null) as its reason.
   RuleValidateContext(RuleParameter* parameter, RuleValidatorReason* reason);
 
-  /// As given; not owned.
+  /// Returns the parameter; not owned.
   RuleParameter* getParameter() const { return parameter_; }
   ///@{
-  /// For the rules to set.
+  /// Returns the result, which the rules set.
   RuleResult& getResult() { return result_; }
   const RuleResult& getResult() const { return result_; }
   ///@}
 
-  /// "parameter: " and its text, "; result: " and its text.
+  /// Returns "parameter: " and its text, "; result: " and its text.
   std::string dumpStr() const;
 
  private:

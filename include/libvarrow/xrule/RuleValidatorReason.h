@@ -10,34 +10,33 @@
 
 namespace libvarrow {
 
-/// In JSON: {"refObjList": [...], "ruleReasonList": [...]}; without referred objects the former is
-/// not there.
+/// The reasons of one check's failed rules. In JSON: {"refObjList": [...], "ruleReasonList":
+/// [...]}; without referred objects, "refObjList" is absent.
 class LIBVARROW_API RuleValidatorReason : public FailReason {
  public:
   RuleValidatorReason() = default;
-  /// One referred object, as people call it: "job 3".
+  /// Takes one referred object, as people call it: "job 3".
   explicit RuleValidatorReason(std::string refObj);
-  /// Two referred objects, such as a job and its machine.
+  /// Takes two referred objects, such as a job and its machine.
   RuleValidatorReason(std::string first, std::string second);
-  /// Any number of them.
+  /// Takes any number of referred objects.
   explicit RuleValidatorReason(std::vector<std::string> refObjs);
 
   /// Appends a referred object.
   void addRefObj(const std::string& refObj);
   ///@{
-  /// Appends; of the pointer takes ownership. A null reason ends the process when the reasons are
-  /// written as JSON.
+  /// Appends `reason`; takes ownership of a pointer. Writing a null reason as JSON aborts.
   void appendReason(RuleReason* reason);
   void appendReason(const boost::shared_ptr<RuleReason>& reason);
   ///@}
 
-  /// In the order they were added.
+  /// Returns the referred objects in order of addition.
   const std::vector<std::string>& refObjs() const { return refObjs_; }
-  /// In the order they were appended.
+  /// Returns the reasons in order of addition.
   const std::vector<boost::shared_ptr<RuleReason>>& reasons() const { return reasons_; }
 
   Json::Value getJsonValueInfo() const override;
-  /// A value for each rule reason: its own JSON with "refObjList" added.
+  /// Returns one value for each rule reason: its own JSON with "refObjList" added.
   std::vector<Json::Value> getJsonValueInfoV2() const;
 
  private:

@@ -1,4 +1,4 @@
-// All that speaks against one object, by validator, in three forms.
+// All reasons against one object, by validator, in three forms.
 #pragma once
 
 #include <boost/shared_ptr.hpp>
@@ -11,12 +11,12 @@
 
 namespace libvarrow {
 
-/// What a person needs of a report: rule by rule, the reason in words.
+/// A report for people: rule by rule, the reason in words.
 class LIBVARROW_API SimpleValidatorReason {
  public:
   /// A broken rule.
   struct BreakRuleInfo {
-    /// The class name of the rule, as RuleReason::ruleName has it.
+    /// The class name of the rule, as in RuleReason::ruleName.
     std::string ruleName;
     /// The reason in words; may be empty.
     std::string reason;
@@ -24,61 +24,63 @@ class LIBVARROW_API SimpleValidatorReason {
 
   /// Appends a broken rule.
   void add(const std::string& ruleName, const std::string& reason);
-  /// Room for `count` broken rules.
+  /// Reserves memory for `count` broken rules.
   void reserve(std::size_t count) { breakRules_.reserve(count); }
-  /// In the order they were added; valid until the next is.
+  /// Returns the broken rules in order of addition; valid until the next add().
   const std::vector<BreakRuleInfo>& breakRules() const { return breakRules_; }
 
  private:
   std::vector<BreakRuleInfo> breakRules_;
 };
 
-/// In JSON: {"refObj": ..., "ruleValidatorReasonList": [{"ruleValidatorName": ...,
-/// "ruleValidatorReason": {...}}, ...]}; an entry without a reason has only its name.
+/// The reasons of all validators against one object. In JSON: {"refObj": ...,
+/// "ruleValidatorReasonList": [{"ruleValidatorName": ..., "ruleValidatorReason": {...}}, ...]}; an
+/// entry without a reason has only its name.
 ///
 ///     libvarrow::ValidatorReason report("plan of March 5");
 ///     report.addReason("machines", machineReason);
 ///     file << report.dumpJsonValueInfo();
 class LIBVARROW_API ValidatorReason : public FailReason {
  public:
-  /// What one validator says.
+  /// The reason of one validator.
   struct LIBVARROW_API RuleReasonInfo {
-    /// `reason` may be null.
+    /// Takes the name and the reason, which may be null.
     RuleReasonInfo(const std::string& validatorName, boost::shared_ptr<RuleValidatorReason> reason);
 
-    /// As the host calls the validator.
+    /// The validator's name in the host.
     std::string validatorName;
     boost::shared_ptr<RuleValidatorReason> reason;  ///< may be null
   };
 
-  /// `refObj`: the object that the report is about, as people call it.
+  /// Creates an empty report about the object `refObj`, as people call it.
   explicit ValidatorReason(std::string refObj = std::string());
 
   ///@{
-  /// Appends what validators say; shares the reasons, which may be null.
+  /// Appends the reasons of validators and shares them; they may be null.
   void addReason(std::string validatorName, boost::shared_ptr<RuleValidatorReason> reason);
   void addReason(const std::vector<RuleReasonInfo>& reasons);
   ///@}
 
-  /// The object that the report is about.
+  /// Returns the object that the report is about.
   const std::string& refObj() const { return refObj_; }
-  /// In the order they were added.
+  /// Returns the entries in order of addition.
   const std::vector<RuleReasonInfo>& reasonInfos() const { return reasons_; }
 
-  /// Every rule reason, in order. Null ones are passed over.
+  /// Returns every rule reason, in order, and ignores null ones.
   std::vector<boost::shared_ptr<RuleReason>> getFailedReasons() const;
-  /// How many getFailedReasons() has.
+  /// Returns the number of reasons in getFailedReasons().
   std::size_t getFailedReasonCount() const;
 
   Json::Value getJsonValueInfo() const override;
 
-  /// {"refObj": ..., "rulesBreak": [...]}: the rule reasons of all validators in one list, each
-  /// with the objects that its check was about; validator names do not appear. Without rule reasons
-  /// there is no "rulesBreak". An entry without a reason ends the process with a back-trace.
+  /// Returns {"refObj": ..., "rulesBreak": [...]}: the rule reasons of all validators in one list,
+  /// each with the objects of its check; validator names do not appear. Without rule reasons,
+  /// "rulesBreak" is absent. Aborts with a back-trace when the reason of an entry is null.
   Json::Value getJsonValueInfoV2() const;
 
-  /// Name and words of each rule reason, in order. The words are the detail's "reasonStr", empty
-  /// when that is no string. Keep the result while you loop over its breakRules().
+  /// Returns the name and the words of each rule reason, in order. The words are the detail's
+  /// "reasonStr", empty when that is not a string. Keep the result while you loop over its
+  /// breakRules().
   boost::shared_ptr<SimpleValidatorReason> toSimple() const;
 
  private:
