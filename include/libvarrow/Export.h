@@ -1,10 +1,10 @@
-// What the shared library lets hosts see.
+// Export macros of the shared library.
 #pragma once
 
 #include "cppbind/Export.h"
 
-/// Marks what the shared library exports.
+/// Marks a declaration that the shared library exports.
 #define LIBVARROW_API CPPBIND_API
-/// CPPBIND_PRINTF_LIKE.
+/// Does the same as CPPBIND_PRINTF_LIKE.
 #define LIBVARROW_PRINTF_LIKE(formatIndex, firstArgument) \
   CPPBIND_PRINTF_LIKE(formatIndex, firstArgument)

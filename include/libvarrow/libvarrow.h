@@ -1,4 +1,4 @@
-// The whole library.
+// Includes all public headers of the library.
 #pragma once
 
 #include "cppbind/cppbind.h"
@@ -52,14 +52,14 @@
 #include "libvarrow/xrule/ValidatorReason.h"
 
 /// @namespace libvarrow
-/// The frame (pipelines, statistics, logs, failure) and the vocabulary (calendars, rules,
-/// plug-ins).
+/// The frame of a program (pipelines, statistics, logs, failures) and its vocabulary (calendars,
+/// rules, plug-ins).
 
 /// @namespace libvarrow::logging
-/// What the logging macros call.
+/// The functions that the logging macros call.
 
 /// @namespace libvarrow::utility
-/// Text and files; and the names of ::utility.
+/// Functions for text and files, and the names of ::utility.
 
 /// @namespace utility
-/// Pieces of capacity, as scheduling algorithms cut them up.
+/// Pieces of capacity, as scheduling algorithms divide them.
