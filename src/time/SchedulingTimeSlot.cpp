@@ -178,7 +178,7 @@ void TimeSlot::setBind(cppbind::Binder* binder, bool bindFields) {
   readTags(*binder);
 }
 
-// Into a fresh set: tags travel from JSON into the slot, and are never written.
+// Binds a new, empty set: tags are read from JSON into the slot, but never written.
 void TimeSlot::readTags(cppbind::Binder& binder) {
   std::set<std::string> names;
   binder.bind("tags", names);

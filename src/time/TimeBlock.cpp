@@ -23,14 +23,14 @@ using slot_search::firstNot;
 using slot_search::Slots;
 using slot_search::SlotsNear;
 
-// Moving the tail of a block is most of what a change costs.
+// Moving the tail of a block is most of the cost of a change.
 static_assert(std::is_trivially_copyable_v<TimeSlot>);
 
 const TimeBlock TimeBlock::empty_block;
 
 namespace {
 
-// From here on one pass over both blocks costs less than one change after the other.
+// From this count on, one pass over both blocks costs less than single changes.
 constexpr std::size_t kManySlots = 4;
 
 bool beginsEarlier(const TimeSlot& a, const TimeSlot& b) {
@@ -102,7 +102,7 @@ void TimeBlock::addTimeBlock(ptime bstart, ptime bend) {
   }
   const auto first = lowerBound(timeslots, bstart);
   const auto index = static_cast<std::size_t>(first - timeslots.cbegin());
-  // Whatever the slots are, a search by halves ends so.
+  // Postcondition of the binary search, even for unordered slots.
   if (index > 0) LIBVARROW_CHECK(this->timeslots[index - 1].time_end < bstart);
   if (first != timeslots.cend()) LIBVARROW_CHECK(this->timeslots[index].time_end >= bstart);
 
@@ -118,10 +118,10 @@ void TimeBlock::addTimeBlock(ptime bstart, ptime bend) {
 void TimeBlock::addTimeBlocks(TimeBlock const& other) {
   if (&other == this) return addTimeBlocks(TimeBlock(other));
   const Slots& additions = other.timeslots;
-  // A block that was moved from may have been out of order.
+  // A moved-from block may have been out of order.
   if (timeslots.empty()) isOrdered_ = true;
   if (!isOrdered_ || additions.size() < kManySlots) return addOneByOne(additions);
-  // Ordered slots need no look at whether they are reversed or out of order.
+  // Ordered slots need no check for reversed or unsorted ones.
   if (other.isOrdered_) return unite(additions);
   if (haveReversed(additions)) return addOneByOne(additions);
   if (std::is_sorted(additions.begin(), additions.end(), beginsEarlier)) return unite(additions);
@@ -129,7 +129,7 @@ void TimeBlock::addTimeBlocks(TimeBlock const& other) {
 }
 
 void TimeBlock::addOneByOne(std::vector<TimeSlot> const& additions) {
-  // Room for all before the first, as a later one must not run out of memory.
+  // Reserves for all additions first, so that a later one cannot run out of memory.
   if (additions.size() > 1) slot_sweep::makeRoom(timeslots, additions.size());
   const auto addUntil = [&](Slots::const_iterator last) {
     for (auto slot = additions.begin(); slot != last; ++slot) {
@@ -140,12 +140,12 @@ void TimeBlock::addOneByOne(std::vector<TimeSlot> const& additions) {
   try {
     if (reversed != additions.end()) requireForwards(reversed->time_begin, reversed->time_end);
   } catch (const std::runtime_error&) {
-    // Only now that the error is made: making it takes memory, too.
+    // Only after the error was made, which needs memory too.
     addUntil(reversed);
     throw;
   }
   addUntil(additions.end());
-  // Once for many additions, as each of them moves slots anyway.
+  // Checked once, after many additions only, as each of them moves slots anyway.
   if (isOrdered_ || additions.size() < kManySlots) return;
   isOrdered_ = slot_search::areOrdered(timeslots);
 }
@@ -164,7 +164,7 @@ void TimeBlock::removeTimeBlock(ptime start, ptime end) {
                               [&](const TimeSlot& slot) { return !(start < slot.time_end); });
   const auto last = firstNot(first, timeslots.cend(),
                              [&](const TimeSlot& slot) { return slot.time_begin < end; });
-  std::array<TimeSlot, 2> pieces;  // before the cut and behind it
+  std::array<TimeSlot, 2> pieces;  // before and after the cut
   TimeSlot* piecesEnd = pieces.data();
   for (auto slot = first; slot != last; ++slot) {
     slot_sweep::emitRest(*slot, {&cut, &cut + 1},
@@ -178,7 +178,7 @@ void TimeBlock::removeTimeBlock(TimeBlock const& other) {
   const Slots& cuts = other.timeslots;
   if (cuts.size() < kManySlots) return removeOneByOne(cuts);
   if (other.isOrdered_) return subtract(cuts);
-  // Two cuts may leave a reversed slot that they would remove as one.
+  // Joined into one, two cuts may remove a reversed slot that they leave one by one.
   const bool areJoinable = isOrdered_ || !haveReversed(timeslots);
   if (!areJoinable || haveReversed(cuts)) return removeOneByOne(cuts);
   subtract(slot_sweep::joined(sortedByBegin(cuts)));
@@ -186,7 +186,7 @@ void TimeBlock::removeTimeBlock(TimeBlock const& other) {
 
 void TimeBlock::removeOneByOne(std::vector<TimeSlot> const& cuts) {
   if (!isOrdered_ && cuts.size() > 1) {
-    // Each of these removals makes a new vector.
+    // On a copy, as each of these removals makes a new vector.
     TimeBlock rest(*this);
     for (const TimeSlot& slot : cuts) rest.removeTimeBlock(slot.time_begin, slot.time_end);
     *this = std::move(rest);
@@ -296,7 +296,7 @@ std::string TimeBlock::dumpAsString() const {
 
 void TimeBlock::setBind(cppbind::Binder* binder, bool bindFields) {
   if (!bindFields) return;
-  // A read that fails leaves a part of the slots behind.
+  // A failed read leaves a part of the slots.
   if (binder->isReading()) isOrdered_ = false;
   binder->bind(timeslots);
   const bool isSorted = isOrdered_ || std::is_sorted(timeslots.begin(), timeslots.end());

@@ -1,4 +1,4 @@
-// What a TimeBlock has in a window and on each day, and where working time ends.
+// Queries of TimeBlock: time in a window, time on each day, and working time from a position.
 #include <algorithm>
 #include <cstdint>
 
@@ -28,7 +28,7 @@ void logBlock(const TimeBlock& block) {
   LIBVARROW_LOG_ERROR("timeBlock: \n%s \n", block.dumpAsString().c_str());
 }
 
-// In whole seconds: what begins less than a second after midnight counts as beginning with the day.
+// In whole seconds: a begin less than a second after midnight counts as the begin of the day.
 bool isPastMidnight(const ptime& time) {
   return time.time_of_day().total_seconds() > 0;
 }
@@ -38,21 +38,21 @@ date firstMidnightInside(const TimeSlot& slot) {
   return isPastMidnight(slot.time_begin) ? day + kOneDay : day;
 }
 
-// Between special dates, too: more days than there are, in the direction of the difference.
+// For special dates too: clamped to more days than exist, with the sign of the difference.
 std::int64_t daysBetween(const date& from, const date& to) {
   constexpr std::int64_t kMost = std::int64_t{1} << 32;
   return std::clamp<std::int64_t>((to - from).days(), -kMost, kMost);
 }
 
-// Checks that the days from `first` to `last` can be gone through.
+// Throws a traced error unless the days from `first` to `last` can be listed.
 void requireCountable(const date& first, const date& last) {
   if (first.is_special() || last.is_special()) {
     throwTraced("the days from " + time2str(first) + " to " + time2str(last) + " cannot be listed");
   }
 }
 
-// Appends the days from `first` to `last`, both included. False when one comes before the last one
-// listed.
+// Appends the days from `first` to `last`, both included. Returns false when `first` is before the
+// last day of the list.
 bool appendDays(date first, const date& last, std::vector<date>& list) {
   if (last < first) return true;
   if (!list.empty() && first < list.back()) return false;
@@ -78,8 +78,8 @@ TimeBlock unionOf(Iterator first, Iterator last) {
   return result;
 }
 
-// The count that real times are kept as: a difference of time points asks each time whether they
-// are special.
+// The count that represents a real time. Subtracting time points would test each for special
+// values.
 struct RealTime : ptime {
   static std::int64_t ticks(const ptime& time) { return (time.*&RealTime::time_).time_count(); }
 };
@@ -209,7 +209,7 @@ std::map<date, time_duration> TimeBlock::getStatisticByDay() const {
 }
 
 bool TimeBlock::haveCompleteDays(ptime const& start, ptime const& end, int days) const {
-  // Below one day, slots outside the window count too.
+  // With less than one day, slots outside the window count too.
   const bool isSearchable = isOrdered_ && days >= 1 && haveRealTimesOnly(timeslots) &&
                             !start.is_special() && !end.is_special();
   for (const TimeSlot& slot : SlotsNear(timeslots, isSearchable, start, end)) {
@@ -240,7 +240,7 @@ TimeBlock TimeBlock::getBlockAtPos4Dur(ptime const& pos, time_duration const& du
     result.addTimeBlock(lo, at);
     remaining -= at - lo;
   }
-  // Also when the last slot had just enough: what has nothing behind it is not taken as certain.
+  // Also when the last slot had just enough: without a later slot a result is not certain.
   return empty_block;
 }
 
@@ -249,7 +249,7 @@ TimeBlock TimeBlock::getBlockAtPos4DurByEnd(ptime const& pos, time_duration cons
   std::vector<TimeSlot> backwards;
   time_duration remaining = dur;
   ptime latest = pos;
-  // Only slots that end before `pos`: the search forwards uses the one that contains it.
+  // Only slots that end before `pos`: the forward search uses the slot that contains it.
   while (slot != timeslots.begin()) {
     --slot;
     const ptime hi = std::min(slot->time_end, latest);

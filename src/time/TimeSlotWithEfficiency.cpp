@@ -17,7 +17,7 @@ namespace {
 
 time_duration wholeMilliseconds(double count) {
   const std::uint64_t whole = libvarrow::base::truncatedToUnsigned(count);
-  // More would overflow the duration's own count.
+  // A greater count would overflow the duration's representation.
   const auto most = std::numeric_limits<std::int64_t>::max() / time_duration::ticks_per_second();
   if (whole / 1000 >= static_cast<std::uint64_t>(most)) return boost::date_time::pos_infin;
   return milliseconds(static_cast<std::int64_t>(whole));
@@ -27,17 +27,17 @@ double inMilliseconds(const time_duration& duration) {
   return static_cast<double>(duration.total_milliseconds());
 }
 
-// Clock time to work time.
+// Converts clock time to work time.
 time_duration fromEfficiencyDur(const time_duration& clock, double efficiency) {
   return clock.is_special() ? clock : wholeMilliseconds(inMilliseconds(clock) * efficiency);
 }
 
-// Work time to clock time.
+// Converts work time to clock time.
 time_duration toEfficiencyDur(const time_duration& work, double efficiency) {
   return work.is_special() ? work : wholeMilliseconds(inMilliseconds(work) / efficiency);
 }
 
-// What `use` makes of clock time, with `dur` as work time before and after.
+// Returns the result of `use` for clock time, where `dur` is work time before and after.
 template <class Use>
 ptime atRate(double efficiency, time_duration& dur, Use use) {
   if (efficiency == 1.0) return use(dur);
@@ -47,7 +47,7 @@ ptime atRate(double efficiency, time_duration& dur, Use use) {
   return time;
 }
 
-// What readers of the JSON have always been given: four decimals, held in single precision.
+// The precision that readers of the JSON have always received: four decimals in single precision.
 double toFourDecimals(double efficiency) {
   return static_cast<float>(libvarrow::base::truncatedToUnsigned(efficiency * 10000.0)) / 10000.0F;
 }

@@ -9,7 +9,7 @@ using boost::gregorian::date_duration;
 
 namespace {
 
-// Of 32 bits, wrapping around.
+// A 32-bit sum that wraps around.
 class Sum {
  public:
   explicit Sum(int value = 0) : bits_(static_cast<std::uint32_t>(value)) {}
@@ -50,14 +50,14 @@ std::uint64_t overflowsChecker(std::set<date> const& dates, date_duration const&
 
 std::uint64_t overflowsChecker(std::vector<int> const& values, std::uint64_t window, int limit,
                                OverflowRange<std::uint64_t>* const range) {
-  // A window over all values is no sliding one: whoever asks for it limits the total elsewhere.
+  // A window over all values does not slide: callers limit the total elsewhere.
   if (window >= values.size()) return 0;
   Sum sum;
   for (std::size_t i = 0; i < window; ++i) sum += values[i];
   for (std::size_t i = window; i < values.size(); ++i) {
     sum += values[i];
     sum -= values[i - window];
-    // Whoever does not ask where is not told how much either.
+    // Without a range to set, the excess is not reported either.
     if (sum.value() <= limit || range == nullptr) continue;
     *range = {i - window, i};
     Sum excess(sum.value());

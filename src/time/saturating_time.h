@@ -1,4 +1,4 @@
-// Steps in time that are settled where the date-time library leaves them open.
+// Saturating arithmetic on times and durations, which the date-time library does not define.
 #pragma once
 
 #include <boost/date_time/posix_time/posix_time_types.hpp>
@@ -8,8 +8,9 @@
 
 namespace libvarrow {
 
-/// time + duration. A sum before or behind all real times is -infinity or +infinity: a count of
-/// microseconds would overflow. Special values follow the date-time library's rules.
+/// Returns time + duration, or -infinity or +infinity when the sum is before or after all real
+/// times, as a count of microseconds would overflow. Special values follow the
+/// rules of the date-time library.
 inline boost::posix_time::ptime shifted(const boost::posix_time::ptime& time,
                                         const boost::posix_time::time_duration& duration) {
   using boost::posix_time::ptime;
@@ -21,8 +22,8 @@ inline boost::posix_time::ptime shifted(const boost::posix_time::ptime& time,
   return time + duration;
 }
 
-/// total + duration. A sum beyond the longest durations is infinite; overlapping slots may come to
-/// that.
+/// Returns total + duration, or an infinity when the sum is beyond the longest durations, which
+/// overlapping slots may reach.
 inline boost::posix_time::time_duration sumOf(const boost::posix_time::time_duration& total,
                                               const boost::posix_time::time_duration& duration) {
   using boost::posix_time::time_duration;
@@ -35,10 +36,10 @@ inline boost::posix_time::time_duration sumOf(const boost::posix_time::time_dura
   return longest - duration < total ? time_duration(boost::date_time::pos_infin) : total + duration;
 }
 
-/// Throws a traced runtime error with the texts of both times when they are reversed.
+/// Throws a traced runtime error with the texts of both times when end < begin.
 inline void requireForwards(const boost::posix_time::ptime& begin,
                             const boost::posix_time::ptime& end) {
-  // No separator between the two: whoever reads these messages by program knows them so.
+  // Without a separator: programs that parse these messages know them in this form.
   if (end < begin) throwTraced(time2str(begin) + time2str(end));
 }
 

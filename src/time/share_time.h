@@ -1,4 +1,4 @@
-// The overlap of two intervals, for what asks it in a loop.
+// The overlap of two intervals, inline for loops.
 #pragma once
 
 #include <boost/date_time/posix_time/posix_time_types.hpp>
@@ -7,7 +7,7 @@
 
 namespace libvarrow {
 
-/// isOverlap.
+/// Returns isOverlap of the two intervals.
 inline bool shareTime(const boost::posix_time::ptime& s1, const boost::posix_time::ptime& e1,
                       const boost::posix_time::ptime& s2, const boost::posix_time::ptime& e2) {
   CPPBIND_ASSERT(s1 <= e1);

@@ -1,4 +1,4 @@
-// Finding the slots of a block that a query has to look at.
+// Binary searches for the slots of a block that a query needs.
 #pragma once
 
 #include <boost/date_time/posix_time/posix_time_types.hpp>
@@ -11,23 +11,23 @@ namespace libvarrow::slot_search {
 
 using Slots = std::vector<TimeSlot>;
 
-/// Whether each slot begins no later than it ends and ends no later than the next begins. Begins
-/// and ends then ascend.
+/// Returns whether each slot begins no later than it ends and ends no later than the next begins.
+/// Begins and ends are then ascending.
 bool areOrdered(const Slots& slots);
 
-/// Of ordered slots: whether no time among them is infinite or not-a-date-time.
+/// Returns, for ordered slots, whether no time is infinite or not-a-date-time.
 bool haveRealTimesOnly(const Slots& slots);
 
-/// The first element of [first, last) that `isBefore` is false for, by halves.
+/// Returns the first element of [first, last) for which `isBefore` is false, by binary search.
 //
-// Not std::lower_bound, whose precondition slots that came from outside may break: this one then
-// finds some element, the same on every platform.
+// Not std::lower_bound, whose precondition external slots may violate: this function then finds
+// some element, the same on every platform.
 template <class Iterator, class IsBefore>
 Iterator firstNot(Iterator first, Iterator last, IsBefore isBefore) {
   auto count = static_cast<std::size_t>(last - first);
   while (count > 0) {
     const std::size_t half = count / 2;
-    // All bits or none, and no branch: the processor would guess every second one wrong.
+    // All bits or none: avoids a mispredicted branch.
     const std::size_t right =
         std::size_t{0} -
         static_cast<std::size_t>(isBefore(first[static_cast<std::ptrdiff_t>(half)]));
@@ -37,15 +37,15 @@ Iterator firstNot(Iterator first, Iterator last, IsBefore isBefore) {
   return first;
 }
 
-/// The first slot that ends at `time` or later.
+/// Returns the first slot that ends at `time` or later.
 inline Slots::const_iterator lowerBound(const Slots& slots, const boost::posix_time::ptime& time) {
   return firstNot(slots.begin(), slots.end(),
                   [&](const TimeSlot& slot) { return TimeSlot::CompareByTimeEnd(slot, time); });
 }
 
-/// The slots that share time with [from, to] or touch it, in order: for (slot : SlotsNear(...)).
-/// Where they may not be searched for (`isSearchable` is false, or the window is reversed) these
-/// are all slots, so a loop over them must not rely on the choice.
+/// A range of the slots that overlap or touch [from, to], in order: for (slot : SlotsNear(...)).
+/// Contains all slots when `isSearchable` is false or the window is reversed, so a loop must not
+/// rely on the selection.
 class SlotsNear {
  public:
   SlotsNear(const Slots& slots, bool isSearchable, const boost::posix_time::ptime& from,
@@ -70,7 +70,6 @@ class SlotsNear {
     }
     bool operator!=(const End& end) const { return slot != end.last && !end.isBehind(*slot); }
   };
-  /// How many there are.
   std::size_t count() const {
     const auto isInside = [&](const TimeSlot& slot) { return !end_.isBehind(slot); };
     return static_cast<std::size_t>(firstNot(begin_, end_.last, isInside) - begin_);

@@ -21,7 +21,7 @@ Slots unite(SlotIterator slot, SlotIterator slotsEnd, const Slots& additions) {
       result.push_back(*slot);
     }
     TimeSlot merged = addition;
-    // Only what an earlier addition became can reach so far.
+    // Only the result of an earlier addition can reach so far.
     if (!result.empty() && !(result.back().time_end < addition.time_begin)) {
       merged = hull(merged, result.back());
       result.pop_back();
@@ -29,7 +29,7 @@ Slots unite(SlotIterator slot, SlotIterator slotsEnd, const Slots& additions) {
     for (; slot != slotsEnd && !(merged.time_end < slot->time_begin); ++slot) {
       merged = hull(merged, *slot);
     }
-    // By its parts: the processor waits before it reads as one what was just written as two.
+    // By its parts: reading as one word two words that were just written stalls the processor.
     result.emplace_back(merged.time_begin, merged.time_end);
   }
   result.insert(result.end(), slot, slotsEnd);
@@ -59,7 +59,7 @@ Slots subtract(const Slots& slots, bool areOrdered, Row cuts) {
     };
     if (areOrdered) {
       while (cut != cuts.last && endsBefore(*cut)) ++cut;
-      // Slots that end before the next cut are copied in one go.
+      // Slots that end before the next cut are copied together.
       const auto run = slot;
       while (slot != slots.end() && (cut == cuts.last || !(cut->time_begin < slot->time_end))) {
         ++slot;
@@ -78,7 +78,7 @@ void replace(Slots& slots, SlotIterator first, SlotIterator last, Row pieces) {
   const auto place = first - slots.cbegin();
   const auto replaced = last - first;
   const auto copied = std::min(replaced, pieces.last - pieces.first);
-  // First, as nothing else here can run out of memory.
+  // First, as only this step can run out of memory.
   slots.insert(last, pieces.first + copied, pieces.last);
   const auto begin = slots.begin() + place;
   std::copy_n(pieces.first, copied, begin);

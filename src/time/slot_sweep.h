@@ -12,17 +12,17 @@ namespace libvarrow::slot_sweep {
 using slot_search::Slots;
 using SlotIterator = Slots::const_iterator;
 
-/// Slots that lie in a row.
+/// A range of contiguous slots.
 struct Row {
   const TimeSlot* first;
   const TimeSlot* last;
 };
 
-/// From the earlier begin to the later end.
+/// Returns the slot from the earlier begin to the later end.
 TimeSlot hull(TimeSlot slot, const TimeSlot& other);
 
-/// What is left of `slot` when the ordered slots `cuts` are taken out one by one; `emit` gets the
-/// pieces in order.
+/// Subtracts the ordered slots `cuts` one by one from `slot`; calls `emit` for the remaining
+/// pieces, in order.
 template <class Emit>
 void emitRest(TimeSlot slot, Row cuts, Emit emit) {
   for (const TimeSlot* cut = cuts.first; cut != cuts.last && cut->time_begin < slot.time_end;
@@ -35,19 +35,19 @@ void emitRest(TimeSlot slot, Row cuts, Emit emit) {
   emit(slot);
 }
 
-/// The ordered slots [slot, slotsEnd) with `additions` merged into them as addTimeBlock merges one
-/// after the other. The begins of `additions` ascend, and none is reversed.
+/// Returns the ordered slots [slot, slotsEnd) with `additions` merged into them, as addTimeBlock
+/// merges them one by one. Precondition: the begins of `additions` ascend, and none is reversed.
 Slots unite(SlotIterator slot, SlotIterator slotsEnd, const Slots& additions);
 
-/// The slots with those that overlap made into one; those that touch stay apart. Their begins
-/// ascend, and none is reversed.
+/// Returns the slots with overlapping ones joined; slots that only touch stay separate.
+/// Precondition: the begins ascend, and no slot is reversed.
 Slots joined(const Slots& slots);
 
-/// What the ordered slots `cuts` leave of `slots`, each of which is cut where it stands; their own
-/// order matters only for speed.
+/// Returns the parts of `slots` that the ordered slots `cuts` leave. Each slot is cut in its place;
+/// the order of `slots` matters only for speed.
 Slots subtract(const Slots& slots, bool areOrdered, Row cuts);
 
-/// Puts `pieces` in the place of [first, last), moving what follows once. Changes nothing when
+/// Replaces [first, last) by `pieces` and moves the following slots once. Changes nothing when
 /// memory runs out.
 void replace(Slots& slots, SlotIterator first, SlotIterator last, Row pieces);
 

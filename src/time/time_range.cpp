@@ -94,8 +94,8 @@ bool isOverlap(time_duration begin, time_duration end, ptime s, ptime e) {
   requireInterval(s, e);
   const time_duration from = s.time_of_day();
   const time_duration to = from + (e - s);
-  // Closed where the isOverlap of two intervals is open: a shift that begins as the window ends
-  // still meets it.
+  // Closed, unlike the isOverlap of two intervals: a shift that begins when the window ends still
+  // meets it.
   const bool meetsWindow = begin <= to && from <= end;
   const bool meetsWindowPastMidnight = from + oneDay() <= end && begin <= to + oneDay();
   const bool meetsWindowOfNextDay = from <= end + oneDay() && begin + oneDay() <= to;

@@ -20,32 +20,32 @@ namespace libvarrow {
 
 class StringIndent;
 
-/// One interval of absolute time, [time_begin, time_end]. A plain value.
+/// One interval of absolute time, [time_begin, time_end]. A value.
 ///
 /// Not to be confused with `utility::TimeSlot` (libvarrow/time/SchedulingTimeSlot.h), a piece of
 /// capacity with a shift, a block count and flags. Neither converts to the other.
 class LIBVARROW_API TimeSlot {
  public:
-  /// Both times not-a-date-time.
+  /// Sets both times to not-a-date-time.
   TimeSlot() = default;
-  /// Asserts begin <= end.
+  /// Aborts when end < begin.
   TimeSlot(boost::posix_time::ptime const& begin, boost::posix_time::ptime const& end)
       : time_begin(begin), time_end(end) {
     CPPBIND_ASSERT(begin <= end);
   }
 
-  /// time_end - time_begin.
+  /// Returns time_end - time_begin.
   boost::posix_time::time_duration dur() const { return time_end - time_begin; }
 
-  /// Whether the slot shares time with [t1, t2]: open, so [8, 10] and [10, 12] do not overlap.
-  /// Checks t1 <= t2.
+  /// Returns whether the slot shares time with [t1, t2]. Intervals that only touch do not: [8, 10]
+  /// and [10, 12]. Aborts when t2 < t1.
   bool overlap(boost::posix_time::ptime const& t1, boost::posix_time::ptime const& t2) const;
-  /// The same of [t1, t2] and [p1, p2]. Checks t1 <= t2, then p1 <= p2.
+  /// The same for [t1, t2] and [p1, p2]. Aborts when t2 < t1 or p2 < p1, tested in this order.
   static bool overlap(boost::posix_time::ptime const& t1, boost::posix_time::ptime const& t2,
                       boost::posix_time::ptime const& p1, boost::posix_time::ptime const& p2);
 
   ///@{
-  /// For lower-bound searches in a vector of slots by a time.
+  /// Orders for lower-bound searches for a time in a vector of slots.
   static bool CompareByTimeBegin(TimeSlot const& slot, boost::posix_time::ptime const& t) {
     return slot.time_begin < t;
   }
@@ -54,83 +54,83 @@ class LIBVARROW_API TimeSlot {
   }
   ///@}
 
-  /// By time_begin, then by time_end.
+  /// Compares time_begin, then time_end.
   bool operator<(TimeSlot const& other) const {
     return time_begin < other.time_begin ||
            (time_begin == other.time_begin && time_end < other.time_end);
   }
 
-  /// {"timeBegin": "2024-03-05 08:00:00", "timeEnd": "2024-03-05 12:00:00"}; begin and end may
-  /// stand in any order.
+  /// Binds {"timeBegin": "2024-03-05 08:00:00", "timeEnd": "2024-03-05 12:00:00"}. Begin and end
+  /// may be in any order.
   void setBind(cppbind::Binder* binder, bool bindFields);
 
-  /// Where it begins. Assigning checks nothing: a slot may come to end before it begins.
+  /// The begin. Assignment is not checked: a slot may then end before it begins.
   boost::posix_time::ptime time_begin;
-  /// Where it ends.
+  /// The end.
   boost::posix_time::ptime time_end;
 };
 
-/// A set of intervals: when a resource is available. A value.
+/// A set of intervals, for example when a resource is available. A value.
 ///
 ///     libvarrow::TimeBlock shift(at(8), at(16));      // 8:00 to 16:00
 ///     shift.removeTimeBlock(at(12), at(13));          // [8, 12] [13, 16]
 ///     shift.getTotalDur();                            // 7 hours
 ///     shift.getBlockAtPos4Dur(at(9), hours(2));       // [9, 11]
 ///
-/// Asserts and checks both end the process and differ only in what they print; neither prints the
-/// times, so look at what comes from outside first.
+/// Violated preconditions abort the process, by CPPBIND_ASSERT or LIBVARROW_CHECK, which differ
+/// only in their messages. Neither prints the times, so validate input first.
 ///
-/// addTimeBlock and removeTimeBlock keep the slots sorted and disjoint; added ones are never empty
-/// and never touch. Slots that come from a vector or from JSON are taken as they are: whoever gives
-/// touching, overlapping or reversed ones owns what the operations then do, which is what their
-/// comments say, slot by slot.
+/// addTimeBlock and removeTimeBlock keep the slots sorted and disjoint; the slots that they add are
+/// never empty and never touch. Slots from a vector or from JSON are taken unchanged: operations on
+/// touching, overlapping or reversed ones are defined slot by slot only, as their comments say.
 ///
-/// Special times (infinities, not-a-date-time) are ordered as the date-time library orders them:
-/// -infinity, all real times, not-a-date-time, +infinity.
+/// Special times (infinities, not-a-date-time) have the order of the date-time library: -infinity,
+/// all real times, not-a-date-time, +infinity.
 ///
-/// Searching is logarithmic in the number of slots as long as each slot begins no later than it
-/// ends and ends no later than the next begins; else it is linear. A block that was out of order
-/// regains fast searches from a change that leaves one slot or none, and from a removal or an
-/// addition of many slots that leaves it in order. A single change in the middle moves the slots
-/// behind it.
+/// Searches take O(log n) while the block is in order: each slot begins no later than it ends and
+/// ends no later than the next begins. Otherwise they take O(n). A block that was out of order
+/// regains fast searches from a change that leaves at most one slot, and from a removal or an
+/// addition of many slots that leaves it in order. A single change in the middle moves all later
+/// slots.
 ///
-/// A change that runs out of memory throws std::bad_alloc and leaves the block as it was. (A read
-/// from JSON that fails, for whatever reason, leaves a part of the slots.)
+/// A change throws std::bad_alloc when memory runs out and leaves the block unchanged. (A failed
+/// read from JSON leaves a part of the slots.)
 ///
-/// Threads may share a block that none of them changes. Writing one as JSON sorts its slots, which
-/// is a change only if they were not sorted.
+/// Threads may share a block that none of them changes. Writing a block as JSON sorts its slots,
+/// which changes it only if they were not sorted.
 class LIBVARROW_API TimeBlock {
  public:
-  /// No slots. For results that are handed out by reference.
+  /// A block without slots, for functions that return references.
   static const TimeBlock empty_block;
 
   TimeBlock() = default;
-  /// The one slot [begin, end]; none when the times are equal. Reversed times throw as addTimeBlock
-  /// does.
+  /// Makes a block of one slot, [begin, end], or an empty one when the times are equal. Throws as
+  /// addTimeBlock does when they are reversed.
   TimeBlock(boost::posix_time::ptime const& begin, boost::posix_time::ptime const& end);
   ///@{
-  /// The slots as they are: neither sorted, nor merged, nor checked. Explicit, as no list of slots
-  /// should become a block unnoticed.
+  /// Takes the slots unchanged: does not sort, merge or check them. Explicit, so that a list of
+  /// slots does not become a block by accident.
   explicit TimeBlock(std::vector<TimeSlot> const& slots);
   explicit TimeBlock(std::vector<TimeSlot>&& slots);
   ///@}
 
   // ---- Union and subtraction
 
-  /// Adds [bstart, bend] and merges it with all slots that it shares time with or touches:
-  /// [8, 12] and [12, 14] become [8, 14]. An empty interval adds nothing.
+  /// Adds [bstart, bend] and merges it with all slots that it overlaps or touches: [8, 12] and
+  /// [12, 14] become [8, 14]. Ignores an empty interval.
   ///
-  /// A reversed one throws a traced std::runtime_error (TracedError.h), "2024-03-05 14:00:00" and
-  /// "2024-03-05 12:00:00" with nothing between them, and leaves the block as it was.
+  /// Throws a traced std::runtime_error (TracedError.h) when the interval is reversed, and leaves
+  /// the block unchanged. Its message is both times without a separator, "2024-03-05 14:00:00" and
+  /// "2024-03-05 12:00:00".
   void addTimeBlock(boost::posix_time::ptime bstart, boost::posix_time::ptime bend);
 
-  /// addTimeBlock of each slot of `other`, in order; a reversed slot throws after those before it
-  /// were added. Many slots at once cost one pass over both blocks, so slots in no order are best
-  /// collected first: block.addTimeBlocks(TimeBlock(std::move(vectorOfSlots))).
+  /// Calls addTimeBlock for each slot of `other`, in order. A reversed slot throws after the slots
+  /// before it were added. Many slots cost one pass over both blocks, so collect unordered slots
+  /// first: block.addTimeBlocks(TimeBlock(std::move(vectorOfSlots))).
   void addTimeBlocks(TimeBlock const& other);
 
-  /// Takes [start, end] out of every slot that shares time with it: [8, 12] less [10, 11] is
-  /// [8, 10] and [11, 12]. A slot that only touches it stays whole. Asserts start <= end, where
+  /// Removes [start, end] from every slot that shares time with it: [8, 12] less [10, 11] is
+  /// [8, 10] and [11, 12]. A slot that only touches it stays whole. Aborts when end < start, where
   /// addTimeBlock throws.
   ///
   /// An empty interval inside a slot splits it into two that touch: [8, 12] less [10, 10] is
@@ -138,50 +138,51 @@ class LIBVARROW_API TimeBlock {
   void removeTimeBlock(boost::posix_time::ptime start, boost::posix_time::ptime end);
 
   ///@{
-  /// removeTimeBlock of each slot of `other`, in order; of null, nothing. Many slots at once cost
-  /// one pass over both blocks.
+  /// Calls removeTimeBlock for each slot of `other`, in order; does nothing when it is null. Many
+  /// slots cost one pass over both blocks.
   void removeTimeBlock(TimeBlock const& other);
   void removeTimeBlock(TimeBlock const* other);
   ///@}
 
   // ---- Relation to an interval
 
-  /// The time that the block has inside [start, end]: [8, 12] in [10, 14] is [10, 12]; in [12, 14]
-  /// nothing. Asserts start <= end unless the block is empty.
+  /// Returns the block's time inside [start, end]: [8, 12] has [10, 12] in [10, 14] and nothing in
+  /// [12, 14]. Aborts when end < start, unless the block is empty.
   TimeBlock intersection(boost::posix_time::ptime const& start,
                          boost::posix_time::ptime const& end) const;
 
-  /// What two intervals (begin, end) have in common, both ends included: [8, 12] and [12, 13] have
-  /// [12, 12]. False, with `result` untouched, when they are apart.
+  /// Sets `result` to the common part of two intervals (begin, end), both ends included: [8, 12]
+  /// and [12, 13] have [12, 12]. Returns false and leaves `result` unchanged when they are apart.
   static bool intersection(std::pair<boost::posix_time::ptime, boost::posix_time::ptime> const& a,
                            std::pair<boost::posix_time::ptime, boost::posix_time::ptime> const& b,
                            std::pair<boost::posix_time::ptime, boost::posix_time::ptime>& result);
 
-  /// Whether some slot shares time with [start, end]: open, [8, 12] does not overlap [12, 13].
-  /// Checks start <= end; asserts that the block has slots.
+  /// Returns whether a slot shares time with [start, end]; touching does not count: [8, 12] does
+  /// not overlap [12, 13]. Aborts when end < start or the block is empty.
   bool overlap(boost::posix_time::ptime const& start, boost::posix_time::ptime const& end) const;
 
-  /// The same, and false for an empty block. Asserts start <= end unless the block is empty.
+  /// The same, but false for an empty block. Aborts when end < start, unless the block is empty.
   bool hasIntersection(boost::posix_time::ptime const& start,
                        boost::posix_time::ptime const& end) const;
 
-  /// Whether one slot contains [start, end], both ends included: [8, 12] has [8, 12] and [12, 12].
-  /// Asserts start <= end.
+  /// Returns whether one slot contains [start, end], both ends included: [8, 12] contains [8, 12]
+  /// and [12, 12]. Aborts when end < start.
   bool haveBlock(boost::posix_time::ptime start, boost::posix_time::ptime end) const;
 
-  /// Whether one slot has at least `dur` inside [start, end]. A slot that touches has zero there:
-  /// in [12, 14], [8, 12] has a `dur` of zero, but nothing longer. False for reversed times.
+  /// Returns whether one slot has at least `dur` inside [start, end]. A slot that only touches has
+  /// zero there: in [12, 14], [8, 12] has a `dur` of zero but nothing longer. Returns
+  /// false for reversed times.
   bool haveBlock(boost::posix_time::ptime start, boost::posix_time::ptime end,
                  boost::posix_time::time_duration dur) const;
 
   // ---- The slots
 
-  /// The first slot that ends at `t` or later, by binary search; the end when there is none.
+  /// Returns the first slot that ends at `t` or later, or the end, by binary search.
   static std::vector<TimeSlot>::const_iterator lowerBound(std::vector<TimeSlot> const& slots,
                                                           boost::posix_time::ptime const& t);
 
   ///@{
-  /// Begin of the first slot, end of the last. Assert that the block has slots.
+  /// Returns the begin of the first slot or the end of the last. Aborts when the block is empty.
   boost::posix_time::ptime const& beginTime() const {
     CPPBIND_ASSERT(!this->timeslots.empty());
     return timeslots.front().time_begin;
@@ -191,106 +192,106 @@ class LIBVARROW_API TimeBlock {
     return timeslots.back().time_end;
   }
   ///@}
-  /// Whether there are no slots.
+  /// Returns whether the block has no slots.
   bool empty() const { return timeslots.empty(); }
-  /// In the order of time, unless they came out of order. Valid until the block is changed.
+  /// Returns the slots, in order of time unless given out of order. Valid until the block changes.
   std::vector<TimeSlot> const& getBlocks() const& { return timeslots; }
-  /// Of a block that is about to vanish, as in block.intersection(from, to).getBlocks().
+  /// Returns the slots of a temporary block, as in block.intersection(from, to).getBlocks().
   std::vector<TimeSlot> getBlocks() && { return std::move(timeslots); }
 
-  /// By the begin of the first slot alone. Asserts that both blocks have slots.
+  /// Compares the begins of the first slots only. Aborts when a block is empty.
   bool operator<(TimeBlock const& other) const;
 
-  // ---- How much time
+  // ---- Total time
 
-  /// The lengths of all slots together; zero for an empty block.
+  /// Returns the sum of the lengths of all slots; zero for an empty block.
   boost::posix_time::time_duration getTotalDur() const;
 
-  /// The block's time in a window: [8, 12] has 1 hour in [11, 14]. Checks that the window is
-  /// neither empty nor reversed, nor any slot that it looks at.
+  /// Returns the block's time in a window: [8, 12] has 1 hour in [11, 14]. Aborts when the window
+  /// is empty or reversed, or when a slot that it reaches is reversed inside it.
   boost::posix_time::time_duration getTotalDur(
       boost::posix_time::ptime const& statistical_time_begin,
       boost::posix_time::ptime const& statistical_time_end) const;
 
-  /// The same of whole days, the last one included: (March 1, March 1) is all of March 1.
+  /// The same for whole days, the last one included: (March 1, March 1) is all of March 1.
   boost::posix_time::time_duration getTotalDur(boost::gregorian::date const& date_begin,
                                                boost::gregorian::date const& date_end) const;
 
   /// @name Days
-  /// A day d runs from d 0:00 to d+1 0:00. The queries differ in what counts:
+  /// A day d runs from d 0:00 to d+1 0:00. The queries count different days:
   ///
   ///     slot                            touched     midnight inside   full days
   ///     March 1 8:00  to March 2 0:00   1, 2        2                 none
   ///     March 1 0:00  to March 3 0:00   1, 2, 3     1, 2, 3           1, 2
   ///     March 1 0:00  to March 1 12:00  1           1                 none
   ///
-  /// A begin less than a second after midnight counts as midnight for the latter two. A block whose
-  /// slots are broken so that its days cannot be told is logged at ERROR, "timeBlock: \n%s \n",
-  /// before the process ends; an infinite slot whose days would have to be listed throws a traced
-  /// std::runtime_error.
+  /// A begin less than a second after midnight counts as midnight in the last two columns. Before a
+  /// query aborts because of the slots, it logs the block at ERROR, "timeBlock: \n%s \n". Throws a
+  /// traced std::runtime_error when the days of an infinite slot would have to be listed.
   ///@{
 
-  /// The days that slots touch, ascending: a shift to midnight touches the next day too, with no
-  /// time (getStatisticByDay tells). Days that are out of order fail an assertion.
+  /// Returns the days that slots touch, ascending. A shift to midnight touches the next day too,
+  /// with zero time (see getStatisticByDay). Aborts when the days are not in order.
   std::vector<boost::gregorian::date> getAllDates() const;
 
-  /// The days whose 0:00 lies inside a slot, ends included, ascending: not the full days, which
-  /// getFullDayInvolveStatus and haveFullDay tell. Days that are out of order
-  /// fail an assertion; a slot that ends on a day before its begin has none.
+  /// Returns the days whose 0:00 lies inside a slot, ends included, ascending. For full days use
+  /// getFullDayInvolveStatus or haveFullDay. A slot that ends on a day before its begin has none.
+  /// Aborts when the days are not in order.
   std::vector<boost::gregorian::date> getDatesContainFullDay() const;
 
-  /// For each day from date_begin to date_end, both included: whether a slot touches it. Checks
-  /// date_begin <= date_end, and that no slot it looks at ends on a day before its begin.
+  /// Returns for each day from date_begin to date_end, both included, whether a slot touches it.
+  /// Aborts when date_end < date_begin, or when a checked slot ends on a day before its begin.
   std::vector<bool> getInvolveStatus(boost::gregorian::date date_begin,
                                      boost::gregorian::date date_end) const;
 
-  /// For each day from date_begin to date_end, both included: whether one slot covers it whole. In
-  /// a block that is out of order, slots after the first that has full days beyond date_end only
-  /// are not looked at. Checks date_begin <= date_end.
+  /// Returns for each day from date_begin to date_end, both included, whether one slot covers it
+  /// completely. In a block that is out of order, ignores all slots after the first whose full days
+  /// all lie after date_end. Aborts when date_end < date_begin.
   std::vector<bool> getFullDayInvolveStatus(boost::gregorian::date date_begin,
                                             boost::gregorian::date date_end) const;
 
-  /// The block's time on each day that slots touch: of March 1 8:00 to March 2 0:00, 16 hours on
-  /// the first and zero on the second.
+  /// Returns the block's time on each day that slots touch: for March 1 8:00 to March 2 0:00, 16
+  /// hours on the first day and zero on the second.
   std::map<boost::gregorian::date, boost::posix_time::time_duration> getStatisticByDay() const;
 
-  /// Whether one slot, cut to [start, end], covers at least `days` full days. Below 1, `days` may
-  /// find slots that lie outside the window.
+  /// Returns whether one slot, cut to [start, end], covers at least `days` full days. With `days`
+  /// below 1, slots outside the window may count.
   bool haveCompleteDays(boost::posix_time::ptime const& start, boost::posix_time::ptime const& end,
                         int days) const;
 
-  /// Whether one slot contains all of day `d`.
+  /// Returns whether one slot contains the whole day `d`.
   bool haveFullDay(boost::gregorian::date d) const;
 
   ///@}
-  // ---- Where working time ends. The two searches are not mirror images.
+  // ---- Working time from a position. The two searches are not mirror images.
 
-  /// The first `dur` of the block's time from `pos` on. With [8, 10] [12, 14] [16, 18]:
+  /// Returns the first `dur` of the block's time from `pos` on. With [8, 10] [12, 14] [16, 18]:
   ///
   ///     (9:00, 2 h)      [9, 10] [12, 13]
-  ///     (9:00, 7 h)      empty: the block has not as much
-  ///     (17:00, 30 min)  empty: what ends in the last slot counts as not found
+  ///     (9:00, 7 h)      empty: the block has less
+  ///     (17:00, 30 min)  empty: a search that ends in the last slot counts as not found
   ///     (11:00, 0 h)     [11:00, 11:00:00.000001], whether or not the block has time at 11:00
   ///     (19:00, 0 h)     empty: no slot ends at `pos` or later
   ///
-  /// So a block of one slot finds nothing, and an empty result means that the block has not enough,
-  /// or just so that the last slot is needed. To search to the end, put a slot behind the horizon:
+  /// So a search in a block of one slot finds nothing, and an empty result means that the block has
+  /// less, or only just enough with its last slot. To search to the end, add a slot after the
+  /// horizon:
   ///
   ///     block.addTimeBlock(block.endTime() + hours(24), block.endTime() + hours(25));
   ///
-  /// A negative `dur` throws as addTimeBlock does. In a block that is out of order each slot counts
-  /// from where the one before it was left.
+  /// Throws as addTimeBlock does when `dur` is negative. In a block that is out of order, each slot
+  /// counts from the time at which the slot before it was left.
   TimeBlock getBlockAtPos4Dur(boost::posix_time::ptime const& pos,
                               boost::posix_time::time_duration const& dur) const;
 
-  /// The last `dur` of the block's time in the slots that end before `pos`: neither one that
-  /// contains `pos` nor one that ends there is used. With [8, 10] [12, 14] [16, 18]:
+  /// Returns the last `dur` of the block's time in slots that end before `pos`. Slots that contain
+  /// `pos` or end there are not used. With [8, 10] [12, 14] [16, 18]:
   ///
   ///     (13:00, 1 h)  [9, 10]
   ///     (16:00, 3 h)  [9, 10] [12, 14]
   ///     (14:00, 1 h)  [9, 10]: [12, 14] ends at 14:00
   ///     (16:00, 4 h)  [8, 10] [12, 14]
-  ///     (16:00, 5 h)  empty: the block has not as much
+  ///     (16:00, 5 h)  empty: the block has less
   ///     (13:00, 0 h)  empty
   ///
   /// For work that ends at `pos` itself, cut the block there and search from a little later:
@@ -301,15 +302,15 @@ class LIBVARROW_API TimeBlock {
 
   // ---- Text and JSON
 
-  /// Slots as "[2024-03-05 08:00:00,2024-03-05 12:00:00]:04:00:00", each on a line of its own
-  /// behind `indent` (stream/StringIndent.h), and a line end; for an empty block only that.
+  /// Writes each slot on a line as "[2024-03-05 08:00:00,2024-03-05 12:00:00]:04:00:00", after
+  /// `indent` (stream/StringIndent.h). Ends with a line end; writes only that for an empty block.
   void dumpAsRaw(std::ostream& out, StringIndent const& indent) const;
-  /// The same without indent and without a line end at the end.
+  /// Returns the same text without indent and without the last line end.
   std::string dumpAsString() const;
 
-  /// The block is an array of slots in JSON. Slots read are sorted (TimeSlot's order), but neither
-  /// merged nor checked; writing sorts them too. To merge and check what was read, and have
-  /// reversed slots throw:
+  /// Binds the block as an array of slots. Reading sorts the slots (TimeSlot's order) but does not
+  /// merge or check them; writing sorts them too. To merge the slots read, and have reversed ones
+  /// throw:
   ///
   ///     libvarrow::TimeBlock calendar;
   ///     calendar.addTimeBlocks(read);
@@ -322,8 +323,8 @@ class LIBVARROW_API TimeBlock {
   void subtract(std::vector<TimeSlot> const& cuts);
 
   std::vector<TimeSlot> timeslots;
-  // Every slot begins no later than it ends and ends no later than the next begins. Binary
-  // searches rely on it; a block of which it is not known is searched slot by slot.
+  // True: each slot begins no later than it ends and ends no later than the next begins. Binary
+  // searches rely on this invariant. False: it is not known to hold; queries visit every slot.
   bool isOrdered_ = true;
 };
 

@@ -5,40 +5,40 @@
 
 namespace utility {
 
-/// A scheduling slot with a rate: at an efficiency of 0.8 an hour by the clock yields 48 minutes of
-/// work, at 1.25 it yields 75.
+/// A scheduling slot with a work rate: an hour of clock time yields 48 minutes of work at an
+/// efficiency of 0.8, and 75 at 1.25.
 ///
 ///     time_duration work = hours(2);                        // on [8, 10] at 0.8
 ///     slot.getEndTimeWithEfficiency(at(8), work);           // 10:00, and work is 24 min
 ///
-/// Work and clock time are converted in whole milliseconds; what is smaller is cut off each time.
-/// A negative product or quotient counts as zero, one beyond all durations as +infinity. Special
-/// durations (infinities, not-a-date-time) are not converted.
+/// Conversions between work and clock time truncate to whole milliseconds. A negative product or
+/// quotient becomes zero; one beyond the longest duration becomes +infinity. Special durations
+/// (infinities, not-a-date-time) are not converted.
 class LIBVARROW_API TimeSlotWithEfficiency : public TimeSlot {
  public:
-  /// As TimeSlot's, with an efficiency of 1.
+  /// Makes a default TimeSlot with an efficiency of 1.
   TimeSlotWithEfficiency() = default;
-  /// `efficiency`: work time per clock time, taken as it is.
+  /// `efficiency` is work time per clock time; it is not checked.
   TimeSlotWithEfficiency(boost::posix_time::ptime const& begin, boost::posix_time::ptime const& end,
                          float blockCount, bool rest, double efficiency,
                          boost::shared_ptr<std::string> shift,
                          boost::posix_time::time_duration const& shiftDur,
                          boost::shared_ptr<TimeSlot> originalSlot);
-  /// An efficiency of 1.
+  /// The same with an efficiency of 1.
   TimeSlotWithEfficiency(boost::posix_time::ptime const& begin, boost::posix_time::ptime const& end,
                          float blockCount, bool rest, boost::shared_ptr<std::string> shift,
                          boost::posix_time::time_duration const& shiftDur,
                          boost::shared_ptr<TimeSlot> originalSlot);
 
-  /// Work time per clock time.
+  /// Returns work time per clock time.
   double getEfficiency() const { return efficiency_; }
 
-  /// The work that the slot holds; zero when it is locked or not usable.
+  /// Returns the work that the slot holds; zero when it is locked or not usable.
   boost::posix_time::time_duration getDurWithEfficiency() const;
 
   ///@{
-  /// As getBeginTime and getEndTime, with `dur` as work. At an efficiency of exactly 1 nothing is
-  /// converted, nor cut off.
+  /// Do the same as getBeginTime and getEndTime, with `dur` as work time. At an efficiency of
+  /// exactly 1 nothing is converted or truncated.
   boost::posix_time::ptime getBeginTimeWithEfficiency(boost::posix_time::ptime const& end_time,
                                                       boost::posix_time::time_duration& dur) const;
   boost::posix_time::ptime getBeginTimeWithEfficiency(boost::posix_time::time_duration& dur) const;
@@ -48,14 +48,14 @@ class LIBVARROW_API TimeSlotWithEfficiency : public TimeSlot {
   ///@}
 
   ///@{
-  /// As TimeSlot's; the efficiencies must be equal too. (Called on a TimeSlot&, TimeSlot's own
-  /// operations do not look at them.)
+  /// Do the same as TimeSlot's functions, but require equal efficiencies. (The functions of
+  /// TimeSlot, called on a TimeSlot&, ignore efficiencies.)
   bool isSameWithoutTime(TimeSlotWithEfficiency const& other) const;
   bool merge(TimeSlotWithEfficiency const& other);
   ///@}
 
   ///@{
-  /// As TimeSlot's; what is not given is this slot's.
+  /// Return a slot as TimeSlot's function does. Omitted arguments are those of this slot.
   TimeSlotWithEfficiency newFromThis(boost::posix_time::ptime const& begin,
                                      boost::posix_time::ptime const& end, float blockCount) const;
   TimeSlotWithEfficiency newFromThis(boost::posix_time::ptime const& begin,
@@ -71,14 +71,14 @@ class LIBVARROW_API TimeSlotWithEfficiency : public TimeSlot {
                                      double efficiency) const;
   ///@}
 
-  /// TimeSlot's text and ", efficiency:0.800000".
+  /// Returns TimeSlot's text followed by ", efficiency:0.800000".
   std::string dumpAsString() const;
 
-  /// TimeSlot's keys and "processEfficiency", which may be missing and keeps its value then. After
-  /// that the slot's efficiency is cut to four decimals and to single precision, 0.33333 to the
-  /// float nearest to 0.3333, a negative one or none to 0. So it is when the slot is written, which
-  /// writes the value as it was: a slot that is being written is being changed, and may
-  /// merge no more with one that was not.
+  /// Binds TimeSlot's keys and "processEfficiency", which is optional: without it the slot keeps
+  /// its value. Reading and writing then truncate the slot's efficiency to four decimals in single
+  /// precision: 0.33333 becomes the float nearest to 0.3333; a negative one or NaN becomes 0. The
+  /// JSON written has the value from before. So writing changes the slot: it may no longer merge
+  /// with one that was not written.
   void setBind(cppbind::Binder* binder, bool bindFields);
 
  private:

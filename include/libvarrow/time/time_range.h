@@ -9,67 +9,66 @@
 
 namespace libvarrow {
 
-/// Whether [s2, e2] lies inside [s1, e1], both ends included: [8, 10] contains [8, 10].
-/// Asserts s1 <= e1 and s2 <= e2 (reversed intervals end the process).
+/// Returns whether [s2, e2] lies inside [s1, e1], both ends included: [8, 10] contains [8, 10].
+/// Aborts when e1 < s1 or e2 < s2.
 LIBVARROW_API bool isContain(boost::posix_time::ptime const& s1, boost::posix_time::ptime const& e1,
                              boost::posix_time::ptime const& s2,
                              boost::posix_time::ptime const& e2);
 
-/// Whether two intervals share time: open, [8, 10] and [10, 12] do not, and an empty interval meets
-/// nothing at its own end points. Asserts s1 <= e1 and s2 <= e2.
+/// Returns whether two intervals share time. Intervals that only touch do not, [8, 10] and
+/// [10, 12], nor does an empty interval at an end of the other. Aborts when e1 < s1 or e2 < s2.
 LIBVARROW_API bool isOverlap(boost::posix_time::ptime s1, boost::posix_time::ptime e1,
                              boost::posix_time::ptime s2, boost::posix_time::ptime e2);
 
-/// Whether the time of day of `t` lies in the daily window [begin, end], both ends included. `end`
-/// past 24 h runs into the next day: 22 h to 30 h holds 23:00 and 06:00, not 07:00.
-/// A window that is not begin < end, begin < 24 h, end - begin < 24 h ends the process with a
-/// back-trace.
+/// Returns whether the time of day of `t` lies in the daily window [begin, end], both ends
+/// included. An `end` past 24 h lies on the next day: 22 h to 30 h contains 23:00 and 06:00, not
+/// 07:00. Aborts with a back-trace unless begin < end, begin < 24 h and end - begin < 24 h.
 LIBVARROW_API bool isInRange(boost::posix_time::time_duration begin,
                              boost::posix_time::time_duration end, boost::posix_time::ptime t);
 
-/// Whether the interval [s, e] meets the daily window [begin, end] (as for isInRange): closed,
-/// unlike the isOverlap of two intervals, so 10:00 to 11:00 meets the window 8 h to 10 h.
-/// A window as above, or one with s >= e, ends the process with a back-trace.
+/// Returns whether the interval [s, e] meets the daily window [begin, end] (as for isInRange).
+/// Touching counts, unlike in the isOverlap of two intervals: 10:00 to 11:00 meets the window 8 h
+/// to 10 h. Aborts with a back-trace when the window is invalid as above or s >= e.
 LIBVARROW_API bool isOverlap(boost::posix_time::time_duration begin,
                              boost::posix_time::time_duration end, boost::posix_time::ptime s,
                              boost::posix_time::ptime e);
 
-/// "2024-03-05".
+/// Returns "2024-03-05".
 ///
-/// Of all text forms: fractions of a second are cut off; hours of a duration are not wrapped at 24;
-/// of a negative duration every part is negative. A special value gives its name,
-/// "not-a-date-time", "+infinity" or "-infinity".
+/// All text forms drop fractions of a second and do not wrap the hours of a duration at 24. Every
+/// part of a negative duration is negative. A special value gives its name, "not-a-date-time",
+/// "+infinity" or "-infinity".
 LIBVARROW_API std::string time2str(boost::gregorian::date const& value);
-/// "2024-03-05 07:08:09"
+/// Returns "2024-03-05 07:08:09".
 LIBVARROW_API std::string time2str(boost::posix_time::ptime const& value);
-/// "26:05:03"
+/// Returns "26:05:03".
 LIBVARROW_API std::string time2str(boost::posix_time::time_duration const& value);
 ///@{
-/// The form of what `value` points to (not null).
+/// Return the text of `*value`; `value` is not null.
 LIBVARROW_API std::string time2str(boost::gregorian::date const* value);
 LIBVARROW_API std::string time2str(boost::posix_time::ptime const* value);
 LIBVARROW_API std::string time2str(boost::posix_time::time_duration const* value);
 ///@}
 
-/// "2024-03-05"
+/// Returns "2024-03-05".
 LIBVARROW_API std::string time2strIgnoreSecond(boost::gregorian::date const& value);
-/// "2024-03-05 07:08"
+/// Returns "2024-03-05 07:08".
 LIBVARROW_API std::string time2strIgnoreSecond(boost::posix_time::ptime const& value);
-/// "26:05"
+/// Returns "26:05".
 LIBVARROW_API std::string time2strIgnoreSecond(boost::posix_time::time_duration const& value);
 ///@{
-/// The form of what `value` points to (not null).
+/// Return the text of `*value`; `value` is not null.
 LIBVARROW_API std::string time2strIgnoreSecond(boost::gregorian::date const* value);
 LIBVARROW_API std::string time2strIgnoreSecond(boost::posix_time::ptime const* value);
 LIBVARROW_API std::string time2strIgnoreSecond(boost::posix_time::time_duration const* value);
 ///@}
 
-/// "2024-03-05 07:08"
+/// Returns "2024-03-05 07:08".
 LIBVARROW_API std::string time2strNew(boost::posix_time::ptime const& value);
-/// "01小时30秒": only the parts that are positive; empty when none is.
+/// Returns the parts that are positive, "01小时30秒"; empty when none is.
 LIBVARROW_API std::string time2strNew(boost::posix_time::time_duration const& value);
 ///@{
-/// The form of what `value` points to (not null).
+/// Return the text of `*value`; `value` is not null.
 LIBVARROW_API std::string time2strNew(boost::posix_time::ptime const* value);
 LIBVARROW_API std::string time2strNew(boost::posix_time::time_duration const* value);
 ///@}
