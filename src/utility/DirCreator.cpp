@@ -9,7 +9,7 @@ namespace libvarrow {
 
 namespace {
 
-// "floder" is how the line has always been spelt; scripts look for it.
+// The spelling "floder" is kept: scripts search for it.
 void logFailure(const std::string& path, bool pathIsFolder) {
   LIBVARROW_LOG_ERROR("path:%s", path.c_str());
   LIBVARROW_LOG_ERROR("path_is_floder: %d", pathIsFolder ? 1 : 0);
@@ -21,7 +21,7 @@ DirCreator::DirCreator(const std::string& path, bool pathIsFolder) {
   try {
     path_ = path;
     const boost::filesystem::path directory = pathIsFolder ? path_ : path_.parent_path();
-    // A bare file name has no parent: it goes into the current directory, which is there.
+    // A bare file name has an empty parent: the current directory, which exists.
     if (!directory.empty() && !boost::filesystem::exists(directory)) {
       boost::filesystem::create_directories(directory);
     }

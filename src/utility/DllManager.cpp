@@ -29,7 +29,7 @@ std::string suffix() {
   return boost::dll::shared_library::suffix().string();
 }
 
-// The file that a plain name stands for: exactly that name, else the name as linkers decorate it.
+// Returns the file for a plain name: exactly that name, else the name with the linkers' prefix.
 fs::path fileOf(const std::string& name, const fs::path& dir) {
   const fs::path exact = dir / (name + suffix());
   const fs::path decorated = dir / ("lib" + name + suffix());
@@ -47,20 +47,20 @@ void logFault(const std::string& path, const std::string& message) {
 
 boost::dll::shared_library open(const fs::path& path) {
   try {
-    // What the library lacks is to be found out now, not at the first call.
+    // Unresolved symbols are to be reported now, not at the first call.
     return boost::dll::shared_library(path, boost::dll::load_mode::rtld_now);
   } catch (const boost::system::system_error& error) {
     logFault(path.generic_string(), error.what());
     throw fault(path.generic_string(), error.what());
   } catch (...) {
-    // Of a static object of the library; the system's loader then leaves the code where it is.
+    // From a static object of the library; the system's loader then keeps the code loaded.
     logFault(path.generic_string(), boost::current_exception_diagnostic_information());
     throw;
   }
 }
 
-// Neither a directory nor something that would wait to be read from. A link to nowhere may: what is
-// wrong with it is for the loader to say.
+// Returns false for directories and for files that block readers, such as pipes. A dangling link
+// counts as a library: the loader reports its error.
 bool mayBeLibrary(const fs::path& file) {
   boost::system::error_code ignored;
   const fs::file_type type = fs::status(file, ignored).type();
@@ -75,10 +75,9 @@ std::vector<boost::dll::shared_library>& keptLibraries() {
 
 }  // namespace
 
-// A loaded library and the share that tells whether anything of it is alive.
+// A loaded library and its owner, whose use count tells whether anything of it is alive.
 class DllManager::Plugin {
  public:
-  /// Loads the library.
   explicit Plugin(const fs::path& file)
       : path_(file.generic_string()), library_(openFor(owner_, file)) {}
   Plugin(const Plugin&) = delete;
@@ -107,7 +106,7 @@ class DllManager::Plugin {
   const boost::dll::shared_library& library() const { return library_; }
 
  private:
-  // What static objects of the library register is its own, too.
+  // Classes that static objects of the library register belong to it too.
   static boost::dll::shared_library openFor(const cppbind::CodeOwner& owner, const fs::path& file) {
     const cppbind::CodeOwnerScope scope(owner);
     try {
@@ -118,8 +117,9 @@ class DllManager::Plugin {
     }
   }
 
-  // Empty when nothing needs the library's code. An exception may be of one of its types, or have
-  // passed through its objects, only once it was started: before, all are of the loader's making.
+  // Returns an empty text when nothing needs the library's code. An exception may have a type of
+  // the library, or have passed through its objects, only once it was started: earlier exceptions
+  // all come from the loader.
   std::string reasonToStay() const {
     const long others = owner_.use_count() - 1;
     if (others > 0) return std::to_string(others) + " of its classes and objects are alive";
@@ -130,7 +130,7 @@ class DllManager::Plugin {
   using Entry = void (*)();
 
   Entry findEntry() const {
-    // Looked at as bytes: a function of that name, which is no pointer, lies at any address.
+    // Read as bytes: a function named initModule is not a pointer and may lie at any address.
     void* target = nullptr;
     std::memcpy(&target, entrySymbol(), sizeof target);
     boost::system::error_code isNowhere;
@@ -186,7 +186,7 @@ const boost::dll::shared_library* DllManager::findOrCreateDll(const std::string&
   return load(name, fileOf(nativeName(name), dir));
 }
 
-// The plug-in of a library that some manager holds already, under whatever name, is shared.
+// Returns the plug-in of a library that a manager holds already, under any name, else `opened`.
 boost::shared_ptr<DllManager::Plugin> DllManager::shared(const boost::shared_ptr<Plugin>& opened) {
   static base::NeverDestroyed<std::map<void*, boost::weak_ptr<Plugin>>> alive;
   boost::weak_ptr<Plugin>& known = (*alive)[opened->library().native()];
@@ -199,7 +199,7 @@ const boost::dll::shared_library* DllManager::load(const std::string& name, cons
   LIBVARROW_LOG_INFO("开始加载动态库:%s", name.c_str());
   const auto opened = boost::make_shared<Plugin>(file);
   const auto plugin = shared(opened);
-  // Known before it starts, as it may itself load what lies in its directory.
+  // Entered before it starts, as it may itself load libraries from its directory.
   plugins_.emplace(name, plugin);
   try {
     if (plugin == opened) plugin->start();
@@ -220,7 +220,7 @@ void DllManager::autoLoad(const std::string& dir) {
   if (!fs::is_directory(path, ignored)) return;
   for (const fs::directory_entry& entry : fs::directory_iterator(path)) {
     const fs::path& file = entry.path();
-    // Exactly: what is spelt otherwise is no plug-in's name.
+    // An exact comparison: another spelling of the extension is not that of a plug-in.
     if (file.extension() != suffix() || !mayBeLibrary(file)) continue;
     const std::string name = file.stem().string();
     if (findDll(name) == nullptr) load(name, file);

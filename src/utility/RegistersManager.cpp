@@ -22,7 +22,7 @@ boost::shared_ptr<cppbind::ClassRegister> RegistersManager::createRegister(
   auto& registers = instance().registers_;
   const auto found = registers.find(name);
   if (found != registers.end()) return found->second;
-  // Made before its entry, as there may be no memory for it.
+  // Made before its entry, as memory for it may run out.
   return registers.emplace(name, boost::make_shared<cppbind::ClassRegister>()).first->second;
 }
 

@@ -20,7 +20,7 @@ std::size_t excess(std::size_t length, std::size_t limit) {
   return length > limit ? length - limit : 0;
 }
 
-// Returns true once for a directory; all are forgotten when there are very many.
+// Returns true once for each directory; forgets them all when they are very many.
 bool isFirstCutIn(const std::string& directory) {
   constexpr std::size_t kMostDirectories = 1000;
   static std::mutex mutex;
@@ -30,15 +30,15 @@ bool isFirstCutIn(const std::string& directory) {
   return known->insert(directory).second;
 }
 
-// Two long names may become one, and one file replace the other: a reader of the log is to know.
+// Two long names may become equal, and one file replace the other: the log must show it.
 void warnOfCut(const std::string& directory, const std::string& whole, const std::string& cut) {
   if (!isFirstCutIn(directory)) return;
   LIBVARROW_LOG_WARN("the file name %s is too long and cut to %s, as others there may be",
                      whole.c_str(), cut.c_str());
 }
 
-// Most names are: nothing to make absolute, to convert or to cut. (Where a leading slash is no
-// root, none is.)
+// The usual case: already absolute, nothing to convert or cut. Always false where a leading slash
+// is not a root.
 bool isShortAbsoluteName(const std::string& name) {
   constexpr bool kSlashIsRoot = boost::filesystem::path::preferred_separator == '/';
   return kSlashIsRoot && name.size() <= kMaxFileName && !name.empty() && name.front() == '/';

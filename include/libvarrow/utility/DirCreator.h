@@ -1,4 +1,4 @@
-// Makes sure that a directory exists.
+// Creation of directories.
 #pragma once
 
 #include <boost/filesystem/path.hpp>
@@ -8,11 +8,12 @@
 
 namespace libvarrow {
 
-/// Creates, with all missing ancestors, the directory `path` when `pathIsFolder` is true, else the
-/// parent directory of `path`. Never throws: what goes wrong is logged at ERROR.
+/// A helper whose constructor creates a directory with all missing ancestors: `path` if
+/// `pathIsFolder` is true, else the parent directory of `path`. Never throws; logs errors at ERROR.
 class LIBVARROW_API DirCreator {
  public:
-  /// Does it. `path` is in the narrow encoding; a relative one is taken from the current directory.
+  /// Creates the directory. `path` is in the narrow encoding; a relative one is relative to the
+  /// current directory.
   DirCreator(const std::string& path, bool pathIsFolder);
 
  private:

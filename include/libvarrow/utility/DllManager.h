@@ -1,4 +1,4 @@
-// Plug-in libraries.
+// Loading of plug-in libraries.
 #pragma once
 
 #include <boost/filesystem/path.hpp>
@@ -16,8 +16,8 @@ class shared_library;
 
 namespace libvarrow {
 
-/// Loads plug-ins and has each register its classes. A plug-in is a shared library that exports a
-/// function under the alias "initModule", which is called once, right after loading:
+/// Loader of plug-ins, which register their classes. A plug-in is a shared library that exports a
+/// function under the alias "initModule". The manager calls it once, right after loading:
 ///
 ///     #include <boost/dll/alias.hpp>
 ///     static void registerClasses() {
@@ -25,44 +25,47 @@ namespace libvarrow {
 ///     }
 ///     BOOST_DLL_ALIAS(registerClasses, initModule)
 ///
-/// Plug-in and host link the same varrow library and are built alike.
+/// Plug-in and host must link the same varrow library and be built alike.
 ///
-/// A plug-in's code stays loaded until the manager is destroyed, so the manager is to outlive all
-/// that comes from its plug-ins: objects first, then registries that the host made itself, then the
-/// manager. It takes the plug-ins' classes out of the named registries on its own. Should anything
-/// of a plug-in be alive then, a created object or a class in another registry, the library is not
-/// unloaded; nor is it when the manager goes while an exception is in flight, which may be of the
-/// plug-in's making. A WARN line names the library and says why. What is not created by class name
-/// (threads, callbacks, statistics, an error that was caught) the manager cannot see: make it
-/// before the host's data and outside of the try block.
+/// A plug-in's code stays loaded until the manager is destroyed, so the manager must outlive
+/// everything that comes from its plug-ins. Destroy objects first, then registries that the host
+/// made itself, then the manager, which removes the plug-ins' classes from the named registries. It
+/// does not unload a library while something of the plug-in is alive (a created object, or a class
+/// in another registry), nor while an exception is in flight, which may come from the plug-in. A
+/// WARN line then names the library and the reason. The manager does not know of objects that are
+/// not created by class name (threads, callbacks, statistics, a caught error): construct the
+/// manager before the host's data and outside of the try block.
 ///
-/// Everything that is registered during initModule, or by the library's static objects, belongs to
-/// the plug-in. A library that is loaded already, under another name or by another manager, is
-/// shared and not started again; it goes with the last manager that has it. Not locked: load at
-/// start-up from one thread.
+/// Everything registered during initModule, or by static objects of the library, belongs to the
+/// plug-in. A library that is already loaded, under another name or by another manager, is shared,
+/// and its initModule is not called again; it is unloaded with the last manager that has it.
+///
+/// Not thread-safe: load at start-up from one thread.
 class LIBVARROW_API DllManager {
  public:
-  /// The library loaded under `name`, or null.
+  /// Returns the library loaded under `name`, or null.
   const boost::dll::shared_library* findDll(const std::string& name) const;
 
-  /// The same, and loads it from the directory `dir` if needed: the file NAME.so there, or else
-  /// libNAME.so (NAME.dll on Windows). Loading is logged at INFO.
+  /// Returns the library loaded under `name`. Loads it from the directory `dir` if needed: the file
+  /// NAME.so, or else libNAME.so (NAME.dll on Windows). Logs the loading at INFO.
   ///
-  /// A file that cannot be loaded, or whose "initModule" is no alias of a function, throws
-  /// std::runtime_error "shared library:PATH err:MESSAGE!", one without an "initModule" of its own
-  /// (that of a library that it links does not count) boost::system::system_error
-  /// "boost::dll::shared_library::get() failed ...", and what initModule or a static object of the
-  /// library throws passes as it is. Each is logged at ERROR with the file. Nothing is kept under
-  /// the name then, and the library is unloaded: call again once the file is corrected. Only a
-  /// plug-in that threw itself stays loaded for good, as the error may be of a type of its own.
+  /// Throws std::runtime_error "shared library:PATH err:MESSAGE!" when the file cannot be loaded or
+  /// "initModule" is not a BOOST_DLL_ALIAS of a function. Throws boost::system::system_error
+  /// "boost::dll::shared_library::get() failed ..." when the file does not export "initModule"
+  /// itself (that of a library that it links does not count). Exceptions of initModule and of the
+  /// library's static objects pass unchanged. Logs each error at ERROR with the file. After an
+  /// error nothing is kept under the name and the library is unloaded: call again when the file is
+  /// corrected. Only a plug-in that threw itself stays loaded for good, as it may define the type
+  /// of the exception.
   const boost::dll::shared_library* findOrCreateDll(const std::string& name,
                                                     const std::string& dir);
 
-  /// Loads every library in `dir`, not in directories below: each file whose extension is exactly
-  /// ".so" (".dll" on Windows), under its name without that. A relative `dir` that does not exist
-  /// is looked for beside the running program; one that is not there either, or is no directory,
-  /// loads nothing. Errors are those of findOrCreateDll and, for a directory that cannot be read,
-  /// boost::filesystem::filesystem_error; libraries loaded before stay.
+  /// Loads every library in `dir`, without subdirectories: each file whose extension is exactly
+  /// ".so" (".dll" on Windows), under its name without the extension. Searches the directory of the
+  /// running program for a relative `dir` that does not exist. Does nothing when it does not exist
+  /// there either or is not a directory. Throws as findOrCreateDll does, and
+  /// boost::filesystem::filesystem_error when the directory cannot be read; libraries loaded before
+  /// the error stay loaded.
   void autoLoad(const std::string& dir);
 
  private:

@@ -1,4 +1,4 @@
-// Class registries under names.
+// Named class registries.
 #pragma once
 
 #include <boost/shared_ptr.hpp>
@@ -11,38 +11,39 @@
 
 namespace libvarrow {
 
-/// The process's named class registries, one for each family of classes, say. Names are compared
-/// exactly; class names in a registry are not.
+/// The process's named class registries, for example one for each family of classes. Names of
+/// registries are compared exactly; class names in a registry are not.
 ///
 ///     auto modules = libvarrow::RegistersManager::createRegister("modules");   // in a plug-in
 ///     modules->regClass<Dispatch>("Dispatch");
 ///     ...
 ///     auto* reg = libvarrow::RegistersManager::getRegister("modules");         // in the host
 ///
-/// Only making the instance is synchronised: register and unregister while no other thread looks.
+/// Not thread-safe, except the creation of the instance: register and unregister classes while no
+/// other thread uses the registries.
 class LIBVARROW_API RegistersManager {
  public:
-  /// Made when the library is loaded, and there until the process ends.
+  /// Returns the instance, which exists from loading to the end of the process.
   static RegistersManager& instance() noexcept;
 
-  /// The registry of that name, made if there is none.
+  /// Returns the registry of that name; creates it if needed.
   static boost::shared_ptr<cppbind::ClassRegister> createRegister(const std::string& name);
 
-  /// The registry of that name, or null. Valid while it stays in the manager: until its last class
-  /// is unregistered.
+  /// Returns the registry of that name, or null. Valid while the manager holds it: until its last
+  /// class is unregistered.
   static cppbind::ClassRegister* getRegister(const std::string& name);
 
-  /// Has the binder create objects from that registry (from none when the name is unknown) until
-  /// the last holder releases the result, which must be before the registry goes away.
+  /// Makes the binder create objects from that registry (from none when the name is unknown) until
+  /// the last holder releases the result. Release it before the registry is destroyed.
   [[nodiscard]] static boost::shared_ptr<cppbind::Backup> useRegister(const std::string& name,
                                                                       cppbind::Binder* binder);
 
-  /// Takes a class out of a registry, and the registry out of the manager when it is empty then.
-  /// False when there is no such registry or class.
+  /// Removes a class from a registry, and the registry from the manager if it is then empty.
+  /// Returns false when the registry or the class does not exist.
   static bool unregister(const std::string& registerName, const std::string& className);
 
-  /// Takes out, everywhere, the classes whose code `owner` keeps loaded, and the registries that
-  /// this leaves empty. Called when a plug-in goes.
+  /// Removes the classes whose code `owner` keeps loaded from all registries, and the registries
+  /// that become empty. Called when a plug-in is unloaded.
   static void unregisterAllOf(const cppbind::CodeOwner& owner);
 
  private:

@@ -1,4 +1,4 @@
-// Text between the program's narrow encoding and UTF-8.
+// Conversion of text between the program's narrow encoding and UTF-8.
 #pragma once
 
 #include <string>
@@ -7,18 +7,18 @@
 
 namespace libvarrow::utility {
 
-/// Name of the encoding of text in memory: "CP" and the number of the system's ANSI code page on
-/// Windows ("CP936"), "UTF-8" elsewhere. Found out once per process.
+/// Returns the name of the encoding of text in memory: "CP" and the number of the system's ANSI
+/// code page on Windows ("CP936"), "UTF-8" elsewhere. Determined once per process.
 LIBVARROW_API const std::string& codePageName();
 
 ///@{
 /// Returns `utf8` in the program's narrow encoding. Leaves out bytes that are not valid UTF-8 and
-/// characters that the encoding lacks. Valid text is copied, or moved, where both are UTF-8.
+/// characters that the encoding lacks. Copies or moves valid text where both are UTF-8.
 LIBVARROW_API std::string fromUtf8(const std::string& utf8);
 LIBVARROW_API std::string fromUtf8(std::string&& utf8);
 ///@}
 /// Returns `text`, in the program's narrow encoding, as UTF-8. Leaves out bytes that are not valid
-/// in that encoding. Valid text is copied where both are UTF-8.
+/// in that encoding. Copies valid text where both are UTF-8.
 LIBVARROW_API std::string toUtf8(const std::string& text);
 
 }  // namespace libvarrow::utility

@@ -1,4 +1,4 @@
-// File names that fit the platform's limits, and removing what is in the way.
+// File names within the platform's limits, and removal of existing files.
 #pragma once
 
 #include <string>
@@ -7,15 +7,14 @@
 
 namespace libvarrow::utility {
 
-/// Replaces `name` by its absolute path in generic form ("/" as separator). A file name of more
-/// than 255 bytes, or a path of more than 259, loses as many bytes as are too many from the end of
-/// its stem; the extension stays, and the stem never goes below empty. Two long names may become
-/// equal so: the first cut in a directory is logged at WARN with the name before and after (again
-/// after a thousand directories).
+/// Replaces `name` by its absolute path in generic form ("/" as separator). When the file name has
+/// more than 255 bytes or the path more than 259, cuts the excess bytes from the end of the stem,
+/// at most the whole stem; the extension stays. Two long names may thus become equal: the first cut
+/// in a directory is logged at WARN with the name before and after (again after 1,000 directories).
 LIBVARROW_API void adjustFileName(std::string& name);
 
-/// Removes the file, the directory with all its content, or the link `path`. True when nothing is
-/// there afterwards; what cannot be removed is logged at ERROR and gives false.
+/// Removes `path`: a file, a link, or a directory with all its content. Returns true when nothing
+/// exists there afterwards; logs at ERROR and returns false when it cannot be removed.
 LIBVARROW_API bool removeIfExist(const std::string& path);
 
 }  // namespace libvarrow::utility
