@@ -25,7 +25,7 @@ void appendTime(std::string& text, const T& value) {
   text.append(buffer, base::time_text::write(buffer, value));
 }
 
-// The digits of lexical_cast, which writes with these precisions.
+// The precisions with which lexical_cast writes.
 constexpr int kFloatDigits = 9;
 constexpr int kDoubleDigits = 17;
 constexpr int kLongDoubleDigits = 21;

@@ -1,4 +1,4 @@
-// An output file stream that makes its folder first.
+// An output file stream that creates its directory.
 #pragma once
 
 #include <fstream>
@@ -8,11 +8,12 @@
 
 namespace libvarrow {
 
-/// Creates the parent directory of `path` and opens `path` for writing in text mode, truncating it.
-/// A directory that cannot be made is logged; a file that cannot be opened is a failed stream.
+/// An output stream that creates the parent directory of its file. A directory that cannot be
+/// created is logged; a file that cannot be opened leaves the stream failed.
 class LIBVARROW_API AutoCreateDirFileStream : public std::ofstream {
  public:
-  /// `path` is in the narrow encoding; a relative one is taken from the current directory.
+  /// Opens `path` for writing in text mode and truncates it. `path` is in the narrow encoding; a
+  /// relative one is relative to the current directory.
   explicit AutoCreateDirFileStream(const std::string& path);
 };
 

@@ -1,4 +1,4 @@
-// A string builder without the weight of a standard stream.
+// A string builder that is lighter than a standard stream.
 #pragma once
 
 #include <boost/date_time/gregorian/gregorian_types.hpp>
@@ -10,7 +10,8 @@
 
 namespace libvarrow {
 
-/// Appends values as text, the same under every locale. A plain value; not locked.
+/// A string builder whose `<<` appends values as text, the same under every locale. A value; not
+/// thread-safe.
 ///
 ///     FastStringStream line;
 ///     line << "job " << 7 << ',' << 12.5 << ',' << true << ',' << start;
@@ -18,13 +19,13 @@ namespace libvarrow {
 class LIBVARROW_API FastStringStream {
  public:
   ///@{
-  /// The character itself.
+  /// Appends the character itself.
   FastStringStream& operator<<(char value);
   FastStringStream& operator<<(signed char value);
   FastStringStream& operator<<(unsigned char value);
   ///@}
   ///@{
-  /// Decimal digits.
+  /// Appends decimal digits.
   FastStringStream& operator<<(int value);
   FastStringStream& operator<<(unsigned int value);
   FastStringStream& operator<<(long value);
@@ -33,30 +34,30 @@ class LIBVARROW_API FastStringStream {
   FastStringStream& operator<<(unsigned long long value);
   ///@}
   ///@{
-  /// So many significant digits (9, 17, 21) that the text reads back to the same value; "inf",
-  /// "-inf", "nan" or "-nan".
+  /// Appends enough significant digits (9, 17, 21) to read back the same value; "inf", "-inf",
+  /// "nan" or "-nan".
   FastStringStream& operator<<(float value);
   FastStringStream& operator<<(double value);
   FastStringStream& operator<<(long double value);
   ///@}
-  /// The characters up to the terminating zero; not null.
+  /// Appends the characters up to the terminating zero; `value` is not null.
   FastStringStream& operator<<(const char* value);
-  /// All its characters, zeros included.
+  /// Appends all characters, zeros included.
   FastStringStream& operator<<(const std::string& value);
-  /// "true" or "false".
+  /// Appends "true" or "false".
   FastStringStream& operator<<(bool value);
   ///@{
-  /// time2str of the value.
+  /// Appends time2str of the value.
   FastStringStream& operator<<(const boost::gregorian::date& value);
   FastStringStream& operator<<(const boost::posix_time::ptime& value);
   FastStringStream& operator<<(const boost::posix_time::time_duration& value);
   ///@}
-  /// Other pointers would pass as bool.
+  /// Deleted: other pointers would convert to bool.
   template <class T, class = std::enable_if_t<!std::is_same_v<std::remove_cv_t<T>, char>>>
   FastStringStream& operator<<(T* value) = delete;
 
   ///@{
-  /// The text built so far; the caller may change it.
+  /// Returns the text built so far; the caller may change it.
   std::string& str() { return text_; }
   const std::string& str() const { return text_; }
   ///@}

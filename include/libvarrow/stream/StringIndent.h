@@ -1,4 +1,4 @@
-// The indentation of nested text dumps.
+// Indentation of nested text dumps.
 #pragma once
 
 #include <cstddef>
@@ -9,15 +9,15 @@
 
 namespace libvarrow {
 
-/// A run of fill characters. A plain value.
+/// A sequence of equal fill characters. A value.
 ///
 ///     out << indent << "machine\n" << indent.addIndent(2) << "slot\n";
 class LIBVARROW_API StringIndent {
  public:
-  /// `count` times `fill`.
+  /// Makes an indent of `count` times `fill`.
   explicit StringIndent(std::size_t count = 0, char fill = ' ') : text_(count, fill), fill_(fill) {}
 
-  /// A copy that is `count` fill characters longer.
+  /// Returns a copy that is `count` fill characters longer.
   StringIndent addIndent(std::size_t count) const;
 
   /// Writes the fill characters.
