@@ -21,12 +21,12 @@ namespace {
   throw std::runtime_error(message);
 }
 
-// With its comments, as Json2Str is to write them again.
+// Collects comments, as Json2Str writes them again.
 bool parseWithComments(const std::string& text, Json::Value& value, std::string& errors) {
   return base::json_text::parse(text, value, errors, base::json_text::Comments::Collected);
 }
 
-// The initial directory is the one at the first call: make that the library's loading.
+// The first call fixes the initial directory: this one runs when the library is loaded.
 // NOLINTNEXTLINE(cert-err58-cpp): it is noexcept; without memory the process ends
 [[maybe_unused]] const bool initialPathTaken = []() noexcept {
   boost::system::error_code ignored;
@@ -37,7 +37,7 @@ bool parseWithComments(const std::string& text, Json::Value& value, std::string&
 
 Json::Value File2Json(const boost::filesystem::path& path) {
   std::string text;
-  base::readTextFile(path.string(), text);  // what cannot be read parses as empty text
+  base::readTextFile(path.string(), text);  // an unreadable file parses as empty text
   Json::Value value;
   std::string errors;
   if (!parseWithComments(text, value, errors)) {
@@ -57,7 +57,7 @@ Json::Value Str2Json(const std::string& text) {
   return value;
 }
 
-// A single space, where the info of a pipeline's data is indented by tabs: the two are told apart.
+// Indents by one space, unlike the info of a pipeline's data, which is indented by tabs.
 std::string Json2Str(const Json::Value& value) {
   return base::json_text::styled(value, " ");
 }
