@@ -1,4 +1,4 @@
-// Numbers that C functions print have a decimal point, whatever locale the host set.
+// A decimal point in the numbers that C functions print, independent of the host's locale.
 #pragma once
 
 #include <locale.h>  // NOLINT(modernize-deprecated-headers): the thread's locale is not in <clocale>
@@ -8,7 +8,7 @@
 
 namespace libvarrow::base {
 
-/// For the calling thread, while it lives.
+/// RAII guard: numbers of the calling thread have the "C" locale's decimal point.
 class ClassicNumbers {
  public:
   ClassicNumbers() {
@@ -21,7 +21,7 @@ class ClassicNumbers {
   ClassicNumbers& operator=(const ClassicNumbers&) = delete;
 
  private:
-  // The host's locale in all but numbers, as it was when first needed: making one each time leaks.
+  // The host's locale except for numbers, as at the first call; made once, as it is never freed.
   static locale_t classic() {
     static const locale_t locale =
         ::newlocale(LC_NUMERIC_MASK, "C", ::duplocale(::uselocale(nullptr)));

@@ -30,21 +30,21 @@ std::size_t endOfComment(const std::string& text, std::size_t at) {
   return end == std::string::npos ? text.size() : end + (isBlock ? 2 : 1);
 }
 
-// The exponent whose digits stand from `at` to `end`.
+// Returns the exponent with the digits from `at` to `end`.
 long exponentIn(const std::string& text, std::size_t at, std::size_t end) {
   const std::size_t significant = std::min(text.find_first_not_of('0', at), end);
-  // More digits than nine are out of any number's range, whatever they are.
+  // More than nine digits are always out of range.
   return std::stol("0" + text.substr(significant, std::min<std::size_t>(end - significant, 9)));
 }
 
-// Where the digits of an exponent begin, with its letter at `at`.
+// Returns the position of the first digit of the exponent whose letter is at `at`.
 std::size_t beginOfExponent(const std::string& text, std::size_t at) {
   const bool hasSign = at + 1 < text.size() && (text[at + 1] == '-' || text[at + 1] == '+');
   return at + (hasSign ? 2 : 1);
 }
 
 // Appends the number at `at` without its point and returns its end. Reads as far as the parser
-// does, so that what it refuses is not made a number.
+// does, so that text which the parser rejects does not become a number.
 std::size_t appendNumber(const std::string& text, std::size_t at, std::string& out) {
   const std::size_t point = endOfDigits(text, at + (text[at] == '-' ? 1 : 0));
   const bool hasPoint = point < text.size() && text[point] == '.';
@@ -65,7 +65,7 @@ std::size_t appendNumber(const std::string& text, std::size_t at, std::string& o
   return end;
 }
 
-// Counted as the parser does: the line ends of any system.
+// Returns the begins of lines as the parser counts them: with the line ends of any system.
 std::vector<std::size_t> beginsOfLines(const std::string& text) {
   std::vector<std::size_t> begins{0};
   for (std::size_t at = 0; at < text.size(); ++at) {
@@ -75,7 +75,7 @@ std::vector<std::size_t> beginsOfLines(const std::string& text) {
   return begins;
 }
 
-// Behind the first `label` in `line`; its end when there is none.
+// Returns the position after the first `label` in `line`, or the line's end without one.
 std::size_t placeAfter(const std::string& line, const std::string& label) {
   const std::size_t found = line.find(label);
   return found == std::string::npos ? line.size() : found + label.size();
@@ -106,7 +106,7 @@ WithoutDecimalPoints::WithoutDecimalPoints(std::string original) : original_(std
   }
 }
 
-// Null when none begins at or before `newPosition`.
+// Returns null when no number begins at or before `newPosition`.
 const WithoutDecimalPoints::Number* WithoutDecimalPoints::lastNumberAt(
     std::size_t newPosition) const {
   const auto after = std::upper_bound(
@@ -147,7 +147,7 @@ std::string WithoutDecimalPoints::aboutOriginal(const std::string& messages) con
   return out;
 }
 
-// "  '15e399' is not a number." of 1.5e400.
+// Replaces the number in a message such as "  '15e399' is not a number." by the original, 1.5e400.
 void WithoutDecimalPoints::nameOriginal(const Number& number, std::string& message) const {
   const std::string name = text_.substr(number.newBegin, number.newEnd - number.newBegin);
   const std::size_t found = message.find("'" + name + "'");

@@ -1,4 +1,4 @@
-// JSON without decimal points, for a parser that reads numbers with those of the global locale.
+// JSON without decimal points, for a parser that reads numbers in the global locale.
 #pragma once
 
 #include <cstddef>
@@ -7,20 +7,20 @@
 
 namespace libvarrow::base::json_text {
 
-/// JSON text with its numbers rewritten, 12.50e3 as 1250e1: the same numbers, to the last bit.
+/// JSON text with rewritten numbers, 12.50e3 as 1250e1: the same numbers, to the last bit.
 class WithoutDecimalPoints {
  public:
   explicit WithoutDecimalPoints(std::string original);
 
-  /// To be parsed in place of the original.
+  /// Returns the text to parse in place of the original.
   const std::string& text() const { return text_; }
 
-  /// The parser's formatted messages about text(), as they are about the original: with its lines
-  /// and columns, and its numbers.
+  /// Returns the parser's formatted messages about text() with the lines, columns and numbers of
+  /// the original.
   std::string aboutOriginal(const std::string& messages) const;
 
  private:
-  // A number in the original and what it became in the text.
+  // A number's range in the original and in the text.
   struct Number {
     std::size_t begin, end;
     std::size_t newBegin, newEnd;

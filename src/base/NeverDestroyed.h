@@ -6,8 +6,8 @@
 
 namespace libvarrow::base {
 
-/// Holds a `T` that is intentionally leaked: static objects of a host are destroyed in an order
-/// that the library does not know, and some use it from their destructors.
+/// Holder of an intentionally leaked `T`: static objects of a host are destroyed in an order that
+/// the library does not know, and some use the `T` in their destructors.
 ///
 ///     std::map<std::string, int>& counters() {
 ///       static NeverDestroyed<std::map<std::string, int>> map;

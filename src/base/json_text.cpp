@@ -25,7 +25,7 @@ namespace libvarrow::base::json_text {
 
 namespace {
 
-// What is written into a stream, as a string.
+// A stream buffer that collects the output in a string.
 class StringSink : public std::streambuf {
  public:
   std::string text;
@@ -42,7 +42,7 @@ class StringSink : public std::streambuf {
 };
 
 // RAII guard: `out` writes into `sink`, and an exception of the sink reaches the writer's caller.
-// By default a stream catches it and only remembers that it failed.
+// By default a stream catches such exceptions and only enters a failed state.
 class Redirected {
  public:
   Redirected(std::ostream& out, std::streambuf& sink) : out_(out) {
@@ -73,7 +73,7 @@ bool parsePlain(std::string_view text, Json::Value& value, std::string& errors, 
     if (!isParsed) errors = reader.getFormattedErrorMessages();
     return isParsed;
   } catch (const Json::Exception& error) {
-    // Text that is nested too deep is at fault itself; memory that ran out is not.
+    // Too deep nesting is an error of the text; exhausted memory is not.
     if (isOutOfMemory(error)) throw std::bad_alloc();
     errors = error.what();
     return false;
@@ -94,11 +94,11 @@ bool parse(const std::string& text, Json::Value& value, std::string& errors, Com
   return false;
 }
 
-// The writers print numbers under the thread's C locale and mend nothing but a decimal comma.
+// The writers print numbers in the thread's C locale and correct only a decimal comma.
 std::string styled(const Json::Value& value, const std::string& indentation) {
   [[maybe_unused]] const ClassicNumbers classicNumbers{};
   StringSink sink;
-  // Setting a stream up costs more than writing a short text.
+  // One stream per thread: setting one up costs more than writing a short text.
   withThreadLocal([] { return std::ostream(nullptr); },
                   [&](std::ostream& out) {
                     const Redirected redirected(out, sink);

@@ -1,5 +1,5 @@
-// JSON text in the forms that the system reads and writes, behind the parser's and the writers'
-// deprecated classes: newer ones lay text out differently.
+// JSON text in the system's forms. Wraps deprecated classes for parsing and writing, as newer ones
+// lay out text differently.
 #pragma once
 
 #include <json/value.h>
@@ -9,22 +9,23 @@
 
 namespace libvarrow::base::json_text {
 
-/// Collected comments are part of the value and are written with it. They take the parser time by
-/// their number times the length of the line on which they begin.
+/// Collected comments are part of the value and are written with it. Each of them costs the parser
+/// time proportional to the length of the line on which it begins.
 enum class Comments { Allowed, Collected };
 
-/// Parses `text`. False, with the parser's formatted messages in `errors`, when it is not JSON or
-/// nested too deep. Numbers are read the same under every global locale. Throws std::bad_alloc.
+/// Parses `text`. Returns false, with the parser's formatted messages in `errors`, when it is not
+/// JSON or is nested too deep. Independent of the global locale. Throws std::bad_alloc when memory
+/// runs out.
 bool parse(const std::string& text, Json::Value& value, std::string& errors,
            Comments comments = Comments::Allowed);
 
-/// Indented text with a line end.
+/// Returns indented text with a line end.
 std::string styled(const Json::Value& value, const std::string& indentation);
 
-/// One line with a line end.
+/// Returns one line with a line end.
 std::string fast(const Json::Value& value);
 
-/// As fast(), without the line end.
+/// Returns one line without a line end.
 std::string onOneLine(const Json::Value& value);
 
 }  // namespace libvarrow::base::json_text

@@ -1,18 +1,18 @@
-// Numbers in texts: printf's and the standard streams' digits, in the classic
-// locale whatever the global one is.
+// Numbers as text, with the digits of printf and the standard streams in the classic locale,
+// independent of the global one.
 #pragma once
 
 #include <string>
 
 namespace libvarrow::base::number_text {
 
-/// As a standard stream writes by default: six significant digits.
+/// Returns six significant digits, as a standard stream writes by default.
 std::string general(double value);
 
-/// "%.2f"
+/// Returns the text of "%.2f".
 std::string twoDecimals(double value);
 
-/// "%f"
+/// Returns the text of "%f".
 std::string sixDecimals(double value);
 
 }  // namespace libvarrow::base::number_text

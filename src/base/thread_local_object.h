@@ -1,10 +1,11 @@
-// Objects that are kept for each thread because they cost more to make than to use.
+// Thread-local objects that cost more to make than to use.
 #pragma once
 
 namespace libvarrow::base {
 
-/// What `use` makes of the calling thread's own object, which `make` makes on first use. A host's
-/// static objects go after those of its main thread: from then on there is one for each call.
+/// Returns the result of `use` for the calling thread's object, which `make` makes at first use.
+/// Static objects of a host are destroyed after the main thread's object: from then on every call
+/// makes a temporary one.
 template <class Make, class Use>
 auto withThreadLocal(Make make, Use use) {
   thread_local bool isGone = false;

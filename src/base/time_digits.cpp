@@ -14,7 +14,7 @@ using boost::posix_time::time_duration;
 constexpr int kNoNumber = -1;
 constexpr std::int64_t kSecondsOfDay = std::int64_t{24} * 60 * 60;
 
-// The number that `length` digits at `at` write, or kNoNumber.
+// Returns the number written by the `length` digits at `at`, or kNoNumber.
 int readDigits(std::string_view text, std::size_t at, std::size_t length) {
   int number = 0;
   for (std::size_t i = at; i < at + length; ++i) {
@@ -75,8 +75,8 @@ char* writeClock(char* to, const ClockParts& parts) {
   return writeTwoDigits(to, parts.seconds);
 }
 
-// Straight from the ticks: date() and year_month_day() would turn day numbers into calendar days
-// and back several times. What lies outside the calendar throws as date() does.
+// Computes from the ticks: date() and year_month_day() would convert day numbers to calendar days
+// and back several times. Throws as date() does when the time is outside the calendar.
 char* writeTime(char* to, const ptime& time) {
   static const date firstDay(boost::date_time::min_date_time);
   static const ptime firstTime(firstDay);

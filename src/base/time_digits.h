@@ -1,4 +1,4 @@
-// Dates, times and durations as digits, without facets, printf or allocation.
+// Digits of dates, times and durations, without facets, printf or allocation.
 #pragma once
 
 #include <boost/date_time/gregorian/gregorian_types.hpp>
@@ -8,11 +8,11 @@
 
 namespace libvarrow::base::time_digits {
 
-/// Room for any text written below.
+/// Enough for any text written below.
 constexpr int kMaxLength = 100;
 
-/// Hours (not wrapped), minutes of the hour and seconds of the minute, truncated toward zero; all
-/// of the duration's sign.
+/// Hours (not wrapped), minutes of the hour and seconds of the minute, truncated toward zero. All
+/// have the duration's sign.
 struct ClockParts {
   std::int64_t hours;
   int minutes;
@@ -20,21 +20,21 @@ struct ClockParts {
 };
 ClockParts clockParts(const boost::posix_time::time_duration& duration);
 
-// Each writes at `to` and returns the end of what it wrote. The value must not be special.
+// Each function writes at `to` and returns the end of its text. The value must not be special.
 
-/// At least two characters, as "%02d".
+/// Writes at least two characters, as "%02d".
 char* writeTwoDigits(char* to, std::int64_t number);
-/// "2024-03-05"
+/// Writes "2024-03-05".
 char* writeDate(char* to, const boost::gregorian::date& date);
-/// "07:08"
+/// Writes "07:08".
 char* writeHoursMinutes(char* to, const ClockParts& parts);
-/// "07:08:09"
+/// Writes "07:08:09".
 char* writeClock(char* to, const ClockParts& parts);
-/// "2024-03-05 07:08:09"
+/// Writes "2024-03-05 07:08:09".
 char* writeTime(char* to, const boost::posix_time::ptime& time);
 
-/// Reads "YYYY-MM-DD" and "YYYY-MM-DD HH:MM:SS", 10 and 19 characters with every number in its
-/// calendar range. False for all else.
+/// Read "YYYY-MM-DD" and "YYYY-MM-DD HH:MM:SS", 10 and 19 characters with every number in its
+/// calendar range. Return false for any other text.
 bool readDate(std::string_view text, boost::gregorian::date& date);
 bool readTime(std::string_view text, boost::posix_time::ptime& time);
 

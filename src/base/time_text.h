@@ -1,4 +1,4 @@
-// Dates, times and durations as time2str shows them, special values too, written into a buffer.
+// Dates, times and durations in the form of time2str, special values too, written into a buffer.
 #pragma once
 
 #include <boost/date_time/gregorian/gregorian_types.hpp>
@@ -8,10 +8,10 @@
 
 namespace libvarrow::base::time_text {
 
-/// Room for any text written below.
+/// Enough for any text written below.
 constexpr int kMaxLength = time_digits::kMaxLength;
 
-// Each writes at `to` and returns the end of what it wrote.
+// Each function writes at `to` and returns the end of its text.
 char* write(char* to, const boost::gregorian::date& value);
 char* write(char* to, const boost::posix_time::ptime& value);
 char* write(char* to, const boost::posix_time::time_duration& value);

@@ -1,4 +1,4 @@
-// Real numbers cut to integers, with what no integer can hold settled in one place.
+// Saturating truncation of real numbers to integers.
 #pragma once
 
 #include <cstdint>
@@ -6,8 +6,8 @@
 
 namespace libvarrow::base {
 
-/// Cut toward zero. What no unsigned integer can hold is the nearest one, and 0 for what is not a
-/// number.
+/// Returns `value` truncated toward zero; the nearest unsigned integer when it is out of range, and
+/// 0 for NaN.
 inline std::uint64_t truncatedToUnsigned(double value) {
   constexpr double kTwoTo64 = 18446744073709551616.0;
   if (!(value > 0)) return 0;
