@@ -1,5 +1,5 @@
-// Counts the calls of operator new, the shared library's included: a program's own replacement
-// serves the libraries it loads too.
+// Counts the calls of operator new, also those of the shared library: the program's replacement
+// serves the libraries that it loads too.
 #include "allocations.h"
 
 #include <cstdlib>

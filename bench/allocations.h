@@ -1,4 +1,4 @@
-// How often measured code asks for memory.
+// A count of the memory allocations of measured code.
 #pragma once
 
 #include <benchmark/benchmark.h>
@@ -7,10 +7,10 @@
 
 namespace bench {
 
-/// Calls of operator new by this thread so far.
+/// Returns the number of calls of operator new by this thread so far.
 std::uint64_t allocationCount();
 
-/// Reports the allocations in its scope, by iteration, as the counter "allocs".
+/// RAII guard: reports the allocations in its scope, per iteration, as the counter "allocs".
 ///
 ///     const AllocationCounter counted(state);
 ///     for (auto _ : state) work();

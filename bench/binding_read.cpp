@@ -36,7 +36,7 @@ boost::posix_time::ptime timeByStrptime(const char* text) {
   return boost::posix_time::ptime_from_tm(parts);
 }
 
-// With all five keys there, a sixth would be an unknown one.
+// All five keys are required, so a sixth would be an unknown one.
 Operation operationByHand(const Json::Value& json) {
   require(json.isObject(), "no object");
   const Json::Value& id = memberOf(json, "id");

@@ -15,8 +15,8 @@ Json::Value treeBySetBind(const Plan& plan) {
   return cppbind::JsonEncodeBinder().encode(plan);
 }
 
-/// `Key` is the type in which the member names are given: the JSON library copies a plain text and
-/// keeps a Json::StaticString by its address.
+/// `Key` is the type of the member names: the JSON library copies a plain text and stores a
+/// Json::StaticString by its address.
 template <class Key>
 Json::Value treeByHand(const Plan& plan) {
   Json::Value json(Json::objectValue);

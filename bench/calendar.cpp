@@ -31,7 +31,7 @@ Slots delayed(Slots slots, Duration delay) {
 }
 
 Slots shuffled(Slots slots, std::uint32_t seed) {
-  // By hand: std::shuffle gives another order with another library.
+  // Not std::shuffle, whose order depends on the standard library.
   std::mt19937 random(seed);
   for (std::size_t i = slots.size(); i > 1; --i) std::swap(slots[i - 1], slots[random() % i]);
   return slots;

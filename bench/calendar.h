@@ -1,4 +1,4 @@
-// Working calendars of any number of slots, and windows to ask them about.
+// Working calendars of any number of slots, and windows for queries.
 #pragma once
 
 #include <boost/date_time/posix_time/posix_time_types.hpp>
@@ -19,18 +19,18 @@ struct Slot {
 
 using Slots = std::vector<Slot>;
 
-/// Two shifts a day, each with a break: four slots and fourteen hours a day, none touching. 14,600
-/// slots are ten years.
+/// Returns a calendar of two shifts a day, each with a break: four slots and fourteen hours a day,
+/// none touching. 14,600 slots are ten years.
 Slots calendarSlots(std::int64_t count);
 
-/// The same slots, later by `delay`.
+/// Returns the same slots, later by `delay`.
 Slots delayed(Slots slots, Duration delay);
 
-/// The same slots in random order; the same one for the same seed.
+/// Returns the same slots in random order, determined by the seed.
 Slots shuffled(Slots slots, std::uint32_t seed);
 
-/// `count` windows of `length` at random places between the begin and the end of `slots`, always
-/// the same.
+/// Returns `count` windows of `length` at fixed random places between the begin and the end of
+/// `slots`.
 Slots randomWindows(const Slots& slots, std::int64_t count, Duration length);
 
 }  // namespace bench

@@ -11,8 +11,8 @@ namespace bench {
 
 namespace {
 
-// Each needs a processor of its own. On a busy machine they take turns, nothing is contended, and
-// the shared counter costs what it costs one thread.
+// Each thread needs its own processor. On a busy machine they take turns without contention, and
+// the shared counter costs the same as with one thread.
 constexpr int kThreads = 2;
 
 void statistic(benchmark::State& state) {
@@ -25,7 +25,7 @@ void atomicInteger(benchmark::State& state) {
   for (auto _ : state) counter.fetch_add(1);
 }
 
-// Two counters, made one after the other, each for a thread of its own.
+// Two counters, made one after the other, one for each thread.
 
 void ownStatistic(benchmark::State& state) {
   static libvarrow::StatisticsContainer container("counters");

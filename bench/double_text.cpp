@@ -16,7 +16,7 @@ namespace bench {
 
 namespace {
 
-/// Has `write` write one number after the other; it returns the address of the text.
+/// Calls `write` for one number after another; it returns the address of the text.
 template <class Write>
 void eachDouble(benchmark::State& state, Write write) {
   std::size_t at = 0;

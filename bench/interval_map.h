@@ -1,4 +1,4 @@
-// A set of intervals by hand, on std::map: the peer that TimeBlock would otherwise have been.
+// A hand-written set of intervals on std::map: the obvious alternative to TimeBlock.
 #pragma once
 
 #include <algorithm>
@@ -10,7 +10,7 @@
 
 namespace bench {
 
-/// Begins to ends; disjoint, none touching.
+/// A map from begins to ends of intervals, which are disjoint and do not touch.
 class IntervalMap {
  public:
   void add(Time begin, Time end) {
@@ -85,7 +85,7 @@ class IntervalMap {
     return total;
   }
 
-  /// The first `length` from `time` on; nothing when there is not as much.
+  /// Returns the first `length` from `time` on, or an empty set when there is less.
   IntervalMap forwards(Time time, Duration length) const {
     IntervalMap result;
     for (auto slot = firstEndingBehind(time); slot != slots_.end(); ++slot) {
@@ -98,7 +98,7 @@ class IntervalMap {
     return IntervalMap();
   }
 
-  /// The last `length` in the slots that end before `time`; nothing when there is not as much.
+  /// Returns the last `length` in slots that end before `time`, or an empty set when there is less.
   IntervalMap backwards(Time time, Duration length) const {
     IntervalMap result;
     auto slot = slots_.lower_bound(time);

@@ -1,4 +1,4 @@
-// TimeBlock and an interval set of Boost behind the interface of IntervalMap.
+// TimeBlock and an interval set of Boost with the interface of IntervalMap.
 #pragma once
 
 #include <algorithm>
@@ -57,7 +57,7 @@ class BlockSet {
   libvarrow::TimeBlock block_;
 };
 
-/// What has no operation there is written on its iterators and hints.
+/// Boost's set. Operations that it lacks use its iterators and hints.
 class IclSet {
  public:
   void add(Time begin, Time end) { set_.add(Interval(begin, end)); }

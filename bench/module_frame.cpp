@@ -34,14 +34,14 @@ class TemporaryDirectory {
     fs::remove_all(path_, ignored);
   }
 
-  /// With a "/" at its end.
+  /// Returns the path with a "/" at its end.
   std::string prefix() const { return path_.string() + "/"; }
 
  private:
   fs::path path_;
 };
 
-/// In memory where the system has such a directory: a disk's own time would hide the frame's.
+/// Returns a directory in memory if the system has one: a disk's time would hide the frame's.
 TemporaryDirectory memoryDirectory() {
   const fs::path memory("/dev/shm");
   return TemporaryDirectory(fs::is_directory(memory) ? memory : fs::temp_directory_path());
@@ -84,7 +84,7 @@ void processModuleWithStatistics(benchmark::State& state) {
   data.dumpPath = directory.prefix();
   const AllocationCounter counted(state);
   for (auto _ : state) {
-    // A new one each time: every run of a module adds to it.
+    // A new container each time: every run of a module adds to it.
     libvarrow::StatisticsContainer run("run");
     data.statisticsContainer = &run;
     module->process(&data);

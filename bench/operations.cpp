@@ -12,7 +12,7 @@ const Plan& samplePlan() {
     std::mt19937 random(1);
     Plan made;
     for (int i = 0; i < kCount; ++i) {
-      // Machine names of 2 to 20 characters: some in the string, some on the heap.
+      // Machine names of 2 to 20 characters: some fit in the string object, some need the heap.
       made.operations.push_back(
           {i, static_cast<double>(random() % 4000) / 4, "M" + std::string(random() % 19 + 1, 'x'),
            begin + boost::posix_time::seconds(static_cast<long>(random() % 100000000)),

@@ -40,10 +40,10 @@ struct Plan {
   }
 };
 
-/// 10,000 operations, always the same.
+/// Returns 10,000 operations, always the same.
 const Plan& samplePlan();
 
-/// How a plan's times stand in JSON.
+/// The format of a plan's times in JSON.
 constexpr const char* kTimeFormat = "%Y-%m-%d %H:%M:%S";
 
 }  // namespace bench

@@ -1,9 +1,9 @@
-# Prints what targets.txt asks for of the medians in a report, and whether it keeps its limit:
+# Prints the medians of a report that targets.txt compares, and whether they keep their limits:
 #
 #     awk [-v isPart=1] -f ratios.awk targets.txt report.json
 #
-# Exit status: 0, 1 when a limit is broken, 2 when a benchmark failed or, unless the report is only a
-# part, is not in it.
+# Exit status: 0; 1 when a limit is broken; 2 when a benchmark failed, or is missing
+# from a report that is not just a part (isPart).
 
 function valueOf(line) {
   sub(/^[^:]*: */, "", line)
@@ -11,7 +11,7 @@ function valueOf(line) {
   return line
 }
 
-# Threads sleep while others run: the wall clock counts for them, the processor's time for the rest.
+# Threads sleep while others run: for them the wall-clock time counts, else the processor time.
 function store() {
   if (aggregate == "" || run == "") return
   time = run ~ /\/real_time/ ? realTime : cpuTime
@@ -56,7 +56,7 @@ function isMeasured(name) {
   return (name, "median") in times
 }
 
-# The verdict on a value, which it notes.
+# Returns the verdict on a value and records it.
 function judge(value, most) {
   ++measured
   if (most == "-") return ""
@@ -69,7 +69,7 @@ function printFigure(name, what, value, most) {
   printf "%-38s %-39s %33.3f %7s %s\n", name, what, value, most, judge(value, most)
 }
 
-# The exponent of n between two arguments of a benchmark.
+# Prints the exponent of n between two arguments of a benchmark.
 function printGrowth(name, from, to, most,    fromName, toName) {
   fromName = name "/" from
   toName = name "/" to

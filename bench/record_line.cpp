@@ -1,5 +1,5 @@
-// One line of a report, of numbers, texts, flags and a time: FastStringStream against the standard
-// stream and fmt, all with the same characters.
+// A report line of numbers, texts, flags and a time: FastStringStream against the standard stream
+// and fmt, all with the same characters.
 #include <benchmark/benchmark.h>
 #include <fmt/chrono.h>
 #include <fmt/compile.h>
@@ -93,7 +93,7 @@ void writeLine(std::ostream& out, const Record& record) {
   out << '\n';
 }
 
-// fmt, its format text checked, and with FMT_COMPILE turned into code, by the compiler.
+// fmt. The compiler checks its format text, and with FMT_COMPILE turns it into code.
 
 std::tm partsOf(const ptime& time) {
   return boost::posix_time::to_tm(time);
@@ -113,11 +113,11 @@ WRITE_LINE_BY_FMT(writeLineByShortestFmt,
                   FMT_STRING("job {}/{},{},{},{},{},{},{},{:%Y-%m-%d %H:%M:%S}\n"))
 #undef WRITE_LINE_BY_FMT
 
-// The runs. A fresh one makes its stream or buffer for every line, a reused one empties it.
+// The runs. A fresh one makes its stream or buffer for every line; a reused one clears it.
 
 enum class Text { Same, OtherDigits };
 
-/// Has `write` write one record after the other; what it returns holds the text.
+/// Calls `write` for one record after another; its result holds the text.
 template <class Write>
 void eachRecord(benchmark::State& state, Text text, Write write) {
   for (const Record& record : sampleRecords()) {

@@ -10,7 +10,7 @@ namespace bench {
 
 namespace {
 
-/// As setOf; the block collects the slots and takes them at once, which its peers cannot.
+/// Like setOf, but a block collects the slots and takes them at once, which its peers cannot do.
 template <class Set>
 Set setAtOnce(const Slots& slots) {
   return setOf<Set>(slots);
@@ -21,8 +21,8 @@ BlockSet setAtOnce(const Slots& slots) {
   return BlockSet::atOnce(slots);
 }
 
-/// A set from the slots in each of `orders` in turn. The end of the set is in the time: what was
-/// built is destroyed too.
+/// Builds a set from the slots in each of `orders` in turn. The time includes the destruction of
+/// the set.
 template <class Set, Set (*make)(const Slots&) = setOf<Set>>
 class Build {
  public:
@@ -48,7 +48,7 @@ struct BuildInOrder : Build<Set> {
   explicit BuildInOrder(std::int64_t count) : Build<Set>({calendarSlots(count)}) {}
 };
 
-// So many that the processor does not learn an order by heart.
+// Enough orders that the branch predictor does not learn them.
 std::vector<Slots> randomOrders(std::int64_t count) {
   std::vector<Slots> orders;
   for (std::int64_t seed = 0; seed * count < 65536; ++seed) {

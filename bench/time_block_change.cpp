@@ -1,4 +1,4 @@
-// Slots added to a calendar and taken out of it: TimeBlock against its peers.
+// Addition and removal of slots of a calendar: TimeBlock against its peers.
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
@@ -14,9 +14,9 @@ namespace {
 using boost::posix_time::hours;
 using boost::posix_time::minutes;
 
-/// A change that cannot be taken back is timed over a batch of copies, which are made and destroyed
-/// while the clock stands still. A batch is large enough for the clock's own time not to count and
-/// small enough for the peers' nodes to stay in the caches.
+/// Times a change that cannot be undone over a batch of copies. The copies are made and destroyed
+/// while the clock is stopped. A batch is large enough to hide the clock's cost and small enough
+/// for the peers' nodes to stay in the caches.
 template <class Set, class Change>
 class OnCopies {
  public:
@@ -48,7 +48,7 @@ class OnCopies {
   Change change_;
 };
 
-/// Another calendar of n slots, each of which overlaps one.
+/// Adds another calendar of n slots, each of which overlaps one.
 template <class Set>
 class AddOverlapping {
  public:
@@ -60,7 +60,7 @@ class AddOverlapping {
   Set other_;
 };
 
-/// n/10 windows of an hour at random places.
+/// Removes n/10 windows of an hour at random places.
 template <class Set>
 class RemoveWindows {
  public:
@@ -72,7 +72,7 @@ class RemoveWindows {
   Set windows_;
 };
 
-/// One interval over the middle tenth of the slots.
+/// Adds one interval over the middle tenth of the slots.
 template <class Set>
 class AddWide {
  public:
@@ -88,8 +88,8 @@ class AddWide {
   Time end_;
 };
 
-/// An hour out of a slot, which splits it, and the same hour back: twice the tail moves. The slots
-/// are random ones of the middle half, so that the processor does not learn the place by heart.
+/// Removes an hour from a slot, which splits it, and adds it back: the tail moves twice. The slots
+/// are random ones of the middle half, so that the branch predictor does not learn the place.
 template <class Set>
 class CutOne {
  public:
@@ -141,7 +141,7 @@ using Widen = OnCopies<Set, AddWide<Set>>;
 
 const bool kUnite = registerWork<Unite>("block_unite", 0.01);
 const bool kCutMany = registerWork<CutMany>("block_cut_many", 0.01);
-// Copying takes many times as long as this change.
+// Copying takes much longer than this change.
 const bool kAddWide = registerWork<Widen>("block_add_wide", 0.003);
 const bool kCutOne = registerWork<CutOne>("block_cut_one", 0.02);
 

@@ -1,4 +1,4 @@
-// What a calendar has where: TimeBlock against its peers.
+// Queries of a calendar: TimeBlock against its peers.
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
@@ -12,7 +12,7 @@ namespace {
 
 using boost::posix_time::hours;
 
-// So many that the processor does not learn the answers by heart.
+// Enough windows that the branch predictor does not learn the answers.
 constexpr std::int64_t kWindowCount = 65536;
 constexpr std::size_t kComparedCount = 4096;
 
@@ -32,7 +32,7 @@ Duration plain(Duration answer) {
   return answer;
 }
 
-/// Query::ask of a calendar, window after window.
+/// Calls Query::ask of a calendar for one window after another.
 template <class Set, class Query>
 class Asked {
  public:
@@ -121,7 +121,7 @@ struct FortyHoursBack : OfWeeks {
   }
 };
 
-/// So long that it takes half of the slots.
+/// Searches backwards for a length that takes half of the slots.
 struct HalfBack {
   static Slots windows(const Slots& slots) {
     Duration length;

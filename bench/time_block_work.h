@@ -1,5 +1,4 @@
-// What the benchmarks of TimeBlock have in common: three kinds of sets that must agree before any
-// of them is timed.
+// The common part of the TimeBlock benchmarks: three kinds of sets must agree before one is timed.
 #pragma once
 
 #include <benchmark/benchmark.h>
@@ -21,7 +20,7 @@ Set setOf(const Slots& slots) {
   return set;
 }
 
-/// The calendar of `count` slots, made once.
+/// Returns the calendar of `count` slots; makes it only once.
 template <class Set>
 const Set& calendarOf(std::int64_t count) {
   static std::map<std::int64_t, Set> calendars;
@@ -30,7 +29,7 @@ const Set& calendarOf(std::int64_t count) {
   return calendars[count] = setOf<Set>(calendarSlots(count));
 }
 
-/// Whether Work<Set>(n).result() is equal for the three sets; found out once for each n.
+/// Returns whether Work<Set>(n).result() is equal for the three sets; computed once for each n.
 template <template <class> class Work>
 bool allAgree(std::int64_t count) {
   static std::map<std::int64_t, bool> known;
@@ -41,8 +40,7 @@ bool allAgree(std::int64_t count) {
              Work<BlockSet>(count).result() == expected && Work<IclSet>(count).result() == expected;
 }
 
-/// Work<Set>(n) once in each iteration, timed by its own time(state); the benchmark's argument is
-/// n.
+/// Runs Work<Set>(n), which times itself with time(state); n is the benchmark's argument.
 template <template <class> class Work, class Set>
 void run(benchmark::State& state) {
   const std::int64_t count = state.range(0);

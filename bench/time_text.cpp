@@ -80,7 +80,7 @@ void strftimeFromTm(benchmark::State& state) {
   timeText<std::tm, textByStrftime>(state, sampleBrokenDownTimes());
 }
 
-// Without the memory of a new string, which costs all of the above the same.
+// Without the allocation of a new string, which costs all of the above the same.
 
 void appendToStream(benchmark::State& state) {
   libvarrow::FastStringStream line;

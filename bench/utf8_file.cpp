@@ -21,7 +21,6 @@ std::string repeated(const std::string& piece) {
   return text;
 }
 
-// A file of 4 MB that is removed at the end.
 class TextFile {
  public:
   explicit TextFile(const std::string& piece) : text(repeated(piece)) {
@@ -36,13 +35,13 @@ class TextFile {
       (boost::filesystem::temp_directory_path() / boost::filesystem::unique_path()).string();
 };
 
-// The usual way in few words.
+// The usual short way.
 std::string streamRead(const std::string& path) {
   std::ifstream file(path);
   return {std::istreambuf_iterator<char>(file), {}};
 }
 
-// The fastest way of the standard library.
+// The fastest way with the standard library.
 std::string blockRead(const std::string& path) {
   std::ifstream file(path, std::ios_base::binary | std::ios_base::ate);
   std::string text(static_cast<std::size_t>(file.tellg()), '\0');
