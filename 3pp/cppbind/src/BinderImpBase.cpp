@@ -20,7 +20,7 @@ Backup::~Backup() {
 
 namespace {
 
-// Converters hold nothing, so one table serves every binder until a host adds its own.
+// Converters are stateless, so all binders share one table until a host adds a converter.
 const boost::shared_ptr<const ConverterTable>& standardConverters() {
   static libvarrow::base::NeverDestroyed<const boost::shared_ptr<const ConverterTable>> table(
       boost::make_shared<ConverterTable>(ConverterTable{
@@ -64,7 +64,7 @@ const StringConverter& BinderImpBase::converterFor(std::type_index type) const {
   if (lastConverter_ != nullptr && lastType_ == type) return *lastConverter_;
   const auto found = converters_->find(type);
   if (found == converters_->end() || !found->second) {
-    // Two blanks after the comma: readers of old logs search for this text.
+    // Two blanks after the comma: tools search old logs for this text.
     throw ParseErrorException("BUG,  please register converter for " +
                               boost::core::demangle(type.name()));
   }

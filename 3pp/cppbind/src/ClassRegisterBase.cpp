@@ -17,7 +17,7 @@ std::string lowered(std::string name) {
   return name;
 }
 
-// The class that `factory` makes, and the plug-in that it is from.
+// Returns the name of the class that `factory` creates, with its plug-in.
 std::string classOf(const ObjFactory& factory) {
   const CodeOwner& owner = factory.codeOwner();
   return factory.typeName() + (owner == nullptr ? "" : " of " + owner->name);

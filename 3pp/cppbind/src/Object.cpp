@@ -7,7 +7,7 @@ namespace cppbind {
 
 std::string typeName(const std::type_info& type) {
   const boost::core::scoped_demangled_name name(type.name());
-  // A type always has a readable name: without memory there would be another one in reports.
+  // Null only without memory. Reports must not contain the mangled name instead.
   if (name.get() == nullptr) throw std::bad_alloc();
   return name.get();
 }

@@ -62,7 +62,7 @@ void rethrowFromClass(const std::string& className) {
   }
 }
 
-// Here, so that errors outlive a plug-in that threw them.
+// Defined here, so that an error outlives the plug-in that threw it.
 ParseErrorException::~ParseErrorException() = default;
 ClassMissRegException::~ClassMissRegException() = default;
 

@@ -112,7 +112,7 @@ ptime BoostPTimeText::fromString(std::string_view text) {
   ptime value;
   if (time_digits::readTime(text, value)) return value;
   value = readByFacet<ptime>(text, "time");
-  // A clock of 99 hours runs past the last day that can be written.
+  // A clock of 99 hours may exceed the last day that can be written.
   if (!value.is_special() && value > ptime(boost::posix_time::max_date_time)) {
     throwUnreadable(text, "time");
   }
@@ -121,7 +121,8 @@ ptime BoostPTimeText::fromString(std::string_view text) {
 
 std::string BoostTimeDurationText::toString(const time_duration& value) {
   if (value.is_special()) return writeByFacet(value);
-  // Without the sign, as the facet writes; hours of three digits, which would stop it, in full.
+  // Without a sign, as the facet writes it; hours of three digits, at which the facet would stop,
+  // are written in full.
   time_digits::ClockParts parts = time_digits::clockParts(value);
   parts = {std::abs(parts.hours), std::abs(parts.minutes), std::abs(parts.seconds)};
   char text[time_digits::kMaxLength];

@@ -40,7 +40,7 @@ const Json::Value* Binder::claim(std::string_view key) {
   if (!hasMembers_) detail::requireObject(*source_);
   const Json::Value* member = source_->find(key.data(), key.data() + key.size());
   if (member == nullptr) return nullptr;
-  // A key that is bound twice counts once: the number of claims is the number of members known.
+  // A key that is bound twice counts once, so that claimCount_ is the number of known members.
   if (!isClaimed(member)) addClaim(member);
   return member->isNull() ? nullptr : member;
 }

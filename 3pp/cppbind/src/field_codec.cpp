@@ -13,9 +13,9 @@ namespace {
   throw ParseErrorException(std::string("Value is not convertible to ") + typeName + ".");
 }
 
-// The JSON library would also take true, 1.5 or null for an integer; here a value must have the
-// type that its field needs. The words are the library's, which may not be asked itself: it
-// converts 2^63 and 2^64 without looking.
+// The JSON library also converts true, 1.5 and null to an integer; here a value must have the type
+// of its field. The wording is the library's; its own check cannot be used, since it accepts 2^63
+// and 2^64.
 [[noreturn]] void refuseInteger(const Json::Value& json, const std::string& typeName) {
   const char* number =
       json.type() == Json::intValue    ? "LargestInt"
@@ -26,7 +26,7 @@ namespace {
   throw ParseErrorException(number + (" out of " + typeName + " range"));
 }
 
-// A smaller integer, by way of the one that has a JSON type of its own.
+// Reads an integer through one that has its own JSON type, and checks the range.
 template <class Wide, class Narrow>
 void readNarrow(const Json::Value& json, Narrow& field, const char* typeName) {
   Wide wide = 0;

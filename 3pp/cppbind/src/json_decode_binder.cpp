@@ -15,7 +15,7 @@ namespace detail {
 struct KeptJson {
   explicit KeptJson(const Json::Value& json) : whole(json) {}
 
-  // By its address: what is no part of the whole cannot stand there.
+  // Compares addresses, which only objects inside `whole` share.
   bool has(const Json::Value& json) {
     if (objects_.empty()) collectObjects(whole);
     return objects_.count(&json) > 0;
@@ -29,7 +29,8 @@ struct KeptJson {
     for (const Json::Value& member : json) collectObjects(member);
   }
 
-  std::unordered_set<const Json::Value*> objects_;  // once an object is created in another
+  std::unordered_set<const Json::Value*>
+      objects_;  // filled when an object is created inside another
 };
 
 }  // namespace detail

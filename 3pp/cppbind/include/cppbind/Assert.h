@@ -1,4 +1,4 @@
-// The standard assertion: always on, whatever NDEBUG says.
+// The assertion macro: enabled in every build, also with NDEBUG.
 #pragma once
 
 #include <boost/current_function.hpp>
@@ -13,7 +13,7 @@ namespace cppbind {
 
 }  // namespace cppbind
 
-/// Ends the process with expression, file, line and function when `expression` is false.
+/// Aborts, with expression, file, line and function on standard error, when `expression` is false.
 #define CPPBIND_ASSERT(expression) \
   (static_cast<bool>(expression)   \
        ? static_cast<void>(0)      \

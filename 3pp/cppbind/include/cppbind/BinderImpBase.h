@@ -1,4 +1,4 @@
-// What reading and writing binders have in common: converters and the class registry in use.
+// The common base of reading and writing binders: text converters and the class registry.
 #pragma once
 
 #include <boost/noncopyable.hpp>
@@ -15,13 +15,13 @@ namespace cppbind {
 class BinderImpBase;
 class ClassRegisterBase;
 
-/// Field type to converter.
+/// Map from field types to their converters.
 using ConverterTable = std::map<std::type_index, boost::shared_ptr<StringConverter>>;
 
-/// Puts the registry that a binder had back when it goes away.
+/// RAII guard: restores the registry of a binder.
 class CPPBIND_API Backup : private boost::noncopyable {
  public:
-  /// Remembers the registry that `imp` has now. `imp` must outlive this object.
+  /// Saves the current registry of `imp`, which must outlive this object.
   explicit Backup(BinderImpBase* imp);
   ~Backup();
 
@@ -31,43 +31,43 @@ class CPPBIND_API Backup : private boost::noncopyable {
   ClassRegisterBase* previous_;
 };
 
-/// Base of JsonDecodeBinder and JsonEncodeBinder. Not thread safe; make one for each task.
+/// Base of JsonDecodeBinder and JsonEncodeBinder. Not thread-safe: use one per task.
 class CPPBIND_API BinderImpBase : private boost::noncopyable {
  public:
-  /// Starts with the four converters of type/StringConverter.h and no registry.
+  /// Creates a binder with the four converters of type/StringConverter.h and without a registry.
   BinderImpBase();
   virtual ~BinderImpBase();
 
-  /// Uses `reg` (not owned) for dynamic types until the last holder of the result releases it.
-  /// Ends the process when a registry is set already.
+  /// Uses `reg` (not owned) for dynamic types until the last copy of the result is released. Aborts
+  /// when a registry is already set.
   [[nodiscard]] boost::shared_ptr<Backup> regClassRegisterWithAutoRollBack(ClassRegisterBase* reg);
 
-  /// As above, whatever registry is in use now; `reg` may be null.
+  /// Does the same, also when a registry is already set; `reg` may be null.
   [[nodiscard]] boost::shared_ptr<Backup> replaceClassRegister(ClassRegisterBase* reg);
 
-  /// The registry in use, or null.
+  /// Returns the registry in use, or null.
   ClassRegisterBase* classRegister() const { return class_reg; }
 
   /// Uses `converter` for fields of `type` from now on. Objects that are created by name through
-  /// this binder write themselves with it, too.
+  /// this binder also write themselves with it.
   void setConverter(std::type_index type, boost::shared_ptr<StringConverter> converter);
 
-  /// The converter for `type`. Throws ParseErrorException when there is none.
+  /// Returns the converter for `type`. Throws ParseErrorException when none is set.
   const StringConverter& converterFor(std::type_index type) const;
 
-  /// The converters now; what is set later changes a copy.
+  /// Returns the current converters; a later setConverter() changes a copy.
   const boost::shared_ptr<const ConverterTable>& converters() const { return converters_; }
 
  private:
   friend class Backup;
 
   boost::shared_ptr<const ConverterTable> converters_;
-  // The converter asked for last: the same fields come again with every object of a list.
+  // The last converter found: the objects of a list ask for the same fields again.
   mutable std::type_index lastType_ = typeid(void);
   mutable const StringConverter* lastConverter_ = nullptr;
 
  protected:
-  /// Starts with `converters` (shared; null: the standard ones) and no registry.
+  /// Creates a binder with `converters` (shared; null: the standard ones) and without a registry.
   explicit BinderImpBase(boost::shared_ptr<const ConverterTable> converters);
 
   ClassRegisterBase* class_reg;  ///< not owned; null: dynamic types cannot be created

@@ -1,4 +1,4 @@
-// The registry that hosts use: classes are registered by their type.
+// The class registry for hosts: registers classes by their type.
 #pragma once
 
 #include <boost/make_shared.hpp>
@@ -10,13 +10,14 @@
 
 namespace cppbind {
 
-/// ClassRegisterBase with registration by type: what hosts make and hand to executors and loaders.
+/// ClassRegisterBase with registration by type. Hosts create one and pass it to executors and
+/// loaders.
 class CPPBIND_API ClassRegister : public ClassRegisterBase {
  public:
   using ClassRegisterBase::regClass;
 
-  /// Registers `T`, a class derived from Object, under `className`. `baseProperty` stands in the
-  /// creation record of every object made.
+  /// Registers `T`, a class derived from Object, under `className`. `baseProperty` becomes part of
+  /// the creation record of every object created.
   ///
   ///     cppbind::ClassRegister reg;
   ///     reg.regClass<jobshop::Dispatch>("Dispatch");

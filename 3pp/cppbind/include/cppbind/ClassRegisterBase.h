@@ -1,4 +1,4 @@
-// The registry of classes by name, and creation of objects by class name.
+// The registry of classes by name, which creates objects by class name.
 #pragma once
 
 #include <json/value.h>
@@ -18,34 +18,35 @@ namespace cppbind {
 class BinderImpBase;
 class ObjFactory;
 
-/// Class name to factory. Names are matched without regard to case.
+/// Registry that maps class names, ignoring case, to factories.
 ///
-/// Register at start-up from one thread; lookups of a registry that nobody changes are thread safe.
+/// Register classes at start-up from one thread. Lookups are thread-safe while no thread changes
+/// the registry.
 class CPPBIND_API ClassRegisterBase {
  public:
-  /// Registers `factory` (not null) under `className`. A name that is taken, whatever its case,
-  /// prints "Error ... alread registered ..." to standard output, both classes with the names of
-  /// their plug-ins to standard error, and ends the process.
+  /// Registers `factory` (not null) under `className`. Aborts when the name, ignoring case, is
+  /// taken, after printing "Error ... alread registered ..." to standard output and both classes
+  /// with the names of their plug-ins to standard error.
   void regClass(std::string className, boost::shared_ptr<ObjFactory> factory);
 
-  /// Takes the class out again; false when there is none of that name. Objects that were created
-  /// live on.
+  /// Removes the class; returns false when the name is not registered. Existing objects are not
+  /// affected.
   bool unregClass(const std::string& className);
-  /// Takes out every class whose code `owner` keeps loaded.
+  /// Removes every class whose code `owner` keeps loaded.
   void unregClassesOf(const CodeOwner& owner);
-  /// Whether no class is registered.
+  /// Returns true when no class is registered.
   bool empty() const { return factories_.empty(); }
 
-  /// The factory for `className`, kept alive by the registry. A name that is not registered is
-  /// printed to standard output and throws ClassMissRegException.
+  /// Returns the factory for `className`, which the registry keeps alive. Throws
+  /// ClassMissRegException, after printing the name to standard output, when it is not registered.
   ObjFactory& findFactory(const std::string& className) const;
 
-  /// Creates an object of the class `className` and reads its fields from `json`; the caller owns
-  /// the result. `binder` is the decode binder in use, or null for a strict one without registry.
-  /// Throws ClassMissRegException for an unknown class, or one that is no `T`, and
-  /// ParseErrorException, with the class name in its path, for fields that do not parse; what the
-  /// class's constructor throws passes as it is. (Where JSON names the class, as in a list of
-  /// modules, that becomes a ParseErrorException, too, unless it is std::bad_alloc.)
+  /// Creates an object of the class `className`, reads its fields from `json` and returns it; the
+  /// caller owns it. `binder` is the decode binder in use; null: a strict one without registry.
+  /// Throws ClassMissRegException when the class is unknown or not a `T`, and ParseErrorException,
+  /// with the class name in its path, when a field does not parse. Exceptions of the class's
+  /// constructor pass unchanged. (Where JSON names the class, as in a list of modules, they become
+  /// a ParseErrorException, except std::bad_alloc.)
   ///
   ///     std::unique_ptr<Module> m(reg.create<Module>("Dispatch", fields, &binder));
   template <class T = Object>

@@ -1,4 +1,4 @@
-// Who keeps the code of a class loaded.
+// Code owners: keep the code of registered classes loaded.
 #pragma once
 
 #include <boost/noncopyable.hpp>
@@ -14,18 +14,18 @@ struct LoadedCode {
   std::string name;  ///< for messages, such as the library's path
 };
 
-/// A share in whatever keeps some code loaded, such as a plug-in library. Factories take one when
-/// they are made and give it to every object that they create, so whoever owns the code can tell
-/// whether anything of it is still alive: the share is not the only one. Null: code that stays.
+/// Shared ownership of loaded code, such as a plug-in library; null: code that is never unloaded. A
+/// factory takes a share when it is created and gives it to every object that it creates. The code
+/// is in use as long as other shares than the owner's exist.
 using CodeOwner = boost::shared_ptr<const LoadedCode>;
 
-/// The owner of the code that the calling thread registers now.
+/// Returns the owner of the code that the calling thread is registering.
 CPPBIND_API const CodeOwner& currentCodeOwner();
 
-/// Makes `owner` the current one of the calling thread for as long as it lives.
+/// RAII guard: `owner` is the current code owner of the calling thread.
 class CPPBIND_API CodeOwnerScope : private boost::noncopyable {
  public:
-  /// The destructor, on the same thread, puts the previous owner back.
+  /// Sets the owner. The destructor, on the same thread, restores the previous one.
   explicit CodeOwnerScope(CodeOwner owner);
   ~CodeOwnerScope();
 

@@ -1,12 +1,12 @@
-// What the shared library lets other binaries see, and how a compiler is told of printf-like calls.
+// Macros: exported symbols of the shared library, and format checks of printf-like functions.
 #pragma once
 
 /// @def CPPBIND_API
-/// Marks what the shared library exports.
+/// Marks a class or function as exported by the shared library.
 
 /// @def CPPBIND_PRINTF_LIKE(formatIndex, firstArgument)
-/// Has the compiler check calls of a printf-like function against their formats; a member function
-/// counts `this` as argument 1.
+/// Makes the compiler check the arguments of a printf-like function against its format. In a member
+/// function `this` is argument 1.
 
 #if defined(_WIN32)
 #if defined(varrow_EXPORTS)

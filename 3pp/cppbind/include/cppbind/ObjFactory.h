@@ -1,4 +1,4 @@
-// Creators of registered classes, and the wrapper that every created object really is.
+// Factories of registered classes, and the wrapper class of the objects they create.
 #pragma once
 
 #include <json/value.h>
@@ -18,29 +18,30 @@
 
 namespace cppbind {
 
-/// Creates objects of one registered class.
+/// Factory of one registered class.
 class CPPBIND_API ObjFactory {
  public:
-  /// `baseProperty` stands in the creation record of every object made. The code that is made
-  /// belongs to the calling thread's current code owner.
+  /// Creates a factory; `baseProperty` becomes part of the creation record of every object created.
+  /// The code of the class belongs to the calling thread's current code owner.
   explicit ObjFactory(Json::Value baseProperty = Json::Value());
   ObjFactory(const ObjFactory&) = delete;
   ObjFactory& operator=(const ObjFactory&) = delete;
   virtual ~ObjFactory();
 
-  /// A new object, owned by the caller, with its fields read from `json` through `binder` (null: a
-  /// strict binder without registry). Throws ParseErrorException for fields that do not parse.
+  /// Returns a new object, owned by the caller, with its fields read from `json` through `binder`
+  /// (null: a strict binder without registry). Throws ParseErrorException when a field does not
+  /// parse.
   virtual Object* create(const std::string& name, const Json::Value& json,
                          BinderImpBase* binder) = 0;
 
-  /// Name of the class that create() makes.
+  /// Returns the name of the class that create() creates.
   virtual std::string typeName() const = 0;
 
-  /// Who keeps the class's code loaded.
+  /// Returns the owner that keeps the class's code loaded.
   const CodeOwner& codeOwner() const { return codeOwner_; }
 
  protected:
-  /// What the constructor was given, for the creation records of objects.
+  /// Returns the constructor's `baseProperty`, for the creation records of objects.
   const boost::shared_ptr<const Json::Value>& baseProperty() const { return baseProperty_; }
 
  private:
@@ -48,24 +49,24 @@ class CPPBIND_API ObjFactory {
   CodeOwner codeOwner_ = currentCodeOwner();
 };
 
-/// What a created object remembers of its making, shared with others.
+/// Record of an object's creation. Objects share its values.
 struct CPPBIND_API CreationRecord {
-  /// What the class was registered with.
+  /// The value that the class was registered with.
   boost::shared_ptr<const Json::Value> baseProperty;
-  /// What the object was read from.
+  /// The JSON that the object was read from.
   boost::shared_ptr<const Json::Value> originParameter;
 
-  /// {"baseProperty", "originParameter"}, or null when there is none.
+  /// Returns {"baseProperty", "originParameter"}, or null for an empty record.
   Json::Value json() const;
 };
 
-/// {name: fields}: the form in which JSON names an object's class.
+/// Returns {name: fields}, the JSON form that names an object's class.
 CPPBIND_API Json::Value dynamicTypeForm(const std::string& name, Json::Value fields);
 
 namespace detail {
 
-/// As the first base of an object it goes last: the code of the other bases' destructors is there
-/// until they have run.
+/// First base of an object and therefore destroyed last: keeps the code loaded until the
+/// destructors of the other bases have run.
 class CodeOwnerHolder {
  public:
   void setCodeOwner(CodeOwner owner) { codeOwner_ = std::move(owner); }
@@ -76,32 +77,32 @@ class CodeOwnerHolder {
 
 }  // namespace detail
 
-/// A `T` that knows the name it was created under and what it was read from.
+/// Subclass of `T` that stores its creation name and its creation record.
 template <class T>
 class ObjWrapperT : private detail::CodeOwnerHolder, public T {
  public:
-  /// `arguments` go to the constructor of `T`.
+  /// Passes `arguments` to the constructor of `T`.
   template <class... Arguments>
   explicit ObjWrapperT(std::string className, Arguments&&... arguments)
       : T(std::forward<Arguments>(arguments)...), className_(std::move(className)) {}
 
-  /// What getBaiscInfoJson() returns.
+  /// Sets the record that getBaiscInfoJson() returns.
   void setCreationRecord(CreationRecord record) { creationRecord_ = std::move(record); }
-  /// With what the object writes its text fields: the converters that it was read with. Null, as at
-  /// the start: the standard ones.
+  /// Sets the converters for writing text fields: those that the object was read with. Null, the
+  /// initial value: the standard ones.
   void setConverters(boost::shared_ptr<const ConverterTable> converters) {
     converters_ = std::move(converters);
   }
   using detail::CodeOwnerHolder::setCodeOwner;
 
-  /// {"ClassName": {fields}}, as the fields are now.
+  /// Returns {"ClassName": {fields}} with the current fields.
   Json::Value getJsonValue4Bind() const override {
     return dynamicTypeForm(className_,
                            JsonEncodeBinder(converters_).encode(static_cast<const T&>(*this)));
   }
-  /// The name that the object was created under, spelt as it was then.
+  /// Returns the name that the object was created under, in the original spelling.
   std::string dumpStr() const override { return className_; }
-  /// The creation record: {"baseProperty": ..., "originParameter": ...}.
+  /// Returns the creation record: {"baseProperty": ..., "originParameter": ...}.
   Json::Value getBaiscInfoJson() const override { return creationRecord_.json(); }
 
  private:
@@ -110,15 +111,18 @@ class ObjWrapperT : private detail::CodeOwnerHolder, public T {
   boost::shared_ptr<const ConverterTable> converters_;
 };
 
-/// The factory of `T`. A class with a setBind is default-constructed and read in place, so it need
-/// not be copyable; one with a record Data4Bind, which has the setBind then, is constructed from
-/// the record once that is read, and written as its getData4Bind() says; a class with neither has
-/// no fields. A class that is derived from one with a record inherits the record, so it needs the
-/// constructor, too: `using Base::Base;`. Without it, it does not compile.
+/// Factory of `T`, which is read depending on its members:
+/// - setBind: default-constructed and read in place, so `T` need not be copyable;
+/// - a record Data4Bind, which then has the setBind: constructed from the record after that is
+///   read, and written through getData4Bind();
+/// - neither: `T` has no fields.
+///
+/// A class derived from one with a record inherits the record and must have its constructor, too,
+/// or does not compile: `using Base::Base;`.
 template <class T>
 class ObjFactoryT : public ObjFactory {
  public:
-  /// As the base's.
+  /// Inherits the constructor of ObjFactory.
   using ObjFactory::ObjFactory;
 
   Object* create(const std::string& name, const Json::Value& json, BinderImpBase* binder) override {

@@ -1,4 +1,4 @@
-// The base of every class that is created by name.
+// The base class of all classes that are created by name.
 #pragma once
 
 #include <json/value.h>
@@ -11,14 +11,14 @@
 
 namespace cppbind {
 
-/// Readable (demangled) name of a type, such as "jobshop::Dispatch".
+/// Returns the readable (demangled) name of a type, such as "jobshop::Dispatch".
 CPPBIND_API std::string typeName(const std::type_info& type);
 
-/// Base of every class that is created by name. A class declares its fields in a public,
+/// Base of all classes that are created by name. A class declares its fields in a public,
 /// non-virtual `void setBind(cppbind::Binder*, bool)`; see imp/binder.h.
 ///
-/// An object that was created by name (see ClassRegisterBase) overrides all three operations: it
-/// knows its class name, writes itself back, and remembers what it was made from.
+/// An object created by name (see ClassRegisterBase) overrides all three operations: it knows its
+/// class name, writes itself back, and keeps its creation record.
 class CPPBIND_API Object {
  public:
   Object() = default;
@@ -28,17 +28,19 @@ class CPPBIND_API Object {
   Object& operator=(Object&&) = default;
   virtual ~Object();
 
-  /// The object's JSON form, {"ClassName": {fields}}. An object that was not created by name has
-  /// none: the base version fails the assertion "false" and ends the process.
+  /// Returns the object's JSON form, {"ClassName": {fields}}. The base version, for objects not
+  /// created by name, aborts with the failed assertion "false".
   virtual Json::Value getJsonValue4Bind() const {
     CPPBIND_ASSERT(false);
     return Json::Value();
   }
 
-  /// The class name: the one that the object was created under, else its run-time type name.
+  /// Returns the class name: the name that the object was created under, otherwise its run-time
+  /// type name.
   virtual std::string dumpStr() const;
 
-  /// {"baseProperty": ..., "originParameter": ...} of an object created by name, else null.
+  /// Returns {"baseProperty": ..., "originParameter": ...} for an object created by name, otherwise
+  /// null.
   virtual Json::Value getBaiscInfoJson() const;
 };
 

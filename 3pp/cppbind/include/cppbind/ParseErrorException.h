@@ -1,4 +1,4 @@
-// The errors of reading JSON into objects.
+// Exceptions for JSON that cannot be read into objects.
 #pragma once
 
 #include <exception>
@@ -10,30 +10,30 @@
 
 namespace cppbind {
 
-/// JSON that does not fit the object it is read into. Says where: the path holds keys, list
-/// indices ("[2]") and class names from the outermost object inward.
+/// Exception for JSON that does not fit the object it is read into. Its path names the place: keys,
+/// list indices ("[2]") and class names, from the outermost object inward.
 ///
 /// what() joins path and message: "modules[2].Dispatch.rule: not found".
 class CPPBIND_API ParseErrorException : public std::exception {
  public:
-  /// Without a path.
+  /// Creates an error without a path.
   explicit ParseErrorException(std::string message);
-  /// With a path of one element.
+  /// Creates an error with a path of one element.
   ParseErrorException(std::string pathElement, std::string message);
   ParseErrorException(const ParseErrorException&) = default;
   ParseErrorException& operator=(const ParseErrorException&) = default;
   ~ParseErrorException() override;
 
-  /// Adds the next outer element. Each level that an error passes adds its own.
+  /// Adds `element` in front of the path. Each level adds its element when the error passes it.
   void addPathFront(std::string element);
 
-  /// From the outermost object inward; empty when there is none.
+  /// Returns the path, from the outermost object inward; may be empty.
   const std::vector<std::string>& path() const noexcept { return path_; }
-  /// What is wrong, without the path: "not found".
+  /// Returns the error without the path: "not found".
   const std::string& message() const noexcept { return message_; }
-  /// The path as text, "modules[2].Dispatch.rule"; empty when there is none.
+  /// Returns the path as text, "modules[2].Dispatch.rule"; may be empty.
   std::string pathText() const;
-  /// Path and message; the message alone when there is no path.
+  /// Returns path and message; without a path, the message alone.
   const char* what() const noexcept override { return what_.c_str(); }
 
  private:
@@ -44,28 +44,28 @@ class CPPBIND_API ParseErrorException : public std::exception {
   std::string what_;
 };
 
-/// A class name that no registry entry answers to, or that names a class of another kind than the
-/// place needs. Message: class name + " miss register".
+/// Exception for a class name that is not registered, or that names a class of the wrong type.
+/// Message: class name + " miss register".
 class CPPBIND_API ClassMissRegException : public ParseErrorException {
  public:
-  /// `className`: as the JSON spells it.
+  /// Sets the message; `className` is spelt as in the JSON.
   explicit ClassMissRegException(const std::string& className);
   ClassMissRegException(const ClassMissRegException&) = default;
   ClassMissRegException& operator=(const ClassMissRegException&) = default;
   ~ClassMissRegException() override;
 };
 
-/// Call in a catch block: throws the error in flight on, with `element` in front of its path. A
-/// ParseErrorException keeps its type; any other std::exception becomes one with the same text.
-/// std::bad_alloc passes as it is: it says nothing about the place, and there may be no memory for
-/// a path.
+/// Rethrows the current exception with `element` in front of its path; call it in a catch block. A
+/// ParseErrorException keeps its type; any other std::exception becomes one with the same text,
+/// except std::bad_alloc, which passes unchanged: it does not depend on the place, and there may be
+/// no memory for a path.
 [[noreturn]] CPPBIND_API void rethrowWithPath(std::string element);
 
-/// The same for an error that left a class's factory, with the class name as path element. A
-/// ParseErrorException passes as it is: it has that name already.
+/// Does the same for an exception from a class's factory, with the class name as path element. A
+/// ParseErrorException passes unchanged, since its path already has the name.
 [[noreturn]] CPPBIND_API void rethrowFromClass(const std::string& className);
 
-/// Runs `body`; what it throws gains `key` as path element.
+/// Runs `body` and adds `key` to the path of its exceptions.
 template <class Body>
 void withKey(std::string_view key, Body&& body) {
   try {
@@ -75,8 +75,8 @@ void withKey(std::string_view key, Body&& body) {
   }
 }
 
-/// Runs `body`, which creates an object of the class `className` through a registry; what it throws
-/// has that name in its path.
+/// Runs `body`, which creates an object of the class `className` through a registry. The path of
+/// its exceptions contains that name.
 template <class Body>
 void withClass(const std::string& className, Body&& body) {
   try {
@@ -86,7 +86,7 @@ void withClass(const std::string& className, Body&& body) {
   }
 }
 
-/// Runs `body`; what it throws gains "[index]" as path element.
+/// Runs `body` and adds "[index]" to the path of its exceptions.
 template <class Body>
 void withIndex(std::size_t index, Body&& body) {
   try {

@@ -1,4 +1,4 @@
-// Everything that a host needs to register classes and to bind their fields.
+// Includes all headers for registering classes and binding their fields.
 #pragma once
 
 #include "cppbind/ClassRegister.h"
@@ -13,4 +13,5 @@
 #include "cppbind/type/StringConverter.h"
 
 /// @namespace cppbind
-/// Classes by name, JSON to objects and back. Knows nothing of the rest.
+/// Registry of classes by name, and conversion of JSON to objects and back. Its headers do not
+/// depend on the rest of the library.

@@ -1,4 +1,4 @@
-// How a class declares its fields, settled at compile time.
+// Compile-time traits: how a class declares its fields.
 #pragma once
 
 #include <boost/shared_ptr.hpp>
@@ -15,7 +15,7 @@ class Binder;
 
 namespace detail {
 
-// `Use<T>` compiles.
+// True when `Use<T>` compiles.
 template <class T, template <class> class Use, class = void>
 struct Compiles : std::false_type {};
 template <class T, template <class> class Use>
@@ -35,8 +35,8 @@ using SetBindAddress = decltype(&T::setBind);
 template <class T>
 using RenderCall = decltype(std::declval<const T&>().toJsonValue4Bind());
 
-// A class that has the same names makes them ambiguous in one derived from both, also when its own
-// are private or of another kind.
+// In a class derived from T and Names, a name that T has too is ambiguous, even when T's is private
+// or of another kind.
 struct Names {
   int setBind;
   struct Data4Bind {};
@@ -48,7 +48,7 @@ using OtherSetBind = decltype(&AndNames<T>::setBind);
 template <class T>
 using OtherRecord = typename AndNames<T>::Data4Bind;
 
-// Nothing can be derived from a final class, so its names are not known.
+// No class can be derived from a final class, so its names are not detected.
 template <class T, template <class> class Other, bool = std::is_class_v<T> && !std::is_final_v<T>>
 struct Mentions : std::false_type {};
 template <class T, template <class> class Other>
@@ -90,7 +90,7 @@ struct IsObjectPointer : std::false_type {};
 template <class T>
 struct IsObjectPointer<boost::shared_ptr<T>> : std::is_base_of<Object, T> {};
 
-// Pointers to objects that binding does not know.
+// Types of pointers to objects that binding does not support.
 template <class T>
 struct IsForeignObjectPointer : std::false_type {};
 template <class T>
@@ -105,7 +105,7 @@ struct IsDynamicList : std::false_type {};
 template <class T>
 struct IsDynamicList<std::vector<T>> : IsObjectPointer<T> {};
 
-// A parameter of this type does not take part in deducing T.
+// Excludes a parameter of this type from the deduction of T.
 template <class T>
 struct IdentityOf {
   using type = T;
@@ -115,35 +115,36 @@ using Identity = typename IdentityOf<T>::type;
 
 }  // namespace detail
 
-/// `T` has the operation setBind(Binder*, bool), of its own or of a base.
+/// True when `T` has the operation setBind(Binder*, bool), its own or inherited.
 template <class T>
 constexpr bool hasSetBind = detail::Compiles<T, detail::SetBindCall>::value;
 
-/// `T` has a setBind, but not one that binders can call: private, with other parameters, or no
-/// operation. It also hides that of a base.
+/// True when `T` has a setBind that binders cannot call: private, with other parameters, or not an
+/// operation. It also hides the setBind of a base.
 template <class T>
 constexpr bool hasUselessSetBind =
     !hasSetBind<T> && (detail::Mentions<T, detail::OtherSetBind>::value ||
                        detail::Compiles<T, detail::SetBindAddress>::value);
 
-/// `T` has an operation with the parameters of setBind that is called setbind, SetBind or Setbind.
+/// True when `T` has an operation with the parameters of setBind that is named setbind, SetBind or
+/// Setbind.
 template <class T>
 constexpr bool hasMisspeltSetBind =
     !detail::DeclaresSetBind<T>::value && (detail::Compiles<T, detail::LowerCaseCall>::value ||
                                            detail::Compiles<T, detail::UpperCaseCall>::value ||
                                            detail::Compiles<T, detail::TitleCaseCall>::value);
 
-/// `T` has no setBind, but a record `T::Data4Bind` to be read and constructed from.
+/// True when `T` has no setBind, but a record `T::Data4Bind` to be read and constructed from.
 template <class T>
 constexpr bool bindsThroughRecord = !hasSetBind<T> && detail::HasRecord<T>::value;
 
-/// `T` has no setBind, but a record `Data4Bind`, its own or a base's, that it cannot be constructed
-/// from, that is private or that does not declare its fields.
+/// True when `T` has no setBind, but a record `Data4Bind`, its own or inherited, that is private,
+/// that does not declare its fields, or that `T` cannot be constructed from.
 template <class T>
 constexpr bool hasUselessRecord =
     !hasSetBind<T> && !bindsThroughRecord<T> && detail::Mentions<T, detail::OtherRecord>::value;
 
-/// Does not compile for a class of which fields would be neither read nor written, without a word.
+/// Fails to compile for a class whose fields would silently be neither read nor written.
 template <class T>
 constexpr void requireReachableFields() {
   static_assert(!hasUselessSetBind<T>,
@@ -162,11 +163,11 @@ constexpr void requireReachableFields() {
   }
 }
 
-/// `T` has its own toJsonValue4Bind() and fromJsonValue4Bind(json), as statistics do.
+/// True when `T` has its own toJsonValue4Bind() and fromJsonValue4Bind(json), as statistics do.
 template <class T>
 constexpr bool rendersItself = !hasSetBind<T> && detail::Compiles<T, detail::RenderCall>::value;
 
-/// `T` is a std::vector of boost::shared_ptr to a class derived from Object.
+/// True when `T` is a std::vector of boost::shared_ptr to a class derived from Object.
 template <class T>
 constexpr bool isDynamicList = detail::IsDynamicList<T>::value;
 

@@ -1,4 +1,4 @@
-// The one description of a class's fields that serves for reading and for writing.
+// The binder: one description of a class's fields serves for reading and for writing.
 #pragma once
 
 #include <json/value.h>
@@ -27,7 +27,7 @@ template <class T>
 void readDynamicList(JsonDecodeBinder& decoder, const Json::Value* json,
                      const ClassRegisterBase* reg, std::vector<boost::shared_ptr<T>>& list);
 
-/// What setBind receives: one JSON object being read into, or written from, one object.
+/// Argument of setBind: one JSON object that one C++ object is read from or written to.
 ///
 ///     void Dispatch::setBind(cppbind::Binder* binder, bool bindFields) {  // public
 ///       if (!bindFields) return;               // true whenever the library calls
@@ -38,61 +38,63 @@ void readDynamicList(JsonDecodeBinder& decoder, const Json::Value* json,
 ///     }
 ///
 /// A field is one of: bool, a number, std::string; a type with a text converter; a class with a
-/// setBind of its own; a class that renders itself; boost::shared_ptr to a class derived from
-/// Object, {"ClassName": {fields}} in JSON; std::vector of any of these; std::set. Values must have
-/// the JSON type that the field needs: 1.5 or true is no int (2.0 is, and 2 is a double). A list of
-/// plain values is cleared before it is read, one of objects by name is added to; a null object
-/// pointer is written as null. See FieldCodec to add a kind: any other type compiles, but throws
-/// "BUG,  please register converter for TYPE" when its key is there, unless the binder was given a
-/// converter; so do enumerations, std::optional and std::map.
+/// setBind; a class that renders itself; boost::shared_ptr to a class derived from Object,
+/// {"ClassName": {fields}} in JSON; std::vector of any of these; std::set. A value must have the
+/// JSON type of its field: 1.5 and true are not valid for an int (2.0 is, and 2 is valid for a
+/// double). Reading clears a list of plain values, but appends to a list of objects by name. A null
+/// object pointer is written as null.
 ///
-/// A class whose base has fields calls `Base::setBind(binder, bindFields)` first: the compiler does
-/// not notice when that is forgotten, and the base's fields are gone. Nor does it notice a setBind
-/// under quite another name, or one of a class that derives from one with a record (Data4Bind): the
-/// record is not read then. A setBind that cannot be called, and one in other case, do not compile.
-/// A struct that is only a field needs no base class.
+/// Specialise FieldCodec to add a kind of field. Any other type, such as an enumeration,
+/// std::optional or std::map, compiles, but throws "BUG,  please register converter for TYPE" when
+/// its key is present, unless the binder has a converter for it.
 ///
-/// A Binder lives as long as one call of setBind and belongs to one thread.
+/// A class whose base has fields must call `Base::setBind(binder, bindFields)` first. The compiler
+/// does not detect a missing call, which loses the base's fields; nor a setBind with a completely
+/// different name; nor a setBind in a class derived from one with a record (Data4Bind), which is
+/// then not read. A setBind that cannot be called, or whose name differs in case only, does not
+/// compile. A struct that is only a field needs no base class.
+///
+/// A Binder exists for one call of setBind. Not thread-safe.
 class CPPBIND_API Binder {
  public:
-  /// For hosts that call a setBind themselves: `imp` reads `json` or writes into it, whichever it
+  /// Creates a binder for a host that calls setBind itself: reads `json` or writes to it, as `imp`
   /// does. Both must outlive the binder.
   Binder(BinderImpBase* imp, Json::Value& json);
-  /// Reads `json` only. Both must outlive the binder.
+  /// Creates a binder that only reads `json`. Both must outlive the binder.
   Binder(JsonDecodeBinder& decoder, const Json::Value& json);
-  /// Writes into `json` only. Both must outlive the binder.
+  /// Creates a binder that only writes to `json`. Both must outlive the binder.
   Binder(JsonEncodeBinder& encoder, Json::Value& json);
   Binder(const Binder&) = delete;
   Binder& operator=(const Binder&) = delete;
 
-  /// A required field: missing or null throws "not found", for a list of objects by name "should be
-  /// a object array".
+  /// Binds a required field. Throws "not found" when it is missing or null, for a list of objects
+  /// by name "should be a object array".
   template <class T>
   void bind(std::string_view key, T& field);
 
-  /// A field that takes `defaultValue` when the key is missing or null.
+  /// Binds an optional field: `defaultValue` replaces a missing or null value.
   template <class T>
   void bind(std::string_view key, T& field, const detail::Identity<T>& defaultValue);
 
-  /// The whole value in place of fields: for a class that is a list, say, in JSON. A missing value
-  /// throws "not found".
+  /// Binds the whole JSON value instead of its members, for a class that is a list in JSON, for
+  /// example. Throws "not found" when the value is missing.
   template <class T>
   void bind(T& whole);
 
-  /// A default is a value, not an address, which would pass as true.
+  /// Rejects an address as a default value: it would convert to true.
   void bind(std::string_view key, bool& field, const void* defaultValue) = delete;
 
-  /// Objects of registered classes, appended to `list`. `defaultJson` (null: none) stands in for a
-  /// missing list; `reg` (null: the binder's own) creates the objects.
+  /// Binds a list of objects of registered classes; reading appends to `list`. `defaultJson` (null:
+  /// none) replaces a missing list; `reg` (null: the binder's own registry) creates the objects.
   template <class T>
   void bind(std::string_view key, std::vector<boost::shared_ptr<T>>& list,
             const Json::Value* defaultJson, const ClassRegisterBase* reg = nullptr);
 
-  /// True when fields are read from JSON, false when they are written.
+  /// Returns true when fields are read from JSON, false when they are written.
   bool isReading() const { return decoder_ != nullptr; }
-  /// The reading or writing binder behind this one; not null, not owned.
+  /// Returns the underlying reading or writing binder; not null, not owned.
   BinderImpBase* implementation() const { return imp_; }
-  /// The keys written so far, in the order of the bind calls.
+  /// Returns the keys written so far, in the order of the bind calls.
   const std::vector<std::string>& keys() const { return keys_; }
 
   /// Throws "unknown json key:[KEY]" for the first key, in the JSON's order, that no bind call
@@ -100,7 +102,7 @@ class CPPBIND_API Binder {
   void checkUnknownKeys() const;
 
  private:
-  /// The member under `key`, claimed as bound; null when it is missing or null.
+  /// Returns the member under `key` and marks it as claimed; null when it is missing or null.
   const Json::Value* claim(std::string_view key);
   const Json::Value& claimWhole();
   void addClaim(const Json::Value* member);
@@ -119,12 +121,12 @@ class CPPBIND_API Binder {
   BinderImpBase* imp_;
   JsonDecodeBinder* decoder_;  // set when imp_ reads
   JsonEncodeBinder* encoder_;  // set when imp_ writes
-  const Json::Value* source_;  // what is read
-  Json::Value* target_;        // what is written into
-  bool hasMembers_ = true;     // what is read is an object, or null
+  const Json::Value* source_;  // the JSON that is read
+  Json::Value* target_;        // the JSON that is written to
+  bool hasMembers_ = true;     // source_ is an object or null
   bool isWholeClaimed_ = false;
-  // The bound keys that the JSON has, each by its member: the source does not change while it is
-  // read, and an address is cheaper to keep and to compare than a text.
+  // The bound keys that the JSON has, each as the address of its member: the source does not change
+  // while it is read, and addresses are cheaper to store and compare than texts.
   std::array<const Json::Value*, 16> firstClaims_;
   std::size_t claimCount_ = 0;
   std::vector<const Json::Value*> furtherClaims_;
@@ -201,8 +203,8 @@ Json::Value JsonEncodeBinder::encode(const T& object) {
   } else {
     Json::Value json(Json::objectValue);
     Binder binder(*this, json);
-    // The description of fields is one for both directions. One that tidies its object while it is
-    // written (sorts, cuts digits) does so to whoever gave it as const.
+    // setBind serves both directions, so it is not const. One that modifies its object while
+    // writing (sorts, truncates digits) modifies the caller's const object.
     if constexpr (hasSetBind<T>) const_cast<T&>(object).setBind(&binder, true);
     return json;
   }

@@ -1,4 +1,4 @@
-// The kinds of field: for each, how one value is read from JSON and written to it.
+// The codecs: read one value of each kind of field from JSON and write it.
 #pragma once
 
 #include <json/value.h>
@@ -23,7 +23,7 @@ namespace cppbind {
 
 namespace detail {
 
-// Each throws when `json` is of another type than the field; the words are the JSON library's.
+// Each throws when `json` has another type than the field, in the wording of the JSON library.
 CPPBIND_API void readScalar(const Json::Value& json, bool& field);
 CPPBIND_API void readScalar(const Json::Value& json, signed char& field);
 CPPBIND_API void readScalar(const Json::Value& json, unsigned char& field);
@@ -46,14 +46,15 @@ struct IsScalar<
     T, std::void_t<decltype(readScalar(std::declval<const Json::Value&>(), std::declval<T&>()))>>
     : std::true_type {};
 
-/// Throws ParseErrorException with the text `complaint` unless `json` is an array.
+/// Throws ParseErrorException with the text `complaint` when `json` is not an array.
 CPPBIND_API void requireArray(const Json::Value& json, const char* complaint);
 CPPBIND_API void requireObject(const Json::Value& json);
 [[noreturn]] CPPBIND_API void throwNotFound();
-/// The text that `json` is, as long as that lives. Throws ParseErrorException for any other value.
+/// Returns the text in `json`, valid as long as `json` exists. Throws ParseErrorException when
+/// `json` is not a string.
 CPPBIND_API std::string_view textIn(const Json::Value& json);
 
-/// A null pointer has no text; it is written as null.
+/// Returns true for a null pointer: it has no text and is written as null.
 template <class T>
 bool isNullPointer(const T&) {
   return false;
@@ -65,8 +66,8 @@ bool isNullPointer(const boost::shared_ptr<T>& pointer) {
 
 }  // namespace detail
 
-/// Reads and writes one value of type `T`. The primary template is the text-converted field: every
-/// type of which nothing else is known. A new kind of field is one specialisation:
+/// Codec that reads and writes one value of type `T`. The primary template, for all types without a
+/// specialisation, uses a text converter. A specialisation adds a kind of field:
 ///
 ///     template <>
 ///     struct cppbind::FieldCodec<Color> {
@@ -80,15 +81,15 @@ bool isNullPointer(const boost::shared_ptr<T>& pointer) {
 ///       }
 ///     };
 ///
-/// It stands in a header that every binding of the type includes, and hands what it holds on to the
-/// codec of that. Where setBind takes a key, read is not called for a missing or null value; inside
-/// a list, null elements throw before.
+/// Put it in a header that every binding of the type includes. It uses the codecs of the values
+/// that `T` contains. Under a key of setBind, read is not called for a missing or null value; in a
+/// list, a null element throws before.
 template <class T, class>
 struct FieldCodec {
   static_assert(!detail::IsForeignObjectPointer<T>::value,
                 "objects of registered classes are held by boost::shared_ptr");
 
-  /// Sets `field` to what `json` says. A std::exception that it throws reaches the caller as a
+  /// Sets `field` to the value of `json`. A std::exception that it throws reaches the caller as a
   /// ParseErrorException with the path of the field.
   static void read(JsonDecodeBinder& decoder, const Json::Value& json, T& field) {
     const StringConverter& converter = decoder.converterFor(typeid(T));
@@ -112,7 +113,7 @@ struct FieldCodec {
   }
 };
 
-/// Numbers, booleans and strings.
+/// Codec of numbers, booleans and strings.
 template <class T>
 struct FieldCodec<T, std::enable_if_t<detail::IsScalar<T>::value>> {
   static void read(JsonDecodeBinder&, const Json::Value& json, T& field) {
@@ -129,7 +130,7 @@ struct FieldCodec<T, std::enable_if_t<detail::IsScalar<T>::value>> {
   }
 };
 
-/// Objects that declare fields of their own.
+/// Codec of objects with a setBind.
 template <class T>
 struct FieldCodec<T, std::enable_if_t<hasSetBind<T>>> {
   static void read(JsonDecodeBinder& decoder, const Json::Value& json, T& field) {
@@ -140,7 +141,7 @@ struct FieldCodec<T, std::enable_if_t<hasSetBind<T>>> {
   }
 };
 
-/// Objects that render themselves.
+/// Codec of objects that render themselves.
 template <class T>
 struct FieldCodec<T, std::enable_if_t<rendersItself<T>>> {
   static void read(JsonDecodeBinder&, const Json::Value& json, T& field) {
@@ -151,7 +152,7 @@ struct FieldCodec<T, std::enable_if_t<rendersItself<T>>> {
   }
 };
 
-/// Objects of registered classes. A null pointer is written as null.
+/// Codec of objects of registered classes. A null pointer is written as null.
 template <class T>
 struct FieldCodec<boost::shared_ptr<T>, std::enable_if_t<std::is_base_of_v<Object, T>>> {
   static void read(JsonDecodeBinder& decoder, const Json::Value& json,
@@ -163,8 +164,8 @@ struct FieldCodec<boost::shared_ptr<T>, std::enable_if_t<std::is_base_of_v<Objec
   }
 };
 
-/// Appends the objects that the array `json` describes; null (missing) is no array. An element
-/// that cannot be made leaves those before it in the list.
+/// Appends the objects that the array `json` describes. Throws when `json` is null (missing) or not
+/// an array. When an element cannot be created, the objects before it stay in the list.
 template <class T>
 void readDynamicList(JsonDecodeBinder& decoder, const Json::Value* json,
                      const ClassRegisterBase* reg, std::vector<boost::shared_ptr<T>>& list) {
@@ -181,7 +182,7 @@ void readDynamicList(JsonDecodeBinder& decoder, const Json::Value* json,
   }
 }
 
-/// Lists. One of plain values is cleared before it is read, one of objects by name is added to.
+/// Codec of lists. Reading clears a list of plain values, but appends to a list of objects by name.
 template <class T>
 struct FieldCodec<std::vector<T>> {
   static void read(JsonDecodeBinder& decoder, const Json::Value& json, std::vector<T>& list) {
@@ -212,7 +213,8 @@ struct FieldCodec<std::vector<T>> {
     }
   }
 
-  // In place: moving a wide element costs. One that cannot be read does not stay.
+  // Reads in place, since moving a large element is expensive. Removes an element that cannot be
+  // read.
   static void readElement(JsonDecodeBinder& decoder, const Json::Value& json,
                           std::vector<T>& list) {
     if constexpr (std::is_same_v<T, bool>) {
@@ -231,7 +233,7 @@ struct FieldCodec<std::vector<T>> {
   }
 };
 
-/// Sets: lists in JSON, in which a value may stand more than once.
+/// Codec of sets: lists in JSON, in which a value may occur more than once.
 template <class T>
 struct FieldCodec<std::set<T>> {
   static void read(JsonDecodeBinder& decoder, const Json::Value& json, std::set<T>& field) {

@@ -1,4 +1,4 @@
-// JSON to objects.
+// The decode binder: reads objects from JSON.
 #pragma once
 
 #include <json/value.h>
@@ -19,30 +19,30 @@ namespace detail {
 struct KeptJson;
 }
 
-/// Reads objects from JSON.
+/// Binder that reads objects from JSON.
 ///
 ///     cppbind::JsonDecodeBinder binder(&reg);
 ///     binder.decode(cppbind::readJsonFile("pipeline.json"), record);
 ///
-/// An object that fails to be read is left partly filled: drop it.
+/// An object that cannot be read is left partly filled; discard it.
 class CPPBIND_API JsonDecodeBinder : public BinderImpBase {
  public:
-  /// `reg` (not owned, may be null) creates the objects that JSON names by class.
+  /// Creates a binder; `reg` (not owned, may be null) creates the objects that JSON names by class.
   explicit JsonDecodeBinder(ClassRegisterBase* reg = nullptr) { class_reg = reg; }
 
-  /// True: keys that no field claims are passed over. False, as at the start: they are errors.
+  /// Sets whether keys that no field claims are ignored. False, the initial value: they are errors.
   void setAcceptUnknownKeys(bool accept) { acceptUnknownKeys_ = accept; }
-  /// What setAcceptUnknownKeys() set.
+  /// Returns the value of setAcceptUnknownKeys().
   bool acceptsUnknownKeys() const { return acceptUnknownKeys_; }
 
   /// Reads the fields that `object` declares from the JSON object `json` (null counts as an empty
-  /// one). Throws ParseErrorException with the path of the first fault.
+  /// one). Throws ParseErrorException with the path of the first error.
   template <class T>
   void decode(const Json::Value& json, T& object);
 
-  /// Creates the object that `json`, {"ClassName": {fields}}, describes. The registry is `reg`, or
-  /// the binder's own when `reg` is null. Throws ParseErrorException and ClassMissRegException;
-  /// what the class's constructor throws becomes a ParseErrorException with the class name as path.
+  /// Creates the object that `json`, {"ClassName": {fields}}, describes, with the registry `reg`
+  /// (null: the binder's own). Throws ParseErrorException and ClassMissRegException; an exception
+  /// of the class's constructor becomes a ParseErrorException with the class name as path.
   template <class T>
   void bindDynamicType(const Json::Value& json, boost::shared_ptr<T>& out,
                        const ClassRegisterBase* reg = nullptr) {
@@ -51,7 +51,7 @@ class CPPBIND_API JsonDecodeBinder : public BinderImpBase {
               [&] { out.reset(named.reg->create<T>(named.className, *named.fields, this)); });
   }
 
-  /// `imp` as a decode binder. Any other binder fails an assertion.
+  /// Returns `imp` as a decode binder. Aborts when it is another binder.
   static JsonDecodeBinder& from(BinderImpBase* imp);
 
  private:
@@ -63,26 +63,27 @@ class CPPBIND_API JsonDecodeBinder : public BinderImpBase {
   NamedFields namedFields(const Json::Value& json, const ClassRegisterBase* reg) const;
 
   friend class CreationScope;
-  boost::shared_ptr<detail::KeptJson> kept_;  // of the outermost object in the making
+  boost::shared_ptr<detail::KeptJson> kept_;  // of the outermost object being created
   bool acceptUnknownKeys_ = false;
 };
 
-/// For factories: the JSON that an object is read from, kept for as long as the object wants it.
+/// RAII guard for factories: keeps the JSON that an object is read from, as long as the object
+/// needs it.
 ///
 ///     const cppbind::CreationScope scope(decoder, json);
 ///     decoder.decode(*scope.json(), object);
 ///
-/// The outermost object gets a copy; those created while it is read share that. One copy for each
-/// would take a pipeline file of deep chains to many times its size.
+/// The outermost object gets a copy; objects created while it is read share that copy. With one
+/// copy each, a pipeline file of deep chains would take many times its size.
 class CPPBIND_API CreationScope {
  public:
-  /// `decoder` outlives the scope.
+  /// Keeps `json`. `decoder` must outlive the scope.
   CreationScope(JsonDecodeBinder& decoder, const Json::Value& json);
   ~CreationScope();
   CreationScope(const CreationScope&) = delete;
   CreationScope& operator=(const CreationScope&) = delete;
 
-  /// The same JSON, to read from and to keep.
+  /// Returns the JSON to read from and to keep.
   const boost::shared_ptr<const Json::Value>& json() const { return json_; }
 
  private:
@@ -91,9 +92,9 @@ class CPPBIND_API CreationScope {
   boost::shared_ptr<const Json::Value> json_;
 };
 
-/// The JSON value in the file at `path`. Throws ParseErrorException: "Can not open file [PATH]" for
-/// a file that cannot be read, and for text that does not parse the parser's messages with lines.
-/// Comments are allowed, but not kept; of equal keys in one object the last counts, and text after
+/// Returns the JSON value in the file at `path`. Throws ParseErrorException when the file cannot be
+/// read ("Can not open file [PATH]") or its text does not parse (the parser's messages with lines).
+/// Comments are allowed, but not kept; among equal keys in one object the last counts; text after
 /// the value is ignored.
 CPPBIND_API Json::Value readJsonFile(const boost::filesystem::path& path);
 

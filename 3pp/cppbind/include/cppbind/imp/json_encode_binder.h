@@ -1,4 +1,4 @@
-// Objects to JSON.
+// The encode binder: writes objects as JSON.
 #pragma once
 
 #include <json/value.h>
@@ -11,17 +11,17 @@
 
 namespace cppbind {
 
-/// Writes objects as JSON. JsonDecodeBinder reads what it writes, but for null object pointers,
-/// written as null, durations that are negative or of 100 hours and more, and fractions of a
-/// second.
+/// Binder that writes objects as JSON. JsonDecodeBinder reads its output, except null object
+/// pointers (written as null), durations that are negative or at least 100 hours, and fractions of
+/// a second.
 class CPPBIND_API JsonEncodeBinder : public BinderImpBase {
  public:
   JsonEncodeBinder() = default;
-  /// Writes text as the binder does that `converters` come from (null: as a new binder does).
+  /// Creates a binder with the converters of another one (null: the standard ones).
   explicit JsonEncodeBinder(boost::shared_ptr<const ConverterTable> converters)
       : BinderImpBase(std::move(converters)) {}
 
-  /// The fields that `object` declares, as a JSON object.
+  /// Returns the fields that `object` declares, as a JSON object.
   template <class T>
   Json::Value encode(const T& object);
 };

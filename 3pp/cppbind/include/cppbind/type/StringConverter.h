@@ -1,4 +1,4 @@
-// Fields that stand in JSON as text: dates, times, durations, shared strings.
+// Converters for fields that are text in JSON: dates, times, durations, shared strings.
 #pragma once
 
 #include <boost/any.hpp>
@@ -14,35 +14,35 @@
 
 namespace cppbind {
 
-/// Turns values of one type into text and back. Implementations are stateless and thread safe.
+/// Converter between values of one type and text. Implementations are stateless and thread-safe.
 class CPPBIND_API StringConverter {
  public:
-  /// The text of the value held in `value`. Throws boost::bad_any_cast when it is of another type.
+  /// Returns the text of the value in `value`. Throws boost::bad_any_cast when it has another type.
   virtual std::string toString(const boost::any& value) const = 0;
-  /// The value that `text` stands for. Throws ParseErrorException when it stands for none.
+  /// Returns the value that `text` represents. Throws ParseErrorException when it represents none.
   virtual boost::any fromString(const std::string& text) const = 0;
   virtual ~StringConverter();
-  /// This object as a `const TypedStringConverter<T>*` where `type` is T and it is one, else null:
-  /// binders go that way when there is one.
+  /// Returns this object as a `const TypedStringConverter<T>*` when `type` is T and it is one,
+  /// otherwise null. Binders prefer the typed converter.
   virtual const void* typed(std::type_index) const { return nullptr; }
 };
 
-/// What converts a `T` without a boost::any around it.
+/// Converter of `T` that needs no boost::any.
 template <class T>
 class TypedStringConverter {
  public:
-  /// The text of `value`.
+  /// Returns the text of `value`.
   virtual std::string textOf(const T& value) const = 0;
-  /// The value that `text` stands for. Throws ParseErrorException when it stands for none.
+  /// Returns the value that `text` represents. Throws ParseErrorException when it represents none.
   virtual T valueOf(std::string_view text) const = 0;
 
  protected:
   ~TypedStringConverter() = default;
 };
 
-/// A converter for `T` from two static operations of `Impl`: std::string toString(const T&) and
-/// T fromString(std::string_view), or from a const std::string&. Give it to
-/// BinderImpBase::setConverter.
+/// Converter of `T` made of two static operations of `Impl`: std::string toString(const T&), and T
+/// fromString(std::string_view) or fromString(const std::string&). Pass it to
+/// BinderImpBase::setConverter().
 template <class T, class Impl>
 class StringConverterT : public StringConverter, private TypedStringConverter<T> {
  public:
@@ -65,44 +65,45 @@ class StringConverterT : public StringConverter, private TypedStringConverter<T>
   }
 };
 
-/// The string itself. A null pointer has no text: it fails the shared pointer's own assertion.
+/// Text form of a shared string: the string itself. A null pointer fails the shared pointer's own
+/// assertion.
 struct CPPBIND_API StringPtrText {
-  /// A copy of the string; `value` is not null.
+  /// Returns a copy of the string; `value` must not be null.
   static std::string toString(const boost::shared_ptr<std::string>& value);
-  /// A new string.
+  /// Returns a new string.
   static boost::shared_ptr<std::string> fromString(std::string_view text);
 };
 
-/// "%Y-%m-%d", and read as BoostPTimeText is. Text that is no date: "cant not parse [TEXT] as
-/// date".
+/// Text form of dates: "%Y-%m-%d", read by the rules of BoostPTimeText. The message for invalid
+/// text is "cant not parse [TEXT] as date".
 struct CPPBIND_API BoostGDateText {
-  /// "2024-03-05".
+  /// Returns "2024-03-05".
   static std::string toString(const boost::gregorian::date& value);
-  /// The date; throws ParseErrorException.
+  /// Returns the date. Throws ParseErrorException when `text` is invalid.
   static boost::gregorian::date fromString(std::string_view text);
 };
 
-/// "%Y-%m-%d %H:%M:%S"; fractions of a second are not written. Text that is no time point:
-/// "cant not parse [TEXT] as time".
+/// Text form of time points: "%Y-%m-%d %H:%M:%S", without fractions of a second. The message for
+/// invalid text is "cant not parse [TEXT] as time".
 ///
-/// Reading is as free as the date-time library's: other separators, missing parts at the end
-/// ("2024-03" is the first of March), minutes and seconds past 59 and a clock past 24 hours, which
-/// carry over, and text behind the value are accepted; so are the names of special values
-/// ("not-a-date-time", "+infinity"): ask is_special() where a field must hold a real time.
+/// Reading is as lenient as in the date-time library. It accepts other separators, missing parts at
+/// the end ("2024-03" is the first of March), minutes and seconds over 59 and hours over 24, which
+/// carry over, text after the value, and the names of special values ("not-a-date-time",
+/// "+infinity"). Check is_special() where a field must be a real time.
 struct CPPBIND_API BoostPTimeText {
-  /// "2024-03-05 07:08:09".
+  /// Returns "2024-03-05 07:08:09".
   static std::string toString(const boost::posix_time::ptime& value);
-  /// The time point; throws ParseErrorException.
+  /// Returns the time point. Throws ParseErrorException when `text` is invalid.
   static boost::posix_time::ptime fromString(std::string_view text);
 };
 
-/// "%H:%M:%S"; hours go past 24 (but only two digits are read), neither sign nor fraction is
-/// written. Read as BoostPTimeText is: "90" is 90 hours. Text that is no duration: "cant not parse
-/// [TEXT] as duration".
+/// Text form of durations: "%H:%M:%S", read by the rules of BoostPTimeText: "90" is 90 hours. Hours
+/// may exceed 24, but only two digits are read; sign and fraction are not written. The message for
+/// invalid text is "cant not parse [TEXT] as duration".
 struct CPPBIND_API BoostTimeDurationText {
-  /// "26:05:03".
+  /// Returns "26:05:03".
   static std::string toString(const boost::posix_time::time_duration& value);
-  /// The duration; throws ParseErrorException.
+  /// Returns the duration. Throws ParseErrorException when `text` is invalid.
   static boost::posix_time::time_duration fromString(std::string_view text);
 };
 
