@@ -29,8 +29,7 @@ struct KeptJson {
     for (const Json::Value& member : json) collectObjects(member);
   }
 
-  std::unordered_set<const Json::Value*>
-      objects_;  // filled when an object is created inside another
+  std::unordered_set<const Json::Value*> objects_;  // filled for the first nested object
 };
 
 }  // namespace detail

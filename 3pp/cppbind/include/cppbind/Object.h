@@ -17,8 +17,8 @@ CPPBIND_API std::string typeName(const std::type_info& type);
 /// Base of all classes that are created by name. A class declares its fields in a public,
 /// non-virtual `void setBind(cppbind::Binder*, bool)`; see imp/binder.h.
 ///
-/// An object created by name (see ClassRegisterBase) overrides all three operations: it knows its
-/// class name, writes itself back, and keeps its creation record.
+/// An object created by name (see ClassRegisterBase) overrides all three member functions: it knows
+/// its class name, writes itself back, and keeps its creation record.
 class CPPBIND_API Object {
  public:
   Object() = default;

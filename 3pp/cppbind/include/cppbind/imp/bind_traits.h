@@ -115,19 +115,19 @@ using Identity = typename IdentityOf<T>::type;
 
 }  // namespace detail
 
-/// True when `T` has the operation setBind(Binder*, bool), its own or inherited.
+/// True when `T` has the member function setBind(Binder*, bool), its own or inherited.
 template <class T>
 constexpr bool hasSetBind = detail::Compiles<T, detail::SetBindCall>::value;
 
-/// True when `T` has a setBind that binders cannot call: private, with other parameters, or not an
-/// operation. It also hides the setBind of a base.
+/// True when `T` has a setBind that binders cannot call: private, with other parameters, or not a
+/// function. It also hides the setBind of a base.
 template <class T>
 constexpr bool hasUselessSetBind =
     !hasSetBind<T> && (detail::Mentions<T, detail::OtherSetBind>::value ||
                        detail::Compiles<T, detail::SetBindAddress>::value);
 
-/// True when `T` has an operation with the parameters of setBind that is named setbind, SetBind or
-/// Setbind.
+/// True when `T` has a member function with the parameters of setBind that is named setbind,
+/// SetBind or Setbind.
 template <class T>
 constexpr bool hasMisspeltSetBind =
     !detail::DeclaresSetBind<T>::value && (detail::Compiles<T, detail::LowerCaseCall>::value ||

@@ -40,8 +40,8 @@ class TypedStringConverter {
   ~TypedStringConverter() = default;
 };
 
-/// Converter of `T` made of two static operations of `Impl`: std::string toString(const T&), and T
-/// fromString(std::string_view) or fromString(const std::string&). Pass it to
+/// Converter of `T` made of two static member functions of `Impl`: std::string toString(const T&),
+/// and T fromString(std::string_view) or fromString(const std::string&). Pass it to
 /// BinderImpBase::setConverter().
 template <class T, class Impl>
 class StringConverterT : public StringConverter, private TypedStringConverter<T> {
