@@ -1,4 +1,4 @@
-// Any bytes as text, file names and directories.
+// Fuzzes text conversion, file names and directories with arbitrary bytes.
 #include <boost/filesystem/operations.hpp>
 
 #include "harness.h"
@@ -30,8 +30,8 @@ void adjustName(const std::string& text) {
   const std::string extension = boost::filesystem::path(text).extension().string();
   const std::string file = name.substr(name.rfind('/') + 1);
   fuzz::require(file.size() <= std::max<std::size_t>(255, extension.size()), "file name fits");
-  // A null character ends an extension, of "x." a cut may leave the directory itself, and "//x" is
-  // a host's name to the file system library.
+  // Not repeatable: a null character ends an extension; cutting "x." may leave only the directory;
+  // the file system library takes "//x" for a host name.
   if (text.find('\0') != std::string::npos || name.back() == '.') return;
   if (text.compare(0, 2, "//") == 0) return;
   std::string again = name;
@@ -39,7 +39,7 @@ void adjustName(const std::string& text) {
   fuzz::requireSame(name, again, "adjusted twice");
 }
 
-// Parent directories are kept out: they lead out of the scratch directory.
+// Skips parent directories, which lead out of the scratch directory.
 void createDirectory(const std::string& text) {
   if (text.find("..") != std::string::npos) return;
   const std::string top = fuzz::scratch("made");

@@ -47,7 +47,7 @@ void require(bool condition, const char* what) {
 }  // namespace fuzz
 
 extern "C" int LLVMFuzzerInitialize(int*, char***) {
-  // Every log line is put together, and none is written.
+  // Log lines are formatted, but not written.
   InitRootLogger(fuzz::writeScratch("log.conf",
                                     "log4cplus.rootLogger=TRACE, nowhere\n"
                                     "log4cplus.appender.nowhere=log4cplus::NullAppender\n"));

@@ -1,4 +1,4 @@
-// What every fuzzer needs: where its files go, and how it says that something is wrong.
+// Helpers of all fuzzers: scratch files and checks.
 #pragma once
 
 #include <json/value.h>
@@ -12,12 +12,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
 namespace fuzz {
 
-/// A path in a directory of this process, below TMPDIR, that goes when it ends.
+/// Returns a path in this process's directory below TMPDIR, which is removed at exit.
 std::string scratch(const std::string& name);
-/// Writes the bytes to scratch(name), and returns that path.
+/// Writes the bytes to scratch(name) and returns that path.
 std::string writeScratch(const std::string& name, const std::string& bytes);
 
-/// Prints `what` with the two texts and aborts when they differ.
+/// Aborts, after printing `what` and both texts, when they differ.
 void requireSame(const std::string& first, const std::string& second, const char* what);
 void require(bool condition, const char* what);
 
@@ -25,7 +25,7 @@ inline std::string textOf(const std::uint8_t* data, std::size_t size) {
   return std::string(reinterpret_cast<const char*>(data), size);
 }
 
-/// Whether `call` came to its end; an exception of the kind that it may throw is no finding.
+/// Returns true when `call` returns, false when it throws an `Error`, which is not a finding.
 template <class Error = std::exception, class Call>
 bool passes(Call call) {
   try {

@@ -1,5 +1,5 @@
-// Any bytes as JSON text: every reader takes or refuses it alike, also under a locale with decimal
-// commas, and what is written of it reads back as the same value.
+// Fuzzes JSON text: all readers accept or reject it alike, also under a locale with decimal commas,
+// and a value that was read and written reads back as the same value.
 #include <optional>
 
 #include "cppbind/imp/binder.h"
@@ -9,7 +9,7 @@
 
 namespace {
 
-using Reading = std::optional<Json::Value>;  // nothing of text that is refused
+using Reading = std::optional<Json::Value>;  // empty for rejected text
 
 template <class Read>
 Reading readingOf(Read read) {

@@ -1,5 +1,5 @@
-// Any bytes as a pipeline file, with modules of many kinds of fields: reading ends in modules or in
-// an exception, what they are written as reads back the same, and short chains are run.
+// Fuzzes pipeline files, with modules of many kinds of fields: reading gives modules or an
+// exception, written modules read back the same, and short chains are run.
 #include <boost/filesystem/operations.hpp>
 #include <set>
 
@@ -69,8 +69,8 @@ std::string written(const libvarrow::ModuleExecutor& executor) {
   return libvarrow::Json2Str(pipeline);
 }
 
-// A dump path that is too long for a file ends the process by design, and so may a deep chain; a
-// long one only takes time.
+// A dump path that is too long for a file ends the process by design, and a deep chain may; a long
+// chain only takes time.
 bool isSmall(const Json::Value& json, int depth = 0) {
   if (depth > 20 || json.size() > 20) return false;
   for (const Json::Value& member : json) {

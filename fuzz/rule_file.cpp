@@ -1,5 +1,5 @@
-// Any bytes as a rule file: loading gives rules, the same from the file and from its value, or
-// throws.
+// Fuzzes rule files: loading gives the same rules, or the same error, from the file and from its
+// value.
 #include "harness.h"
 #include "libvarrow/libvarrow.h"
 
@@ -23,7 +23,7 @@ struct Throwing : libvarrow::Rule {
   Throwing() { throw std::runtime_error("throwing"); }
 };
 
-// What is no rule file ends the process by design, so it is not loaded.
+// An invalid rule file ends the process by design, so it is not loaded.
 bool isGroup(const Json::Value& json);
 
 bool isListOfGroups(const Json::Value& json) {

@@ -1,5 +1,5 @@
-// Any bytes as a date, a time, a duration or a text: what can be read is written as a text that is
-// read as the same value, and what cannot throws a parse error.
+// Fuzzes text converters: a value that can be read is written as text that reads back as the same
+// value; other text throws a parse error.
 #include "cppbind/ParseErrorException.h"
 #include "cppbind/type/StringConverter.h"
 #include "harness.h"
@@ -27,8 +27,8 @@ void roundTrip(const std::string& text) {
     const auto again = Text::fromString(written);
     fuzz::requireSame(written, Text::toString(again), "written");
     fuzz::require(value == again, "read back");
-    // A text that ends in a digit and is whole is read without streams; a blank behind it, which
-    // goes to them, changes nothing.
+    // Complete text that ends in a digit is read without streams. A blank after it makes streams
+    // read it, which must give the same value.
     if (written == text) fuzz::require(Text::fromString(text + " ") == value, "with a blank");
   });
 }

@@ -1,4 +1,4 @@
-// Any bytes as changes of a calendar and questions to it, against the plain walks over its slots.
+// Fuzzes changes and queries of a calendar against a reference model that walks over the slots.
 #include <fuzzer/FuzzedDataProvider.h>
 
 #include "cppbind/imp/binder.h"
@@ -9,7 +9,7 @@ namespace {
 
 using namespace test_support;
 
-// Text has whole seconds, in which slots may stand in another order: reading sorts again.
+// Text has whole seconds, which may change the order of slots; reading sorts them again.
 std::string throughJson(TimeBlock& block) {
   const Json::Value json = cppbind::JsonEncodeBinder().encode(block);
   cppbind::JsonDecodeBinder().decode(json, block);
@@ -22,7 +22,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   FuzzedDataProvider bytes(data, size);
   BlockAndModel both([&](int n) { return bytes.ConsumeIntegralInRange(0, n - 1); });
   both.start();
-  // The sum of many lengths of all the calendar overflows, here and in the model.
+  // Few slots: the sum of many lengths of the whole calendar overflows, here and in the model.
   for (int step = 0; step < 40 && bytes.remaining_bytes() > 0 && both.plain().slots.size() < 30;
        ++step) {
     both.step([](const char* what, const std::string& plain, const std::string& found) {
