@@ -1,11 +1,12 @@
 #!/usr/bin/env bash
-# Builds and runs the benchmarks and prints how each compares with its peers.
+# Builds and runs the benchmarks and compares each with its peers.
 #
 #     scripts/bench.sh [BENCHMARK_OPTION...]
 #
-# Options go to the benchmark program: --benchmark_repetitions=15, or --benchmark_filter=block for
-# the time blocks alone. VARROW_BENCH_BUILD names another build directory. Exit status: 0, 1 when a
-# limit of bench/targets.txt is broken, 2 when something was not measured.
+# Options are passed to the benchmark program: --benchmark_repetitions=15, or
+# --benchmark_filter=block for the time blocks alone. VARROW_BENCH_BUILD names another build
+# directory. Exit status: 0, 1 when a limit of bench/targets.txt is exceeded, 2 when a measurement
+# is missing.
 set -euo pipefail
 
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
@@ -19,7 +20,7 @@ cmake --preset release -B "$build" -DVARROW_BUILD_BENCHMARKS=ON >"$build/configu
 }
 cmake --build "$build" --target varrow_bench
 
-# Interleaved, so that what else goes on in the machine meets a benchmark and its peer alike.
+# Interleaved, so that other load on the machine affects a benchmark and its peer alike.
 "$build/bench/varrow_bench" \
   --benchmark_repetitions=7 \
   --benchmark_min_time=0.2 \

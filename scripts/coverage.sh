@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Runs every test and prints which lines of the library none of them ran; fails when these are more
-# than 3 in 100. What ends a test's process has been counted too.
+# Runs all tests and prints the lines of the library that no test runs; fails when these are more
+# than 3 in 100. Also counts processes that end in a crash.
 set -euo pipefail
 
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)

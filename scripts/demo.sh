@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# Builds the example job shop and plans two well-known instances with it, one of them in shifts too,
-# which keeps the shop's rules, and once too late, which breaks some.
-# Needs neither network nor root once the packages are there.
+# Builds the example job shop and plans two well-known instances: both in the standard way, one also
+# in shifts, which keeps the shop's rules, and once too late, which breaks some. Needs neither
+# network nor root once the packages are installed.
 set -euo pipefail
 
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
@@ -18,7 +18,7 @@ if [ -t 1 ]; then
   bold=$'\e[1m' plain=$'\e[0m'
 fi
 
-# Runs a step with its output in a log, which is shown only when the step fails.
+# Runs a command with its output in a log; shows the log only on failure.
 quietly() {
   local log=$1
   shift
@@ -34,14 +34,14 @@ build_jobshop() {
     cmake --build "$build" --target jobshop --parallel "$(nproc)"
 }
 
-# Prints the summary of a run.
+# Plans an instance and prints the summary.
 run_jobshop() {
   local name=$1 file=$2 run=$3
   LIBVARROW_TIMED_STAT_DUMP=1 "$jobshop" \
     --instance "$root/examples/jobshop/data/$name.txt" "$file" "$run"
 }
 
-# The rest of the summary's line that starts with a word.
+# Prints the rest of the summary line that starts with the given word.
 entry() {
   sed -n "s/^$1  *//p" <<<"$2"
 }
@@ -79,7 +79,7 @@ plan_in_shifts() {
     chart "$run/gantt.svg"
 }
 
-# A broken rule ends the run with 1, which is what is to be shown here.
+# Expects exit status 1, since the broken rules are to be shown.
 plan_too_late() {
   local name=$1
   local run=$out/${name}_late status=0 error

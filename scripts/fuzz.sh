@@ -1,11 +1,11 @@
 #!/usr/bin/env bash
-# Builds the fuzzers with Clang and runs them, as many at a time as there are processors.
+# Builds the fuzzers with Clang and runs them in parallel, one per processor.
 #
 #     scripts/fuzz.sh [SECONDS [TARGET...]]
 #
-# SECONDS, 30 unless given, are those of each target; TARGET is a source of fuzz/ without .cpp, all of
-# them unless given. Each starts from its fuzz/corpus/ alone. Input that fails goes to build/fuzz/;
-# the exit status is 1 then.
+# SECONDS (default 30) is the time of each target. TARGET (default: all) is a source in fuzz/
+# without .cpp. Each target starts from its seed corpus in fuzz/corpus/ alone. Failing input is
+# written to build/fuzz/, and the exit status is 1.
 set -euo pipefail
 
 seconds=${1:-30}
@@ -22,7 +22,7 @@ mkdir -p "$build"
   exit 1
 }
 
-# Files are made by the thousand: in memory where that is offered.
+# Fuzzers create thousands of files: in memory where possible.
 scratch=$(mktemp -d -p "$([ -w /dev/shm ] && echo /dev/shm || echo "${TMPDIR:-/tmp}")")
 trap 'rm -rf "$scratch"' EXIT
 

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Installs the Debian packages that the build needs and that are missing; asks for root only then.
-# An argument adds a group: "clang" what the fuzzers and the coverage need, "reference" Doxygen.
+# Installs missing Debian packages that the build needs; asks for root only then. An argument adds a
+# group: "clang" for the fuzzers and the coverage, "reference" for Doxygen.
 set -euo pipefail
 
 packages=(

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Writes the reference of the public headers, as HTML; fails if something public is undocumented.
+# Writes the reference of the public headers as HTML; fails when a public name is undocumented.
 set -euo pipefail
 
 cd "$(dirname "${BASH_SOURCE[0]}")/.."

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Builds everything and runs every test. Usage: scripts/test.sh [PRESET], default release; "asan" runs
-# the tests under AddressSanitizer and UBSan, "tsan" those of what threads share.
+# Builds everything and runs all tests. Usage: scripts/test.sh [PRESET], default release; "asan"
+# runs them under AddressSanitizer and UBSan, "tsan" the multi-threaded ones under ThreadSanitizer.
 set -euo pipefail
 
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)

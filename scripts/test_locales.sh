@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Runs the tests again in other countries: test_locales.sh [PRESET], default release, which
-# scripts/test.sh has built. What cannot depend on a locale or a time zone and is slow is left out.
+# Runs the tests in other locales and time zones: test_locales.sh [PRESET], default release, as
+# built by scripts/test.sh. Skips slow tests that depend on neither.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 preset=${1:-release}
@@ -17,7 +17,7 @@ done
 
 run_in() {
   echo "Locale $1, time zone $2"
-  [ "$(TZ=$2 date +%z)" != +0000 ]  # a zone that is not known is UTC
+  [ "$(TZ=$2 date +%z)" != +0000 ]  # an unknown zone means UTC
   VARROW_ADOPT_LOCALE=$build/ LD_PRELOAD=$adopt LC_ALL=$1 TZ=$2 ctest --test-dir "$build" \
     --output-on-failure --parallel "$(nproc)" -E '^(Consumer|Crash|Exports|Headers)'
 }
