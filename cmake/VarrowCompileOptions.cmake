@@ -1,5 +1,5 @@
 # varrow_compile_options(target): warnings as errors, sanitizers, and source paths relative to the
-# tree in assertions and log lines, so that no build machine's folders stand in a binary.
+# tree in assertions and log lines, so that binaries contain no paths of the build machine.
 function(varrow_compile_options target)
   if(MSVC)
     target_compile_options(${target} PRIVATE /W4 /WX /utf-8)
@@ -10,7 +10,7 @@ function(varrow_compile_options target)
               "-fmacro-prefix-map=${PROJECT_SOURCE_DIR}/=")
   endif()
   if(VARROW_COVERAGE)
-    # Counters live in a mapped file, so that a process which aborts has counted too.
+    # Counters are in a mapped file, so that a process that aborts is counted, too.
     set(coverage -fprofile-instr-generate -fcoverage-mapping)
     target_compile_options(${target} PRIVATE ${coverage} -mllvm -runtime-counter-relocation)
     target_link_options(${target} PRIVATE ${coverage})
@@ -19,7 +19,7 @@ function(varrow_compile_options target)
     target_compile_options(${target} PRIVATE -fsanitize=${VARROW_SANITIZE} -fno-omit-frame-pointer)
     target_link_options(${target} PRIVATE -fsanitize=${VARROW_SANITIZE})
     if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
-      # Instrumented code makes GCC report it inside the standard library, where nothing is wrong.
+      # In instrumented code GCC reports false positives inside the standard library.
       target_compile_options(${target} PRIVATE -Wno-maybe-uninitialized)
     endif()
     if(VARROW_SANITIZE MATCHES "undefined")

@@ -1,4 +1,4 @@
-# Uses ccache when it is there and nobody chose a launcher.
+# Uses ccache when it is installed and no launcher is set.
 find_program(VARROW_CCACHE ccache)
 mark_as_advanced(VARROW_CCACHE)
 if(VARROW_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)

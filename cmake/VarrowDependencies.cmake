@@ -1,4 +1,4 @@
-# The libraries that varrow calls, each as an imported target.
+# Finds the libraries that varrow calls, each as an imported target.
 find_package(Boost 1.74 REQUIRED COMPONENTS date_time filesystem locale thread
                                             stacktrace_backtrace)
 find_package(Poco 1.11 REQUIRED COMPONENTS Foundation)

@@ -1,4 +1,4 @@
-# What `cmake --install` puts where, and the packages that find it there.
+# Installation of the library, and the packages by which CMake and pkg-config find it.
 include(CMakePackageConfigHelpers)
 
 set(VARROW_PACKAGE_DIR "${CMAKE_INSTALL_LIBDIR}/cmake/varrow")
@@ -33,7 +33,7 @@ install(
   DESTINATION "${VARROW_PACKAGE_DIR}"
   COMPONENT development)
 
-# pkg-config varrow. The prefix is found from the file, so the tree may be moved.
+# pkg-config varrow. The prefix is relative to the file, so the installed tree may be moved.
 file(RELATIVE_PATH VARROW_PREFIX_FROM_PC "/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/")
 configure_file("${PROJECT_SOURCE_DIR}/cmake/varrow.pc.in"
                "${PROJECT_BINARY_DIR}/generated/varrow.pc" @ONLY)

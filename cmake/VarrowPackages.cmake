@@ -1,5 +1,5 @@
-# Two Debian packages, what runs and what builds: `cmake --workflow --preset package`. Nothing is
-# stripped, so that back-traces name functions and lines where nobody installed debug packages.
+# Two Debian packages, runtime and development: `cmake --workflow --preset package`. Nothing is
+# stripped, so that back-traces name functions and lines without debug packages.
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME libvarrow)
 set(CPACK_PACKAGE_CONTACT "libvarrow developers <libvarrow@localhost>"
@@ -12,7 +12,7 @@ set(CPACK_VERBATIM_VARIABLES ON)
 set(CPACK_DEB_COMPONENT_INSTALL ON)
 set(CPACK_COMPONENTS_ALL runtime development)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
-# So that a host's own package finds what it depends on.
+# Lets the package of a host find its dependencies.
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS_POLICY ">=")
 
@@ -22,7 +22,7 @@ set(CPACK_DEBIAN_RUNTIME_PACKAGE_SHLIBDEPS ON)
 set(CPACK_COMPONENT_RUNTIME_DESCRIPTION
     "Pipelines of modules, statistics, calendars, rules and plug-ins for hosts that plan.")
 
-# What the public headers include and varrowConfig.cmake and varrow.pc ask for.
+# The dependencies of the public headers, varrowConfig.cmake and varrow.pc.
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME libvarrow-dev)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
 string(

@@ -1,5 +1,5 @@
-# `cmake --build ... --target reference`: the public headers as HTML, in reference/html of the build
-# directory. Whatever a host can name must be documented; what is not, or wrongly, fails the target.
+# `cmake --build ... --target reference` writes the public headers as HTML to reference/html in the
+# build directory. Fails when a public name is undocumented or wrongly documented.
 if(NOT PROJECT_IS_TOP_LEVEL)
   return()
 endif()
@@ -26,8 +26,8 @@ set(DOXYGEN_WARN_IF_UNDOCUMENTED YES)
 set(DOXYGEN_WARN_NO_PARAMDOC NO)
 set(DOXYGEN_WARN_AS_ERROR FAIL_ON_WARNINGS)
 
-# The sentence that opens a header, a plain comment, is the file's description. Copies and moves that
-# are defaulted do what everybody expects: nothing is to be said of them.
+# The plain comment that opens a header becomes the description of the file. Defaulted copy and move
+# operations need no documentation.
 set(DOXYGEN_ALIASES "opening=@file^^@brief")
 string(
   CONCAT DOXYGEN_INPUT_FILTER
@@ -38,7 +38,7 @@ set(DOXYGEN_MACRO_EXPANSION YES)
 set(DOXYGEN_EXPAND_ONLY_PREDEF YES)
 set(DOXYGEN_PREDEFINED "LIBVARROW_API=" "CPPBIND_API=" "LIBVARROW_PRINTF_LIKE(a,b)="
                        "CPPBIND_PRINTF_LIKE(a,b)=")
-# FieldCodec: a host needs the primary template; what kinds there are stands at Binder.
+# FieldCodec: a host needs the primary template only; Binder lists the kinds of fields.
 set(DOXYGEN_EXCLUDE_SYMBOLS "*::detail" "*::detail::*" "cppbind::FieldCodec<*" "boost" "boost::*")
 
 doxygen_add_docs(
