@@ -1,4 +1,4 @@
-// Reads an order from JSON and writes it back: every kind of field, once.
+// Reads an order from JSON and writes it back, with one field of every kind.
 #include <cppbind/ClassRegister.h>
 #include <cppbind/imp/binder.h>
 #include <libvarrow/json/json.h>
@@ -31,7 +31,7 @@ struct Operation {
 // [/struct]
 
 // [classes]
-// What an order is packed in: classes that JSON names.
+// The packing of an order: JSON names its class.
 class Packing : public cppbind::Object {
  public:
   virtual int weight() const = 0;
@@ -42,7 +42,7 @@ class Box : public Packing {
   void setBind(cppbind::Binder* binder, bool bindFields) {
     if (!bindFields) return;
     binder->bind("weight", weight_);
-    // What no type can say is said here, with the key as the error's place.
+    // A check that no type can express. The key becomes the path of the error.
     if (binder->isReading() && weight_ <= 0) {
       throw cppbind::ParseErrorException("weight", std::to_string(weight_) + " is not positive");
     }
@@ -55,7 +55,7 @@ class Box : public Packing {
 // [/classes]
 
 // [record]
-// A class that is constructed from what was read, and so never half made.
+// Constructed from the complete record, so an object is never half read.
 class Pallet : public Packing {
  public:
   struct Data4Bind {
@@ -84,7 +84,7 @@ enum class Priority { Normal, Urgent };
 }  // namespace
 
 // [codec]
-// A kind of field of one's own: one specialisation, in a header beside the type.
+// A new kind of field: one specialisation, in the same header as the type.
 template <>
 struct cppbind::FieldCodec<Priority> {
   static void read(JsonDecodeBinder& decoder, const Json::Value& json, Priority& field) {
@@ -126,7 +126,7 @@ struct Order {
 };
 // [/order]
 
-// The text, or the file of that name.
+// Returns the JSON in the file of that name, if it exists, or in the argument itself.
 Json::Value jsonIn(const std::string& argument) {
   if (boost::filesystem::exists(argument)) return cppbind::readJsonFile(argument);
   return libvarrow::Str2Json(argument);
@@ -156,7 +156,7 @@ int main(int, char** argv) {
     const Order order = readOrder(jsonIn(argv[1]));
     std::cout << textOf(order) << "weight " << order.packing->weight() << '\n';
     return 0;
-  } catch (const cppbind::ClassMissRegException& error) {  // the narrower type first
+  } catch (const cppbind::ClassMissRegException& error) {  // the derived type first
     std::cerr << error.what() << "; did its plug-in load?\n";
   } catch (const cppbind::ParseErrorException& error) {
     std::cerr << "at \"" << error.pathText() << "\": " << error.message() << '\n';

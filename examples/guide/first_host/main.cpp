@@ -1,4 +1,4 @@
-// A whole host: reads orders, brings them into an order, and writes when each is done.
+// A complete host: reads orders, sorts them, and computes when each is done.
 #include <libvarrow/libvarrow.h>
 
 #include <algorithm>
@@ -37,11 +37,11 @@ std::ptrdiff_t countLate(const std::vector<Order>& orders) {
 }
 
 // [data]
-// What the modules work on in turn.
+// The data that the modules work on, one after the other.
 struct PlanData : libvarrow::ModuleData {
   std::vector<Order> orders;
 
-  // In a few words: in_info.json and out_info.json of every module, and the statistics.
+  // Returns the summary for in_info.json and out_info.json of every module and for the statistics.
   Json::Value getBaiscInfoJson() override {
     Json::Value info;
     info["orders"] = static_cast<Json::UInt64>(orders.size());
@@ -49,7 +49,7 @@ struct PlanData : libvarrow::ModuleData {
     return info;
   }
 
-  // To read: in_detail.txt and out_detail.txt.
+  // Writes the readable in_detail.txt and out_detail.txt.
   void dumpDetailInfo(std::string path) const override {
     libvarrow::AutoCreateDirFileStream out(path);
     for (const Order& order : orders) {
@@ -60,7 +60,7 @@ struct PlanData : libvarrow::ModuleData {
 };
 // [/data]
 
-// The data as this host knows it. A module that is given anything else is wired up wrongly.
+// Returns the data as the type of this host. Another type is a programming error.
 PlanData& planOf(libvarrow::ModuleData* data) {
   auto* plan = dynamic_cast<PlanData*>(data);
   LIBVARROW_CHECK(plan != nullptr);
@@ -75,7 +75,7 @@ class ReadOrders : public libvarrow::Module {
   }
 
   void processImp(libvarrow::ModuleData* data) override {
-    // Errors begin with the file's name: "orders.json: [2].due: not found" says enough at night.
+    // Errors begin with the name of the file: "orders.json: [2].due: not found".
     try {
       OrderFile file;
       cppbind::JsonDecodeBinder().decode(cppbind::readJsonFile(file_), file);
@@ -144,7 +144,7 @@ class Plan : public libvarrow::Module {
 // [/plan]
 
 // [run]
-// Runs the pipeline and says what came out. Throws what a module throws.
+// Runs the pipeline and prints the result. Throws the exceptions of the modules.
 void run(const std::string& pipeline, PlanData& plan) {
   cppbind::ClassRegister classes;
   classes.regClass<libvarrow::ChainedModule>("ChainedModule");
@@ -160,23 +160,23 @@ void run(const std::string& pipeline, PlanData& plan) {
 
 // [main]
 int main(int argc, char** argv) {
-  libvarrow::porcessCommonInit();  // first: from here on a crash ends in a back-trace
-  InitRootLogger("log.conf");      // then: before it, only warnings and errors show
+  libvarrow::porcessCommonInit();  // first: from now on a crash prints a back-trace
+  InitRootLogger("log.conf");      // second: before it, only warnings and errors show
   if (argc != 2) {
     std::cerr << "usage: orders PIPELINE.json" << std::endl;
     return 2;
   }
   libvarrow::StatisticsContainer statistics("orders");
-  // Outside the try block, so that its last write comes after everything else, errors too.
+  // Outside the try block: its last write comes after everything else, including errors.
   const libvarrow::TimedStatDumper dumper(&statistics, "run/statistics.json");
   PlanData plan;
   plan.statisticsContainer = &statistics;
-  plan.dumpPath = "run/";  // the trailing slash belongs to it
+  plan.dumpPath = "run/";  // the trailing slash is required
   try {
     run(argv[1], plan);
     return 0;
   } catch (const std::exception& error) {
-    // The data keeps the path of the step that failed.
+    // After a failure dumpPath is the path of the failed step.
     LIBVARROW_LOG_ERROR("%s: %s", plan.dumpPath.c_str(), error.what());
     std::cerr << argv[1] << ": " << plan.dumpPath << ": " << error.what() << std::endl;
     return 1;

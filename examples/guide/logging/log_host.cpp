@@ -1,4 +1,4 @@
-// A host that sets its log up, and logs an error with the call stack of who raised it.
+// A host that sets up its log, and logs an error with the call stack of its origin.
 #include <libvarrow/backtrace/TracedError.h>
 #include <libvarrow/env/process_init.h>
 #include <libvarrow/log/log.h>
@@ -13,7 +13,7 @@
 namespace {
 
 // [handler]
-// Warnings and errors go to the console too, whatever log.conf says.
+// Prints warnings and errors on the console, too, independent of log.conf.
 void addConsole() {
   log4cplus::SharedAppenderPtr console(
       new log4cplus::ConsoleAppender(/*logToStdErr=*/false, /*immediateFlush=*/true));
@@ -33,7 +33,7 @@ bool tryToPlan(int orders) {
     plan(orders);
     return true;
   } catch (const std::exception& error) {
-    // Empty for an error that carries no call stack.
+    // callStackOf() is empty for an error without a call stack.
     LIBVARROW_LOG_ERROR("%s\n%s", error.what(), libvarrow::callStackOf(error).c_str());
     return false;
   }

@@ -1,4 +1,4 @@
-// A host that ends in the way that its argument names.
+// A host that fails in the way that its argument names.
 #include <libvarrow/backtrace/BackTrace.h>
 #include <libvarrow/backtrace/BackTraceException.h>
 #include <libvarrow/backtrace/Check.h>
@@ -32,7 +32,7 @@ void raise() {
 
 void fault() {
   volatile int* volatile nowhere = nullptr;
-  *nowhere = 1;  // NOLINT(clang-analyzer-core.NullDereference): that is the point
+  *nowhere = 1;  // NOLINT(clang-analyzer-core.NullDereference): intended
 }
 
 int recurse(int depth) {
@@ -41,10 +41,10 @@ int recurse(int depth) {
 }
 
 // [thread]
-// A stack overflow in a thread ends in a back-trace only if the thread asked for a crash stack.
+// A stack overflow in a thread prints a back-trace only if the thread has a crash stack.
 void recurseInAThread() {
   std::thread worker([] {
-    libvarrow::useCrashStack();  // first thing, in every thread
+    libvarrow::useCrashStack();  // the first call in every thread
     recurse(0);
   });
   worker.join();

@@ -1,4 +1,4 @@
-// Runs a pipeline file in any layout, and shows what each hook of a module and its data is for.
+// Runs a pipeline file in any layout, and shows the purpose of each hook of a module and its data.
 #include <libvarrow/backtrace/Check.h>
 #include <libvarrow/env/process_init.h>
 #include <libvarrow/json/json.h>
@@ -20,11 +20,11 @@
 namespace {
 
 // [data]
-// Jobs on one machine, by how long each takes.
+// Jobs on one machine, as a list of their lengths.
 struct Jobs : libvarrow::ModuleData {
   std::vector<int> lengths;
 
-  // The sum of the times at which jobs are done.
+  // Returns the sum of the completion times of all jobs.
   int flow() const {
     int now = 0;
     int sum = 0;
@@ -42,7 +42,7 @@ struct Jobs : libvarrow::ModuleData {
     for (const int length : lengths)
       out << std::string(static_cast<std::size_t>(length), '=') << '\n';
   }
-  // What it takes to run the next module alone: a file that Load reads.
+  // Writes the input for running the next module alone: a file that Load reads.
   void dump4Debug(std::string path) const override {
     Json::Value load;
     for (const int length : lengths) load["lengths"].append(length);
@@ -81,7 +81,7 @@ class Sort : public libvarrow::Module {
     std::vector<int>& lengths = jobsOf(data).lengths;
     const std::vector<int> before = lengths;
     {
-      // Of this run, in the statistics' tree. (Null when the host records nothing; this one does.)
+      // Of this run, in the tree of statistics. (Null when a host records no statistics.)
       const libvarrow::TimeRecoderHelper timer(
           data->statisticsContainer->getTimeStatistics("sort"));
       sort(lengths);
@@ -174,8 +174,8 @@ int main(int argc, char** argv) {
     pipeline->process(&jobs);
     std::cout << "flow " << jobs.flow() << std::endl;
   } catch (const std::exception& error) {
-    // Not restored after a failure: dumpPath is that of the step, and statisticsContainer points
-    // into its entry. The root is still good.
+    // Not restored after a failure: dumpPath is the path of the failed step, and
+    // statisticsContainer points to its entry. The root is still valid.
     std::cerr << jobs.dumpPath << ": " << error.what() << std::endl;
     status = 1;
   }

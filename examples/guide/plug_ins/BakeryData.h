@@ -1,4 +1,4 @@
-// What the host and its plug-ins work on.
+// The data that the host and its plug-ins work on.
 #pragma once
 
 #include <libvarrow/module/ModuleData.h>
@@ -10,7 +10,7 @@
 constexpr const char* kBakeryModules = "bakery modules";
 
 struct BakeryData : libvarrow::ModuleData {
-  ~BakeryData() override;  // not inline: its type is then this library's own, wherever it is used
+  ~BakeryData() override;  // not inline: only this library contains the type information
 
   std::vector<std::string> steps;
 };

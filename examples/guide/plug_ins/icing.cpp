@@ -27,5 +27,5 @@ void registerClasses() {
 
 }  // namespace
 
-// Called once, right after loading. The alias is what the host looks for.
+// The host looks up this alias and calls the function once, right after loading.
 BOOST_DLL_ALIAS(registerClasses, initModule)

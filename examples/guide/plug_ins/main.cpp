@@ -1,4 +1,4 @@
-// A host whose modules come from itself and from the plug-ins beside it.
+// A host with modules of its own and modules of plug-ins.
 #include <libvarrow/env/process_init.h>
 #include <libvarrow/log/log.h>
 #include <libvarrow/module/ChainedModule.h>
@@ -27,8 +27,8 @@ int main(int argc, char** argv) {
   InitRootLogger("log.conf");
   const char* folder = argc > 2 ? argv[2] : "plugins";
 
-  // Before the data and outside the try block: it has to outlive all that comes from plug-ins,
-  // which errors do, too.
+  // Before the data and outside the try block: it must outlive all objects that come from plug-ins,
+  // including exceptions.
   libvarrow::DllManager plugins;
   BakeryData bakery;
   bakery.dumpPath = "run/";
@@ -36,7 +36,7 @@ int main(int argc, char** argv) {
     const auto modules = libvarrow::RegistersManager::createRegister(kBakeryModules);
     modules->regClass<libvarrow::ChainedModule>("ChainedModule");
     modules->regClass<Bake>("Bake");
-    plugins.autoLoad(folder);  // in the current directory, else beside the program
+    plugins.autoLoad(folder);  // in the current directory, else next to the program
     libvarrow::ModuleExecutor(modules.get(), argv[1], false).process(&bakery);
   } catch (const std::exception& error) {
     std::cerr << argv[1] << ": " << error.what() << std::endl;

@@ -1,4 +1,4 @@
-// Holds a plan against the rules of a file, and reports which it breaks and why.
+// Checks a plan against the rules of a file, and reports the broken rules and the reasons.
 #include <cppbind/ClassRegister.h>
 #include <libvarrow/json/json.h>
 #include <libvarrow/xrule/Rule.h>
@@ -22,23 +22,23 @@ struct Plan {
 };
 
 // [base]
-// How this host runs rules: its own base class, with the data that they look at.
+// The base class of the rules of this host, with the data that they check.
 class PlanRule : public libvarrow::Rule {
  public:
-  // Whether `plan` is good; if not, `reason` says why.
+  // Returns true when `plan` is good; otherwise adds the reason to `reason`.
   bool validate(const Plan& plan, libvarrow::RuleValidatorReason& reason) {
-    if (!isEnabled()) return true;  // whether it is asked is the host's to respect
+    if (!isEnabled()) return true;  // the flag has no effect unless the host checks it
     Json::Value numbers;
     const std::string complaint = complaintOf(plan, numbers);
     if (count(complaint.empty())) return true;  // counts passes and failures
     auto detail = std::make_unique<Json::Value>(numbers);
-    (*detail)["reasonStr"] = complaint;  // what the simple report shows
+    (*detail)["reasonStr"] = complaint;  // the text in the simple report
     reason.appendReason(new libvarrow::RuleReason(this, detail));
     return false;
   }
 
  private:
-  // What is wrong with `plan`, in words and, in `numbers`, for programs; empty when nothing is.
+  // Returns the complaint about `plan` in words, or an empty text; sets `numbers` for programs.
   virtual std::string complaintOf(const Plan& plan, Json::Value& numbers) const = 0;
 };
 // [/base]
@@ -118,7 +118,7 @@ void print(const libvarrow::ValidatorReason& report, const std::string& form) {
   } else if (form == "flat") {
     std::cout << libvarrow::Json2Str(report.getJsonValueInfoV2());  // one list of complaints
   } else {
-    const auto simple = report.toSimple();  // keep it while you loop
+    const auto simple = report.toSimple();  // must exist during the loop
     for (const auto& broken : simple->breakRules()) {
       std::cout << broken.ruleName << ": " << broken.reason << '\n';
     }

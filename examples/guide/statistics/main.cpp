@@ -1,4 +1,4 @@
-// Records one statistic of each kind and shows the file that comes of it.
+// Records one statistic of each kind and prints the resulting JSON.
 #include <libvarrow/json/json.h>
 #include <libvarrow/statistics/CountStatistics.h>
 #include <libvarrow/statistics/DistributionStatistics.h>
@@ -31,7 +31,7 @@ void record(libvarrow::StatisticsContainer& run) {
   refusals->inc("no capacity", 3);
   refusals->inc("too late", 1);
 
-  // A histogram has no get...: the container takes what addStat gives it.
+  // A histogram has no get...: create it and pass it to addStat(), which takes ownership.
   auto* waits = new libvarrow::NumStatistics(/*interval=*/10);
   run.addStat("waits", waits);
   for (const double minutes : {4.0, 12.5, 25.0, 29.0}) waits->add(minutes);
@@ -62,7 +62,7 @@ void countInThreads(libvarrow::StatisticsContainer& run) {
 // [/threads]
 
 // [progress]
-// A part of the run that knows how many steps it has.
+// A part of the run with a known number of steps.
 struct Part : libvarrow::ProgressStatistics {
   explicit Part(std::uint64_t total) : steps(total) {}
   std::uint64_t getProcessPercent() const override { return steps.getProcessPercent(); }
@@ -75,7 +75,7 @@ void showProgress(libvarrow::StatisticsContainer& run) {
   const auto second = boost::make_shared<Part>(200);
   run.addStat("progress", new libvarrow::ComposedProgressStatistics({first, second}));
   first->steps.inc(10);    // done
-  second->steps.inc(150);  // 75 %, which counts for nothing in the whole
+  second->steps.inc(150);  // 75 %, which the whole does not count
 }
 // [/progress]
 

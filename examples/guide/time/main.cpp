@@ -1,4 +1,4 @@
-// A week of two shifts, and what a planner asks of it.
+// A week of two shifts, and the questions of a planner about it.
 #include <cppbind/imp/binder.h>
 #include <libvarrow/stream/StringIndent.h>
 #include <libvarrow/time/TimeBlock.h>
@@ -59,21 +59,21 @@ void showCalendar(const TimeBlock& week) {
 }
 
 // [search]
-// When work that may be interrupted is done; not-a-date-time when the calendar ends before it.
+// Returns when interruptible work ends; not-a-date-time when the calendar ends before.
 ptime endOfWork(TimeBlock week, const ptime& start, const time_duration& work) {
   if (week.empty()) return ptime();
-  // What ends in the last slot counts as not found: a slot behind the horizon takes that place.
+  // Work that ends in the last slot counts as not found, so add a slot after the horizon.
   const ptime horizon = week.endTime();
   week.addTimeBlock(horizon + hours(24), horizon + hours(25));
   const TimeBlock used = week.getBlockAtPos4Dur(start, work);
   return used.empty() || used.endTime() > horizon ? ptime() : used.endTime();
 }
 
-// When it has to begin to be done at `end`.
+// Returns when work must begin in order to end at `end`.
 ptime beginOfWork(const TimeBlock& week, const ptime& end, const time_duration& work) {
   if (week.empty() || end <= week.beginTime()) return ptime();
-  // A slot that holds `end`, or ends there, is not looked at: cut there and ask from a little
-  // later.
+  // The search ignores a slot that contains `end` or ends there: cut the calendar there and search
+  // from a little later.
   const TimeBlock before = week.intersection(week.beginTime(), end);
   const TimeBlock used = before.getBlockAtPos4DurByEnd(end + seconds(1), work);
   return used.empty() ? ptime() : used.beginTime();
@@ -107,7 +107,7 @@ void showCapacity() {
   const ::utility::TimeSlotWithEfficiency slot(at(1, 8), at(1, 10), /*blockCount=*/1, /*rest=*/true,
                                                /*efficiency=*/0.8, early, hours(2), nullptr);
   time_duration work = hours(2);
-  const ptime end = slot.getEndTimeWithEfficiency(at(1, 8), work);  // work: what does not fit
+  const ptime end = slot.getEndTimeWithEfficiency(at(1, 8), work);  // work: the remaining part
   std::cout << slot.dumpAsString() << '\n'
             << "until " << time2str(end) << ", left " << time2str(work) << '\n';
   // [/capacity]
@@ -134,10 +134,10 @@ struct Machine {
     if (!bindFields) return;
     TimeBlock read = calendar;
     binder->bind("calendar", read);
-    // Slots from a file are taken as they are. Added one by one they are merged, and a reversed one
-    // throws.
+    // Slots from a file are taken unchanged. Adding them one by one merges them, and throws for a
+    // reversed one.
     calendar = TimeBlock();
-    cppbind::withKey("calendar", [&] { calendar.addTimeBlocks(read); });  // says where, too
+    cppbind::withKey("calendar", [&] { calendar.addTimeBlocks(read); });  // adds the path
   }
 };
 // [/json]
