@@ -33,7 +33,7 @@ class Builder {
  private:
   struct JobState {
     const Operation* next = nullptr;
-    Span earliest;             // where `next` could run; kept, as a calendar is slow to ask
+    Span earliest;             // where `next` could run; cached, since calendars are slow
     std::size_t position = 0;  // of `next`
     Time ready = 0;
     Time time = 0;  // of `next`, working
@@ -59,8 +59,8 @@ class Builder {
         calendar_.run(machine, std::max(state.ready, machineFree_[machine]), state.time);
   }
 
-  // Of those that end together the one that starts first: an operation that takes no time must not
-  // push back one that could run before it.
+  // Returns the job that could end first; among equals, the one that starts first: an operation
+  // that takes no time must not delay one that could run before it.
   std::size_t firstToEnd() const {
     const auto endAndStart = [this](std::size_t job) {
       return std::make_pair(jobs_[job].earliest.end, jobs_[job].earliest.start);
@@ -70,8 +70,7 @@ class Builder {
         [&](std::size_t a, std::size_t b) { return endAndStart(a) < endAndStart(b); });
   }
 
-  // `first` itself is always in question, even when it takes no time and nothing starts before its
-  // end.
+  // `first` is always a candidate, even when it takes no time and nothing starts before its end.
   std::size_t mostUrgent(std::size_t first, const Urgency& urgency) const {
     const std::size_t machine = jobs_[first].next->machine;
     const Time end = jobs_[first].earliest.end;
@@ -119,7 +118,8 @@ class Builder {
   std::vector<JobState> jobs_;
   std::vector<Time> machineFree_;
   // Sorted, so that the lowest number wins among equals.
-  std::vector<std::vector<std::size_t>> waiting_;  // for each machine, the jobs that it is next for
+  std::vector<std::vector<std::size_t>>
+      waiting_;  // by machine: the jobs whose next operation needs it
   std::vector<std::size_t> unfinished_;
   std::vector<ScheduledOperation> done_;
 };

@@ -10,16 +10,17 @@
 
 namespace jobshop {
 
-/// The largest goes first; of equals, the job with the lowest number.
+/// Urgency of a candidate: the largest goes first; among equals, the job with the lowest number.
 using Urgency = std::function<double(const Candidate&)>;
 
-/// The algorithm of Giffler and Thompson: of all next operations, take the one that could end
-/// first; on its machine, only those that could start before that end may go next, and `urgency`
-/// picks among them.
+/// Returns a schedule by the algorithm of Giffler and Thompson: find the next operation that could
+/// end first; of all next operations on its machine that could start before that end, schedule the
+/// one with the largest `urgency`.
 ///
-/// With a calendar an operation starts in its machine's working time, and what interrupts that
-/// interrupts the operation, which keeps the machine. What `urgency` is told of durations and work
-/// are working times then. Throws as ShopCalendar::run when a calendar ends too early.
+/// With a calendar an operation starts in its machine's working time. An interruption of the
+/// working time also interrupts the operation, which keeps the machine. `urgency` then gets
+/// durations and work in working time. Throws like ShopCalendar::run when a calendar ends too
+/// early.
 std::vector<ScheduledOperation> buildActiveSchedule(const Instance& instance,
                                                     const Urgency& urgency,
                                                     const ShopCalendar& calendar = {});

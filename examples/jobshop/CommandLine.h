@@ -1,4 +1,4 @@
-// What the program is called with.
+// The command line of the program.
 #pragma once
 
 #include <stdexcept>
@@ -18,7 +18,8 @@ class UsageError : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
-/// `arguments` are those behind the program's name. Throws UsageError.
+/// Returns the parsed `arguments`, without the program's name. Throws UsageError when they are
+/// invalid.
 CommandLine parseCommandLine(const std::vector<std::string>& arguments);
 
 const char* usage();

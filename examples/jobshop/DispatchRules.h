@@ -1,4 +1,4 @@
-// The rules by which a machine picks the next of the operations that wait for it.
+// Dispatching rules: select the next of the operations that wait for a machine.
 #pragma once
 
 #include <cstddef>
@@ -12,7 +12,7 @@ namespace jobshop {
 /// The next operation of a job, as a rule sees it.
 struct Candidate {
   std::size_t job = 0;
-  Time ready = 0;     ///< when the job is there, the machine free or not
+  Time ready = 0;     ///< when the job is ready, even if the machine is busy
   Time duration = 0;  ///< of this operation
   Time workRemaining = 0;
   std::size_t operationsRemaining = 0;
@@ -26,7 +26,7 @@ struct DispatchRule {
 
 const std::vector<DispatchRule>& dispatchRules();
 
-/// Throws std::runtime_error, with all names there are, for a name that is none of them.
+/// Returns the rule of that name. Throws std::runtime_error, with all names, when it is unknown.
 const DispatchRule& findDispatchRule(const std::string& name);
 
 }  // namespace jobshop

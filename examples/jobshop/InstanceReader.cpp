@@ -16,7 +16,7 @@ namespace {
 constexpr std::string_view kBlanks = " \t\r";
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
-/// The lines that say something, one after the other.
+/// Reader of the lines that are neither blank nor comments.
 class LineReader {
  public:
   LineReader(std::string_view text, const std::string& fileName) : rest_(text), file_(fileName) {
@@ -25,7 +25,7 @@ class LineReader {
     }
   }
 
-  /// The tokens of the next line; none at the end of the file, where the line number stays.
+  /// Returns the tokens of the next line; none at the end of the file, where the line number stays.
   std::vector<std::string_view> next() {
     while (!atEnd_) {
       std::vector<std::string_view> tokens = tokensOf(takeLine());
@@ -66,7 +66,7 @@ class LineReader {
   bool atEnd_ = false;
 };
 
-// A hostile token may be long or hold anything; an error message shows a harmless part of it.
+// Returns a printable part of a token: a hostile one may be long or contain any bytes.
 std::string quoted(std::string_view token) {
   constexpr std::size_t kShown = 32;
   std::string shown(token.substr(0, kShown));
@@ -115,7 +115,7 @@ std::vector<Operation> parseJob(LineReader& lines, std::size_t job, std::size_t 
                    ", the first is job 0)",
                "the end of the file");
   }
-  // Read before they are counted: of a word in a line that is too long, the word is the news.
+  // Reads before counting: an invalid word is reported rather than a line that is too long.
   std::vector<Operation> operations;
   for (std::size_t i = 0; i < tokens.size(); ++i) {
     if (i % 2 == 0) {
@@ -132,7 +132,7 @@ std::vector<Operation> parseJob(LineReader& lines, std::size_t job, std::size_t 
   return operations;
 }
 
-// At most one byte more than is allowed: the file may be a device without an end.
+// Reads at most one block more than is allowed: the file may be an endless device.
 std::optional<std::string> readText(const std::string& fileName) {
   std::ifstream file(fileName, std::ios::binary);
   std::string text;
@@ -153,7 +153,7 @@ Instance parseInstance(std::string_view text, const std::string& fileName) {
   instance.name = libvarrow::utility::toUtf8(boost::filesystem::path(fileName).stem().string());
   const auto [jobCount, machineCount] = parseHeader(lines);
   instance.machineCount = machineCount;
-  // Grows with the lines that are there, not with the number that the first line claims.
+  // Grows with the lines that exist, not with the number in the first line.
   for (std::size_t job = 0; job < jobCount; ++job) {
     instance.jobs.push_back(parseJob(lines, job, jobCount, machineCount));
   }

@@ -1,4 +1,4 @@
-// What the modules of a job-shop pipeline work on in turn.
+// The data that the modules of a job-shop pipeline work on, one after the other.
 #pragma once
 
 #include <json/value.h>
@@ -17,14 +17,14 @@
 
 namespace jobshop {
 
-/// What the program was called with, as far as modules need it.
+/// Settings from the command line that modules need.
 struct RunSettings {
-  boost::filesystem::path inputFolder;  ///< what ReadInstance's relative paths start from
-  std::string instanceFile;             ///< unless empty, read instead of what the pipeline names
-  std::size_t progressColumns = 0;      ///< how wide progress bars may be; 0: there are none
+  boost::filesystem::path inputFolder;  ///< start of ReadInstance's relative paths
+  std::string instanceFile;             ///< unless empty, replaces the file that the pipeline names
+  std::size_t progressColumns = 0;      ///< largest width of progress bars; 0: no bars
 };
 
-/// The instance, the best schedule so far, and what was written of it.
+/// Data of a run: the instance, the best schedule so far, and the files written.
 class JobShopData : public libvarrow::ModuleData {
  public:
   struct WrittenFile {
@@ -34,44 +34,46 @@ class JobShopData : public libvarrow::ModuleData {
 
   explicit JobShopData(RunSettings settings = {}) : settings_(std::move(settings)) {}
 
-  /// The data that a module of this host is given: `data` has to be a JobShopData.
+  /// Returns `data` as a JobShopData. Aborts when it is not one.
   static JobShopData& of(libvarrow::ModuleData* data);
 
   const RunSettings& settings() const { return settings_; }
 
-  /// Forgets calendar and schedule, which were for another instance.
+  /// Sets the instance; discards calendar and schedule, which belong to another one.
   void setInstance(Instance instance);
   bool hasInstance() const { return instance_.has_value(); }
-  /// Throws std::runtime_error, which says what the pipeline lacks, when there is none.
+  /// Returns the instance. Throws std::runtime_error, which names the missing module, when none is
+  /// set.
   const Instance& instance() const;
 
-  /// Forgets the schedule, which was for other working time. Throws as lowerBound.
+  /// Sets the calendar; discards the schedule, which belongs to another one. Throws like
+  /// lowerBound.
   void setCalendar(ShopCalendar calendar);
   const ShopCalendar& calendar() const { return calendar_; }
 
-  /// That of the instance, with the calendar.
+  /// Returns the lower bound of the instance with the calendar.
   Time lowerBound() const { return lowerBound_; }
 
-  /// Forgets what was said of another schedule.
+  /// Sets the schedule; discards the rules' verdict on another one.
   void setSchedule(Schedule schedule);
   bool hasSchedule() const { return schedule_.has_value(); }
-  /// As instance().
+  /// Returns the schedule. Throws like instance() when none is set.
   const Schedule& schedule() const;
 
-  /// What the user's rules say of the schedule, in a few words; empty when none were asked.
+  /// Returns the verdict of the user's rules on the schedule, in a few words; empty before a check.
   const std::string& rulesVerdict() const { return rulesVerdict_; }
   void setRulesVerdict(std::string verdict) { rulesVerdict_ = std::move(verdict); }
 
   void noteWrittenFile(std::string kind, const boost::filesystem::path& path);
   const std::vector<WrittenFile>& writtenFiles() const { return writtenFiles_; }
 
-  /// Where the running module records. A host that runs modules gives its data a container.
+  /// Returns the container that the running module records in. Aborts when the host has set none.
   libvarrow::StatisticsContainer& statistics() const;
 
   Json::Value getBaiscInfoJson() override;
   void dumpDetailInfo(std::string path) const override;
-  /// "schedule.csv", "instance.txt" in the form that ReadInstance reads, and "calendar.json", the
-  /// keys of a SetCalendars.
+  /// Writes "schedule.csv", "instance.txt" in the form that ReadInstance reads, and
+  /// "calendar.json", the keys of a SetCalendars.
   void dump4Debug(std::string path) const override;
 
  private:

@@ -14,7 +14,7 @@ struct MachineLoad {
   Time shortestTail = std::numeric_limits<Time>::max();
 };
 
-// Heads and jobs are counted on the calendar. Tails are not: what stands in their way hangs on when
+// Heads and jobs are measured on the calendar. Tails are not: their interruptions depend on when
 // they start.
 class Bound {
  public:

@@ -1,4 +1,4 @@
-// How short a schedule can be at best.
+// A lower bound of the makespan.
 #pragma once
 
 #include "Instance.h"
@@ -6,8 +6,8 @@
 
 namespace jobshop {
 
-/// A makespan that no schedule can beat: the longest job, or a machine's work together with the
-/// shortest way to it and the shortest way from it; each in working time. Throws as
+/// Returns a makespan that no schedule can beat, in working time: the longest job, or a machine's
+/// work plus its shortest head and its shortest tail, if that is longer. Throws like
 /// ShopCalendar::run when a calendar ends before.
 Time lowerBound(const Instance& instance, const ShopCalendar& calendar = {});
 

@@ -4,8 +4,8 @@ namespace jobshop {
 
 namespace {
 
-// The length of the blank or control character at `i`; 0 when there is none. The controls from
-// U+0080 on have two bytes in UTF-8, and terminals obey them too.
+// Returns the length of the blank or control character at `i`, or 0. Control characters from U+0080
+// on have two bytes in UTF-8; terminals obey them, too.
 std::size_t foldedLength(const std::string& text, std::size_t i) {
   const auto byte = static_cast<unsigned char>(text[i]);
   if (byte <= ' ' || byte == 0x7F) return 1;

@@ -1,12 +1,12 @@
-// Text from anywhere as one line that is safe to print.
+// Any text as one line that is safe to print.
 #pragma once
 
 #include <string>
 
 namespace jobshop {
 
-/// `text` with every run of line breaks, blanks and control characters folded into one blank, and
-/// none at either end.
+/// Returns `text` with every run of line breaks, blanks and control characters replaced by one
+/// blank, and without blanks at either end.
 std::string oneLine(const std::string& text);
 
 }  // namespace jobshop

@@ -7,8 +7,8 @@
 
 namespace jobshop {
 
-/// Writes `text` to `path`, from the run's folder unless absolute, and notes the file in `shop`
-/// under `kind`. Throws std::runtime_error when it cannot be written.
+/// Writes `text` to `path`, which starts from the run's folder unless absolute, and records the
+/// file in `shop` under `kind`. Throws std::runtime_error when the file cannot be written.
 void writeOutput(JobShopData& shop, const char* kind, const std::string& path,
                  const std::string& text);
 

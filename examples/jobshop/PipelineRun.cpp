@@ -21,7 +21,7 @@ namespace {
 
 namespace fs = boost::filesystem;
 
-// Whole, so that a folder of that name where the program happens to run is not taken for it.
+// Returns an absolute path, so that a "plugins" in the current directory is not used instead.
 fs::path pluginFolder() {
   return boost::dll::program_location().parent_path() / "plugins";
 }
@@ -37,7 +37,7 @@ libvarrow::ModuleExecutor readPipeline(const fs::path& file, cppbind::ClassRegis
   }
 }
 
-// A step that fails leaves its dump path in the data, which tells which one it was.
+// Returns the name of the step that failed: it leaves its dump path in the data.
 std::string failedStep(const RunFolder& run, const JobShopData& data) {
   const fs::path step = fs::path(data.dumpPath).lexically_relative(run.dumps);
   const std::string name = step.parent_path().generic_string();
@@ -48,8 +48,7 @@ std::string failedStep(const RunFolder& run, const JobShopData& data) {
 
 std::optional<std::string> runPipeline(const RunFolder& run) {
   InitRootLogger((run.settings.inputFolder / "log.conf").string());
-  // The plug-ins' code has to be there for as long as anything of theirs is: statistics, modules,
-  // classes, and errors.
+  // The plug-ins' code must outlive all their objects: statistics, modules, classes and errors.
   libvarrow::DllManager plugins;
   libvarrow::StatisticsContainer statistics("jobshop");
   const libvarrow::TimedStatDumper dumper(&statistics, run.statistics.string());

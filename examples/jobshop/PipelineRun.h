@@ -1,4 +1,4 @@
-// One run of a pipeline, with all that belongs to it.
+// One run of a pipeline, from loading plug-ins to printing the summary.
 #pragma once
 
 #include <optional>
@@ -8,8 +8,8 @@
 
 namespace jobshop {
 
-/// Loads the plug-ins beside the program, runs the pipeline in its folder, which is the current
-/// directory, and prints the summary. Returns what went wrong, if anything did.
+/// Loads the plug-ins next to the program, runs the pipeline in its folder, which is the current
+/// directory, and prints the summary. Returns the error message when the run failed.
 std::optional<std::string> runPipeline(const RunFolder& run);
 
 }  // namespace jobshop

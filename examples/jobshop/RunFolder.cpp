@@ -26,9 +26,8 @@ RunFolder prepareFolder(const CommandLine& command) {
   return run;
 }
 
-// Logs, and whatever a module writes under a relative path, land in the run's folder. Dumps of an
-// earlier run there would mix with this one's; a folder that only happens to have that name is left
-// alone.
+// Logs, and files that modules write to relative paths, are in the run's folder. Dumps of an
+// earlier run would mix with those of this one; another folder of that name is kept.
 void enterFolder(const RunFolder& run) {
   fs::current_path(run.folder);
   if (!std::ofstream(run.statistics.string())) {

@@ -1,4 +1,4 @@
-// Where a run reads and writes.
+// The paths that a run reads from and writes to.
 #pragma once
 
 #include <boost/filesystem/path.hpp>
@@ -9,7 +9,7 @@
 
 namespace jobshop {
 
-/// All paths are absolute: a run changes the current directory.
+/// Paths of a run. All are absolute, since a run changes the current directory.
 struct RunFolder {
   std::string pipelineName;  ///< as the user wrote it
   boost::filesystem::path pipeline;
@@ -19,11 +19,11 @@ struct RunFolder {
   RunSettings settings;
 };
 
-/// Makes the run's folder.
+/// Creates the run's folder and returns its paths.
 RunFolder prepareFolder(const CommandLine& command);
 
-/// Makes the folder the current directory, and removes the dumps of an earlier run in it. Throws
-/// std::runtime_error when nothing can be written there.
+/// Changes the current directory to the folder, and removes dumps of an earlier run. Throws
+/// std::runtime_error when the folder is not writable.
 void enterFolder(const RunFolder& run);
 
 }  // namespace jobshop

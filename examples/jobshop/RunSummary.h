@@ -1,4 +1,4 @@
-// What the program tells the user in the end.
+// The summary that the program prints at the end.
 #pragma once
 
 #include "JobShopData.h"
@@ -6,7 +6,7 @@
 
 namespace jobshop {
 
-/// The result and where everything is, on standard output.
+/// Prints the result and the paths of all output to standard output.
 void printSummary(const RunFolder& run, const JobShopData& data);
 
 }  // namespace jobshop

@@ -1,4 +1,4 @@
-// When each operation runs.
+// A schedule: when each operation runs.
 #pragma once
 
 #include <cstddef>
@@ -15,7 +15,7 @@ struct ScheduledOperation {
   std::size_t position = 0;  ///< among the operations of the job, from 0
   std::size_t machine = 0;
   Time start = 0;
-  Time end = 0;  ///< with all that interrupts it
+  Time end = 0;  ///< includes interruptions
 };
 
 struct Schedule {
@@ -24,18 +24,18 @@ struct Schedule {
 
   Time makespan() const;
 
-  /// The operations of each machine, by start.
+  /// Returns the operations of each machine, sorted by start.
   std::vector<std::vector<ScheduledOperation>> byMachine(std::size_t machineCount) const;
 
-  /// How long each operation waits for its machine after its job is ready for it, by job; at work
-  /// or not, both may make it wait.
+  /// Returns how long each operation waits for its machine after its job is ready, sorted by job.
+  /// The machine may be busy or not working.
   std::vector<Time> waitingTimes() const;
 };
 
-/// The working time in `operations` of one machine.
+/// Returns the working time in `operations` of one machine.
 Time busyTime(const std::vector<ScheduledOperation>& operations, const MachineCalendar& calendar);
 
-/// Orders by job, then by position.
+/// Returns true when `a` is before `b` by job, then by position.
 bool earlierInJob(const ScheduledOperation& a, const ScheduledOperation& b);
 
 }  // namespace jobshop

@@ -105,8 +105,8 @@ class Checker {
     }
   }
 
-  // Each is compared with the one that holds the machine longest, not just with its neighbour: a
-  // long operation may cover several.
+  // Compares each operation with the one that holds the machine longest, not with its neighbour
+  // alone: a long operation may cover several.
   void checkMachine(std::vector<const ScheduledOperation*>& operations) {
     std::sort(operations.begin(), operations.end(),
               [](const ScheduledOperation* a, const ScheduledOperation* b) {

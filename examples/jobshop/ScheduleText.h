@@ -1,4 +1,4 @@
-// A schedule as JSON, as CSV, and as text for a person.
+// A schedule as JSON, as CSV, and as readable text.
 #pragma once
 
 #include <json/value.h>
@@ -12,21 +12,23 @@
 
 namespace jobshop {
 
-/// {"instance", "makespan", "lower_bound", "origin", "jobs": [[{"machine", "start", "end"}]]}; with
-/// a clock, operations have "start_clock" and "end_clock" too; with a calendar, "work", the working
-/// time between start and end, and those that it interrupts "interruptions": [{"start", "end"}].
+/// Returns {"instance", "makespan", "lower_bound", "origin", "jobs": [[{"machine", "start",
+/// "end"}]]}. With a clock, operations also have "start_clock" and "end_clock"; with a calendar,
+/// "work", the working time between start and end, and, if interrupted, "interruptions": [{"start",
+/// "end"}].
 Json::Value scheduleJson(const Instance& instance, const Schedule& schedule,
                          const ShopCalendar& calendar, const ShopClock& clock);
 
-/// A header, then a line for each operation, by start; with a calendar, "work" is the last column.
+/// Returns a header and a line for each operation, sorted by start; with a calendar, "work" is the
+/// last column.
 std::string scheduleCsv(const Schedule& schedule, const ShopCalendar& calendar,
                         const ShopClock& clock);
 
-/// What each machine does, in order, with the working time that it stands still.
+/// Returns the operations of each machine, in order, with its idle working time.
 std::string scheduleByMachine(const Instance& instance, const Schedule& schedule,
                               const ShopCalendar& calendar);
 
-/// The instance in the form that it is read in.
+/// Returns the instance in the form that parseInstance() reads.
 std::string instanceText(const Instance& instance);
 
 }  // namespace jobshop

@@ -10,7 +10,7 @@ using boost::posix_time::ptime;
 
 ptime ShopClock::pointAt(Time time) const {
   const ptime last(boost::posix_time::max_date_time);
-  // Divided rather than multiplied: the product might not fit.
+  // Divides instead of multiplying: the product may overflow.
   if (time > unitsUntil(last)) {
     throw std::runtime_error("the clock that starts at " + libvarrow::time2str(start_) +
                              " does not reach time " + std::to_string(time));

@@ -16,7 +16,7 @@ std::size_t terminalColumns() {
 #else
 
 std::size_t terminalColumns() {
-  constexpr std::size_t kUsual = 80;  // some terminals do not tell
+  constexpr std::size_t kUsual = 80;  // for terminals that do not report their width
   if (::isatty(STDERR_FILENO) == 0) return 0;
   winsize size{};
   const bool isKnown = ::ioctl(STDERR_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0;

@@ -1,11 +1,11 @@
-// What standard error is connected to.
+// The terminal that standard error is connected to.
 #pragma once
 
 #include <cstddef>
 
 namespace jobshop {
 
-/// How wide the terminal is that standard error goes to; 0 when that is no terminal.
+/// Returns the width of the terminal on standard error; 0 when it is not a terminal.
 std::size_t terminalColumns();
 
 }  // namespace jobshop

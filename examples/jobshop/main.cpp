@@ -1,4 +1,4 @@
-// Plans a job shop: runs the modules of a pipeline file in a folder of the run's own.
+// Plans a job shop: runs the modules of a pipeline file in the folder of the run.
 #include <libvarrow/env/process_init.h>
 
 #include <exception>

@@ -16,7 +16,7 @@ void require(bool valid, const char* key, const std::string& expected) {
   if (!valid) throw cppbind::ParseErrorException(key, expected);
 }
 
-// Calendars are made with some room behind their end.
+// Returns true when the calendars, with some room after their end, fit the range of time.
 bool isWithinTime(const CalendarSettings& settings) {
   const ptime last(boost::posix_time::max_date_time);
   return hours(24 * (settings.days + 2)) + settings.timeUnit * 2 < last - settings.start;

@@ -17,7 +17,7 @@ namespace {
 
 using CalendarUser = std::pair<const MachineCalendar*, std::string>;
 
-// Each calendar with the numbers of its machines.
+// Returns each calendar with the numbers of its machines.
 std::vector<CalendarUser> usersOf(const ShopCalendar& calendar, std::size_t machineCount) {
   std::vector<CalendarUser> users;
   for (std::size_t machine = 0; machine < machineCount; ++machine) {

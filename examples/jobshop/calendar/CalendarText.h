@@ -8,10 +8,11 @@
 
 namespace jobshop {
 
-/// The keys of a SetCalendars that makes this calendar, which is set, as JSON.
+/// Returns, as JSON, the keys of a SetCalendars that creates this calendar. Precondition: it is
+/// set.
 std::string calendarKeys(const ShopCalendar& calendar);
 
-/// When each machine works in the first week.
+/// Returns the working time of each machine in the first week.
 std::string calendarText(const ShopCalendar& calendar, std::size_t machineCount);
 
 }  // namespace jobshop

@@ -1,4 +1,4 @@
-// The keys by which a module that writes clock times takes another clock than the calendar's.
+// Keys of modules that write clock times; they replace the clock of the calendar.
 #pragma once
 
 #include <cppbind/imp/binder.h>
@@ -14,9 +14,11 @@ struct ClockKeys {
   boost::posix_time::ptime start;
   boost::posix_time::time_duration timeUnit;
 
-  /// - "start", that of the calendar if there is one: when the schedule starts, "2024-03-05
-  ///   06:00:00"; clock times then stand beside the time units;
-  /// - "time_unit", "00:01:00": how long a time unit is on a clock that starts at "start".
+  /// Binds:
+  /// - "start", by default that of the calendar, if set: when the schedule starts, "2024-03-05
+  ///   06:00:00"; clock times are then written beside the time units;
+  /// - "time_unit", by default "00:01:00": the length of a time unit on a clock that starts at
+  ///   "start".
   void setBind(cppbind::Binder* binder, bool bindFields);
 
   ShopClock clockFor(const ShopCalendar& calendar) const;

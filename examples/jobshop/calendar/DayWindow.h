@@ -1,4 +1,4 @@
-// A time of day that comes again, such as a shift or a break.
+// A repeated time of day, such as a shift or a break.
 #pragma once
 
 #include <boost/date_time/gregorian/gregorian_types.hpp>
@@ -12,20 +12,20 @@ class Binder;
 
 namespace jobshop {
 
-/// In JSON: {"from": "22:00:00", "to": "30:00:00", "days": ["mon", "tue"]}.
+/// Daily window, in JSON {"from": "22:00:00", "to": "30:00:00", "days": ["mon", "tue"]}.
 struct DayWindow {
   boost::posix_time::time_duration from;  ///< from midnight
-  /// From the same midnight: the window of a day may run into the next, at most 24 hours in all.
+  /// From the same midnight: a window may end on the next day and has at most 24 hours.
   boost::posix_time::time_duration to;
   std::vector<std::string> days = everyDay();  ///< on which it starts
 
-  /// "mon" to "sun".
+  /// Returns "mon" to "sun".
   static const std::vector<std::string>& everyDay();
 
   bool startsOn(const boost::gregorian::date& day) const;
 
-  /// Throws cppbind::ParseErrorException for anything else than the above. Key "days" may be
-  /// missing for every day.
+  /// Binds the keys above; without "days", the window is for every day. Throws
+  /// cppbind::ParseErrorException when a value is invalid.
   void setBind(cppbind::Binder* binder, bool bindFields);
 };
 

@@ -12,7 +12,7 @@ Efficiency::Efficiency(double workInTimeUnit) {
 }
 
 Time Efficiency::timeFor(Time work) const {
-  // Split, since the product with a million need not fit.
+  // Splits `work`, since its product with a million may overflow.
   const Time whole = work / millionths_;
   const Time rest = work % millionths_;
   return whole * kMillion + (rest * kMillion + millionths_ - 1) / millionths_;

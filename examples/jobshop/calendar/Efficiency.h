@@ -1,4 +1,4 @@
-// How much work a machine does in a unit of time.
+// The efficiency of a machine: the work it does in a time unit.
 #pragma once
 
 #include <string>
@@ -7,26 +7,26 @@
 
 namespace jobshop {
 
-/// Kept to six decimals, so that results do not hang on how a fraction looks in binary: at 0.57 a
-/// work of 57 takes 100, not 101.
+/// Efficiency, rounded to six decimals, so that results do not depend on binary fractions: at 0.57
+/// a work of 57 takes 100, not 101.
 class Efficiency {
  public:
   static constexpr double kLeast = 0.001;
   static constexpr double kMost = 1000;
 
   Efficiency() = default;
-  /// Asserts that `workInTimeUnit` is from kLeast to kMost.
+  /// Sets the efficiency. Aborts when `workInTimeUnit` is not from kLeast to kMost.
   explicit Efficiency(double workInTimeUnit);
 
   static bool isValid(double workInTimeUnit) {
     return workInTimeUnit >= kLeast && workInTimeUnit <= kMost;
   }
 
-  /// The working time that `work` takes, rounded up to whole units.
+  /// Returns the working time that `work` takes, rounded up to whole units.
   Time timeFor(Time work) const;
 
   bool isOne() const { return millionths_ == kMillion; }
-  /// "0.8"
+  /// Returns the efficiency as text, "0.8".
   std::string text() const;
 
  private:

@@ -15,7 +15,7 @@ MachineCalendar::MachineCalendar(const WorkingHours& hours, const ShopClock& clo
   end_ = clock.unitsUntil(end);
   const TimeBlock working = hours.workingTime(clock.pointAt(0), clock.pointAt(end_));
   for (const TimeSlot& slot : working.getBlocks()) addWhole(slot);
-  // A search does not take what ends in the last slot as found: this one is never needed.
+  // A search treats work that ends in the last slot as not found. This extra slot is never needed.
   working_.addTimeBlock(clock.pointAt(end_ + 1), clock.pointAt(end_ + 2));
 }
 

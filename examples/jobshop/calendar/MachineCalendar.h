@@ -15,38 +15,40 @@
 
 namespace jobshop {
 
-/// A time unit is working time when all of it is: what shifts and breaks cut a unit in two, is not
-/// worked.
+/// Calendar of one machine. A time unit is working time only when all of it is; a unit cut by a
+/// shift or a break is not.
 class MachineCalendar {
  public:
-  /// Always works, at efficiency 1.
+  /// Creates a calendar that always works, at efficiency 1.
   MachineCalendar() = default;
-  /// Works as `hours` say from the clock's start to `end`, which is not before it.
+  /// Creates a calendar with `hours` from the clock's start to `end`, which is not before it.
   MachineCalendar(const WorkingHours& hours, const ShopClock& clock,
                   const boost::posix_time::ptime& end);
 
   bool alwaysWorks() const { return alwaysWorks_; }
-  /// False when there is not a single unit of working time.
+  /// Returns true when at least one unit is working time.
   bool everWorks() const { return alwaysWorks_ || working_.getBlocks().size() > 1; }
-  /// Where the calendar ends; the largest time when it always works.
+  /// Returns the end of the calendar; the largest time when it always works.
   Time end() const { return end_; }
   const Efficiency& efficiency() const { return efficiency_; }
 
-  /// The working time that `work` takes here.
+  /// Returns the working time that `work` takes here.
   Time timeFor(Time work) const { return efficiency_.timeFor(work); }
 
-  /// From the first working time at `from` or later until `time` of it is over; nothing when the
-  /// calendar ends before. No time at all may also lie where working time ends.
+  /// Returns the span from the first working time at `from` or later until `time` of it is over;
+  /// nothing when the calendar ends before. A span of no time may also be at the end of working
+  /// time.
   std::optional<Span> run(Time from, Time time) const;
 
-  /// The stretches of working time in [begin, end], and how much that is. 0 <= begin <= end.
+  /// Returns the spans of working time in [begin, end], or their sum. Precondition: 0 <= begin <=
+  /// end.
   std::vector<Span> workingSpans(Time begin, Time end) const;
   Time workingTime(Time begin, Time end) const;
-  /// What [begin, end] has besides.
+  /// Returns the spans of [begin, end] that are not working time.
   std::vector<Span> gaps(Time begin, Time end) const;
 
-  /// The working time on the clock, unless the machine always works. The last slot lies beyond
-  /// the calendar's end and is no working time.
+  /// Returns the working time on the clock, except when the machine always works. The last slot is
+  /// after the calendar's end and not working time.
   const libvarrow::TimeBlock& working() const { return working_; }
 
  private:

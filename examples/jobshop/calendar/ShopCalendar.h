@@ -14,26 +14,28 @@ namespace jobshop {
 
 class ShopCalendar {
  public:
-  /// No calendar: every machine always works, at efficiency 1, and there is no clock.
+  /// Creates a calendar that is not set: every machine always works, at efficiency 1, without a
+  /// clock.
   ShopCalendar() = default;
-  /// Throws std::runtime_error for a machine that the shop does not have, and one that never works.
+  /// Creates a calendar for each machine. Throws std::runtime_error when `settings` name an unknown
+  /// machine or a machine never works.
   ShopCalendar(CalendarSettings settings, std::size_t machineCount);
 
   bool isSet() const { return settings_.has_value(); }
-  /// Not set when the calendar is not.
+  /// Returns the clock; not set when the calendar is not.
   const ShopClock& clock() const { return clock_; }
-  /// What a calendar that is set was made from.
+  /// Returns the settings. Precondition: the calendar is set.
   const CalendarSettings& settings() const { return *settings_; }
 
   const MachineCalendar& of(std::size_t machine) const {
     return isSet() ? calendars_[calendarOf_[machine]] : always_;
   }
 
-  /// of(machine).run, but what does not fit throws std::runtime_error with the machine and the end
-  /// of its calendar.
+  /// Returns of(machine).run(). Throws std::runtime_error, with the machine and the end of its
+  /// calendar, when the time does not fit.
   Span run(std::size_t machine, Time from, Time time) const {
     const MachineCalendar& calendar = of(machine);
-    // Asked for every operation of every schedule: what needs no search costs no call.
+    // Called for every operation of every schedule: inline when no search is needed.
     return calendar.alwaysWorks() ? Span{from, from + time} : search(machine, from, time);
   }
 

@@ -1,4 +1,4 @@
-// A stretch of a schedule's time.
+// A span of a schedule's time.
 #pragma once
 
 #include "Instance.h"

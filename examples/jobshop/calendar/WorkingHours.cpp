@@ -34,7 +34,8 @@ bool isEmpty(const std::optional<std::vector<DayWindow>>& windows) {
   return !windows || windows->empty();
 }
 
-// Every window that may reach into [from, to]: one of the day before may run past midnight.
+// Returns every window that may reach into [from, to], also of the day before, since windows may
+// pass midnight.
 TimeBlock repeated(const std::vector<DayWindow>& windows, const ptime& from, const ptime& to) {
   const boost::gregorian::days oneDay(1);
   TimeBlock block;
@@ -63,7 +64,7 @@ WorkingHours WorkingHours::within(const WorkingHours& shop) const {
   if (!hours.shifts) hours.shifts = shop.shifts;
   if (!hours.breaks) hours.breaks = shop.breaks;
   if (!hours.efficiency) hours.efficiency = shop.efficiency;
-  // One by one into a block of its own: as it stands in a file a block may overlap itself.
+  // Adds slots one by one to a new block, since a block from a file may overlap itself.
   hours.closed = TimeBlock();
   hours.closed.addTimeBlocks(closed);
   hours.closed.addTimeBlocks(shop.closed);

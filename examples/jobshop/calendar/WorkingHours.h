@@ -1,4 +1,4 @@
-// When a machine, or the shop, works, and how fast: as a planner writes it.
+// The working hours and the efficiency of a machine or the shop, as a planner writes them.
 #pragma once
 
 #include <libvarrow/time/TimeBlock.h>
@@ -14,21 +14,21 @@ namespace jobshop {
 struct WorkingHours {
   std::optional<std::vector<DayWindow>> shifts;  ///< none: around the clock
   std::optional<std::vector<DayWindow>> breaks;  ///< taken from the shifts
-  libvarrow::TimeBlock closed;                   ///< taken from them too, such as for maintenance
+  libvarrow::TimeBlock closed;                   ///< also taken from them, such as maintenance
   std::optional<double> efficiency;              ///< none: 1
 
-  /// Keys "shifts", "breaks", "closed" and "efficiency", none of them required. Throws
-  /// cppbind::ParseErrorException for an efficiency out of range, and for a closed window that is
-  /// not one.
+  /// Binds the optional keys "shifts", "breaks", "closed" and "efficiency". Throws
+  /// cppbind::ParseErrorException when the efficiency is out of range or a closed window is
+  /// invalid.
   void setBind(cppbind::Binder* binder, bool bindFields);
 
-  /// These hours with those of `shop` where they say nothing. What the shop has closed is closed
-  /// here too.
+  /// Returns these hours, with those of `shop` where these are not set. The closed windows of both
+  /// apply.
   WorkingHours within(const WorkingHours& shop) const;
 
   bool isAlways() const;
 
-  /// The working time in [from, to].
+  /// Returns the working time in [from, to].
   libvarrow::TimeBlock workingTime(const boost::posix_time::ptime& from,
                                    const boost::posix_time::ptime& to) const;
 };

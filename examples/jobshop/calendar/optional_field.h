@@ -1,4 +1,4 @@
-// Keys that may be missing, where missing differs from every value.
+// Optional keys, for fields in which a missing key differs from every value.
 #pragma once
 
 #include <cppbind/imp/binder.h>
@@ -25,7 +25,7 @@ struct FieldCodec<std::optional<T>> {
 
 namespace jobshop {
 
-/// Reads nothing from a missing key and writes no key for nothing.
+/// Binds an optional field: a missing key reads as nothing, and nothing is written as no key.
 template <class T>
 void bindOptional(cppbind::Binder* binder, std::string_view key, std::optional<T>& field) {
   if (binder->isReading() || field) binder->bind(key, field, std::nullopt);

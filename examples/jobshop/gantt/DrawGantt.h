@@ -10,14 +10,15 @@
 
 namespace jobshop {
 
-/// In JSON: {"DrawGantt": {"file": "gantt.svg", "start": "2024-03-05 06:00:00"}}.
+/// Module, in JSON {"DrawGantt": {"file": "gantt.svg", "start": "2024-03-05 06:00:00"}}.
 class DrawGantt : public libvarrow::Module {
  public:
-  /// - "file", "gantt.svg": where to, from the run's folder unless absolute;
+  /// Binds:
+  /// - "file", by default "gantt.svg": the file to write, from the run's folder unless absolute;
   /// - the keys of ClockKeys.
   void setBind(cppbind::Binder* binder, bool bindFields);
 
-  /// Throws std::runtime_error for a file that cannot be written.
+  /// Draws the schedule. Throws std::runtime_error when the file cannot be written.
   void processImp(libvarrow::ModuleData* data) override;
 
  private:

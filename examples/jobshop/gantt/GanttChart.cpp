@@ -13,9 +13,9 @@ namespace jobshop {
 
 namespace {
 
-constexpr double kThinnest = 0.4;  // what is thinner in pixels is not drawn
+constexpr double kThinnest = 0.4;  // in pixels; thinner time off is not drawn
 
-// Control characters have no place in XML, not even escaped.
+// Returns `text` escaped for XML. Control characters, not even valid when escaped, become blanks.
 std::string escaped(const std::string& text) {
   std::string result;
   for (const char c : text) {
@@ -179,11 +179,11 @@ class Drawing {
          << "\" y2=\"" << px(bottom) << "\" stroke=\"" << color << "\"/>\n";
   }
 
-  // What interrupts an operation leaves a thread between its bars.
+  // Draws the bars of an operation, with a thin line between them across interruptions.
   void drawOperation(const ScheduledOperation& operation) {
     std::vector<Span> bars =
         calendar_.of(operation.machine).workingSpans(operation.start, operation.end);
-    // Where bars have no room side by side, one stands for all.
+    // Draws one bar for all when they do not fit side by side.
     const double room = (layout_.x(operation.end) - layout_.x(operation.start)) / 2;
     if (bars.empty() || static_cast<double>(bars.size()) > std::max(room, 1.0)) {
       bars = {{operation.start, operation.end}};

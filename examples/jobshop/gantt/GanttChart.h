@@ -1,4 +1,4 @@
-// A schedule as a picture: a row for each machine, a colour for each job.
+// A Gantt chart: a row for each machine, a colour for each job.
 #pragma once
 
 #include <string>
@@ -10,9 +10,10 @@
 
 namespace jobshop {
 
-/// The chart as an SVG document. Hovering an operation in a browser tells what it is, with its
-/// clock times when there is a clock. With a calendar, time off is hatched, and an operation that
-/// it interrupts has a bar for each stretch of its work; the percentages are of working time.
+/// Returns the chart as an SVG document. In a browser, hovering over an operation shows its
+/// description, with clock times if there is a clock. With a calendar, time off is hatched, an
+/// interrupted operation has a bar for each span of its work, and percentages refer to working
+/// time.
 std::string ganttChart(const Instance& instance, const Schedule& schedule,
                        const ShopCalendar& calendar, const ShopClock& clock);
 

@@ -19,7 +19,7 @@ constexpr double kMaxPlotWidth = 2600;
 constexpr double kWidthPerOperation = 26;
 constexpr double kMostStretch = 1.4;
 
-// Time off takes room from the bars: give some of it back.
+// Returns the factor by which the plot is wider, since time off leaves less room for bars.
 double stretchOf(const GanttContent& content) {
   if (content.mostWorkingTime == 0) return 1;
   const double share =

@@ -1,4 +1,4 @@
-// Where things stand in a Gantt chart, in pixels.
+// The layout of a Gantt chart, in pixels.
 #pragma once
 
 #include <cstddef>
@@ -12,7 +12,7 @@ namespace jobshop {
 constexpr double kMargin = 32;
 constexpr double kLegendLine = 26;
 constexpr double kLegendItem = 64;
-constexpr double kDigit = 7;  // of a label, about
+constexpr double kDigit = 7;  // approximate width in a label
 
 /// The operations of each machine.
 using Rows = std::vector<std::vector<ScheduledOperation>>;
@@ -21,11 +21,11 @@ struct GanttLayout {
   double plotWidth = 0;
   double rowHeight = 0;
   double barHeight = 0;
-  double scale = 0;       ///< pixels for a time unit
+  double scale = 0;       ///< pixels per time unit
   double axisHeight = 0;  ///< between the rows and the legend
   std::size_t legendColumns = 0;
   std::size_t legendLines = 0;
-  double rows = 0;  ///< height of all of them
+  double rows = 0;  ///< total height
 
   double plotLeft() const;
   double plotRight() const { return plotLeft() + plotWidth; }
@@ -52,7 +52,7 @@ struct GanttContent {
 
 GanttLayout layOut(const Rows& rows, const GanttContent& content);
 
-/// A coordinate with at most two decimals: more would only make the file larger.
+/// Returns a coordinate as text with at most two decimals, which keeps the file small.
 std::string px(double value);
 
 }  // namespace jobshop

@@ -9,8 +9,8 @@ namespace jobshop {
 
 namespace {
 
-// Steps by the golden angle never come back to a hue and leave no large gap, however many there
-// are; neighbours in hue are many jobs apart and differ in lightness.
+// Steps by the golden angle never repeat a hue and leave no large gap, for any number of jobs. Jobs
+// with similar hues have distant numbers and differ in lightness.
 constexpr double kGoldenAngle = 137.50776405;
 constexpr double kFirstHue = 210;
 constexpr std::array<double, 3> kLightness = {0.60, 0.74, 0.46};

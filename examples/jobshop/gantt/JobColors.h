@@ -1,4 +1,4 @@
-// A colour for each job that stays apart from those of the others.
+// Colours of jobs that are easy to tell apart.
 #pragma once
 
 #include <cstddef>
@@ -8,7 +8,7 @@ namespace jobshop {
 
 struct JobColor {
   std::string fill;  ///< "#rrggbb"
-  std::string text;  ///< black or white, whichever is read more easily on `fill`
+  std::string text;  ///< dark or white, the more readable one on `fill`
 };
 
 JobColor colorOfJob(std::size_t job);

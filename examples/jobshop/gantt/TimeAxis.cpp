@@ -17,7 +17,7 @@ using boost::posix_time::minutes;
 using boost::posix_time::ptime;
 using boost::posix_time::time_duration;
 
-// For a label.
+// Room for a label, in pixels.
 constexpr double kTimeRoom = 56;
 constexpr double kDayRoom = 84;
 
@@ -57,7 +57,7 @@ class ClockAxis {
   }
   double width(const time_duration& duration) const { return units(duration) * scale_; }
 
-  // Midnights have their days' names.
+  // Skips midnights, which the names of days label.
   void addTimes(TimeAxis& axis, const time_duration& step) const {
     for (ptime time(start_.date()); time <= end_; time += step) {
       if (time < start_ || time.time_of_day().ticks() == 0) continue;
@@ -66,8 +66,8 @@ class ClockAxis {
     }
   }
 
-  // From midnight to midnight, or over as many days as a label needs. The first day is named too
-  // where it has the room.
+  // Adds midnights, one for as many days as a label needs. Also labels the first day where it has
+  // the room.
   void addDays(TimeAxis& axis) const {
     int step = 1;
     while (width(hours(24)) * step < kDayRoom) step *= step == 1 ? 7 : 2;

@@ -1,4 +1,4 @@
-// What the program calls when it loads this library.
+// The function that the program calls when it loads this plug-in.
 #include <libvarrow/utility/RegistersManager.h>
 
 #include <boost/dll/alias.hpp>

@@ -61,7 +61,7 @@ void CheckRules::processImp(libvarrow::ModuleData* data) {
   JobShopData& shop = JobShopData::of(data);
   const libvarrow::TimeRecoderHelper timer(shop.statistics().getTimeStatistics("checking"));
   const auto path = boost::filesystem::absolute(file_, shop.settings().inputFolder);
-  // Said before: what is no rule file ends the process, and only the log tells then which it was.
+  // Logged first: an invalid rule file ends the process, and then only the log names the file.
   LIBVARROW_LOG_INFO("reading the rules of %s", path.string().c_str());
   RuleFile rules(path);
   const ValidatorReason report = rules.check(shop);

@@ -1,4 +1,4 @@
-// The module that holds the schedule against the user's rules.
+// The module that checks the schedule against the user's rules.
 #pragma once
 
 #include <cppbind/imp/binder.h>
@@ -12,21 +12,21 @@ namespace jobshop {
 class JobShopData;
 class RuleFile;
 
-/// Reports which rules the schedule breaks, and why.
+/// Module that reports which rules the schedule breaks, and why.
 ///
 /// In JSON: {"CheckRules": {"file": "rules.json"}}.
 class CheckRules : public libvarrow::Module {
  public:
+  /// Binds:
   /// - "file", required: the rule file, from the pipeline file's folder unless absolute;
-  /// - "stop", true: whether a broken rule ends the run;
-  /// - "json", "rule_report.json"; "json_v2", "rule_report_v2.json"; "text", "rule_report.txt":
-  /// where
-  ///   to write the report in its full, its flat and its readable form, from the run's folder
-  ///   unless absolute; "" leaves it out.
+  /// - "stop", by default true: whether a broken rule ends the run;
+  /// - "json", "json_v2" and "text", by default "rule_report.json", "rule_report_v2.json" and
+  ///   "rule_report.txt": the files of the full, the flat and the readable report, from the run's
+  ///   folder unless absolute; "" omits one.
   void setBind(cppbind::Binder* binder, bool bindFields);
 
-  /// Throws std::runtime_error as RuleFile, for a file that cannot be written, and when a rule that
-  /// is to stop the run is broken; the reports are there then.
+  /// Checks the rules and writes the reports. Throws std::runtime_error like RuleFile, when a file
+  /// cannot be written, and, after writing the reports, when a rule that ends the run is broken.
   void processImp(libvarrow::ModuleData* data) override;
 
  private:

@@ -5,7 +5,7 @@
 
 namespace jobshop {
 
-/// Logs every violation and throws std::runtime_error with the first. Has no keys.
+/// Module that logs every violation and throws std::runtime_error with the first. Has no keys.
 ///
 /// In JSON: {"CheckSchedule": {}}.
 class CheckSchedule : public libvarrow::Module {

@@ -32,14 +32,16 @@ namespace jobshop {
 namespace {
 
 constexpr int kMaxTries = 1'000'000;
-// Of the histograms, in time units. A bucket is printed by its lower bound times this width.
+// Width of the histograms' buckets, in time units. A bucket is printed by its lower bound times
+// this width.
 constexpr std::uint64_t kBucket = 10;
 
 void require(bool valid, const char* key, const char* expected) {
   if (!valid) throw cppbind::ParseErrorException(key, expected);
 }
 
-// From 0 to 1. The standard library's distributions differ between its implementations.
+// Returns a number from 0 to 1. The distributions of the standard library differ between its
+// implementations.
 double nextFraction(std::mt19937_64& random) {
   return static_cast<double>(random() >> 11) * 0x1p-53;
 }
@@ -64,7 +66,7 @@ void Dispatch::setBind(cppbind::Binder* binder, bool bindFields) {
 void Dispatch::processImp(libvarrow::ModuleData* data) {
   JobShopData& shop = JobShopData::of(data);
   libvarrow::StatisticsContainer& statistics = shop.statistics();
-  // The container owns what addStat is given.
+  // addStat() takes ownership.
   auto* const makespans = new libvarrow::NumStatistics(kBucket);
   statistics.addStat("makespans", makespans);
   Schedule found;
@@ -83,7 +85,7 @@ void Dispatch::processImp(libvarrow::ModuleData* data) {
 
 Schedule Dispatch::search(const JobShopData& shop, libvarrow::NumStatistics& makespans) const {
   const auto tries = static_cast<std::uint64_t>(tries_);
-  // The container owns what addStat is given.
+  // addStat() takes ownership.
   auto* const triesDone = new libvarrow::SimpleProgressStatistics(tries);
   shop.statistics().addStat("tries", triesDone);
   ProgressBar bar(rule_.name, tries, shop.settings().progressColumns);

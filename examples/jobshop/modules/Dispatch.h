@@ -16,21 +16,22 @@ namespace jobshop {
 
 class JobShopData;
 
-/// Builds active schedules by a rule: one strictly, and if wanted further ones in which chance
-/// bends the rule. The same numbers give the same schedules, on every machine.
+/// Module that builds active schedules: one strictly by a rule, and further ones with random
+/// changes of urgency. The same keys give the same schedules on every machine.
 ///
 /// In JSON: {"Dispatch": {"rule": "MWKR", "tries": 100}}.
 class Dispatch : public LongModule {
  public:
   Dispatch();
 
+  /// Binds:
   /// - "rule", required: the name of one of dispatchRules();
-  /// - "tries", 1: how many schedules to build, the first strictly by the rule;
-  /// - "noise", 0.3: how far chance bends the urgency of an operation in the others, as a part of
-  ///   it, from 0 to 1;
-  /// - "seed", 1: where chance starts;
-  /// - "keep_best", true: a schedule of an earlier module stays unless this one's is shorter; when
-  ///   false, this one's takes its place whatever it is.
+  /// - "tries", by default 1: the number of schedules to build, the first strictly by the rule;
+  /// - "noise", by default 0.3: the largest random change of an operation's urgency in the others,
+  ///   as a part of it, from 0 to 1;
+  /// - "seed", by default 1: the seed of the random numbers;
+  /// - "keep_best", by default true: keeps the schedule of an earlier module unless this one's is
+  ///   shorter; false: always replaces it.
   void setBind(cppbind::Binder* binder, bool bindFields);
 
   void processImp(libvarrow::ModuleData* data) override;
@@ -47,15 +48,15 @@ class Dispatch : public LongModule {
   double noise_ = 0;
   std::uint64_t seed_ = 1;
   bool keepBest_ = true;
-  boost::shared_ptr<SearchProgress> progress_;        // made with the keys
-  libvarrow::CountStatistics* const schedulesBuilt_;  // over all runs; the module's own owns it
+  boost::shared_ptr<SearchProgress> progress_;        // created with the keys
+  libvarrow::CountStatistics* const schedulesBuilt_;  // of all runs; owned by moduleStatistics
 };
 
 }  // namespace jobshop
 
 namespace cppbind {
 
-/// A rule stands in JSON by its name.
+/// Codec of rules: JSON has the name.
 template <>
 struct FieldCodec<jobshop::DispatchRule> {
   static void read(JsonDecodeBinder& decoder, const Json::Value& json,

@@ -1,4 +1,4 @@
-// The module that says when machines work.
+// The module that sets when machines work.
 #pragma once
 
 #include <cppbind/imp/binder.h>
@@ -8,16 +8,17 @@
 
 namespace jobshop {
 
-/// Gives the instance a clock and its machines working time, for all modules after it.
+/// Module that sets a clock and the working time of machines for all modules after it.
 ///
 /// In JSON: {"SetCalendars": {"start": "2024-03-01 06:00:00",
 ///                            "shifts": [{"from": "06:00:00", "to": "14:00:00"}]}}.
 class SetCalendars : public libvarrow::Module {
  public:
-  /// The keys of CalendarSettings.
+  /// Binds the keys of CalendarSettings.
   void setBind(cppbind::Binder* binder, bool bindFields);
 
-  /// Throws std::runtime_error as ShopCalendar, and when a calendar is too short for any schedule.
+  /// Sets the calendar. Throws std::runtime_error like ShopCalendar, and when a calendar is too
+  /// short for any schedule.
   void processImp(libvarrow::ModuleData* data) override;
 
  private:

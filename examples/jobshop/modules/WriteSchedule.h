@@ -1,4 +1,4 @@
-// The module that writes the schedule for those who use it.
+// The module that writes the schedule to files.
 #pragma once
 
 #include <cppbind/imp/binder.h>
@@ -10,15 +10,16 @@
 
 namespace jobshop {
 
-/// In JSON: {"WriteSchedule": {"csv": "plan.csv", "start": "2024-03-05 06:00:00"}}.
+/// Module, in JSON {"WriteSchedule": {"csv": "plan.csv", "start": "2024-03-05 06:00:00"}}.
 class WriteSchedule : public libvarrow::Module {
  public:
-  /// - "json", "schedule.json"; "csv", "schedule.csv": where to write each, from the run's folder
-  ///   unless absolute; "" leaves it out;
+  /// Binds:
+  /// - "json" and "csv", by default "schedule.json" and "schedule.csv": the files to write, from
+  ///   the run's folder unless absolute; "" omits one;
   /// - the keys of ClockKeys.
   void setBind(cppbind::Binder* binder, bool bindFields);
 
-  /// Throws std::runtime_error for a file that cannot be written.
+  /// Writes the schedule. Throws std::runtime_error when a file cannot be written.
   void processImp(libvarrow::ModuleData* data) override;
 
  private:

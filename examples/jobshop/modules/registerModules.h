@@ -7,10 +7,10 @@
 
 namespace jobshop {
 
-/// The named registry of the modules, to which plug-ins add theirs.
+/// Name of the registry of modules, to which plug-ins add theirs.
 inline constexpr const char* kModuleRegister = "jobshop";
 
-/// Registers the host's own modules there; once in a process. Returns the registry.
+/// Registers the host's modules there and returns the registry. Call it once in a process.
 boost::shared_ptr<cppbind::ClassRegister> registerModules();
 
 }  // namespace jobshop

@@ -16,7 +16,7 @@ constexpr std::chrono::milliseconds kRedraw(100);
 ProgressBar::ProgressBar(std::string label, std::uint64_t total, std::size_t columns)
     : label_(std::move(label)), total_(total), columns_(columns) {}
 
-// With blanks: terminals that know no escape sequences can do that too.
+// Erases with blanks, which also works on terminals without escape sequences.
 ProgressBar::~ProgressBar() {
   if (drawn_ > 0) std::cerr << '\r' << std::string(drawn_, ' ') << '\r' << std::flush;
 }
@@ -39,7 +39,7 @@ std::string ProgressBar::lineFor(std::uint64_t done, Time bestMakespan) const {
                      std::string(kBarLength - filled, '.') + "] " +
                      std::to_string(100 * done / total_) + " %, try " + std::to_string(done) +
                      " of " + std::to_string(total_) + ", best " + std::to_string(bestMakespan);
-  // A line that reaches the last column would wrap, and could not be drawn over.
+  // A line that reaches the last column would wrap and could not be overwritten.
   line.resize(std::min(line.size(), columns_ - 1));
   return line;
 }

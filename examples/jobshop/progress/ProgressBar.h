@@ -1,4 +1,4 @@
-// A bar that grows on the terminal while a search lasts.
+// A progress bar on the terminal.
 #pragma once
 
 #include <chrono>
@@ -10,17 +10,17 @@
 
 namespace jobshop {
 
-/// Draws on standard error, over itself, at most ten times a second and not at all in the first
-/// tenth. Nothing of it is left when it is destroyed.
+/// Progress bar on standard error. Redraws itself at most ten times a second, first after a tenth
+/// of a second. The destructor erases it.
 class ProgressBar {
  public:
-  /// `columns`: of the terminal; 0 when there is none, which draws nothing.
+  /// `columns` is the width of the terminal; 0, for no terminal, draws nothing.
   ProgressBar(std::string label, std::uint64_t total, std::size_t columns);
   ~ProgressBar();
   ProgressBar(const ProgressBar&) = delete;
   ProgressBar& operator=(const ProgressBar&) = delete;
 
-  /// Costs a look at the clock when it is too soon to draw.
+  /// Redraws the bar; only reads the clock when that is too early.
   void update(std::uint64_t done, Time bestMakespan);
 
  private:
@@ -32,7 +32,7 @@ class ProgressBar {
   const std::uint64_t total_;
   const std::size_t columns_;
   Clock::time_point last_ = Clock::now();
-  std::size_t drawn_ = 0;  // length of what stands on the terminal
+  std::size_t drawn_ = 0;  // length of the line on the terminal
 };
 
 }  // namespace jobshop

@@ -1,4 +1,4 @@
-// How far one search of a run has come.
+// The progress of one search of a run.
 #pragma once
 
 #include <libvarrow/statistics/ProgressStatistics.h>
@@ -8,11 +8,11 @@
 
 namespace jobshop {
 
-/// The tries of one search, as a part of the run's progress. Rendered as {"progressPercent": 66,
-/// "search": the name}. Thread safe.
+/// Progress of the tries of one search, as a part of the run's progress. Rendered as
+/// {"progressPercent": 66, "search": the name}. Thread-safe.
 class SearchProgress : public libvarrow::ProgressStatistics {
  public:
-  /// `tries` is at least 1.
+  /// Creates the progress of `tries` tries, at least 1.
   SearchProgress(std::string name, std::uint64_t tries);
 
   void countTry() { tries_.inc(); }

@@ -24,7 +24,7 @@ void addRunProgress(const libvarrow::Module& chain, libvarrow::StatisticsContain
   Parts parts;
   collect(chain, parts);
   if (parts.empty()) return;
-  // The container owns what addStat is given.
+  // addStat() takes ownership.
   statistics.addStat("progress", new libvarrow::ComposedProgressStatistics(parts));
 }
 

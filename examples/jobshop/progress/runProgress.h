@@ -1,4 +1,4 @@
-// How far a whole run has come.
+// The progress of a whole run.
 #pragma once
 
 #include <libvarrow/module/Module.h>
@@ -8,15 +8,15 @@
 
 namespace jobshop {
 
-/// A base for modules that take long.
+/// Base of modules that take long.
 class LongModule : public libvarrow::Module {
  public:
-  /// The progress of this module alone, there before it runs.
+  /// Returns the progress of this module alone; available before it runs.
   virtual boost::shared_ptr<libvarrow::ProgressStatistics> progress() const = 0;
 };
 
-/// Adds "progress" to `statistics`: the share of the long modules in `chain`, and in the chains in
-/// it, that are done. Nothing when there is no long module.
+/// Adds "progress" to `statistics`: the share of long modules that are done, in `chain` and its
+/// nested chains. Adds nothing without a long module.
 void addRunProgress(const libvarrow::Module& chain, libvarrow::StatisticsContainer& statistics);
 
 }  // namespace jobshop

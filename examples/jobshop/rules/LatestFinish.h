@@ -1,15 +1,15 @@
-// The rule by which jobs are to be done in time.
+// The rule that limits the end of jobs.
 #pragma once
 
 #include "rules/RuleAbout.h"
 
 namespace jobshop {
 
-/// In JSON: {"LatestFinish": {"limit": 60, "job": 3}}.
+/// Rule, in JSON {"LatestFinish": {"limit": 60, "job": 3}}.
 class LatestFinish : public JobRule {
  public:
-  /// "limit", required: the latest end of the last operation, in time units from 0; and the keys of
-  /// JobRule.
+  /// Binds "limit", required: the latest end of the last operation, in time units from 0; and the
+  /// keys of JobRule.
   void setBind(cppbind::Binder* binder, bool bindFields);
 
  private:

@@ -7,7 +7,7 @@ namespace jobshop {
 
 namespace {
 
-// With one decimal.
+// Returns `part` as a percentage with one decimal.
 std::string percent(double part) {
   const std::string tenths = std::to_string(std::lround(part * 1000));
   const std::string padded = tenths.size() > 1 ? tenths : "0" + tenths;
@@ -28,7 +28,7 @@ ScheduleRule::Complaint MachineLoad::complaintOf(const MachineParameter& paramet
   const Time working = parameter.calendar->workingTime(0, parameter.makespan);
   const Time busy = busyTime(parameter.operations, *parameter.calendar);
   if (busy == 0) return std::nullopt;
-  // Divided, as the limit is the nearest number to its decimals: 29 of 100 are 0.29 then.
+  // Divides, since the limit is the number nearest to its decimals: 29 of 100 then equals 0.29.
   const double load = static_cast<double>(busy) / static_cast<double>(working);
   if (load <= atMost_) return std::nullopt;
   Json::Value complaint;

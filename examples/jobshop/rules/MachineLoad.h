@@ -1,15 +1,15 @@
-// The rule by which machines keep some time to spare.
+// The rule that limits the load of machines.
 #pragma once
 
 #include "rules/RuleAbout.h"
 
 namespace jobshop {
 
-/// In JSON: {"MachineLoad": {"at_most": 0.8, "machine": 3}}.
+/// Rule, in JSON {"MachineLoad": {"at_most": 0.8, "machine": 3}}.
 class MachineLoad : public MachineRule {
  public:
-  /// "at_most", required: the part of its working time, until the whole schedule ends, that a
-  /// machine may be busy, from 0 to 1; and the keys of MachineRule.
+  /// Binds "at_most", required: the largest part, from 0 to 1, of its working time until the end of
+  /// the whole schedule that a machine may be busy; and the keys of MachineRule.
   void setBind(cppbind::Binder* binder, bool bindFields);
 
  private:

@@ -1,15 +1,15 @@
-// The rule by which work is not to stand still for long.
+// The rule that limits interruptions of operations.
 #pragma once
 
 #include "rules/RuleAbout.h"
 
 namespace jobshop {
 
-/// In JSON: {"MaxInterruption": {"limit": 16, "machine": 3}}.
+/// Rule, in JSON {"MaxInterruption": {"limit": 16, "machine": 3}}.
 class MaxInterruption : public MachineRule {
  public:
-  /// "limit", required: the longest stretch without working time inside an operation; 0 allows
-  /// none. And the keys of MachineRule.
+  /// Binds "limit", required: the longest span without working time inside an operation (0 allows
+  /// none); and the keys of MachineRule.
   void setBind(cppbind::Binder* binder, bool bindFields);
 
  private:

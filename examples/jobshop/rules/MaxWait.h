@@ -1,15 +1,15 @@
-// The rule by which jobs are not to lie about.
+// The rule that limits the waiting times of jobs.
 #pragma once
 
 #include "rules/RuleAbout.h"
 
 namespace jobshop {
 
-/// In JSON: {"MaxWait": {"limit": 20}}.
+/// Rule, in JSON {"MaxWait": {"limit": 20}}.
 class MaxWait : public JobRule {
  public:
-  /// "limit", required: the longest time between the end of an operation and the start of the next
-  /// one of its job; and the keys of JobRule.
+  /// Binds "limit", required: the longest time between the end of an operation and the start of the
+  /// next one of its job; and the keys of JobRule.
   void setBind(cppbind::Binder* binder, bool bindFields);
 
  private:

@@ -1,4 +1,4 @@
-// The base of rules that look at things of one kind: at jobs, or at machines.
+// The base of rules that check one kind of object: jobs or machines.
 #pragma once
 
 #include <cstdint>
@@ -12,8 +12,8 @@ namespace jobshop {
 template <class Parameter>
 class RuleAbout : public ScheduleRule {
  public:
-  /// The keys of ScheduleRule, and the kind ("job" or "machine"): the number of the only one to
-  /// look at; all of them unless given.
+  /// Binds the keys of ScheduleRule, and the kind ("job" or "machine"): the number of the only one
+  /// to check, by default all.
   void setBind(cppbind::Binder* binder, bool bindFields);
 
   void requireFits(const Instance& instance) const override;

@@ -53,7 +53,7 @@ RuleFile::RuleFile(const boost::filesystem::path& path) {
 }
 
 void RuleFile::read(const boost::filesystem::path& path) {
-  // The loader would end the process: too much for a slip of the pen in a pipeline file.
+  // The loader would end the process, which is too severe for a wrong path in a pipeline file.
   if (!boost::filesystem::exists(path)) throw std::runtime_error("there is no such rule file");
   const auto* const classes = libvarrow::RegistersManager::getRegister(kRuleRegister);
   if (classes == nullptr) throw std::logic_error("no rule classes are registered");

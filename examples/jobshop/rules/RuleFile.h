@@ -1,4 +1,4 @@
-// The rules of one file, and what they say of a schedule.
+// The rules of one file, and their check of a schedule.
 #pragma once
 
 #include <libvarrow/xrule/ValidatorReason.h>
@@ -15,19 +15,19 @@ namespace jobshop {
 
 class RuleFile {
  public:
-  /// Reads `path` with the classes of kRuleRegister. A file that is not there, classes that are
-  /// unknown, and keys that do not fit throw std::runtime_error, which begins with the path; what
-  /// is no rule file at all ends the process, as RuleLoader does.
+  /// Reads `path` with the classes of kRuleRegister. Throws std::runtime_error, which begins with
+  /// the path, when the file does not exist, a class is unknown or a key does not fit. Ends the
+  /// process, like RuleLoader, when it is not a rule file at all.
   explicit RuleFile(const boost::filesystem::path& path);
 
-  /// Shows the enabled rules every job and every machine of the schedule in `shop`. The report's
-  /// validators are "jobs" and "machines"; it has an entry for each job or machine that breaks a
-  /// rule. Call it once. Throws std::runtime_error for a rule about what the instance does not
-  /// have.
+  /// Checks every job and every machine of the schedule in `shop` against the enabled rules.
+  /// Returns a report with the validators "jobs" and "machines" and an entry for each job or
+  /// machine that breaks a rule. Throws std::runtime_error when a rule is about an object that the
+  /// instance does not have. Call it once.
   libvarrow::ValidatorReason check(const JobShopData& shop);
 
   std::size_t enabledCount() const;
-  /// Of rules, not of complaints.
+  /// Returns the number of broken rules, not of complaints.
   std::size_t brokenCount() const;
   const std::vector<std::unique_ptr<ScheduleRule>>& rules() const { return rules_; }
 

@@ -1,4 +1,4 @@
-// How this host runs rules: the base of them all.
+// The base of all rules of this host.
 #pragma once
 
 #include <cppbind/imp/binder.h>
@@ -12,34 +12,34 @@
 
 namespace jobshop {
 
-/// Looks at one thing of a schedule at a time, and has nothing to say about those of other kinds.
+/// Rule that checks one object of a schedule at a time and ignores objects of other kinds.
 class ScheduleRule : public libvarrow::Rule {
  public:
-  /// The keys of every rule:
-  /// - "enabled", true: false switches the rule off;
-  /// - "all", false: whether to look on after the first thing that breaks the rule.
+  /// Binds the keys of every rule:
+  /// - "enabled", by default true: false disables the rule;
+  /// - "all", by default false: whether to continue after the first object that breaks the rule.
   void setBind(cppbind::Binder* binder, bool bindFields);
 
-  /// Whether the context's parameter keeps the rule, which counts it. When it does not, the
-  /// context's result is failed, and its reason, a RuleValidatorReason, says why.
+  /// Returns true when the context's parameter keeps the rule, and counts the result. Otherwise
+  /// fails the context's result and adds the complaint to its reason, a RuleValidatorReason.
   bool validate(libvarrow::RuleValidateContext& context);
 
-  /// Throws std::runtime_error when the rule is about something that `instance` does not have,
-  /// which it would otherwise never say a word about.
+  /// Throws std::runtime_error when the rule is about an object that `instance` does not have. The
+  /// rule would silently never apply.
   virtual void requireFits(const Instance& instance) const = 0;
 
  protected:
-  /// The numbers, and in "reasonStr" the words; nothing when all is well.
+  /// The numbers of a complaint, with its text in "reasonStr"; nothing when the rule is kept.
   using Complaint = std::optional<Json::Value>;
 
  private:
   bool wantsToLook() const;
   virtual bool isAbout(const libvarrow::RuleParameter& parameter) const = 0;
-  /// `parameter` is what the rule is about.
+  /// Returns the complaint about `parameter`. Precondition: isAbout(parameter).
   virtual Complaint complaintAbout(const libvarrow::RuleParameter& parameter) const = 0;
 };
 
-/// Throws cppbind::ParseErrorException for the key "limit" of a time that is negative.
+/// Throws cppbind::ParseErrorException for the key "limit" when `limit` is negative.
 void requireLimit(Time limit);
 
 }  // namespace jobshop

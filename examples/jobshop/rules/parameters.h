@@ -1,4 +1,4 @@
-// The things in a schedule that rules look at.
+// The objects of a schedule that rules check.
 #pragma once
 
 #include <libvarrow/xrule/RuleResult.h>

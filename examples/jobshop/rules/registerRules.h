@@ -3,11 +3,11 @@
 
 namespace jobshop {
 
-/// The named registry of the rules, to which plug-ins may add theirs: classes derived from
+/// Name of the registry of rules, to which plug-ins may add theirs: classes derived from
 /// ScheduleRule.
 inline constexpr const char* kRuleRegister = "jobshop rules";
 
-/// Registers the host's own rules there; once in a process.
+/// Registers the host's rules there. Call it once in a process.
 void registerRules();
 
 }  // namespace jobshop
