@@ -10,7 +10,8 @@
 
 namespace jobshop {
 
-/// Urgency of a candidate: the largest goes first; among equals, the job with the lowest number.
+/// Urgency of a candidate: the largest is scheduled first; among equals, the job with the lowest
+/// number.
 using Urgency = std::function<double(const Candidate&)>;
 
 /// Returns a schedule by the algorithm of Giffler and Thompson: find the next operation that could

@@ -21,7 +21,7 @@ struct Candidate {
 struct DispatchRule {
   const char* name = "";
   const char* meaning = "";
-  double (*urgency)(const Candidate&) = nullptr;  ///< the largest goes first
+  double (*urgency)(const Candidate&) = nullptr;  ///< the largest is scheduled first
 };
 
 const std::vector<DispatchRule>& dispatchRules();

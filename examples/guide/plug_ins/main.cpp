@@ -1,4 +1,4 @@
-// A host with modules of its own and modules of plug-ins.
+// A host that runs its own modules and modules of plug-ins.
 #include <libvarrow/env/process_init.h>
 #include <libvarrow/log/log.h>
 #include <libvarrow/module/ChainedModule.h>
