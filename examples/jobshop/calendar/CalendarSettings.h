@@ -20,8 +20,8 @@ struct CalendarSettings {
   boost::posix_time::ptime start;  ///< of time unit 0
   boost::posix_time::time_duration timeUnit = boost::posix_time::minutes(1);
   int days = kUsualDays;               ///< length of all calendars
-  WorkingHours shop;                   ///< of machines that are not in
-  std::vector<MachineHours> machines;  ///< this list
+  WorkingHours shop;                   ///< default of every machine
+  std::vector<MachineHours> machines;  ///< with their own hours
 
   static constexpr int kUsualDays = 366;
   static constexpr int kMostDays = 36'600;
