@@ -154,6 +154,20 @@ boost::shared_ptr<libvarrow::Module> objectOf(const std::string& file) {
   return loader.mainModule();
 }
 
+// [alone]
+// What Sort makes of three jobs. No pipeline file, no class register, no dump files.
+int flowOfSortAlone(const std::string& fields) {
+  Sort sort;
+  cppbind::JsonDecodeBinder().decode(libvarrow::Str2Json(fields), sort);
+  libvarrow::StatisticsContainer statistics("test");  // Sort records its time there
+  Jobs jobs;
+  jobs.lengths = {2, 3, 1};
+  jobs.statisticsContainer = &statistics;
+  sort.processImp(&jobs);  // process() would also write the files of the frame
+  return jobs.flow();
+}
+// [/alone]
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -161,6 +175,10 @@ int main(int argc, char** argv) {
   InitRootLogger("log.conf");
   const std::string layout = argc == 3 ? argv[1] : "";
   const std::string file = argv[argc - 1];
+  if (layout == "--alone") {
+    std::cout << "flow " << flowOfSortAlone(argv[2]) << std::endl;
+    return 0;
+  }
   // [run]
   libvarrow::StatisticsContainer statistics("jobs");
   Jobs jobs;

@@ -63,6 +63,7 @@ class LatestFinish : public PlanRule {
 
 class MachineLoad : public PlanRule {
  public:
+  // [keys]
   void setBind(cppbind::Binder* binder, bool bindFields) {
     if (!bindFields) return;
     bool all = getValidateAllFlag();
@@ -70,6 +71,7 @@ class MachineLoad : public PlanRule {
     binder->bind("all", all, false);
     setValidateAllFlag(all);
   }
+  // [/keys]
 
  private:
   std::string complaintOf(const Plan& plan, Json::Value& numbers) const override {

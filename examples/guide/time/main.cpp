@@ -101,6 +101,16 @@ void showDays(const TimeBlock& week) {
   // [/days]
 }
 
+void showShortSlots(const TimeBlock& week) {
+  // [walk]
+  for (const libvarrow::TimeSlot& slot : week.getBlocks()) {
+    if (slot.dur() >= hours(14)) continue;
+    std::cout << "only " << time2str(slot.dur()) << " from " << time2str(slot.time_begin) << " to "
+              << time2str(slot.time_end) << '\n';
+  }
+  // [/walk]
+}
+
 void showCapacity() {
   // [capacity]
   const auto early = boost::make_shared<std::string>("early");
@@ -160,6 +170,7 @@ int main() {
   showCalendar(week);
   showSearch(week);
   showDays(week);
+  showShortSlots(week);
   showCapacity();
   showWindows();
   showJson();
