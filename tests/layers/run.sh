@@ -1,40 +1,40 @@
 #!/usr/bin/env bash
-# Fails when a file includes a header of a room that its own room may not include. The rooms and their
-# arrows are the block "layers" of CONTRIBUTING.md.
+# Fails when a file includes a header of a layer that its own layer may not include. The table of the
+# layers is the block "layers" of CONTRIBUTING.md.
 #
 #     run.sh SOURCE_TREE
 set -euo pipefail
 cd "$1"
 
-find include src 3pp examples bench tests fuzz tools -name '*.h' -o -name '*.cpp' 2>/dev/null | sort |
+find include src 3pp examples bench tests fuzz -name '*.h' -o -name '*.cpp' | sort |
   xargs grep -HoE '^#include "[^"]+"' |
   sed -E 's/^([^:]+):#include "([^"]+)"$/\1 \2/' |
   awk '
-    # Reads "ROOM: PLACE... > ROOM..." lines.
-    function readRooms(    line, parts, places, rooms, i, count) {
+    # Reads "LAYER: PLACE... > LAYER..." lines.
+    function readLayers(    line, parts, places, layers, i, count) {
       while ((getline line <"CONTRIBUTING.md") > 0) {
         if (line == "```") isTable = 0
         if (isTable) {
           split(line, parts, / *[:>] */)
-          names[++roomCount] = parts[1]
+          names[++layerCount] = parts[1]
           count = split(parts[2], places, " ")
           for (i = 1; i <= count; ++i) placeOf[places[i]] = parts[1]
-          count = split(parts[3], rooms, " ")
+          count = split(parts[3], layers, " ")
           allowed[parts[1], parts[1]] = 1
-          for (i = 1; i <= count; ++i) allowed[parts[1], rooms[i]] = 1
+          for (i = 1; i <= count; ++i) allowed[parts[1], layers[i]] = 1
         }
         if (line == "```layers") isTable = 1
       }
     }
-    # Returns the room of the longest place that begins the path.
-    function roomOf(path,    place, longest, room) {
+    # Returns the layer of the longest place that begins the path.
+    function layerOf(path,    place, longest, layer) {
       for (place in placeOf) {
         if (index(path, place) == 1 && length(place) > longest) {
           longest = length(place)
-          room = placeOf[place]
+          layer = placeOf[place]
         }
       }
-      return room
+      return layer
     }
     # Returns the path of an included header in the tree, or nothing for one of another library.
     function find(from, header,    roots, count, i, path) {
@@ -47,15 +47,15 @@ find include src 3pp examples bench tests fuzz tools -name '*.h' -o -name '*.cpp
       }
       return ""
     }
-    BEGIN { readRooms() }
+    BEGIN { readLayers() }
     {
       target = find($1, $2)
       if (target == "") next
-      from = roomOf($1)
-      to = roomOf(target)
+      from = layerOf($1)
+      to = layerOf(target)
       ++arrows
       if (from == "" || to == "") {
-        printf "%s or %s is in no room of CONTRIBUTING.md\n", $1, target
+        printf "%s or %s is in no layer of CONTRIBUTING.md\n", $1, target
         failed = 1
       } else if (!((from, to) in allowed)) {
         printf "%s (%s) may not include %s (%s)\n", $1, from, $2, to
@@ -63,7 +63,7 @@ find include src 3pp examples bench tests fuzz tools -name '*.h' -o -name '*.cpp
       }
     }
     END {
-      if (roomCount == 0 || arrows == 0) { print "no rooms or no includes found"; exit 1 }
-      if (!failed) printf "%d includes in %d rooms\n", arrows, roomCount
+      if (layerCount == 0 || arrows == 0) { print "no layers or no includes found"; exit 1 }
+      if (!failed) printf "%d includes in %d layers\n", arrows, layerCount
       exit failed
     }'
