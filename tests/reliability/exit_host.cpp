@@ -32,21 +32,16 @@ void useTheLibrary() {
   RunTimeEnv::instance().confPath();
 }
 
+template <char kName>
 struct Goes {
-  explicit Goes(char name) : name_(name) {}
   ~Goes() {
     useTheLibrary();
-    LIBVARROW_LOG_WARN("%c goes", name_);
+    LIBVARROW_LOG_WARN("%c goes", kName);
   }
-  Goes(const Goes&) = delete;
-  Goes& operator=(const Goes&) = delete;
-
- private:
-  char name_;
 };
 
-struct Dumpers : Goes {
-  Dumpers() : Goes('d') {
+struct Dumpers : Goes<'d'> {
+  Dumpers() {
     first.restart(1);
     second.restart(1);
   }
@@ -59,29 +54,25 @@ struct Dumpers : Goes {
   TimedStatDumper second{&statistics, "second.json"};
 };
 
-struct Logger : Goes {
-  Logger() : Goes('l') {
+struct Logger : Goes<'l'> {
+  Logger() {
     init_error_handler(false);
     InitRootLogger("none");
   }
 };
 
-struct Registries : Goes {
-  Registries() : Goes('r') { own.regClass<ChainedModule>("ChainedModule"); }
+struct Registries : Goes<'r'> {
+  Registries() { own.regClass<ChainedModule>("ChainedModule"); }
 
   cppbind::ClassRegister own;
   boost::shared_ptr<cppbind::ClassRegister> shared = RegistersManager::createRegister("plug-ins");
 };
 
-struct Manager : Goes {
-  Manager() : Goes('m') {}
-
+struct Manager : Goes<'m'> {
   DllManager plugins;
 };
 
-struct PlugInObject : Goes {
-  PlugInObject() : Goes('o') {}
-
+struct PlugInObject : Goes<'o'> {
   std::unique_ptr<cppbind::Object> greeter;
 };
 

@@ -49,8 +49,8 @@ class Plan : public Module {
       TimeBlock free = machine.calendar;
       free.removeTimeBlock(start_ + hours(1), start_ + hours(2));
       free.addTimeBlocks(TimeBlock(start_ + hours(30), start_ + hours(40)));
-      const std::string hoursFree = time2str(free.getTotalDur());
-      statistics.getJsonStatistics(machine.name, Json::Value(hoursFree));
+      free.removeTimeBlock(TimeBlock(free.getBlockAtPos4Dur(start_, hours(3)).getBlocks()));
+      statistics.getJsonStatistics(machine.name, Json::Value(free.dumpAsString()));
     }
     statistics.getDistributionStatistics("by machine")->inc("M1", 3);
     auto* lengths = new NumStatistics(10);
@@ -118,8 +118,7 @@ class Host {
              [&](Shop& shop) { ModuleExecutor(&classes_, "pipeline.json", false).process(&shop); });
   }
   void runNamed() {
-    struct Loader : ModuleLoader {
-    } loader;
+    ModuleLoader loader;
     loader.classRegister().regClass<Plan>("Plan");
     loader.loadFile("named.json");
     withData("named/", [&](Shop& shop) { loader.mainModule()->process(&shop); });
@@ -150,18 +149,6 @@ class Host {
     ChainedModule::Data4Bind chain;
     decoder.decode(cppbind::readJsonFile("pipeline.json"), chain);
     CommonStatistics::dumpToFile("back.json", cppbind::JsonEncodeBinder().encode(chain));
-  }
-  void askCalendar() {
-    TimeBlock block;
-    const ptime monday = ptime(boost::gregorian::date(2024, 3, 4));
-    for (int day = 0; day < 9; ++day) {
-      block.addTimeBlock(monday + hours(24 * day + 6), monday + hours(24 * day + 22));
-    }
-    block.removeTimeBlock(TimeBlock(block.getBlockAtPos4Dur(monday, hours(40)).getBlocks()));
-    AutoCreateDirFileStream file("calendar.txt");
-    block.dumpAsRaw(file, StringIndent(2, ' '));
-    file << block.getStatisticByDay().size() << std::flush;
-    if (!file) throw std::runtime_error("cannot write calendar.txt");
   }
 
  private:
@@ -199,6 +186,5 @@ int main(int, char** arguments) {
   doStep("rules", host, &Host::checkRules);
   doStep("text", host, &Host::readAndWriteText);
   doStep("back", host, &Host::writeBack);
-  doStep("calendar", host, &Host::askCalendar);
   std::cout << "calls: " << fault_injection::stop() << std::endl;
 }

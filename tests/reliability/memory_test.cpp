@@ -41,10 +41,11 @@ TEST_F(MemoryTest, APipelineHoldsNothingAfterEachRun) {
   cppbind::ClassRegister classes;
   classes.regClass<ChainedModule>("ChainedModule");
   classes.regClass<Step>("Step");
-  Json::Value chain, pipeline;
-  for (int i = 0; i < 9; ++i) chain["ChainedModule"]["modules"].append(Str2Json(R"({"Step": {}})"));
-  for (int i = 0; i < 10; ++i) pipeline["modules"].append(chain);
-  libvarrow::utility::writeFileForUTF8((directory.path() / "pipeline.json").string(), pipeline);
+  std::string chain = R"({"Step": {}})";
+  for (int level = 0; level < 3; ++level) {  // 27 steps
+    chain = R"({"ChainedModule": {"modules": [)" + chain + "," + chain + "," + chain + "]}}";
+  }
+  test_support::writeFile("pipeline.json", R"({"modules": [)" + chain + "]}");
   const ModuleExecutor executor(&classes, "pipeline.json", false);
 
   const auto run = [&](std::size_t times) {
