@@ -1,7 +1,6 @@
 #include "reliability/failing_calls.h"
 
 #include <dlfcn.h>
-#include <execinfo.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
@@ -39,10 +38,6 @@ bool fails(const char* kind, const char* path, int error) {
   if (wanted == nullptr || std::strcmp(kind, wanted) != 0 || ++calls != failingCall) return false;
   failingKind = nullptr;
   for (const char* part : {"fault: ", kind, " ", path, "\n"}) say(part);
-  if (::getenv("FAULT_TRACE") != nullptr) {
-    std::array<void*, 40> frames;
-    ::backtrace_symbols_fd(frames.data(), ::backtrace(frames.data(), 40), STDERR_FILENO);
-  }
   failingKind = wanted;
   errno = error;
   return true;
@@ -66,8 +61,6 @@ Function* real(const char* name) {
 
 void start(const std::string& kind, unsigned long nth) {
   static const std::string kept = kind;
-  std::array<void*, 1> frame;
-  ::backtrace(frame.data(), 1);  // allocates when it is called first
   failingCall = nth;
   failingKind = kept.c_str();
 }

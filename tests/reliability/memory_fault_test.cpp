@@ -8,9 +8,9 @@
 #include "libvarrow/backtrace/Check.h"
 #include "libvarrow/module/ModuleData.h"
 #include "libvarrow/statistics/TimedStatDumper.h"
-#include "libvarrow/time/TimeBlock.h"
 #include "libvarrow/utility/RegistersManager.h"
 #include "reliability/failing_new.h"
+#include "support/blocks.h"
 #include "support/support.h"
 
 namespace {
@@ -83,28 +83,15 @@ TEST_F(MemoryFaultTest, TextFilesAndRegistriesAreMadeWholeOrNotAtAll) {
       });
 }
 
-boost::posix_time::ptime at(int hour) {
-  return {boost::gregorian::date(2024, 3, 1), boost::posix_time::hours(hour)};
-}
-
-TimeBlock blockOf(std::initializer_list<std::pair<int, int>> hours) {
-  std::vector<TimeSlot> slots;
-  for (const auto& [begin, end] : hours) {
-    slots.emplace_back();
-    slots.back().time_begin = at(begin);
-    slots.back().time_end = at(end);
-  }
-  return TimeBlock(std::move(slots));
-}
-
 TEST_F(MemoryFaultTest, AChangeOfABlockIsMadeWholeOrNotAtAll) {
-  const TimeBlock day = blockOf({{8, 20}});
-  const TimeBlock week = blockOf({{8, 20}, {30, 40}, {50, 60}});
-  const TimeBlock unordered = blockOf({{30, 40}, {8, 20}, {50, 35}});
-  const TimeBlock two = blockOf({{1, 2}, {25, 26}});
-  const TimeBlock cuts = blockOf({{10, 11}, {12, 13}, {14, 15}});
-  const TimeBlock overlapping = blockOf({{33, 36}, {10, 12}, {11, 13}, {52, 53}, {54, 55}});
-  const TimeBlock reversed = blockOf({{1, 2}, {25, 26}, {7, 6}});
+  const TimeBlock day = blockOf({slot(8, 20)});
+  const TimeBlock week = blockOf({slot(8, 20), slot(30, 40), slot(50, 60)});
+  const TimeBlock unordered = blockOf({slot(30, 40), slot(8, 20), slot(50, 35)});
+  const TimeBlock two = blockOf({slot(1, 2), slot(25, 26)});
+  const TimeBlock cuts = blockOf({slot(10, 11), slot(12, 13), slot(14, 15)});
+  const TimeBlock overlapping =
+      blockOf({slot(33, 36), slot(10, 12), slot(11, 13), slot(52, 53), slot(54, 55)});
+  const TimeBlock reversed = blockOf({slot(1, 2), slot(25, 26), slot(7, 6)});
   const auto addReversed = [&](TimeBlock& b) {
     try {
       b.addTimeBlocks(reversed);

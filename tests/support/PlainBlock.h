@@ -2,7 +2,6 @@
 #pragma once
 
 #include <algorithm>
-#include <boost/date_time/posix_time/posix_time.hpp>
 #include <cstdint>
 #include <map>
 #include <stdexcept>
@@ -10,8 +9,8 @@
 #include <type_traits>
 #include <vector>
 
-#include "libvarrow/time/TimeBlock.h"
 #include "libvarrow/time/time_range.h"
+#include "support/blocks.h"
 
 namespace test_support {
 
@@ -26,20 +25,11 @@ using libvarrow::TimeBlock;
 using libvarrow::TimeSlot;
 using Slots = std::vector<TimeSlot>;
 
-const date kFirstDay(2024, 3, 1);
-
 /// Thrown where the library ends the process.
 struct Dies {};
 
 inline void require(bool condition) {
   if (!condition) throw Dies();
-}
-
-inline TimeSlot slotOf(ptime begin, ptime end) {
-  TimeSlot slot;
-  slot.time_begin = begin;
-  slot.time_end = end;
-  return slot;
 }
 
 inline bool isPastMidnight(ptime time) {

@@ -10,6 +10,7 @@
 #include "libvarrow/backtrace/TracedError.h"
 #include "libvarrow/stream/StringIndent.h"
 #include "libvarrow/time/time_range.h"
+#include "support/blocks.h"
 #include "support/support.h"
 
 namespace {
@@ -18,24 +19,6 @@ using namespace libvarrow;
 using boost::gregorian::date;
 using namespace boost::posix_time;
 using namespace test_support;
-
-const date kDay(2024, 3, 1);
-
-// Hours from the first of March, 0:00.
-ptime at(double hour) {
-  return ptime(kDay, microseconds(static_cast<std::int64_t>(hour * 3600e6)));
-}
-
-TimeSlot slot(double begin, double end) {
-  TimeSlot made;
-  made.time_begin = at(begin);
-  made.time_end = at(end);
-  return made;
-}
-
-TimeBlock blockOf(std::initializer_list<TimeSlot> slots) {
-  return TimeBlock(std::vector<TimeSlot>(slots));
-}
 
 const TimeBlock kThreeSlots = blockOf({slot(8, 10), slot(12, 14), slot(16, 18)});
 
@@ -208,8 +191,8 @@ TEST(TimeBlockTest, DaysAreTouchedOrBegunByDifferentRules) {
 
 TEST(TimeBlockTest, TimeIsSummedInWindowsOfWholeDays) {
   const TimeBlock block = blockOf({slot(8, 24), slot(30, 31), slot(40, 80)});
-  EXPECT_EQ(hours(16), block.getTotalDur(kDay, kDay));
-  EXPECT_EQ(hours(25), block.getTotalDur(kDay, date(2024, 3, 2)));
+  EXPECT_EQ(hours(16), block.getTotalDur(kFirstDay, kFirstDay));
+  EXPECT_EQ(hours(25), block.getTotalDur(kFirstDay, date(2024, 3, 2)));
 }
 
 TEST(TimeBlockTest, SlotsWithoutEndAnswerWhatCanBeAnswered) {
@@ -218,7 +201,7 @@ TEST(TimeBlockTest, SlotsWithoutEndAnswerWhatCanBeAnswered) {
   const std::string error = "the days from 2024-03-01 to +infinity cannot be listed";
   EXPECT_EQ(error, errorOf([&] { open.getAllDates(); }));
   EXPECT_EQ(error, errorOf([&] { open.getStatisticByDay(); }));
-  EXPECT_EQ(error, errorOf([&] { open.getInvolveStatus(kDay, never.date()); }));
+  EXPECT_EQ(error, errorOf([&] { open.getInvolveStatus(kFirstDay, never.date()); }));
   // A length of all time does not overflow.
   const time_duration longest(boost::date_time::max_date_time);
   EXPECT_TRUE(kThreeSlots.getBlockAtPos4Dur(at(8), longest).empty());
@@ -255,11 +238,12 @@ TEST(TimeBlockTest, WhatHasNoAnswerEndsTheProcess) {
       {"",
        "'date_begin <= date_end' is false in function 'std::vector<bool> "
        "libvarrow::TimeBlock::getInvolveStatus",
-       [&] { block.getInvolveStatus(tomorrow, kDay); }},
+       [&] { block.getInvolveStatus(tomorrow, kFirstDay); }},
       {"", "'date_begin <= date_end' is false",
-       [&] { block.getFullDayInvolveStatus(tomorrow, kDay); }},
+       [&] { block.getFullDayInvolveStatus(tomorrow, kFirstDay); }},
       {logged(reversed), "'false' is false in function", [&] { reversed.getAllDates(); }},
-      {logged(reversed), "'false' is false", [&] { reversed.getInvolveStatus(kDay, kDay); }},
+      {logged(reversed), "'false' is false",
+       [&] { reversed.getInvolveStatus(kFirstDay, kFirstDay); }},
       {"", "'x <= y' is false", [&] { reversed.getTotalDur(at(10), at(60)); }},
       {logged(unsorted), "Assertion `false' failed", [&] { unsorted.getAllDates(); }},
       {logged(unsorted), "Assertion `false' failed", [&] { unsorted.getDatesContainFullDay(); }}};
