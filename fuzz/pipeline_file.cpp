@@ -2,6 +2,7 @@
 // exception, written modules read back the same, and short chains are run.
 #include <boost/filesystem/operations.hpp>
 #include <set>
+#include <tuple>
 
 #include "harness.h"
 #include "libvarrow/libvarrow.h"
@@ -24,38 +25,25 @@ struct Point {
 
 struct Everything : libvarrow::Module {
   void processImp(libvarrow::ModuleData* data) override {
-    data->statisticsContainer->getCountStatistics("int", number);
+    data->statisticsContainer->getCountStatistics("int", std::get<int>(fields));
   }
 
   void setBind(cppbind::Binder* binder, bool) {
-    binder->bind("int", number);
-    binder->bind("small", small, std::int8_t{-1});
-    binder->bind("ulong", ulong, 1);
-    binder->bind("bool", flag, false);
-    binder->bind("text", text, "default");
-    binder->bind("shared", shared, boost::shared_ptr<std::string>());
-    binder->bind("time", time, ptime());
-    binder->bind("flags", flags, {});
-    binder->bind("set", set, {});
-    binder->bind("point", point, Point());
-    binder->bind("calendar", calendar, libvarrow::TimeBlock());
-    binder->bind("object", object, boost::shared_ptr<cppbind::Object>());
+    const char* const keys[] = {"int",  "small", "ulong", "bool",  "text",     "shared",
+                                "time", "flags", "set",   "point", "calendar", "object"};
+    const char* const* key = keys;
+    const auto bind = [&](auto& field) {
+      binder->bind(*key++, field, std::decay_t<decltype(field)>());
+    };
+    std::apply([&](auto&... all) { (bind(all), ...); }, fields);
     const Json::Value none(Json::arrayValue);
     binder->bind("modules", modules, &none);
   }
 
-  int number = 0;
-  std::int8_t small = 0;
-  unsigned long ulong = 0;
-  bool flag = false;
-  std::string text;
-  boost::shared_ptr<std::string> shared;
-  ptime time;
-  std::vector<bool> flags;
-  std::set<int> set;
-  Point point;
-  libvarrow::TimeBlock calendar;
-  boost::shared_ptr<cppbind::Object> object;
+  std::tuple<int, std::int8_t, unsigned long, bool, std::string, boost::shared_ptr<std::string>,
+             ptime, std::vector<bool>, std::set<int>, Point, libvarrow::TimeBlock,
+             boost::shared_ptr<cppbind::Object>>
+      fields{};
   std::vector<boost::shared_ptr<libvarrow::Module>> modules;
 };
 
