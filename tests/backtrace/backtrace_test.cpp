@@ -88,7 +88,7 @@ TEST(CheckTest, EachReportIsOneWriteAsOtherThreadsMayFailAtOnce) {
   }
 }
 
-TEST_F(BackTraceTest, ASegmentationFaultIsLoggedAndDumpedFromTheFaultingFunctionDownward) {
+TEST_F(BackTraceTest, ASegmentationFaultIsLoggedAndDumpedFromItsFunctionOn) {
   writeFile("coredump", "a file where the directory would be");
   const FarZone zone;
   const std::string begin = zone.now();
@@ -124,8 +124,7 @@ TEST_F(BackTraceTest, ASegmentationFaultIsLoggedAndDumpedFromTheFaultingFunction
   EXPECT_EQ("a file where the directory would be", readFile("coredump"));
 }
 
-TEST_F(BackTraceTest,
-       TheHandlerIsInstalledOnceAndItsSwitchSaysWhetherACrashWritesItsStackBesideTheDumpDirectory) {
+TEST_F(BackTraceTest, TheFirstSetUpSaysWhetherACrashWritesADumpFile) {
   for (const bool wanted : {false, true}) {
     const auto child = runInChild([wanted] {
       init_error_handler(wanted);

@@ -75,7 +75,7 @@ TEST_F(LogTest, WarningsGoToStandardErrorUntilAFileOrPipeConfiguresTheLogger) {
   EXPECT_FALSE(boost::filesystem::exists("log.txt"));
 }
 
-TEST_F(LogTest, HandlersRunInOrderAfterEverySetUpUpToAnEmptyOneAndThoseTheyRegisterFromTheNext) {
+TEST_F(LogTest, HandlersRunAfterEverySetUpUpToAnEmptyOne) {
   const auto child = runInChild([] {
     const boost::function<void()> first = [] { std::cout << "<first>"; };
     registerLogInitedHandler(first);

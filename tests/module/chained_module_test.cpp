@@ -35,7 +35,7 @@ class ChainTest : public InTemporaryDirectory {
 using Chains = testing::Types<ChainedModule, ChainedModuleV2>;
 TYPED_TEST_SUITE(ChainTest, Chains, );
 
-TYPED_TEST(ChainTest, EveryModuleHasANumberedDirectoryAlsoThoseAddedMeanwhileUntilOneThrows) {
+TYPED_TEST(ChainTest, EveryModuleOfAChainHasANumberedDirectory) {
   auto twice = boost::make_shared<Worker>("A");
   twice->action = [this](ModuleData&) {
     for (int i = 0; i < 50; ++i) this->chain.addModule(boost::make_shared<Worker>("More"));

@@ -93,7 +93,7 @@ TEST_F(ModuleLoaderTest, BrokenStructureEndsTheProcess) {
   }
 }
 
-TEST_F(ModuleLoaderTest, TheObjectLayoutTakesAnotherRegisterAndTheChainLayoutGivesAChainApart) {
+TEST_F(ModuleLoaderTest, AChainApartAndTheObjectLayoutAreReadStrictly) {
   const std::unique_ptr<ChainedModule> chain(
       loader.loadChainedModule(json(R"({"modules": [{"Add": {"amount": 1}}]})")));
   EXPECT_EQ(1u, chain->getData4Bind().modules.size());
@@ -127,7 +127,7 @@ TEST_F(ModuleLoaderTest, TheStatDumperBindsWhateverTheFlagAndReturnsItsData) {
   EXPECT_EQ(own.toJsonValue4Bind(), File2Json("sub/own.json"));
 }
 
-TEST_F(ModuleLoaderTest, AnExecutorNamesWhatIsNoFileAndPassesUnknownKeysWhenTheyAreIgnored) {
+TEST_F(ModuleLoaderTest, AnExecutorNamesWhatIsNoFileAndKeysThatItDoesNotKnow) {
   const auto errorIn = [&](const std::string& file) {
     return errorOf([&] { ModuleExecutor(&loader.classRegister(), file, false); });
   };

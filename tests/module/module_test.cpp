@@ -65,7 +65,7 @@ TEST_F(ModuleTest, EveryRunAddsItsEntryWithTwoTimePointsBeforeTheWork) {
   EXPECT_EQ(2, second[3]["contextOut"]["steps"].asInt());
 }
 
-TEST_F(ModuleTest, TheCurrentDirectoryMovesForTheWorkAndAnExceptionLeavesAllAsTheStepHadIt) {
+TEST_F(ModuleTest, TheCurrentDirectoryMovesForTheWorkAndBackUnlessItThrows) {
   data.dumpPath = directory.path().string() + "/run/";
   data.hasInfo = false;
   worker.setAutoChangeCurrentDirToDumpPath(false);

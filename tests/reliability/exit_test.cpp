@@ -42,8 +42,8 @@ class ExitTest : public InTemporaryDirectory {
     return names;
   }
   void expectOrderlyEnd(const std::string& order, const char* way, bool hasTimers) {
-    SCOPED_TRACE(order + " " + way + (hasTimers ? " with timers" : ""));
     const ChildResult host = runHost(order, way, hasTimers);
+    SCOPED_TRACE(folder_);
     ASSERT_EQ(0, host.exitCode) << host.signal << host.errors << host.output;
     EXPECT_EQ("", host.errors);
     EXPECT_EQ(2, rowsIn("first.json"));

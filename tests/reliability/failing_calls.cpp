@@ -52,6 +52,7 @@ bool fails(const char* kind, int file, int error) {
   return fails(kind, path.data(), error);
 }
 
+// The call that this file replaces.
 template <class Function>
 Function* real(const char* name) {
   return reinterpret_cast<Function*>(::dlsym(RTLD_NEXT, name));
@@ -88,50 +89,41 @@ void* realloc(void* memory, std::size_t size) {
 }
 
 std::FILE* fopen(const char* path, const char* mode) {
-  static auto* const next = real<decltype(fopen)>("fopen");
-  return fails("open", path, EIO) ? nullptr : next(path, mode);
+  return fails("open", path, EIO) ? nullptr : real<decltype(fopen)>("fopen")(path, mode);
 }
 std::FILE* fopen64(const char* path, const char* mode) {
-  static auto* const next = real<decltype(fopen64)>("fopen64");
-  return fails("open", path, EIO) ? nullptr : next(path, mode);
+  return fails("open", path, EIO) ? nullptr : real<decltype(fopen64)>("fopen64")(path, mode);
 }
 int open(const char* path, int flags, ...) {
-  static auto* const next = real<decltype(open)>("open");
   std::va_list arguments;
   va_start(arguments, flags);
   const mode_t mode = va_arg(arguments, mode_t);
   va_end(arguments);
-  return fails("open", path, EIO) ? -1 : next(path, flags, mode);
+  return fails("open", path, EIO) ? -1 : real<decltype(open)>("open")(path, flags, mode);
 }
 ssize_t read(int file, void* buffer, std::size_t size) {
-  static auto* const next = real<decltype(read)>("read");
-  return fails("read", file, EIO) ? -1 : next(file, buffer, size);
+  return fails("read", file, EIO) ? -1 : real<decltype(read)>("read")(file, buffer, size);
 }
 ssize_t write(int file, const void* data, std::size_t size) {
-  static auto* const next = real<decltype(write)>("write");
-  return fails("write", file, ENOSPC) ? -1 : next(file, data, size);
+  return fails("write", file, ENOSPC) ? -1 : real<decltype(write)>("write")(file, data, size);
 }
 ssize_t writev(int file, const iovec* parts, int count) {
-  static auto* const next = real<decltype(writev)>("writev");
-  return fails("write", file, ENOSPC) ? -1 : next(file, parts, count);
+  return fails("write", file, ENOSPC) ? -1 : real<decltype(writev)>("writev")(file, parts, count);
 }
 std::size_t fwrite(const void* data, std::size_t size, std::size_t count, std::FILE* file) {
-  static auto* const next = real<decltype(fwrite)>("fwrite");
-  return fails("write", ::fileno(file), ENOSPC) ? next(data, 1, size * count / 2, file) / size
-                                                : next(data, size, count, file);
+  return fails("write", ::fileno(file), ENOSPC)
+             ? real<decltype(fwrite)>("fwrite")(data, 1, size * count / 2, file) / size
+             : real<decltype(fwrite)>("fwrite")(data, size, count, file);
 }
 int fclose(std::FILE* file) {
-  static auto* const next = real<decltype(fclose)>("fclose");
   const bool hasFailed = fails("close", ::fileno(file), EIO);
-  const int result = next(file);
+  const int result = real<decltype(fclose)>("fclose")(file);
   return hasFailed ? EOF : result;
 }
 int rename(const char* from, const char* to) noexcept {
-  static auto* const next = real<decltype(rename)>("rename");
-  return fails("rename", from, EIO) ? -1 : next(from, to);
+  return fails("rename", from, EIO) ? -1 : real<decltype(rename)>("rename")(from, to);
 }
 int mkdir(const char* path, mode_t mode) noexcept {
-  static auto* const next = real<decltype(mkdir)>("mkdir");
-  return fails("mkdir", path, ENOSPC) ? -1 : next(path, mode);
+  return fails("mkdir", path, ENOSPC) ? -1 : real<decltype(mkdir)>("mkdir")(path, mode);
 }
 }

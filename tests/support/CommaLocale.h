@@ -1,13 +1,12 @@
 // A global locale that is fatal to text read and written through streams.
 #pragma once
 
-#include <boost/noncopyable.hpp>
 #include <locale>
 
 namespace test_support {
 
 /// While it lives, streams made anew write 1234.5 as "1.234,5".
-class CommaLocale : private boost::noncopyable {
+class CommaLocale {
  public:
   CommaLocale() : before_(std::locale::global({std::locale::classic(), new Comma})) {}
   ~CommaLocale() { std::locale::global(before_); }

@@ -13,8 +13,6 @@ class FarZone {
  public:
   FarZone() : before_(std::getenv("TZ") == nullptr ? "" : std::getenv("TZ")) { set("FAR-11:30"); }
   ~FarZone() { set(before_); }
-  FarZone(const FarZone&) = delete;
-  FarZone& operator=(const FarZone&) = delete;
 
   /// The local time to the second, such as "20240305T070809": to be compared with others as text.
   static std::string now() {

@@ -13,7 +13,6 @@ class TemporaryDirectory {
  public:
   TemporaryDirectory();
   ~TemporaryDirectory();
-  TemporaryDirectory(TemporaryDirectory&&) = delete;
 
   const boost::filesystem::path& path() const { return path_; }
 

@@ -84,7 +84,7 @@ TEST_F(DllManagerTest, ADirectoryIsSearchedForExactlyTheLibrariesInIt) {
   EXPECT_EQ("INFO 开始加载动态库:a\ninitModule\nINFO 成功加载动态库:a\n", output);
 }
 
-TEST_F(DllManagerTest, ARelativeDirectoryMayStandBesideTheProgramAndAFaultKeepsWhatIsLoaded) {
+TEST_F(DllManagerTest, AFaultInADirectoryBesideTheProgramKeepsWhatIsLoaded) {
   // The directory of all test plug-ins, good ones and others.
   const std::string output = run([] {
     DllManager manager;
@@ -161,7 +161,7 @@ TEST_F(DllManagerTest, AClassNameThatIsTakenNamesThePlugIn) {
   });
 }
 
-TEST_F(DllManagerTest, ThePlugInsClassesGoWithTheManagerAndItsCodeWhenNothingOfItIsAlive) {
+TEST_F(DllManagerTest, ThePlugInsCodeGoesWhenNothingOfItIsAlive) {
   provide("good", "good.so");
   provide("throwing", "libgood.so");  // second choice
   const auto isLoaded = [] {
