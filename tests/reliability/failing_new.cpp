@@ -8,13 +8,13 @@ namespace {
 // Counted down to 0, which fails. Negative: nothing fails.
 thread_local std::int64_t untilFailure = -1;
 
+bool isDue() {
+  return untilFailure >= 0 && untilFailure-- == 0;
+}
+
 void* orBadAlloc(void* memory) {
   if (memory == nullptr) throw std::bad_alloc();
   return memory;
-}
-
-void failWhenDue() {
-  if (untilFailure >= 0 && untilFailure-- == 0) throw std::bad_alloc();
 }
 
 }  // namespace
@@ -40,17 +40,20 @@ std::uint64_t failEachAllocation(const std::function<void()>& attempt,
 
 }  // namespace test_support
 
-// The forms for arrays and those that do not throw call these.
+// The forms for arrays call these.
+
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
+  return isDue() ? nullptr : std::malloc(size == 0 ? 1 : size);
+}
 
 void* operator new(std::size_t size) {
-  failWhenDue();
-  return orBadAlloc(std::malloc(size == 0 ? 1 : size));
+  return orBadAlloc(operator new(size, std::nothrow));
 }
 
 void* operator new(std::size_t size, std::align_val_t alignment) {
-  failWhenDue();
   const auto boundary = static_cast<std::size_t>(alignment);
-  return orBadAlloc(std::aligned_alloc(boundary, (size + boundary - 1) / boundary * boundary));
+  const std::size_t whole = (size + boundary - 1) / boundary * boundary;
+  return orBadAlloc(isDue() ? nullptr : std::aligned_alloc(boundary, whole));
 }
 
 void operator delete(void* memory) noexcept {
