@@ -16,6 +16,7 @@
 #include "cppbind/CodeOwner.h"
 #include "libvarrow/log/log.h"
 #include "libvarrow/utility/RegistersManager.h"
+#include "utility/mapped_library.h"
 
 namespace libvarrow {
 
@@ -86,10 +87,23 @@ class DllManager::Plugin {
   ~Plugin() {
     RegistersManager::unregisterAllOf(owner_);
     const std::string reason = reasonToStay();
-    if (reason.empty()) return;
-    LIBVARROW_LOG_WARN("shared library:%s stays loaded: %s", path_.c_str(), reason.c_str());
-    keptLibraries().push_back(std::move(library_));
+    if (!reason.empty()) {
+      warnThatItStays(reason);
+      keptLibraries().push_back(std::move(library_));
+      return;
+    }
+    if (isStarted_ || isShared_) return;
+    // Refused: its corrected file is to be loaded from the same place.
+    library_.unload();
+    if (isMapped(path_)) {
+      warnThatItStays(
+          "the system does not unload it (another library uses it, or it was built without "
+          "-fno-gnu-unique); a corrected file needs another name or a new process");
+    }
   }
+
+  // Another object has the same library, and decides when it is unloaded.
+  void setShared() { isShared_ = true; }
 
   void start() {
     const Entry entry = findEntry();
@@ -98,6 +112,7 @@ class DllManager::Plugin {
     try {
       entry();
     } catch (...) {
+      hasThrown_ = true;
       logFault(path_, boost::current_exception_diagnostic_information());
       throw;
     }
@@ -123,8 +138,17 @@ class DllManager::Plugin {
   std::string reasonToStay() const {
     const long others = owner_.use_count() - 1;
     if (others > 0) return std::to_string(others) + " of its classes and objects are alive";
+    if (hasThrown_) {
+      return "its initModule threw, and the error may be of its types; a corrected file needs "
+             "another "
+             "name or a new process";
+    }
     const bool isSuspect = isStarted_ && std::uncaught_exceptions() > 0;
-    return isSuspect ? "an exception in flight may be of its making" : "";
+    return isSuspect ? "an exception in flight may be of its types" : "";
+  }
+
+  void warnThatItStays(const std::string& reason) const {
+    LIBVARROW_LOG_WARN("shared library:%s stays loaded: %s", path_.c_str(), reason.c_str());
   }
 
   using Entry = void (*)();
@@ -136,7 +160,7 @@ class DllManager::Plugin {
     boost::system::error_code isNowhere;
     boost::dll::symbol_location_ptr(target, isNowhere);
     if (isNowhere) {
-      const char* message = "initModule is no alias of a function";
+      const char* message = "initModule is not a BOOST_DLL_ALIAS of a function";
       logFault(path_, message);
       throw fault(path_, message);
     }
@@ -159,9 +183,10 @@ class DllManager::Plugin {
     const fs::path holder = boost::dll::symbol_location_ptr(symbol);
     if (holder == library_.location()) return;
     throw boost::system::system_error(
-        boost::system::errc::make_error_code(boost::system::errc::invalid_seek),
-        "boost::dll::shared_library::get() failed (initModule is that of " +
-            holder.generic_string() + ")");
+        boost::system::errc::make_error_code(boost::system::errc::executable_format_error),
+        "boost::dll::shared_library::get() failed (" + path_ +
+            " has no initModule of its own: the one found is that of " + holder.generic_string() +
+            ")");
   }
 
   const std::string path_;
@@ -169,6 +194,8 @@ class DllManager::Plugin {
       boost::make_shared<cppbind::LoadedCode>(cppbind::LoadedCode{path_});
   boost::dll::shared_library library_;
   bool isStarted_ = false;
+  bool hasThrown_ = false;
+  bool isShared_ = false;
 };
 
 std::string DllManager::nativeName(const std::string& name) {
@@ -190,7 +217,10 @@ const boost::dll::shared_library* DllManager::findOrCreateDll(const std::string&
 boost::shared_ptr<DllManager::Plugin> DllManager::shared(const boost::shared_ptr<Plugin>& opened) {
   static base::NeverDestroyed<std::map<void*, boost::weak_ptr<Plugin>>> alive;
   boost::weak_ptr<Plugin>& known = (*alive)[opened->library().native()];
-  if (auto plugin = known.lock()) return plugin;
+  if (auto plugin = known.lock()) {
+    opened->setShared();
+    return plugin;
+  }
   known = opened;
   return opened;
 }

@@ -124,7 +124,7 @@ TEST_F(DllManagerTest, WhatIsNoPlugInSaysWhichFileAndWhyAndIsNotKept) {
       {"incomplete", failure("incomplete")},
       {"without_entry", "ERROR shared library:" + at("without_entry.so") +
                             " err:boost::dll::shared_library::get() failed"},
-      {"plain_function", failure("plain_function") + "initModule is no alias of a function!"},
+      {"plain_function", failure("plain_function") + "initModule is not a BOOST_DLL_ALIAS of a function!"},
       {"throwing", "not kept, no licence1\n"}};
   for (const auto& [name, text] : cases) {
     const std::string output = run([load, plugin = name] { load(plugin), load(plugin); });
@@ -202,7 +202,7 @@ TEST_F(DllManagerTest, ErrorsOutliveTheManagerThatTheyFlyPast) {
     }
   });
   EXPECT_TRUE(contains(output, "WARN shared library:" + at("good.so") +
-                                   " stays loaded: an exception in flight may be of its making\n"
+                                   " stays loaded: an exception in flight may be of its types\n"
                                    "out of order\n"))
       << output;
   EXPECT_TRUE(contains(output, "Faulty.own: should be true\n")) << output;

@@ -25,7 +25,8 @@ namespace libvarrow {
 /// empty, for example) throws boost::filesystem::filesystem_error: the timer thread ignores it and
 /// the next write tries again; in the destructor it ends the process. In both cases an exception
 /// that is passing through the destructor is lost: create the dumper outside the try block. Two
-/// dumpers must not share a file name.
+/// dumpers must not share a file name. Names within 8 bytes of the limits of adjustFileName
+/// (utility/file_name.h) lose the end of their temporary names, so two of them may share that.
 ///
 /// Every running timer occupies one thread of a growing pool that the dumpers share. When the timer
 /// gets no thread, the constructor logs at WARN, and only the destructor writes the file.

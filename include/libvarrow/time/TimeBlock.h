@@ -90,7 +90,8 @@ class LIBVARROW_API TimeSlot {
 /// Searches take O(log n) while the block is in order: each slot begins no later than it ends and
 /// ends no later than the next begins. Otherwise they take O(n). A block that was out of order
 /// regains fast searches from a change that leaves at most one slot, and from a removal or an
-/// addition of many slots that leaves it in order. A single change in the middle moves all later
+/// addition of many slots that leaves it in order. To put a block in order, add it to an empty one:
+/// `TimeBlock ordered; ordered.addTimeBlocks(block);`. A single change in the middle moves all later
 /// slots.
 ///
 /// A change throws std::bad_alloc when memory runs out and leaves the block unchanged. (A failed

@@ -55,8 +55,9 @@ class LIBVARROW_API DllManager {
   /// itself (that of a library that it links does not count). Exceptions of initModule and of the
   /// library's static objects pass unchanged. Logs each error at ERROR with the file. After an
   /// error nothing is kept under the name and the library is unloaded: call again when the file is
-  /// corrected. Only a plug-in that threw itself stays loaded for good, as it may define the type
-  /// of the exception.
+  /// corrected. A plug-in that threw itself stays loaded for good, as it may define the type of the
+  /// exception. So does a library that the system does not unload, such as one with GCC's unique
+  /// symbols (-fno-gnu-unique avoids them); a WARN line says so.
   const boost::dll::shared_library* findOrCreateDll(const std::string& name,
                                                     const std::string& dir);
 

@@ -14,6 +14,7 @@ LIBVARROW_API const std::string& codePageName();
 ///@{
 /// Returns `utf8` in the program's narrow encoding. Leaves out bytes that are not valid UTF-8 and
 /// characters that the encoding lacks. Copies or moves valid text where both are UTF-8.
+/// Keeps byte sequences for numbers above U+10FFFF where both are UTF-8.
 LIBVARROW_API std::string fromUtf8(const std::string& utf8);
 LIBVARROW_API std::string fromUtf8(std::string&& utf8);
 ///@}
