@@ -124,7 +124,8 @@ TEST_F(DllManagerTest, WhatIsNoPlugInSaysWhichFileAndWhyAndIsNotKept) {
       {"incomplete", failure("incomplete")},
       {"without_entry", "ERROR shared library:" + at("without_entry.so") +
                             " err:boost::dll::shared_library::get() failed"},
-      {"plain_function", failure("plain_function") + "initModule is not a BOOST_DLL_ALIAS of a function!"},
+      {"plain_function",
+       failure("plain_function") + "initModule is not a BOOST_DLL_ALIAS of a function!"},
       {"throwing", "not kept, no licence1\n"}};
   for (const auto& [name, text] : cases) {
     const std::string output = run([load, plugin = name] { load(plugin), load(plugin); });

@@ -91,8 +91,8 @@ class LIBVARROW_API TimeSlot {
 /// ends no later than the next begins. Otherwise they take O(n). A block that was out of order
 /// regains fast searches from a change that leaves at most one slot, and from a removal or an
 /// addition of many slots that leaves it in order. To put a block in order, add it to an empty one:
-/// `TimeBlock ordered; ordered.addTimeBlocks(block);`. A single change in the middle moves all later
-/// slots.
+/// `TimeBlock ordered; ordered.addTimeBlocks(block);`. A single change in the middle moves all
+/// later slots.
 ///
 /// A change throws std::bad_alloc when memory runs out and leaves the block unchanged. (A failed
 /// read from JSON leaves a part of the slots.)
