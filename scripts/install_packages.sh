@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Installs missing Debian packages that the build needs; asks for root only then. An argument adds a
-# group: "clang" for the fuzzers and the coverage, "reference" for Doxygen.
+# group: "clang" for the fuzzers and the coverage, "reference" for Doxygen, "abi" for abidiff.
 set -euo pipefail
 
 packages=(
@@ -13,6 +13,7 @@ packages=(
 case ${1:-} in
   clang) packages+=(clang libclang-rt-dev libomp-dev llvm) ;;
   reference) packages+=(doxygen) ;;
+  abi) packages+=(abigail-tools) ;;
 esac
 
 missing=()

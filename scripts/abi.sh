@@ -1,0 +1,37 @@
+#!/usr/bin/env bash
+# Compares the interface of the library with that of an earlier commit, before a release. Fails when a
+# host that was built against the earlier one would not run with this one.
+#
+#     scripts/abi.sh COMMIT
+set -euo pipefail
+
+if [ $# -ne 1 ]; then
+  echo "usage: scripts/abi.sh COMMIT" >&2
+  exit 2
+fi
+here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
+"$here/install_packages.sh" abi
+cd "$here/.."
+
+work=$(mktemp -d)
+trap 'git worktree remove --force "$work/before"; rm -rf "$work"' EXIT
+git worktree add --quiet --detach "$work/before" "$1"
+
+build() {
+  cmake -S "$1" -B "$2" -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DVARROW_BUILD_TESTS=OFF \
+    -DVARROW_BUILD_EXAMPLES=OFF -DVARROW_BUILD_BENCHMARKS=OFF >/dev/null
+  cmake --build "$2" --target varrow
+}
+build "$work/before" "$work/built_before"
+build . "$work/built_now"
+
+# Bits of the exit status: 1 and 2 errors of the tool, 4 any change, 8 an incompatible one.
+status=0
+abidiff --headers-dir1 "$work/before/include" --headers-dir2 include \
+  "$work/built_before/src/libvarrow.so" "$work/built_now/src/libvarrow.so" || status=$?
+if ((status & 3)); then exit 2; fi
+if ((status & 8)); then
+  echo "Hosts of $1 would not run with this library: raise the major version." >&2
+  exit 1
+fi
+echo "Hosts of $1 run with this library."
