@@ -23,7 +23,7 @@ TEST_F(LogTest, WithoutAConfigurationFileLogsToConsoleAndTwoFiles) {
   writeFile("error_log.txt", "before\n");
   const std::string hostile = std::string(5000, 'x') + "%s%n%d";
   const FarZone zone;
-  const std::string begin = zone.now();
+  const std::string begin = zone.before();
   const auto child = runInChild([&] {
     InitRootLogger("other.conf");
     LIBVARROW_LOG_DEBUG("too quiet");
@@ -49,7 +49,7 @@ TEST_F(LogTest, WithoutAConfigurationFileLogsToConsoleAndTwoFiles) {
   std::smatch found;
   ASSERT_TRUE(std::regex_search(log, found, line)) << log;
   EXPECT_LE(begin, isoTime(found[2]));
-  EXPECT_LE(isoTime(found[2]), zone.now());
+  EXPECT_LE(isoTime(found[2]), zone.after());
   EXPECT_TRUE(contains(log, " - " + hostile + " ["));
 }
 

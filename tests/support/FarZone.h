@@ -14,13 +14,17 @@ class FarZone {
   FarZone() : before_(std::getenv("TZ") == nullptr ? "" : std::getenv("TZ")) { set("FAR-11:30"); }
   ~FarZone() { set(before_); }
 
-  /// The local time to the second, such as "20240305T070809": to be compared with others as text.
-  static std::string now() {
-    using namespace boost::posix_time;
-    return to_iso_string(second_clock::universal_time() + hours(11) + minutes(30));
-  }
+  ///@{
+  /// The local time to the second, such as "20240305T070809", to be compared with others as text.
+  /// The clock of whole seconds may be some milliseconds later than that of microseconds.
+  static std::string before() { return text(boost::posix_time::second_clock::universal_time()); }
+  static std::string after() { return text(boost::posix_time::microsec_clock::universal_time()); }
+  ///@}
 
  private:
+  static std::string text(const boost::posix_time::ptime& time) {
+    return to_iso_string(time + boost::posix_time::minutes(11 * 60 + 30)).substr(0, 15);
+  }
   static void set(const std::string& zone) {
     zone.empty() ? ::unsetenv("TZ") : ::setenv("TZ", zone.c_str(), 1);
     ::tzset();
@@ -29,7 +33,7 @@ class FarZone {
   const std::string before_;
 };
 
-/// A text such as "2024-03-05 07:08:09" in the form of FarZone::now().
+/// A text such as "2024-03-05 07:08:09" in the form of FarZone::before().
 inline std::string isoTime(const std::string& text) {
   std::string digits;
   for (const char c : text) {
