@@ -17,11 +17,7 @@ constexpr const char* kOperation =
     "static std::string libvarrow::CommonStatistics::dumpToFile(const boost::filesystem::path&, "
     "const Json::Value&)";
 
-}  // namespace
-
-namespace {
-
-// Writing to what cannot be removed would follow a link to someone else's file.
+// Returns false when the old file cannot be removed: it may be a link to a file of another user.
 bool mayBeWritten(const std::string& fileName, OldFile old) {
   if (old == OldFile::Overwritten) return true;
   boost::system::error_code error;

@@ -77,7 +77,7 @@ const unsigned char* endOfCharacter(const unsigned char* at, const unsigned char
   return at + rest.count + 1;
 }
 
-// By hand, as the converter's own decoder takes seven times as long.
+// Returns whether `text` is valid, without decoding its characters.
 bool isValidUtf8(const std::string& text) {
   const auto* at = reinterpret_cast<const unsigned char*>(text.data());
   const unsigned char* const end = at + text.size();

@@ -112,7 +112,7 @@ void meetTheLimitInAnother() {
   ::execl("/bin/sh", "sh", "-c", "echo text", nullptr);
 }
 
-// The allocator finds it while it holds its lock, so whoever allocates then hangs.
+// The allocator detects it while it holds its lock, so the next allocation hangs.
 void freeTwice() {
   void* volatile block = std::malloc(2000);
   void* volatile behind = std::malloc(2000);  // keeps it from joining the free memory

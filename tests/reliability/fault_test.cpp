@@ -1,5 +1,5 @@
 // A host that uses the whole library while one allocation or one call of the system fails: nothing
-// is lost in silence, but for the files whose writers are documented not to tell.
+// is lost in silence, except files whose writers are documented to be silent.
 #include <unistd.h>
 
 #include <boost/filesystem/operations.hpp>
