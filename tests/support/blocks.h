@@ -10,16 +10,23 @@
 
 namespace test_support {
 
-const boost::gregorian::date kFirstDay(2024, 3, 1);
+using boost::gregorian::date;
+using boost::gregorian::days;
+using boost::posix_time::hours;
+using boost::posix_time::milliseconds;
+using boost::posix_time::ptime;
+using boost::posix_time::time_duration;
 
-/// Hours from the first of March, 0:00.
-inline boost::posix_time::ptime at(double hour) {
-  const auto ticks = static_cast<std::int64_t>(hour * 3600e6);
-  return boost::posix_time::ptime(kFirstDay, boost::posix_time::microseconds(ticks));
+const date kFirstDay(2024, 3, 1);
+
+/// Returns the time so many hours after kFirstDay 0:00.
+inline ptime at(double hour) {
+  return ptime(kFirstDay,
+               boost::posix_time::microseconds(static_cast<std::int64_t>(hour * 3600e6)));
 }
 
-/// Checks nothing, unlike a slot's constructor.
-inline libvarrow::TimeSlot slotOf(boost::posix_time::ptime begin, boost::posix_time::ptime end) {
+/// Returns a slot that may be reversed, unlike one that its constructor makes.
+inline libvarrow::TimeSlot slotOf(ptime begin, ptime end) {
   libvarrow::TimeSlot slot;
   slot.time_begin = begin;
   slot.time_end = end;

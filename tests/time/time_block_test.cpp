@@ -16,7 +16,6 @@
 namespace {
 
 using namespace libvarrow;
-using boost::gregorian::date;
 using namespace boost::posix_time;
 using namespace test_support;
 
@@ -53,35 +52,19 @@ std::vector<TimeSlot> backwards(double from, double to) {
   return slots;
 }
 
-TEST(TimeBlockTest, ABlockThatWasOutOfOrderIsSearchedAsFastAsAnother) {
-  const auto cost = [](TimeBlock& block) {
-    for (int i = 5; i <= kMany; ++i) block.addTimeBlock(at(4 * i), at(4 * i + 0.5));
-    return costOf([&] {
-      for (int i = 5; i < 2000; ++i) ASSERT_FALSE(block.haveBlock(at(4 * i), at(4 * i + 1)));
-    });
-  };
-  TimeBlock another;
-  const auto limit = 30 * (cost(another) + 1);
-  TimeBlock movedFrom = blockOf({slot(8, 10), slot(9, 12), slot(17, 18)});
-  TimeBlock grownOver = movedFrom, mended = movedFrom, cut = movedFrom;
-  const TimeBlock taken = std::move(movedFrom);
-  grownOver.addTimeBlock(at(0), at(19));
-  mended.addTimeBlocks(blockOf({slot(8, 12), slot(8, 9), slot(4, 5), slot(1, 2)}));
-  cut.removeTimeBlock(at(9), at(10));
-  for (TimeBlock* block : {&movedFrom, &grownOver, &mended, &cut}) {
-    EXPECT_LT(cost(*block), limit);
-  }
-  EXPECT_EQ("8-10 9-12 17-18", text(taken));
-}
-
-TEST(TimeBlockTest, ManyChangesInNoOrderCostNoMoreForASingleOddSlot) {
+TEST(TimeBlockTest, ManyChangesOfABlockThatWasOutOfOrderTakeOnePass) {
   const TimeBlock additions(backwards(1, 1.5));
   TimeBlock apart, inOrder;
   apart.addTimeBlocks(TimeBlock(backwards(0, 0.5)));
   inOrder.addTimeBlocks(additions);
-  TimeBlock touching = apart, movedFrom = blockOf({slot(3, 4), slot(1, 2)});
+  TimeBlock touching = apart;
   touching.removeTimeBlock(at(4000.2), at(4000.2));
+  TimeBlock movedFrom = blockOf({slot(8, 10), slot(9, 12), slot(17, 18)});
+  TimeBlock covered = movedFrom, mended = movedFrom, cut = movedFrom;
   const TimeBlock taken = std::move(movedFrom);
+  covered.addTimeBlock(at(0), at(19));
+  mended.addTimeBlocks(blockOf({slot(8, 12), slot(8, 9), slot(4, 5), slot(1, 2)}));
+  cut.removeTimeBlock(at(9), at(10));
   std::vector<TimeSlot> cuts = backwards(0.1, 0.3);
   cuts.push_back(slot(4000.2, 4000.4));
   const auto cost = [](const TimeBlock& block, const TimeBlock& more, const TimeBlock& less) {
@@ -92,9 +75,38 @@ TEST(TimeBlockTest, ManyChangesInNoOrderCostNoMoreForASingleOddSlot) {
     });
   };
   const auto limit = 30 * (cost(apart, inOrder, inOrder) + 1);
-  for (const TimeBlock* block : {&apart, &touching, &movedFrom}) {
-    EXPECT_LT(cost(*block, additions, TimeBlock(cuts)), limit);
+  for (const TimeBlock& block : {apart, touching, movedFrom, covered, mended, cut}) {
+    EXPECT_LT(cost(block, additions, TimeBlock(cuts)), limit);
   }
+}
+
+TEST(TimeBlockTest, EmptyIntervalsAndUnsortedSlots) {
+  TimeBlock block(at(8), at(12)), unsorted = blockOf({slot(0, 2), slot(20, 22), slot(4, 6)});
+  block.removeTimeBlock(at(10), at(10));
+  EXPECT_EQ("8-10 10-12", text(block));
+  EXPECT_EQ("9-11", text(block.intersection(at(9), at(11))));
+  EXPECT_TRUE(block.overlap(at(9), at(9)) && block.hasIntersection(at(9), at(9)));
+  EXPECT_FALSE(unsorted.overlap(at(20), at(21))) << "after the last slot";
+  unsorted.addTimeBlock(at(10), at(12));
+  EXPECT_EQ("0-2 10-12 20-22 4-6", text(unsorted));
+}
+
+TEST(TimeBlockTest, WorkingTimeHasALaterSlotAndAPositiveLength) {
+  struct Case {
+    double from, length;
+    std::string after, before;
+  };
+  const Case cases[] = {{9, 2, "9-10 12-13", ""},  {17, 0.5, "", "13.5-14"},
+                        {16, 4, "", "8-10 12-14"}, {16, 5, "", ""},
+                        {11, 0, "11-11", ""},      {19, 0, "", ""}};
+  for (const auto& [from, length, after, before] : cases) {
+    const time_duration work = at(length) - at(0);
+    EXPECT_EQ(after, text(kThreeSlots.getBlockAtPos4Dur(at(from), work))) << from;
+    EXPECT_EQ(before, text(kThreeSlots.getBlockAtPos4DurByEnd(at(from), work))) << from;
+  }
+  EXPECT_EQ(microseconds(1), kThreeSlots.getBlockAtPos4Dur(at(11), hours(0)).getTotalDur());
+  EXPECT_EQ("2024-03-01 09:00:002024-03-01 08:00:00",
+            errorOf([] { kThreeSlots.getBlockAtPos4Dur(at(9), hours(-1)); }));
 }
 
 TEST(TimeBlockTest, AReversedIntervalThrowsBothTimesAndTheCallStack) {
@@ -169,29 +181,38 @@ TEST(TimeBlockTest, JsonIsAListOfSlotsThatIsSortedAndOtherwiseTakenAsItIs) {
             errorOf([&] { read("[" + slotJson(1, 2) + "," + noEnd + "]"); }));
 }
 
-TEST(TimeBlockTest, DaysAreTouchedOrBegunByDifferentRules) {
+TEST(TimeBlockTest, DaysAreTouchedBegunOrFull) {
   const auto day = [](int number) { return date(2024, 3, static_cast<unsigned short>(number)); };
   struct Case {
     TimeBlock block;
     std::vector<date> touched, midnights;
+    std::vector<bool> full;
   };
   const Case cases[] = {
-      {blockOf({slot(8, 24)}), {day(1), day(2)}, {day(2)}},
-      {blockOf({slot(0, 24), slot(24, 30)}), {day(1), day(2)}, {day(1), day(2)}},
-      {blockOf({slot(8, 12), slot(14, 54)}), {day(1), day(2), day(3)}, {day(2), day(3)}},
+      {blockOf({slot(8, 24)}), {day(1), day(2)}, {day(2)}, {false, false}},
+      {blockOf({slot(0, 24), slot(24, 30)}), {day(1), day(2)}, {day(1), day(2)}, {true, false}},
+      {blockOf({slot(8, 12), slot(14, 54)}),
+       {day(1), day(2), day(3)},
+       {day(2), day(3)},
+       {false, true}},
       // Less than a second after midnight is midnight, a second is not.
-      {blockOf({slot(0.5 / 3600, 24)}), {day(1), day(2)}, {day(1), day(2)}},
-      {blockOf({slot(1.0 / 3600, 24)}), {day(1), day(2)}, {day(2)}}};
+      {blockOf({slot(0.5 / 3600, 24)}), {day(1), day(2)}, {day(1), day(2)}, {true, false}},
+      {blockOf({slot(1.0 / 3600, 24)}), {day(1), day(2)}, {day(2)}, {false, false}},
+      // The first slot that is full only later ends the search.
+      {blockOf({slot(48, 72), slot(0, 24)}), {}, {}, {false, false}}};
   for (const Case& c : cases) {
     SCOPED_TRACE(c.block.dumpAsString());
+    EXPECT_EQ(c.full, c.block.getFullDayInvolveStatus(day(1), day(2)));
+    if (c.touched.empty()) continue;
+    EXPECT_EQ(c.full[0] || c.full[1], c.block.haveCompleteDays(at(0), at(48), 1));
     EXPECT_EQ(c.touched, c.block.getAllDates());
     EXPECT_EQ(c.midnights, c.block.getDatesContainFullDay());
   }
+  EXPECT_TRUE(TimeBlock(at(8), at(9)).haveCompleteDays(at(12), at(13), -1)) << "outside the window";
 }
 
 TEST(TimeBlockTest, TimeIsSummedInWindowsOfWholeDays) {
   const TimeBlock block = blockOf({slot(8, 24), slot(30, 31), slot(40, 80)});
-  EXPECT_EQ(hours(16), block.getTotalDur(kFirstDay, kFirstDay));
   EXPECT_EQ(hours(25), block.getTotalDur(kFirstDay, date(2024, 3, 2)));
 }
 
@@ -201,6 +222,7 @@ TEST(TimeBlockTest, SlotsWithoutEndAnswerWhatCanBeAnswered) {
   const std::string error = "the days from 2024-03-01 to +infinity cannot be listed";
   EXPECT_EQ(error, errorOf([&] { open.getAllDates(); }));
   EXPECT_EQ(error, errorOf([&] { open.getStatisticByDay(); }));
+  EXPECT_TRUE(open.getTotalDur().is_pos_infinity());
   EXPECT_EQ(error, errorOf([&] { open.getInvolveStatus(kFirstDay, never.date()); }));
   // A length of all time does not overflow.
   const time_duration longest(boost::date_time::max_date_time);
