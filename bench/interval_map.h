@@ -58,7 +58,7 @@ class IntervalMap {
 
   IntervalMap intersection(Time begin, Time end) const {
     IntervalMap result;
-    for (auto slot = firstEndingBehind(begin); isBefore(slot, end); ++slot) {
+    for (auto slot = firstEndingAfter(begin); isBefore(slot, end); ++slot) {
       result.append(std::max(slot->first, begin), std::min(slot->second, end));
     }
     return result;
@@ -69,7 +69,7 @@ class IntervalMap {
     return slot != slots_.begin() && !(std::prev(slot)->second < end);
   }
 
-  bool meets(Time begin, Time end) const { return isBefore(firstEndingBehind(begin), end); }
+  bool meets(Time begin, Time end) const { return isBefore(firstEndingAfter(begin), end); }
 
   Duration total() const {
     Duration total;
@@ -79,7 +79,7 @@ class IntervalMap {
 
   Duration total(Time begin, Time end) const {
     Duration total;
-    for (auto slot = firstEndingBehind(begin); isBefore(slot, end); ++slot) {
+    for (auto slot = firstEndingAfter(begin); isBefore(slot, end); ++slot) {
       total += std::min(slot->second, end) - std::max(slot->first, begin);
     }
     return total;
@@ -88,7 +88,7 @@ class IntervalMap {
   /// Returns the first `length` from `time` on, or an empty set when there is less.
   IntervalMap forwards(Time time, Duration length) const {
     IntervalMap result;
-    for (auto slot = firstEndingBehind(time); slot != slots_.end(); ++slot) {
+    for (auto slot = firstEndingAfter(time); slot != slots_.end(); ++slot) {
       const Time begin = std::max(slot->first, time);
       const Time end = std::min(slot->second, begin + length);
       result.append(begin, end);
@@ -122,7 +122,7 @@ class IntervalMap {
  private:
   using Iterator = std::map<Time, Time>::const_iterator;
 
-  Iterator firstEndingBehind(Time time) const {
+  Iterator firstEndingAfter(Time time) const {
     auto slot = slots_.upper_bound(time);
     if (slot != slots_.begin() && time < std::prev(slot)->second) --slot;
     return slot;

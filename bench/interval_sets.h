@@ -89,7 +89,7 @@ class IclSet {
 
   IclSet forwards(Time time, Duration length) const {
     IclSet result;
-    for (auto slot = firstEndingBehind(time); slot != set_.end(); ++slot) {
+    for (auto slot = firstEndingAfter(time); slot != set_.end(); ++slot) {
       const Time begin = std::max(slot->lower(), time);
       const Time end = std::min(slot->upper(), begin + length);
       result.set_.add(result.set_.end(), Interval(begin, end));
@@ -101,7 +101,7 @@ class IclSet {
 
   IclSet backwards(Time time, Duration length) const {
     IclSet result;
-    auto slot = firstEndingBehind(time);
+    auto slot = firstEndingAfter(time);
     if (slot != set_.begin() && !(std::prev(slot)->upper() < time)) --slot;
     while (slot != set_.begin()) {
       --slot;
@@ -124,7 +124,7 @@ class IclSet {
   using Interval = boost::icl::right_open_interval<Time>;
   using Set = boost::icl::interval_set<Time, std::less, Interval>;
 
-  Set::const_iterator firstEndingBehind(Time time) const {
+  Set::const_iterator firstEndingAfter(Time time) const {
     return set_.lower_bound(Interval(time, time + Time::time_duration_type::unit()));
   }
 

@@ -157,9 +157,9 @@ class DllManager::Plugin {
     // Read as bytes: a function named initModule is not a pointer and may lie at any address.
     void* target = nullptr;
     std::memcpy(&target, entrySymbol(), sizeof target);
-    boost::system::error_code isNowhere;
-    boost::dll::symbol_location_ptr(target, isNowhere);
-    if (isNowhere) {
+    boost::system::error_code notFound;
+    boost::dll::symbol_location_ptr(target, notFound);
+    if (notFound) {
       const char* message = "initModule is not a BOOST_DLL_ALIAS of a function";
       logFault(path_, message);
       throw fault(path_, message);
