@@ -85,11 +85,17 @@ TimeBlock::TimeBlock(ptime const& begin, ptime const& end) {
   addTimeBlock(begin, end);
 }
 
-TimeBlock::TimeBlock(std::vector<TimeSlot> const& slots)
-    : timeslots(slots), isOrdered_(slot_search::areOrdered(timeslots)) {}
+TimeBlock::TimeBlock(std::vector<TimeSlot> const& slots) : timeslots(slots) {
+  checkOrder();
+}
 
-TimeBlock::TimeBlock(std::vector<TimeSlot>&& slots)
-    : timeslots(std::move(slots)), isOrdered_(slot_search::areOrdered(timeslots)) {}
+TimeBlock::TimeBlock(std::vector<TimeSlot>&& slots) : timeslots(std::move(slots)) {
+  checkOrder();
+}
+
+void TimeBlock::checkOrder() {
+  isOrdered_ = slot_search::areOrdered(timeslots);
+}
 
 // ---- Union and subtraction
 
@@ -112,14 +118,14 @@ void TimeBlock::addTimeBlock(ptime bstart, ptime bend) {
     merged = slot_sweep::hull(merged, *last);
   }
   slot_sweep::replace(timeslots, first, last, {&merged, &merged + 1});
-  if (timeslots.size() == 1) isOrdered_ = true;
+  if (!isOrdered_ && timeslots.size() == 1) checkOrder();
 }
 
 void TimeBlock::addTimeBlocks(TimeBlock const& other) {
   if (&other == this) return addTimeBlocks(TimeBlock(other));
   const Slots& additions = other.timeslots;
   // A moved-from block may have been out of order.
-  if (timeslots.empty()) isOrdered_ = true;
+  if (timeslots.empty()) checkOrder();
   if (!isOrdered_ || additions.size() < kManySlots) return addOneByOne(additions);
   // Ordered slots need no check for reversed or unsorted ones.
   if (other.isOrdered_) return unite(additions);
@@ -146,8 +152,7 @@ void TimeBlock::addOneByOne(std::vector<TimeSlot> const& additions) {
   }
   addUntil(additions.end());
   // Checked once, after many additions only, as each of them moves slots anyway.
-  if (isOrdered_ || additions.size() < kManySlots) return;
-  isOrdered_ = slot_search::areOrdered(timeslots);
+  if (!isOrdered_ && additions.size() >= kManySlots) checkOrder();
 }
 
 void TimeBlock::unite(std::vector<TimeSlot> const& additions) {
@@ -198,7 +203,7 @@ void TimeBlock::removeOneByOne(std::vector<TimeSlot> const& cuts) {
 
 void TimeBlock::subtract(std::vector<TimeSlot> const& cuts) {
   timeslots = slot_sweep::subtract(timeslots, isOrdered_, rowOf(cuts));
-  if (!isOrdered_) isOrdered_ = slot_search::areOrdered(timeslots);
+  if (!isOrdered_) checkOrder();
 }
 
 void TimeBlock::removeTimeBlock(TimeBlock const* other) {
@@ -299,9 +304,11 @@ void TimeBlock::setBind(cppbind::Binder* binder, bool bindFields) {
   // A failed read leaves a part of the slots.
   if (binder->isReading()) isOrdered_ = false;
   binder->bind(timeslots);
-  const bool isSorted = isOrdered_ || std::is_sorted(timeslots.begin(), timeslots.end());
+  if (isOrdered_) return;
+  const bool isSorted = std::is_sorted(timeslots.begin(), timeslots.end());
   if (!isSorted) std::sort(timeslots.begin(), timeslots.end());
-  if (binder->isReading() || !isSorted) isOrdered_ = slot_search::areOrdered(timeslots);
+  // Not after writing sorted slots, as threads may share the block.
+  if (binder->isReading() || !isSorted) checkOrder();
 }
 
 }  // namespace libvarrow

@@ -17,7 +17,6 @@ using boost::posix_time::hours;
 using boost::posix_time::microseconds;
 using boost::posix_time::ptime;
 using boost::posix_time::time_duration;
-using slot_search::haveRealTimesOnly;
 using slot_search::SlotsNear;
 
 namespace {
@@ -90,10 +89,14 @@ void setFlags(std::vector<bool>& flags, std::int64_t from, std::int64_t to) {
 
 }  // namespace
 
+bool TimeBlock::isOrderedInRealTime() const {
+  return isOrdered_ && slot_search::haveRealTimesOnly(timeslots);
+}
+
 // ---- How much time
 
 time_duration TimeBlock::getTotalDur() const {
-  if (isOrdered_ && haveRealTimesOnly(timeslots)) {
+  if (isOrderedInRealTime()) {
     std::int64_t ticks = 0;
     for (const TimeSlot& slot : timeslots) {
       ticks += RealTime::ticks(slot.time_end) - RealTime::ticks(slot.time_begin);
@@ -156,9 +159,8 @@ std::vector<date> TimeBlock::getDatesContainFullDay() const {
 std::vector<bool> TimeBlock::getInvolveStatus(date date_begin, date date_end) const {
   LIBVARROW_CHECK(date_begin <= date_end);
   std::vector<bool> flags = noFlags(date_begin, date_end);
-  const bool isSearchable = isOrdered_ && haveRealTimesOnly(timeslots);
   for (const TimeSlot& slot :
-       SlotsNear(timeslots, isSearchable, ptime(date_begin), ptime(date_end + kOneDay))) {
+       SlotsNear(timeslots, isOrderedInRealTime(), ptime(date_begin), ptime(date_end + kOneDay))) {
     const date first = slot.time_begin.date();
     const date last = slot.time_end.date();
     if (last < first) {
@@ -176,9 +178,8 @@ std::vector<bool> TimeBlock::getFullDayInvolveStatus(date date_begin, date date_
   LIBVARROW_CHECK(date_begin <= date_end);
   std::vector<bool> flags = noFlags(date_begin, date_end);
   const auto count = static_cast<std::int64_t>(flags.size());
-  const bool isSearchable = isOrdered_ && haveRealTimesOnly(timeslots);
   for (const TimeSlot& slot :
-       SlotsNear(timeslots, isSearchable, ptime(date_begin), ptime(date_end + kOneDay))) {
+       SlotsNear(timeslots, isOrderedInRealTime(), ptime(date_begin), ptime(date_end + kOneDay))) {
     const std::int64_t first =
         daysBetween(date_begin, slot.time_begin.date()) + (isPastMidnight(slot.time_begin) ? 1 : 0);
     const std::int64_t last = daysBetween(date_begin, slot.time_end.date());
@@ -210,9 +211,9 @@ std::map<date, time_duration> TimeBlock::getStatisticByDay() const {
 
 bool TimeBlock::haveCompleteDays(ptime const& start, ptime const& end, int days) const {
   // With less than one day, slots outside the window count too.
-  const bool isSearchable = isOrdered_ && days >= 1 && haveRealTimesOnly(timeslots) &&
-                            !start.is_special() && !end.is_special();
-  for (const TimeSlot& slot : SlotsNear(timeslots, isSearchable, start, end)) {
+  const bool isNarrowed =
+      days >= 1 && isOrderedInRealTime() && !start.is_special() && !end.is_special();
+  for (const TimeSlot& slot : SlotsNear(timeslots, isNarrowed, start, end)) {
     const ptime& lo = std::max(start, slot.time_begin);
     const ptime& hi = std::min(slot.time_end, end);
     if (days <= daysBetween(lo.date(), hi.date()) - (isPastMidnight(lo) ? 1 : 0)) return true;

@@ -11,8 +11,8 @@ namespace libvarrow::slot_search {
 
 using Slots = std::vector<TimeSlot>;
 
-/// Returns whether each slot begins no later than it ends and ends no later than the next begins.
-/// Begins and ends are then ascending.
+/// Returns whether the slots have the invariant "ordered": each begins no later than it ends and
+/// ends no later than the next begins. Begins and ends are then ascending.
 bool areOrdered(const Slots& slots);
 
 /// Returns, for ordered slots, whether no time is infinite or not-a-date-time.
@@ -44,13 +44,13 @@ inline Slots::const_iterator lowerBound(const Slots& slots, const boost::posix_t
 }
 
 /// A range of the slots that overlap or touch [from, to], in order: for (slot : SlotsNear(...)).
-/// Contains all slots when `isSearchable` is false or the window is reversed, so a loop must not
-/// rely on the selection.
+/// Contains all slots when `areOrdered` is false or the window is reversed, so a loop must not rely
+/// on the selection.
 class SlotsNear {
  public:
-  SlotsNear(const Slots& slots, bool isSearchable, const boost::posix_time::ptime& from,
+  SlotsNear(const Slots& slots, bool areOrdered, const boost::posix_time::ptime& from,
             const boost::posix_time::ptime& to)
-      : end_{slots.data() + slots.size(), to, isSearchable && !(to < from)},
+      : end_{slots.data() + slots.size(), to, areOrdered && !(to < from)},
         begin_(slots.data() + (end_.isNarrowed ? lowerBound(slots, from) - slots.begin() : 0)) {}
 
   struct End {
@@ -58,7 +58,7 @@ class SlotsNear {
     boost::posix_time::ptime to;
     bool isNarrowed;
 
-    bool isBehind(const TimeSlot& slot) const { return isNarrowed && to < slot.time_begin; }
+    bool isAfterWindow(const TimeSlot& slot) const { return isNarrowed && to < slot.time_begin; }
   };
   struct Iterator {
     const TimeSlot* slot;
@@ -68,10 +68,10 @@ class SlotsNear {
       ++slot;
       return *this;
     }
-    bool operator!=(const End& end) const { return slot != end.last && !end.isBehind(*slot); }
+    bool operator!=(const End& end) const { return slot != end.last && !end.isAfterWindow(*slot); }
   };
   std::size_t count() const {
-    const auto isInside = [&](const TimeSlot& slot) { return !end_.isBehind(slot); };
+    const auto isInside = [&](const TimeSlot& slot) { return !end_.isAfterWindow(slot); };
     return static_cast<std::size_t>(firstNot(begin_, end_.last, isInside) - begin_);
   }
 

@@ -318,14 +318,19 @@ class LIBVARROW_API TimeBlock {
   void setBind(cppbind::Binder* binder, bool bindFields);
 
  private:
+  // Sets isOrdered_ by checking the slots. Nothing else establishes the invariant.
+  void checkOrder();
+  // Returns whether the block is ordered and has no special times.
+  bool isOrderedInRealTime() const;
   void addOneByOne(std::vector<TimeSlot> const& additions);
   void unite(std::vector<TimeSlot> const& additions);
   void removeOneByOne(std::vector<TimeSlot> const& cuts);
   void subtract(std::vector<TimeSlot> const& cuts);
 
   std::vector<TimeSlot> timeslots;
-  // True: each slot begins no later than it ends and ends no later than the next begins. Binary
-  // searches rely on this invariant. False: it is not known to hold; queries visit every slot.
+  // The invariant "ordered": each slot begins no later than it ends and ends no later than the next
+  // begins. Binary searches rely on it. False when it is not known to hold: queries then visit
+  // every slot. All changes keep it; only checkOrder() establishes it.
   bool isOrdered_ = true;
 };
 
