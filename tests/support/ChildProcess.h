@@ -1,4 +1,4 @@
-// Runs code in a process of its own, for what ends the process or changes it for good.
+// Runs code that ends or permanently changes the process in a child process.
 #pragma once
 
 #include <functional>

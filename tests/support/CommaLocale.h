@@ -1,11 +1,11 @@
-// A global locale that is fatal to text read and written through streams.
+// A global locale that changes the numbers that streams read and write.
 #pragma once
 
 #include <locale>
 
 namespace test_support {
 
-/// While it lives, streams made anew write 1234.5 as "1.234,5".
+/// RAII guard: new streams write 1234.5 as "1.234,5".
 class CommaLocale {
  public:
   CommaLocale() : before_(std::locale::global({std::locale::classic(), new Comma})) {}

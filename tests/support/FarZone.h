@@ -1,4 +1,4 @@
-// A time zone in which no machine is.
+// A time zone that no machine uses.
 #pragma once
 
 #include <boost/date_time/posix_time/posix_time.hpp>
@@ -8,14 +8,14 @@
 
 namespace test_support {
 
-/// While it lives, local time is 11 hours and 30 minutes ahead of UTC.
+/// RAII guard: local time is 11 hours and 30 minutes ahead of UTC.
 class FarZone {
  public:
   FarZone() : before_(std::getenv("TZ") == nullptr ? "" : std::getenv("TZ")) { set("FAR-11:30"); }
   ~FarZone() { set(before_); }
 
   ///@{
-  /// The local time to the second, such as "20240305T070809", to be compared with others as text.
+  /// Returns the local time to the second, such as "20240305T070809", for comparison as text.
   /// The clock of whole seconds may be some milliseconds later than that of microseconds.
   static std::string before() { return text(boost::posix_time::second_clock::universal_time()); }
   static std::string after() { return text(boost::posix_time::microsec_clock::universal_time()); }
@@ -33,7 +33,7 @@ class FarZone {
   const std::string before_;
 };
 
-/// A text such as "2024-03-05 07:08:09" in the form of FarZone::before().
+/// Returns a text such as "2024-03-05 07:08:09" in the form of FarZone::before().
 inline std::string isoTime(const std::string& text) {
   std::string digits;
   for (const char c : text) {

@@ -21,7 +21,7 @@ class TemporaryDirectory {
   boost::filesystem::path before_;
 };
 
-/// A test that runs in a directory of its own.
+/// A test that runs in a new directory.
 class InTemporaryDirectory : public testing::Test {
  protected:
   TemporaryDirectory directory;

@@ -1,4 +1,4 @@
-// What nearly every test needs.
+// Helpers of nearly all tests.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -17,7 +17,7 @@
 
 namespace test_support {
 
-/// What the exception that `call` throws says.
+/// Returns the message of the exception that `call` throws, or "no error".
 template <class Call>
 std::string errorOf(Call call) {
   try {
@@ -28,7 +28,7 @@ std::string errorOf(Call call) {
   return "no error";
 }
 
-/// Waits for `isDone()`; false when it does not come true in ten minutes, which takes a hang.
+/// Waits for `isDone()`. Returns false after ten minutes, which only a hang takes.
 template <class Condition>
 bool eventually(Condition isDone) {
   const auto end = std::chrono::steady_clock::now() + std::chrono::minutes(10);
@@ -39,7 +39,7 @@ bool eventually(Condition isDone) {
   return true;
 }
 
-/// By the library, as jsoncpp alone reads numbers with the global locale's decimal point.
+/// Parses JSON by the library: jsoncpp alone uses the decimal point of the global locale.
 inline Json::Value json(const std::string& text) {
   return libvarrow::Str2Json(text);
 }

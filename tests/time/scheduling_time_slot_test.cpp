@@ -31,12 +31,12 @@ TimeSlotWithEfficiency slotAt(double efficiency) {
                                 nullptr);
 }
 
-// Both slots of the library live side by side.
+// The two slot classes of the library are distinct.
 static_assert(std::is_same_v<libvarrow::utility::TimeSlot, ::utility::TimeSlot>);
 static_assert(!std::is_constructible_v<libvarrow::TimeSlot, ::utility::TimeSlot>);
 static_assert(!std::is_constructible_v<::utility::TimeSlot, libvarrow::TimeSlot>);
 
-TEST(SchedulingTimeSlotTest, WhatIsLockedOrNotUsableOffersNothing) {
+TEST(SchedulingTimeSlotTest, LockedAndUnusableSlotsOfferNoTime) {
   TimeSlot usable = slot(8, 12);
   EXPECT_TRUE(usable.hasNeedBlock(2));
   EXPECT_FALSE(usable.hasNeedBlock(3));
@@ -85,7 +85,7 @@ TEST(SchedulingTimeSlotTest, OnlyTouchingSlotsOfTheSameKindMerge) {
   EXPECT_TRUE(TimeSlot::compareLess(slot(8, 12), slot(9, 10)));
 }
 
-TEST(SchedulingTimeSlotTest, APieceTakesOverAllButTheLock) {
+TEST(SchedulingTimeSlotTest, APieceCopiesEverythingExceptTheLock) {
   TimeSlot whole = slot(8, 12);
   whole.setOriginalSlot(boost::make_shared<TimeSlot>(slot(0, 24)));
   whole.setTag(TimeSlot::Tag::Frozen, true);
@@ -106,7 +106,7 @@ TEST(SchedulingTimeSlotTest, APieceTakesOverAllButTheLock) {
       TimeSlot().dumpAsString());
 }
 
-TEST(SchedulingTimeSlotTest, DurationIsUsedUpFromEitherEnd) {
+TEST(SchedulingTimeSlotTest, DurationIsConsumedFromEitherEnd) {
   struct Case {
     bool backwards;
     int from, length, time, rest;
@@ -148,7 +148,7 @@ Slot read(const Json::Value& json) {
   return slot;
 }
 
-TEST(SchedulingTimeSlotTest, TagsTravelFromJsonOnlyAndUnknownOnesAreLogged) {
+TEST(SchedulingTimeSlotTest, TagsAreReadButNotWritten) {
   testing::internal::CaptureStderr();
   TimeSlot tagged = slot(8, 10, 3);
   tagged.setTag(TimeSlot::Tag::Host1, true);
@@ -192,7 +192,7 @@ TEST(TimeSlotWithEfficiencyTest, WorkAndClockTimeAreConvertedInWholeMilliseconds
   EXPECT_EQ(hours(0), slow.getDurWithEfficiency());
 }
 
-TEST(TimeSlotWithEfficiencyTest, RatesThatNoClockHasAreSettled) {
+TEST(TimeSlotWithEfficiencyTest, ExtremeEfficienciesSaturate) {
   time_duration work = hours(1);
   EXPECT_EQ(at(10), slotAt(0).getEndTimeWithEfficiency(work));
   EXPECT_TRUE(work.is_pos_infinity());
@@ -203,7 +203,7 @@ TEST(TimeSlotWithEfficiencyTest, RatesThatNoClockHasAreSettled) {
   EXPECT_TRUE(slotAt(1e300).getDurWithEfficiency().is_pos_infinity());
 }
 
-TEST(TimeSlotWithEfficiencyTest, PiecesAndMergingMindTheEfficiency) {
+TEST(TimeSlotWithEfficiencyTest, PiecesAndMergingKeepTheEfficiency) {
   TimeSlotWithEfficiency slot = slotAt(0.8);
   EXPECT_FALSE(slot.merge(slotAt(0.9).newFromThis(at(10), at(12), 2)));
   slot.setTag(TimeSlot::Tag::Frozen, true);
@@ -218,7 +218,7 @@ TEST(TimeSlotWithEfficiencyTest, PiecesAndMergingMindTheEfficiency) {
   EXPECT_EQ(hours(3), piece.getShiftDur());
 }
 
-TEST(TimeSlotWithEfficiencyTest, JsonCutsTheEfficiencyToFourDecimalsInSinglePrecision) {
+TEST(TimeSlotWithEfficiencyTest, JsonTruncatesTheEfficiencyToFourDecimals) {
   const std::pair<const char*, float> cases[] = {
       {"1.23456", 1.2345F}, {"0.85", 0.85F}, {"-3", 0.0F}};
   for (const auto& [text, expected] : cases) {

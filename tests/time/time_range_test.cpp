@@ -40,7 +40,7 @@ TEST(TimeRangeTest, ADailyWindowIsClosedAndMayRunPastMidnight) {
   EXPECT_TRUE(isInside(-2, 3, at(2)));
 }
 
-TEST(TimeRangeTest, AnIntervalMeetsADailyWindowAtItsEndsToo) {
+TEST(TimeRangeTest, AnIntervalOverlapsADailyWindowAtItsEndsToo) {
   EXPECT_TRUE(isOverlap(hours(22), hours(30), at(3), at(4)));
   EXPECT_TRUE(isOverlap(hours(22), hours(30), at(6), at(7)));
   EXPECT_FALSE(isOverlap(hours(22), hours(30), at(6, 1), at(7)));
@@ -52,7 +52,7 @@ TEST(TimeRangeTest, AnIntervalMeetsADailyWindowAtItsEndsToo) {
   EXPECT_FALSE(isOverlap(hours(8), hours(10), at(11), at(31, 59)));
 }
 
-TEST(TimeRangeTest, WindowsAndIntervalsThatAreNoneEndTheProcess) {
+TEST(TimeRangeTest, InvalidWindowsAndIntervalsAbort) {
   expectAbort("Assertion `s1 <= e1' failed", [] { isContain(at(9), at(8), at(8), at(9)); });
   expectAbort("Assertion `s2 <= e2' failed", [] { isContain(at(8), at(9), at(9), at(8)); });
   expectAbort("Assertion `s1 <= e1' failed", [] { isOverlap(at(9), at(8), at(8), at(9)); });
@@ -66,13 +66,13 @@ TEST(TimeRangeTest, WindowsAndIntervalsThatAreNoneEndTheProcess) {
   expectAbort("interval from", [] { isOverlap(hours(8), hours(10), at(8), at(8)); });
 }
 
-// The text forms of a value, or of what a pointer points to.
+// Returns the text forms of a value or of the target of a pointer.
 template <class T>
 std::string texts(const T& time) {
   return time2str(time) + '|' + time2strIgnoreSecond(time) + '|' + time2strNew(time);
 }
 
-TEST(TimeTextTest, EveryFormHasItsTextOfAValueAndOfAPointer) {
+TEST(TimeTextTest, EveryFormWritesValuesAndPointers) {
   const date day(2024, 3, 5);
   const ptime time(day, time_duration(7, 8, 9) + microseconds(999999));
   const time_duration length(26, 5, 3);
@@ -84,7 +84,7 @@ TEST(TimeTextTest, EveryFormHasItsTextOfAValueAndOfAPointer) {
   EXPECT_EQ("2024-03-05|2024-03-05", time2str(&day) + '|' + time2strIgnoreSecond(&day));
 }
 
-TEST(TimeTextTest, DurationsOfAnySizeAndSpecialValuesAreWritten) {
+TEST(TimeTextTest, LongDurationsAndSpecialValuesAreWritten) {
   EXPECT_EQ("01:00:30|01:00|01小时30秒", texts(time_duration(1, 0, 30) + microseconds(999999)));
   EXPECT_EQ("-1:-30:-1|-1:-30|", texts(-time_duration(1, 30, 1) - microseconds(500000)));
   EXPECT_EQ("2147483647:00:00|2147483647:00|2147483647小时", texts(hours(2147483647)));
