@@ -93,7 +93,7 @@ bool TimeBlock::isOrderedInRealTime() const {
   return isOrdered_ && slot_search::haveRealTimesOnly(timeslots);
 }
 
-// ---- How much time
+// ---- Total time
 
 time_duration TimeBlock::getTotalDur() const {
   if (isOrderedInRealTime()) {
@@ -225,7 +225,7 @@ bool TimeBlock::haveFullDay(date d) const {
   return haveBlock(ptime(d), ptime(d + kOneDay));
 }
 
-// ---- Where working time ends
+// ---- Working time from a position
 
 TimeBlock TimeBlock::getBlockAtPos4Dur(ptime const& pos, time_duration const& dur) const {
   auto slot = lowerBound(timeslots, pos);
