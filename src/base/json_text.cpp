@@ -14,6 +14,7 @@
 #include "base/DecimalPoints.h"
 #include "base/out_of_memory.h"
 #include "base/thread_local_object.h"
+#include "base/utf8.h"
 
 #if defined(__GNUC__)
 #pragma GCC diagnostic ignored "-Wdeprecated-declarations"
@@ -83,8 +84,7 @@ bool parsePlain(std::string_view text, Json::Value& value, std::string& errors, 
 }  // namespace
 
 bool parse(const std::string& text, Json::Value& value, std::string& errors, Comments comments) {
-  // Editors on some systems put a byte order mark in front.
-  const std::size_t begin = text.compare(0, 3, "\xEF\xBB\xBF") == 0 ? 3 : 0;
+  const std::size_t begin = byteOrderMarkLength(text);
   if (globalLocaleWritesPlainNumbers()) {
     return parsePlain(std::string_view(text).substr(begin), value, errors, comments);
   }
