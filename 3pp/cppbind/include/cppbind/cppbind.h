@@ -3,9 +3,11 @@
 
 #include "cppbind/ClassRegister.h"
 #include "cppbind/ClassRegisterBase.h"
+#include "cppbind/JsonPlaces.h"
 #include "cppbind/ObjFactory.h"
 #include "cppbind/Object.h"
 #include "cppbind/ParseErrorException.h"
+#include "cppbind/TextPositions.h"
 #include "cppbind/imp/binder.h"
 #include "cppbind/imp/field_codec.h"
 #include "cppbind/imp/json_decode_binder.h"

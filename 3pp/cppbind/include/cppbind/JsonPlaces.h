@@ -1,0 +1,72 @@
+// Finds where in a JSON text a value or key is.
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "cppbind/Export.h"
+
+namespace cppbind {
+
+/// Index of the values and keys of a JSON text. It agrees with the library's readers: comments and
+/// a byte order mark are allowed, of equal keys in an object the last counts, and text after the
+/// value is not read.
+///
+/// Any text is accepted. If it is not JSON, the index contains the values before the first error.
+/// Places are offsets of bytes; TextPositions converts them into lines and columns.
+///
+///     const cppbind::JsonPlaces places(text);
+///     const auto place = places.find(error.path());   // of a ParseErrorException
+///     const auto position = cppbind::TextPositions(places.text()).at(place.value);
+///
+/// Creating it takes O(n log n) at most, O(n) for objects of few keys. Needs memory proportional to
+/// the text, whatever its nesting. Copies share the index. Thread-safe.
+class CPPBIND_API JsonPlaces {
+ public:
+  /// Offset that means "none".
+  static constexpr std::size_t kNone = static_cast<std::size_t>(-1);
+
+  /// The place of the innermost value on a path.
+  struct Place {
+    /// The number of elements of the path that exist. Less than its length if a key or element is
+    /// missing; the place is then that of the innermost value that exists.
+    std::size_t depth;
+    /// Where the value's key begins, at its quotation mark. kNone for elements of lists and for the
+    /// outermost value.
+    std::size_t key;
+    /// Where the value begins. 0 if the text has no value.
+    std::size_t value;
+  };
+
+  /// Indexes `text`.
+  explicit JsonPlaces(std::string text);
+
+  /// Returns the indexed text.
+  const std::string& text() const noexcept;
+
+  /// Returns the place of the value at `path`, as ParseErrorException::path() names it. "[2]" is an
+  /// index if the value before it is a list, a key if that is an object. O(log n) for each element.
+  Place find(const std::vector<std::string>& path) const;
+
+  /// Returns, in ascending order, where keys begin that an object already has. Their first
+  /// occurrences are not included.
+  const std::vector<std::size_t>& repeatedKeys() const noexcept;
+
+  /// Returns the path to the key or value that begins at `offset`, as find() takes it. O(n). Of an
+  /// offset where none begins, it is the path to one before.
+  std::vector<std::string> pathTo(std::size_t offset) const;
+
+  /// Returns where text begins that follows the whole value and is not a comment, kNone if there is
+  /// no such text. The readers ignore it.
+  std::size_t textAfterValue() const noexcept;
+
+ private:
+  struct Index;
+  class Builder;
+
+  std::shared_ptr<const Index> index_;
+};
+
+}  // namespace cppbind
