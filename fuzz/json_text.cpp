@@ -1,11 +1,15 @@
 // Fuzzes JSON text: all readers accept or reject it alike, also under a locale with decimal commas,
-// and a value that was read and written reads back as the same value.
+// a value that was read and written reads back as the same value, and every value is found at its
+// place.
 #include <optional>
 
+#include "cppbind/JsonPlaces.h"
+#include "cppbind/TextPositions.h"
 #include "cppbind/imp/binder.h"
 #include "harness.h"
 #include "libvarrow/json/json.h"
 #include "support/CommaLocale.h"
+#include "support/json_paths.h"
 
 namespace {
 
@@ -16,6 +20,19 @@ Reading readingOf(Read read) {
   Reading reading;
   fuzz::passes([&] { reading = read(); });
   return reading;
+}
+
+void requirePlaces(const cppbind::JsonPlaces& places, const Json::Value& json) {
+  std::vector<std::string> start;
+  test_support::forEachPath(
+      json, start, [&](const std::vector<std::string>& path, const Json::Value& value) {
+        const cppbind::JsonPlaces::Place place = places.find(path);
+        fuzz::require(place.depth == path.size(), "path of a value");
+        fuzz::require(places.pathTo(place.value) == path, "path of a place");
+        // Text inside lists and objects would be read once for each of them.
+        if ((value.isArray() || value.isObject()) && !value.empty()) return;
+        fuzz::require(libvarrow::Str2Json(places.text().substr(place.value)) == value, "place");
+      });
 }
 
 }  // namespace
@@ -34,7 +51,11 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     fuzz::require(plain == read(), "under a comma locale");
     fuzz::requireSame(writtenPlainly, written(), "written under a comma locale");
   }
+  const cppbind::JsonPlaces places(text);
+  const cppbind::TextPositions positions(text);
+  for (std::size_t offset = 0; offset <= text.size(); ++offset) positions.at(offset);
   if (!plain) return 0;
+  requirePlaces(places, *plain);
   const Json::Value once = libvarrow::Str2Json(writtenPlainly);
   const Json::Value twice = libvarrow::Str2Json(libvarrow::Json2Str(once));
   fuzz::require(once == twice, "read back");

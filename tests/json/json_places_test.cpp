@@ -60,6 +60,7 @@ TEST(JsonPlacesTest, KeysAndValuesHaveTheirLineAndColumn) {
       {R"({"a": [0, 1]})", {"a", "[18446744073709551616]"}, "1:2", "1:7", 1},
       {R"({"a": [0, 1]})", {"a", "[-1]"}, "1:2", "1:7", 1},
       {deep, Path(900, "[0]"), "-", "1:901", 900},
+      {std::string(100000, '['), Path(2, "[0]"), "-", "1:3", 2},
       {"[1 2]", {"[0]"}, "-", "1:2", 1},
       {"{\"a\": [1, tru", {"a", "[1]"}, "1:2", "1:7", 1},
       {"", {"a"}, "-", "1:1", 0},
@@ -81,8 +82,8 @@ TEST(JsonPlacesTest, RepeatedKeysAndTextAfterTheValueAreFound) {
     std::vector<std::pair<std::size_t, Path>> repeated;
     std::size_t after;
   } cases[] = {
-      {R"({"a": [{"b": 1, "\u0062": 2, "b": 3}], "c": {"a": 1}, "a": 4})",
-       {{16, {"a", "[0]", "b"}}, {29, {"a", "[0]", "b"}}, {54, {"a"}}},
+      {R"({"a": 0, "a": [{"b": 1, "\u0062": 2, "b": 3}], "c": {"a": 1}})",
+       {{9, {"a"}}, {24, {"a", "[0]", "b"}}, {37, {"a", "[0]", "b"}}},
        kNone},
       {"{\"a\": 1} // end\n/* of */\r\n ", {}, kNone},
       {"{\"a\": 1} // end\n and more", {}, 17},

@@ -17,6 +17,7 @@ using libvarrow::base::JsonTokenKind;
 using libvarrow::base::JsonTokens;
 
 constexpr std::size_t kNone = JsonPlaces::kNone;
+constexpr std::size_t kUsualBytesPerValue = 16;
 
 struct Value {
   std::size_t offset;
@@ -115,6 +116,7 @@ class JsonPlaces::Builder {
       : index_(index), tokens_(index.text, libvarrow::base::byteOrderMarkLength(index.text)) {}
 
   void build() {
+    index_.values.reserve(index_.text.size() / kUsualBytesPerValue);
     bool isValid = beginValue(tokens_.nextAfterComments(), kNone, kNone);
     while (isValid && !open_.empty()) isValid = open_.back().isList ? readElement() : readMember();
     if (isValid) noteTextAfterValue();

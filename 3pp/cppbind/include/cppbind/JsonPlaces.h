@@ -23,7 +23,7 @@ namespace cppbind {
 ///
 /// Creating it takes O(n log n) at most, O(n) for objects of few keys. Needs memory proportional to
 /// the text, whatever its nesting. Copies share the index. Thread-safe.
-class CPPBIND_API JsonPlaces {
+class JsonPlaces {
  public:
   /// Offset that means "none".
   static constexpr std::size_t kNone = static_cast<std::size_t>(-1);
@@ -41,26 +41,26 @@ class CPPBIND_API JsonPlaces {
   };
 
   /// Indexes `text`.
-  explicit JsonPlaces(std::string text);
+  CPPBIND_API explicit JsonPlaces(std::string text);
 
   /// Returns the indexed text.
-  const std::string& text() const noexcept;
+  CPPBIND_API const std::string& text() const noexcept;
 
   /// Returns the place of the value at `path`, as ParseErrorException::path() names it. "[2]" is an
   /// index if the value before it is a list, a key if that is an object. O(log n) for each element.
-  Place find(const std::vector<std::string>& path) const;
+  CPPBIND_API Place find(const std::vector<std::string>& path) const;
 
   /// Returns, in ascending order, where keys begin that an object already has. Their first
   /// occurrences are not included.
-  const std::vector<std::size_t>& repeatedKeys() const noexcept;
+  CPPBIND_API const std::vector<std::size_t>& repeatedKeys() const noexcept;
 
   /// Returns the path to the key or value that begins at `offset`, as find() takes it. O(n). Of an
   /// offset where none begins, it is the path to one before.
-  std::vector<std::string> pathTo(std::size_t offset) const;
+  CPPBIND_API std::vector<std::string> pathTo(std::size_t offset) const;
 
   /// Returns where text begins that follows the whole value and is not a comment, kNone if there is
   /// no such text. The readers ignore it.
-  std::size_t textAfterValue() const noexcept;
+  CPPBIND_API std::size_t textAfterValue() const noexcept;
 
  private:
   struct Index;
