@@ -11,7 +11,7 @@ bool isDigit(char c) {
   return c >= '0' && c <= '9';
 }
 
-// Reads four hexadecimal digits at `at` and moves it behind them.
+// Reads four hexadecimal digits at `at` and moves it after them.
 bool readHex(std::string_view text, std::size_t& at, unsigned& code) {
   const std::string_view digits = text.substr(at, 4);
   const char* const end = digits.data() + digits.size();

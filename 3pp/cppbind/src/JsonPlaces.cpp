@@ -90,10 +90,10 @@ const Value* JsonPlaces::Index::childOf(const Value& value, const std::string& e
 }
 
 const Value* JsonPlaces::Index::memberOf(const Value& object, std::string_view name) const {
-  const Value* const behind = std::upper_bound(
+  const Value* const after = std::upper_bound(
       childrenBegin(object), childrenEnd(object), name,
       [this](std::string_view searched, const Value& member) { return searched < nameOf(member); });
-  return behind != childrenBegin(object) && nameOf(behind[-1]) == name ? behind - 1 : nullptr;
+  return after != childrenBegin(object) && nameOf(after[-1]) == name ? after - 1 : nullptr;
 }
 
 const Value* JsonPlaces::Index::lastChildAtOrBefore(const Value& value, std::size_t offset) const {
