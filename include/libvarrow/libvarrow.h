@@ -38,6 +38,7 @@
 #include "libvarrow/time/time_range.h"
 #include "libvarrow/utility/DirCreator.h"
 #include "libvarrow/utility/DllManager.h"
+#include "libvarrow/utility/PlugInBuild.h"
 #include "libvarrow/utility/RegistersManager.h"
 #include "libvarrow/utility/UTFConverter.h"
 #include "libvarrow/utility/file_name.h"

@@ -15,7 +15,9 @@
 #include "base/NeverDestroyed.h"
 #include "cppbind/CodeOwner.h"
 #include "libvarrow/log/log.h"
+#include "libvarrow/utility/PlugInBuild.h"
 #include "libvarrow/utility/RegistersManager.h"
+#include "utility/build_mismatch.h"
 #include "utility/mapped_library.h"
 
 namespace libvarrow {
@@ -25,6 +27,7 @@ namespace fs = boost::filesystem;
 namespace {
 
 constexpr const char* kEntry = "initModule";
+constexpr const char* kBuild = "libvarrowPlugInBuild";
 
 std::string suffix() {
   return boost::dll::shared_library::suffix().string();
@@ -106,6 +109,7 @@ class DllManager::Plugin {
   void setShared() { isShared_ = true; }
 
   void start() {
+    requireSameBuild();
     const Entry entry = findEntry();
     const cppbind::CodeOwnerScope scope(owner_);
     isStarted_ = true;
@@ -151,6 +155,23 @@ class DllManager::Plugin {
     LIBVARROW_LOG_WARN("shared library:%s stays loaded: %s", path_.c_str(), reason.c_str());
   }
 
+  [[noreturn]] void refuse(const std::string& reason) const {
+    logFault(path_, reason);
+    throw fault(path_, reason);
+  }
+
+  // Runs no code of the plug-in. One that does not state its build is trusted to match.
+  void requireSameBuild() const {
+    if (!library_.has(kBuild)) return;
+    const PlugInBuild& build = library_.get<const PlugInBuild>(kBuild);
+    if (holderOf(&build) != library_.location()) return;
+    const std::string mismatch = buildMismatch(build);
+    if (!mismatch.empty()) refuse(mismatch);
+  }
+
+  // The loader also searches the libraries that this one links.
+  static fs::path holderOf(const void* symbol) { return boost::dll::symbol_location_ptr(symbol); }
+
   using Entry = void (*)();
 
   Entry findEntry() const {
@@ -159,11 +180,7 @@ class DllManager::Plugin {
     std::memcpy(&target, entrySymbol(), sizeof target);
     boost::system::error_code notFound;
     boost::dll::symbol_location_ptr(target, notFound);
-    if (notFound) {
-      const char* message = "initModule is not a BOOST_DLL_ALIAS of a function";
-      logFault(path_, message);
-      throw fault(path_, message);
-    }
+    if (notFound) refuse("initModule is not a BOOST_DLL_ALIAS of a function");
     return reinterpret_cast<Entry>(target);
   }
 
@@ -178,9 +195,8 @@ class DllManager::Plugin {
     }
   }
 
-  // The loader also searches the libraries that this one links.
   void requireOwn(const char* symbol) const {
-    const fs::path holder = boost::dll::symbol_location_ptr(symbol);
+    const fs::path holder = holderOf(symbol);
     if (holder == library_.location()) return;
     throw boost::system::system_error(
         boost::system::errc::make_error_code(boost::system::errc::executable_format_error),

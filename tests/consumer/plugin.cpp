@@ -18,3 +18,4 @@ void registerClasses() {
 }  // namespace
 
 BOOST_DLL_ALIAS(registerClasses, initModule)
+LIBVARROW_PLUG_IN_BUILD();

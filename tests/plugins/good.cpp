@@ -1,7 +1,9 @@
-// A plug-in that registers classes, one of them already while it is loaded.
+// A plug-in that registers classes, one of them already while it is loaded. Built once more, its
+// entry then throws an error of a type of its own.
 #include <boost/dll/alias.hpp>
 #include <iostream>
 
+#include "libvarrow/utility/PlugInBuild.h"
 #include "libvarrow/utility/RegistersManager.h"
 
 namespace {
@@ -33,11 +35,15 @@ cppbind::ClassRegister& classes() {
 }();
 
 void registerClasses() {
-  std::cout << "initModule\n";
   classes().regClass<Greeter>("Greeter");
   classes().regClass<Faulty>("Faulty");
+#ifdef THROWING
+  throw OwnError();
+#endif
+  std::cout << "initModule\n";
 }
 
 }  // namespace
 
 BOOST_DLL_ALIAS(registerClasses, initModule)
+LIBVARROW_PLUG_IN_BUILD();

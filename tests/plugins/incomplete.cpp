@@ -1,11 +1,5 @@
-// A plug-in that needs a function that nothing has, though its entry does not call it.
-#include <boost/dll/alias.hpp>
-
+// A library that needs a function that nothing has, though loading it does not call the function.
 extern "C" void nowhere();
 extern "C" void callNowhere() {
   nowhere();
 }
-
-static void registerClasses() {}
-
-BOOST_DLL_ALIAS(registerClasses, initModule)

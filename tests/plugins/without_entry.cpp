@@ -1,4 +1,4 @@
-// A library that is no plug-in.
+// A library without an entry of its own. Built once more, it links one with an entry.
 extern "C" int answer() {
   return 42;
 }

@@ -1,5 +1,6 @@
 // A plug-in: one module for the bakery.
 #include <libvarrow/module/Module.h>
+#include <libvarrow/utility/PlugInBuild.h>
 #include <libvarrow/utility/RegistersManager.h>
 
 #include <boost/dll/alias.hpp>
@@ -29,3 +30,5 @@ void registerClasses() {
 
 // The host looks up this alias and calls the function once, right after loading.
 BOOST_DLL_ALIAS(registerClasses, initModule)
+// The host refuses a plug-in that was built against another major version or another ABI.
+LIBVARROW_PLUG_IN_BUILD();

@@ -1,4 +1,5 @@
 // The function that the program calls when it loads this plug-in.
+#include <libvarrow/utility/PlugInBuild.h>
 #include <libvarrow/utility/RegistersManager.h>
 
 #include <boost/dll/alias.hpp>
@@ -11,3 +12,4 @@ static void registerClasses() {
       ->regClass<jobshop::DrawGantt>("DrawGantt");
 }
 BOOST_DLL_ALIAS(registerClasses, initModule)
+LIBVARROW_PLUG_IN_BUILD();

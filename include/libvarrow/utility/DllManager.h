@@ -24,8 +24,12 @@ namespace libvarrow {
 ///       libvarrow::RegistersManager::createRegister("modules")->regClass<Dispatch>("Dispatch");
 ///     }
 ///     BOOST_DLL_ALIAS(registerClasses, initModule)
+///     LIBVARROW_PLUG_IN_BUILD();
 ///
-/// Plug-in and host must link the same varrow library and be built alike.
+/// Plug-in and host must link the same varrow library and be built alike. The last line, of
+/// libvarrow/utility/PlugInBuild.h, states the version and the ABI that the plug-in was built
+/// against. The manager refuses a plug-in of another major version or another ABI before it calls
+/// initModule. The line is optional: without it the manager does not check the build.
 ///
 /// A plug-in's code stays loaded until the manager is destroyed, so the manager must outlive
 /// everything that comes from its plug-ins. Destroy objects first, then registries that the host
@@ -49,15 +53,16 @@ class LIBVARROW_API DllManager {
   /// Returns the library loaded under `name`. Loads it from the directory `dir` if needed: the file
   /// NAME.so, or else libNAME.so (NAME.dll on Windows). Logs the loading at INFO.
   ///
-  /// Throws std::runtime_error "shared library:PATH err:MESSAGE!" when the file cannot be loaded or
-  /// "initModule" is not a BOOST_DLL_ALIAS of a function. Throws boost::system::system_error
-  /// "boost::dll::shared_library::get() failed ..." when the file does not export "initModule"
-  /// itself (that of a library that it links does not count). Exceptions of initModule and of the
-  /// library's static objects pass unchanged. Logs each error at ERROR with the file. After an
-  /// error nothing is kept under the name and the library is unloaded: call again when the file is
-  /// corrected. A plug-in that threw itself stays loaded for good, as it may define the type of the
-  /// exception. So does a library that the system does not unload, such as one with GCC's unique
-  /// symbols (-fno-gnu-unique avoids them); a WARN line says so.
+  /// Throws std::runtime_error "shared library:PATH err:MESSAGE!" when the file cannot be loaded,
+  /// it was built against another major version or another ABI (the message has both versions and
+  /// ABIs), or "initModule" is not a BOOST_DLL_ALIAS of a function. Throws
+  /// boost::system::system_error "boost::dll::shared_library::get() failed ..." when the file does
+  /// not export "initModule" itself (that of a library that it links does not count). Exceptions of
+  /// initModule and of the library's static objects pass unchanged. Logs each error at ERROR with
+  /// the file. After an error nothing is kept under the name and the library is unloaded: call
+  /// again when the file is corrected. A plug-in that threw itself stays loaded for good, as it may
+  /// define the type of the exception. So does a library that the system does not unload, such as
+  /// one with GCC's unique symbols (-fno-gnu-unique avoids them); a WARN line says so.
   const boost::dll::shared_library* findOrCreateDll(const std::string& name,
                                                     const std::string& dir);
 
