@@ -7,13 +7,13 @@
 #include <boost/stacktrace.hpp>
 #include <stdexcept>
 
+#include "backtrace/crash_system.h"
 #include "backtrace/stack_text.h"
 
 namespace libvarrow {
 
 namespace {
 
-constexpr std::size_t kMaxFrames = 128;
 constexpr std::size_t kOwnFrame = 1;
 
 }  // namespace
@@ -21,7 +21,7 @@ constexpr std::size_t kOwnFrame = 1;
 // Not inlined, because its own frame is skipped.
 BOOST_NOINLINE void throwTraced(const std::string& message) {
   throw boost::enable_error_info(std::runtime_error(message))
-      << StackTraceInfo(boost::stacktrace::stacktrace(kOwnFrame, kMaxFrames));
+      << StackTraceInfo(boost::stacktrace::stacktrace(kOwnFrame, crash::kMaxFrames));
 }
 
 std::string callStackOf(const std::exception& error) {

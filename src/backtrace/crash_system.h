@@ -21,9 +21,9 @@ struct Stack {
   bool isWhole = true;  ///< false: the memory after the last frame cannot be read
 };
 
-/// Installs `report` for SIGSEGV and SIGABRT; it runs on the thread's crash stack if there is one.
-/// It gets the signal and the interrupted place, and does not return. A call of an address without
-/// code is undone, so that the call stack continues from the caller.
+/// Installs `report` for every row of kCrashSignals; it runs on the thread's crash stack if there
+/// is one. It gets the signal and the interrupted place, and does not return. A call of an address
+/// without code is undone, so that the call stack continues from the caller.
 void installSignalHandler(void (*report)(int sig, const void* place));
 
 /// Starts a watchdog that ends the process by SIGABRT when the calling thread does nothing for some

@@ -13,6 +13,7 @@
 #include <cstring>
 #include <ctime>
 
+#include "backtrace/crash_signals.h"
 #include "backtrace/crash_system.h"
 #include "backtrace/crash_system_posix.h"
 #include "libvarrow/backtrace/BackTrace.h"
@@ -152,8 +153,7 @@ struct sigaction actionOf(void (*handler)(int)) {
 
 void installSignalHandler(void (*report)(int sig, const void* place)) {
   reportCrash = report;
-  handleCrash(SIGSEGV);
-  handleCrash(SIGABRT);
+  for (const CrashSignal& signal : kCrashSignals) handleCrash(signal.number);
   // A write beyond the file size limit fails instead of ending the process. The signal is not
   // ignored, because programs that the host executes would inherit that.
   struct sigaction before {};

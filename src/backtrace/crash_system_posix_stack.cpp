@@ -11,6 +11,7 @@
 #include <charconv>
 #include <cstdint>
 
+#include "backtrace/crash_signals.h"
 #include "backtrace/crash_system.h"
 #include "backtrace/crash_system_posix.h"
 
@@ -170,7 +171,8 @@ bool takeCallBack(ucontext_t&) {
 
 // Returns whether the processor failed to fetch an instruction.
 bool isNoCode(int sig, const siginfo_t& info, const ucontext_t& place) {
-  return sig == SIGSEGV && info.si_code > 0 &&
+  const CrashSignal* signal = crashSignal(sig);
+  return signal != nullptr && signal->reportsCalls && info.si_code > 0 &&
          reinterpret_cast<std::uintptr_t>(info.si_addr) == programCounter(place);
 }
 

@@ -8,6 +8,7 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "backtrace/crash_signals.h"
 #include "backtrace/crash_system.h"
 #include "libvarrow/backtrace/BackTrace.h"
 
@@ -66,8 +67,7 @@ namespace crash {
 
 void installSignalHandler(void (*report)(int sig, const void* place)) {
   reportCrash = report;
-  std::signal(SIGSEGV, onSignal);
-  std::signal(SIGABRT, onSignal);
+  for (const CrashSignal& signal : kCrashSignals) std::signal(signal.number, onSignal);
 }
 
 void startWatchdog() {

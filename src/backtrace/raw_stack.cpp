@@ -4,6 +4,7 @@
 #include <atomic>
 #include <charconv>
 
+#include "backtrace/crash_signals.h"
 #include "backtrace/crash_system.h"
 
 namespace libvarrow::crash {
@@ -23,6 +24,11 @@ void sayNumber(long number) {
 void print(int sig, const Stack& stack, const void* place) {
   say("Signal ");
   sayNumber(sig);
+  if (const CrashSignal* signal = crashSignal(sig)) {
+    say(" (");
+    say(signal->name);
+    say(")");
+  }
   say(" in thread ");
   sayNumber(threadNumber());
   say(", call stack:\n");

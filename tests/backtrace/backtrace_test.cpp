@@ -9,7 +9,9 @@
 #include <boost/filesystem/operations.hpp>
 #include <boost/shared_ptr.hpp>
 #include <boost/stacktrace/stacktrace.hpp>
+#include <csignal>
 #include <cstdlib>
+#include <cstring>
 #include <fstream>
 #include <regex>
 
@@ -137,6 +139,27 @@ TEST_F(BackTraceTest, TheFirstSetUpSaysWhetherACrashWritesADumpFile) {
     EXPECT_EQ(wanted ? 1u : 0u, dumpFiles().size());
     EXPECT_EQ(1u, occurrences(child.errors, "backtrace:\n")) << "without a logger: standard error";
   }
+}
+
+TEST_F(BackTraceTest, EveryCrashSignalIsNamedAndLogged) {
+  int signals = 0;
+  for (int sig = 1; sig < NSIG; ++sig) {
+    const auto child = runInChild([sig] {
+      init_error_handler(false);
+      struct sigaction fault {};
+      struct sigaction action {};
+      ::sigaction(SIGSEGV, nullptr, &fault);
+      ::sigaction(sig, nullptr, &action);
+      if (action.sa_sigaction == fault.sa_sigaction) ::raise(sig);
+    });
+    if (child.exitCode == 0) continue;  // another action
+    ++signals;
+    EXPECT_EQ(SIGABRT, child.signal);
+    const std::string line = "Signal " + std::to_string(sig) + " (SIG" + ::sigabbrev_np(sig) + ") ";
+    EXPECT_EQ(1u, occurrences(child.errors, line)) << line << child.errors;
+    EXPECT_TRUE(contains(child.errors, "\nbacktrace:\n 0# ")) << child.errors;
+  }
+  EXPECT_LE(2, signals);
 }
 
 TEST_F(BackTraceTest, AFailedCheckShowsItsStackOnceAndTheLogAgain) {
