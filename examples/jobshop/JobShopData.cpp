@@ -1,13 +1,13 @@
 #include "JobShopData.h"
 
 #include <libvarrow/backtrace/Check.h>
-#include <libvarrow/stream/AutoCreateDirFileStream.h>
 
 #include <boost/filesystem/operations.hpp>
 #include <stdexcept>
 #include <utility>
 
 #include "LowerBound.h"
+#include "OutputFile.h"
 #include "ScheduleText.h"
 #include "calendar/CalendarText.h"
 
@@ -81,32 +81,26 @@ Json::Value JobShopData::getBaiscInfoJson() {
   return info;
 }
 
+std::string JobShopData::detailText() const {
+  if (!instance_) return "no instance yet\n";
+  std::string text = "instance " + instance_->name + ": " + std::to_string(instance_->jobs.size()) +
+                     " jobs, " + std::to_string(instance_->machineCount) + " machines\n";
+  if (calendar_.isSet()) text += calendarText(calendar_, instance_->machineCount);
+  return text +
+         (schedule_ ? scheduleByMachine(*instance_, *schedule_, calendar_) : "no schedule yet\n");
+}
+
 void JobShopData::dumpDetailInfo(std::string path) const {
-  libvarrow::AutoCreateDirFileStream file(path);
-  if (!instance_) {
-    file << "no instance yet\n";
-    return;
-  }
-  file << "instance " << instance_->name << ": " << instance_->jobs.size() << " jobs, "
-       << instance_->machineCount << " machines\n";
-  if (calendar_.isSet()) file << calendarText(calendar_, instance_->machineCount);
-  if (!schedule_) {
-    file << "no schedule yet\n";
-    return;
-  }
-  file << scheduleByMachine(*instance_, *schedule_, calendar_);
+  writeText(path, detailText());
 }
 
 void JobShopData::dump4Debug(std::string path) const {
-  if (instance_) {
-    libvarrow::AutoCreateDirFileStream(path + "instance.txt") << instanceText(*instance_);
-  }
+  if (instance_) writeText(path + "instance.txt", instanceText(*instance_));
   if (calendar_.isSet()) {
-    libvarrow::AutoCreateDirFileStream(path + "calendar.json") << calendarKeys(calendar_) << '\n';
+    writeText(path + "calendar.json", calendarKeys(calendar_) + '\n');
   }
   if (schedule_) {
-    libvarrow::AutoCreateDirFileStream(path + "schedule.csv")
-        << scheduleCsv(*schedule_, calendar_, calendar_.clock());
+    writeText(path + "schedule.csv", scheduleCsv(*schedule_, calendar_, calendar_.clock()));
   }
 }
 

@@ -78,6 +78,7 @@ class JobShopData : public libvarrow::ModuleData {
 
  private:
   void forgetSchedule();
+  std::string detailText() const;
 
   RunSettings settings_;
   std::optional<Instance> instance_;

@@ -1,4 +1,4 @@
-// The files that modules write for the user.
+// The files that a run writes.
 #pragma once
 
 #include <string>
@@ -6,6 +6,9 @@
 #include "JobShopData.h"
 
 namespace jobshop {
+
+/// Writes `text` to `path`. Throws std::runtime_error when the file cannot be written.
+void writeText(const std::string& path, const std::string& text);
 
 /// Writes `text` to `path`, which starts from the run's folder unless absolute, and records the
 /// file in `shop` under `kind`. Throws std::runtime_error when the file cannot be written.

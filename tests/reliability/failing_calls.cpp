@@ -1,5 +1,7 @@
-#include "reliability/failing_calls.h"
-
+// System calls and allocations of which one fails. This library is preloaded into a program.
+// FAULT_KIND is memory, open, read, write, close, rename or mkdir, and FAULT_CALL the number of the
+// call of that kind that fails; for 0 none fails. The failing call writes "fault: KIND PATH" to
+// standard error; the end of the program writes "calls: N" to standard output.
 #include <dlfcn.h>
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -29,15 +31,15 @@ std::atomic<const char*> failingKind{nullptr};
 std::atomic<unsigned long> calls{0};
 unsigned long failingCall = 0;
 
-void say(const char* text) {
-  if (::syscall(SYS_write, STDERR_FILENO, text, std::strlen(text)) < 0) std::abort();
+void say(int file, const char* text) {
+  if (::syscall(SYS_write, file, text, std::strlen(text)) < 0) std::abort();
 }
 
 bool fails(const char* kind, const char* path, int error) {
   const char* wanted = failingKind;
   if (wanted == nullptr || std::strcmp(kind, wanted) != 0 || ++calls != failingCall) return false;
   failingKind = nullptr;
-  for (const char* part : {"fault: ", kind, " ", path, "\n"}) say(part);
+  for (const char* part : {"fault: ", kind, " ", path, "\n"}) say(STDERR_FILENO, part);
   failingKind = wanted;
   errno = error;
   return true;
@@ -58,18 +60,19 @@ Function* real(const char* name) {
   return reinterpret_cast<Function*>(::dlsym(RTLD_NEXT, name));
 }
 
-}  // namespace
-
-void start(const std::string& kind, unsigned long nth) {
-  static const std::string kept = kind;
-  failingCall = nth;
-  failingKind = kept.c_str();
+__attribute__((constructor)) void start() {
+  failingCall = std::strtoul(std::getenv("FAULT_CALL"), nullptr, 10);
+  failingKind = std::getenv("FAULT_KIND");
 }
 
-unsigned long stop() {
+__attribute__((destructor)) void stop() {
   failingKind = nullptr;
-  return calls;
+  std::array<char, 32> text;
+  std::snprintf(text.data(), text.size(), "calls: %lu\n", calls.load());
+  say(STDOUT_FILENO, text.data());
 }
+
+}  // namespace
 
 }  // namespace fault_injection
 

@@ -50,6 +50,7 @@ std::string calendarKeys(const ShopCalendar& calendar) {
 std::string calendarText(const ShopCalendar& calendar, std::size_t machineCount) {
   const CalendarSettings& settings = calendar.settings();
   std::ostringstream text;
+  text.exceptions(std::ios_base::badbit);  // without memory it would drop the rest
   text << "time 0 is " << libvarrow::time2str(settings.start) << ", a time unit "
        << libvarrow::time2str(settings.timeUnit) << ", calendars end at "
        << libvarrow::time2str(settings.end()) << '\n';
