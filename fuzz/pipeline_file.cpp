@@ -29,8 +29,8 @@ struct Everything : libvarrow::Module {
   }
 
   void setBind(cppbind::Binder* binder, bool) {
-    const char* const keys[] = {"int",  "small", "ulong", "bool",  "text",     "shared",
-                                "time", "flags", "set",   "point", "calendar", "object"};
+    const char* const keys[] = {"int", "small",  "ulong", "bool", "text",  "shared",   "time",
+                                "day", "length", "flags", "set",  "point", "calendar", "object"};
     const char* const* key = keys;
     const auto bind = [&](auto& field) {
       binder->bind(*key++, field, std::decay_t<decltype(field)>());
@@ -41,8 +41,8 @@ struct Everything : libvarrow::Module {
   }
 
   std::tuple<int, std::int8_t, unsigned long, bool, std::string, boost::shared_ptr<std::string>,
-             ptime, std::vector<bool>, std::set<int>, Point, libvarrow::TimeBlock,
-             boost::shared_ptr<cppbind::Object>>
+             ptime, boost::gregorian::date, boost::posix_time::time_duration, std::vector<bool>,
+             std::set<int>, Point, libvarrow::TimeBlock, boost::shared_ptr<cppbind::Object>>
       fields{};
   std::vector<boost::shared_ptr<libvarrow::Module>> modules;
 };
