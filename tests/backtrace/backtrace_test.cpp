@@ -1,4 +1,4 @@
-// Failed checks and crashes, each in a process of its own.
+// Failed checks and crashes, each in a separate process.
 #include "libvarrow/backtrace/BackTrace.h"
 
 #include <sys/mman.h>
@@ -45,7 +45,7 @@ std::vector<std::string> dumpFiles() {
   return files;
 }
 
-// A page that nobody may touch, rather than a null pointer, which sanitizers catch themselves.
+// Uses a protected page, because sanitizers detect null pointers themselves.
 __attribute__((noinline)) void writeToProtectedPage() {
   void* page = ::mmap(nullptr, 4096, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
   *static_cast<volatile int*>(page) = 1;
@@ -57,7 +57,7 @@ __attribute__((noinline)) int faultBelow(int depth) {
   return result + 1;
 }
 
-TEST(CheckDeathTest, AFailedCheckOrRaisedExceptionNamesItselfAndShowsTheStack) {
+TEST(CheckDeathTest, AFailedCheckOrRaisedExceptionPrintsItsNameAndStack) {
   const testing::KilledBySignal aborted(SIGABRT);
   EXPECT_EXIT(static_cast<void>(boost::shared_ptr<std::string>()->size()), aborted,
               "^Expression 'px != 0' is false in function '.*': <\\.\\.\\.>\\.\nBacktrace:\n 0# ");
@@ -70,7 +70,7 @@ TEST(CheckDeathTest, AFailedCheckOrRaisedExceptionNamesItselfAndShowsTheStack) {
   EXPECT_EXIT(libvarrow::BackTraceException::trans_func(1, nullptr), aborted, raised);
 }
 
-TEST(CheckTest, EachReportIsOneWriteAsOtherThreadsMayFailAtOnce) {
+TEST(CheckTest, EachReportIsOneWrite) {
   const std::function<void()> failures[] = {[] { LIBVARROW_CHECK(2 < 1); },
                                             [] { CPPBIND_ASSERT(2 < 1); }};
   for (const auto& fail : failures) {
@@ -90,7 +90,7 @@ TEST(CheckTest, EachReportIsOneWriteAsOtherThreadsMayFailAtOnce) {
   }
 }
 
-TEST_F(BackTraceTest, ASegmentationFaultIsLoggedAndDumpedFromItsFunctionOn) {
+TEST_F(BackTraceTest, ALoggedOrDumpedFaultBeginsWithItsFunction) {
   writeFile("coredump", "a file where the directory would be");
   const FarZone zone;
   const std::string begin = zone.before();
@@ -105,7 +105,7 @@ TEST_F(BackTraceTest, ASegmentationFaultIsLoggedAndDumpedFromItsFunctionOn) {
     EXPECT_EQ(1u, occurrences(readFile("log.txt"), once)) << once;
   }
   const std::string log = readFile("error_log.txt");
-  // The abort at the end of the first handler comes back once, as SIGABRT.
+  // The abort at the end of the first handler enters it again, as SIGABRT.
   EXPECT_EQ(2u, occurrences(log, "ERROR - backtrace:\n"));
   const std::regex firstFrame(
       R"(backtrace:\n 0# [^\n]*writeToProtectedPage[^\n]*backtrace_test\.cpp:\d+\n)");
@@ -126,7 +126,7 @@ TEST_F(BackTraceTest, ASegmentationFaultIsLoggedAndDumpedFromItsFunctionOn) {
   EXPECT_EQ("a file where the directory would be", readFile("coredump"));
 }
 
-TEST_F(BackTraceTest, TheFirstSetUpSaysWhetherACrashWritesADumpFile) {
+TEST_F(BackTraceTest, TheFirstSetUpDecidesWhetherACrashWritesADumpFile) {
   for (const bool wanted : {false, true}) {
     const auto child = runInChild([wanted] {
       init_error_handler(wanted);
@@ -162,7 +162,7 @@ TEST_F(BackTraceTest, EveryCrashSignalIsNamedAndLogged) {
   EXPECT_LE(2, signals);
 }
 
-TEST_F(BackTraceTest, AFailedCheckShowsItsStackOnceAndTheLogAgain) {
+TEST_F(BackTraceTest, AFailedCheckIsPrintedOnceAndLogged) {
   const auto child = runInChild([] {
     InitRootLogger("none");
     init_error_handler(false);

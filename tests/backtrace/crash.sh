@@ -1,13 +1,12 @@
 #!/usr/bin/env bash
-# Crashes a host in one way many times: each time it must be gone, by the right signal, with a
-# back-trace.
+# Crashes a host in one way many times: each time it must end by the right signal, with a back-trace.
 #
 #     crash.sh HOST WAY TIMES AT_ONCE SIGNAL... -- PATTERN...
 #
 # SIGNAL: the numbers by which it may end; PATTERN: what its standard error must match, as extended
-# regular expressions, with a line "dump file" behind it when there is one that is not empty. The
-# variable CRASH_TIMES takes the place of TIMES. How long a crash takes is up to the machine: the host
-# has ten seconds of processor time, and only one that hangs meets the limit of three minutes.
+# regular expressions; a line "dump file" follows it for a dump file that is not empty. The
+# variable CRASH_TIMES replaces TIMES. The host has ten seconds of processor time, and three minutes in case it
+# hangs.
 set -euo pipefail
 
 host=$1 way=$2 times=${CRASH_TIMES:-$3} at_once=$4
@@ -23,7 +22,7 @@ export host way folder
 crash() {
   local status=0
   mkdir "$folder/$1" && cd "$folder/$1"
-  # The shell's own word on how a child ended goes to the same file.
+  # The shell's message about the end of a child is written to the same file.
   { timeout --signal=KILL 180 "$host" "$way" >/dev/null || status=$?; } 2>"$folder/$1.err"
   find . -name '*.coredump' -size +0 -printf 'dump file\n' >>"$folder/$1.err"
   echo "$status" >"$folder/$1.status"

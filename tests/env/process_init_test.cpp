@@ -13,7 +13,7 @@ namespace {
 
 using namespace libvarrow;
 
-TEST(ProcessInitTest, OpenMpLeavesAPartOfTheProcessors) {
+TEST(ProcessInitTest, OpenMpUsesOnlyAPartOfManyProcessors) {
   const std::pair<int, unsigned> cases[] = {{1, 1},    {8, 8},    {10, 9},  {16, 15},
                                             {100, 90}, {101, 51}, {128, 64}};
   for (const auto& [processors, threads] : cases) {

@@ -1,4 +1,4 @@
-// Setting the root logger up, each time in a process of its own.
+// Set-ups of the root logger, each in a separate process.
 #include "libvarrow/log/log.h"
 
 #include <unistd.h>
@@ -17,8 +17,8 @@ using namespace test_support;
 
 class LogTest : public InTemporaryDirectory {};
 
-TEST_F(LogTest, WithoutAConfigurationFileLogsToConsoleAndTwoFiles) {
-  boost::filesystem::create_directory("other.conf");  // no file
+TEST_F(LogTest, TheDefaultLogsToTheConsoleAndTwoFiles) {
+  boost::filesystem::create_directory("other.conf");  // not a file
   writeFile("log.txt", "before\n");
   writeFile("error_log.txt", "before\n");
   const std::string hostile = std::string(5000, 'x') + "%s%n%d";
@@ -27,7 +27,7 @@ TEST_F(LogTest, WithoutAConfigurationFileLogsToConsoleAndTwoFiles) {
   const auto child = runInChild([&] {
     InitRootLogger("other.conf");
     LIBVARROW_LOG_DEBUG("too quiet");
-    // On a thread of its own, whose number is not that of the process.
+    // On another thread, whose number differs from that of the process.
     std::thread([] { LIBVARROW_LOG_INFO("news of %d", ::getpid()); }).join();
     LIBVARROW_LOG_ERROR("trouble");
     LIBVARROW_LOG_INFO("%s", hostile.c_str());
@@ -53,7 +53,7 @@ TEST_F(LogTest, WithoutAConfigurationFileLogsToConsoleAndTwoFiles) {
   EXPECT_TRUE(contains(log, " - " + hostile + " ["));
 }
 
-TEST_F(LogTest, WarningsGoToStandardErrorUntilAFileOrPipeConfiguresTheLogger) {
+TEST_F(LogTest, ErrorsReachStandardErrorUntilTheLoggerIsConfigured) {
   const std::string configuration =
       "log4cplus.rootLogger=DEBUG, F\n"
       "log4cplus.appender.F=log4cplus::FileAppender\n"
@@ -75,11 +75,11 @@ TEST_F(LogTest, WarningsGoToStandardErrorUntilAFileOrPipeConfiguresTheLogger) {
   EXPECT_FALSE(boost::filesystem::exists("log.txt"));
 }
 
-TEST_F(LogTest, HandlersRunAfterEverySetUpUpToAnEmptyOne) {
+TEST_F(LogTest, HandlersRunAfterEverySetUpUntilAnEmptyOneThrows) {
   const auto child = runInChild([] {
     const boost::function<void()> first = [] { std::cout << "<first>"; };
     registerLogInitedHandler(first);
-    const std::string late = "<late, in a text too long to stand inside the handler itself>";
+    const std::string late = "<late, in a text too long for the handler itself>";
     registerLogInitedHandler([late] {
       std::cout << "<second>";
       for (int i = 0; i < 8; ++i) registerLogInitedHandler([late] { std::cout << late; });

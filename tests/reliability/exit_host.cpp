@@ -1,5 +1,5 @@
-// A host whose static objects are made in the order that its arguments give, and go the other way;
-// as each goes it uses the library once more. Usage: ORDER PLUGINS return|thread|quick|_exit
+// A host that creates its static objects in the order given by its arguments. The destructor of
+// each uses the library again. Usage: ORDER PLUGINS return|thread|quick|_exit
 #include <unistd.h>
 
 #include <boost/filesystem/operations.hpp>
@@ -15,7 +15,7 @@ namespace {
 
 using namespace libvarrow;
 
-// What the library makes on first use, for the process or for a thread.
+// Uses the objects that the library creates on first use, for the process or for a thread.
 void useTheLibrary() {
   struct Times {
     boost::posix_time::ptime time;
@@ -33,14 +33,14 @@ void useTheLibrary() {
 }
 
 template <char kName>
-struct Goes {
-  ~Goes() {
+struct Ends {
+  ~Ends() {
     useTheLibrary();
-    LIBVARROW_LOG_WARN("%c goes", kName);
+    LIBVARROW_LOG_WARN("%c ends", kName);
   }
 };
 
-struct Dumpers : Goes<'d'> {
+struct Dumpers : Ends<'d'> {
   Dumpers() {
     first.restart(1);
     second.restart(1);
@@ -54,25 +54,25 @@ struct Dumpers : Goes<'d'> {
   TimedStatDumper second{&statistics, "second.json"};
 };
 
-struct Logger : Goes<'l'> {
+struct Logger : Ends<'l'> {
   Logger() {
     init_error_handler(false);
     InitRootLogger("none");
   }
 };
 
-struct Registries : Goes<'r'> {
+struct Registries : Ends<'r'> {
   Registries() { own.regClass<ChainedModule>("ChainedModule"); }
 
   cppbind::ClassRegister own;
   boost::shared_ptr<cppbind::ClassRegister> shared = RegistersManager::createRegister("plug-ins");
 };
 
-struct Manager : Goes<'m'> {
+struct Manager : Ends<'m'> {
   DllManager plugins;
 };
 
-struct PlugInObject : Goes<'o'> {
+struct PlugInObject : Ends<'o'> {
   std::unique_ptr<cppbind::Object> greeter;
 };
 
@@ -105,7 +105,7 @@ int main(int, char** arguments) {
   std::cout << "main ends" << std::endl;
   const bool hasTimers = std::getenv("LIBVARROW_TIMED_STAT_DUMP") != nullptr;
   while (hasTimers && way != "return" && !boost::filesystem::exists("first.json")) {
-    std::this_thread::sleep_for(std::chrono::milliseconds(1));  // the other file may be on its way
+    std::this_thread::sleep_for(std::chrono::milliseconds(1));  // the other file may be incomplete
   }
   if (way == "quick") std::quick_exit(0);
   if (way == "_exit") ::_exit(0);

@@ -1,4 +1,4 @@
-// The end of a process: static objects of every kind in every order, and ends of other kinds.
+// Ends of processes, with static objects of every kind.
 #include <unistd.h>
 
 #include <boost/filesystem/operations.hpp>
@@ -13,7 +13,7 @@ using namespace test_support;
 
 class ExitTest : public InTemporaryDirectory {
  protected:
-  // In a folder of its own, with timers that write all the time or without any.
+  // Runs the host in a new folder, with timers that write all the time or without any.
   ChildResult runHost(const std::string& order, const char* way, bool hasTimers) {
     folder_ = order + "-" + way + (hasTimers ? "-timers" : "");
     boost::filesystem::create_directory(folder_);
@@ -26,17 +26,17 @@ class ExitTest : public InTemporaryDirectory {
       throw std::runtime_error("no " EXIT_HOST);
     });
   }
-  // 0: there is no file.
+  // Returns 0 without a file.
   int rowsIn(const char* file) const {
     const std::string path = folder_ + "/" + file;
     return boost::filesystem::exists(path) ? libvarrow::File2Json(path)["run"][0]["rows"].asInt()
                                            : 0;
   }
-  // The names of the static objects as they went.
-  std::string gone() const {
+  // Returns the names of the static objects in the order of their destruction.
+  std::string destroyed() const {
     const std::string log = readFile(folder_ + "/log.txt");
     std::string names;
-    for (auto at = log.find(" goes"); at != std::string::npos; at = log.find(" goes", at + 1)) {
+    for (auto at = log.find(" ends"); at != std::string::npos; at = log.find(" ends", at + 1)) {
       names += log[at - 1];
     }
     return names;
@@ -48,7 +48,7 @@ class ExitTest : public InTemporaryDirectory {
     EXPECT_EQ("", host.errors);
     EXPECT_EQ(2, rowsIn("first.json"));
     EXPECT_EQ(2, rowsIn("second.json"));
-    EXPECT_EQ(std::string(order.rbegin(), order.rend()), gone());
+    EXPECT_EQ(std::string(order.rbegin(), order.rend()), destroyed());
     EXPECT_TRUE(contains(host.output, "greeter gone\n")) << host.output;
     EXPECT_TRUE(contains(host.output, "deinit backtrack\n")) << host.output;
   }
@@ -57,14 +57,14 @@ class ExitTest : public InTemporaryDirectory {
   std::string folder_;
 };
 
-TEST_F(ExitTest, StaticObjectsMayGoInEveryOrderWhicheverThreadEndsTheProcess) {
-  for (const char* order : {"dlmor", "romld"}) {  // of any two, each goes first once
+TEST_F(ExitTest, StaticObjectsEndInAnyOrderOnAnyThread) {
+  for (const char* order : {"dlmor", "romld"}) {  // of any two, each is destroyed first once
     for (const bool hasTimers : {false, true}) expectOrderlyEnd(order, "return", hasTimers);
     expectOrderlyEnd(order, "thread", true);
   }
 }
 
-TEST_F(ExitTest, AnEndWithoutExitHandlersLeavesWholeFilesOrNone) {
+TEST_F(ExitTest, AnEndWithoutExitHandlersLeavesCompleteFilesOrNone) {
   int written = 0;
   for (const char* way : {"quick", "_exit"}) {
     for (const std::string order : {"d", "dl", "ld", "dlmor", "romld"}) {

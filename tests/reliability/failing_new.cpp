@@ -5,7 +5,7 @@
 
 namespace {
 
-// Counted down to 0, which fails. Negative: nothing fails.
+// The number of allocations before the one that fails; negative: none fails.
 thread_local std::int64_t untilFailure = -1;
 
 bool isDue() {

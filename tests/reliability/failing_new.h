@@ -1,5 +1,5 @@
-// Memory that runs out at a chosen allocation. The program that links failing_new.cpp replaces
-// operator new, and with it that of the libraries it loads.
+// An allocation that fails. A program that links failing_new.cpp replaces operator new, also for the
+// libraries that it loads.
 #pragma once
 
 #include <cstdint>
@@ -7,9 +7,9 @@
 
 namespace test_support {
 
-/// Calls `attempt` again and again, in which first the first allocation of this thread fails, then
-/// the second and so on, until one call needs no more. `check(isDone)` follows each call, with
-/// memory enough; `isDone` is false when std::bad_alloc left the call. Returns how many failed.
+/// Calls `attempt` repeatedly: in the n-th call, the n-th allocation of this thread fails. Ends with
+/// the first call that needs fewer allocations. `check(isDone)` follows each call, without a fault;
+/// `isDone` is false when the call threw std::bad_alloc. Returns the number of failed allocations.
 std::uint64_t failEachAllocation(const std::function<void()>& attempt,
                                  const std::function<void(bool)>& check);
 

@@ -1,4 +1,4 @@
-// What a host that runs its pipeline for days would fill: memory and file descriptors.
+// Memory and file descriptors of a host that runs its pipeline for days.
 #include <malloc.h>
 #include <boost/filesystem/operations.hpp>
 #include <boost/make_shared.hpp>
@@ -7,7 +7,7 @@
 #include "libvarrow/libvarrow.h"
 #include "support/support.h"
 
-// Where a sanitizer replaces the allocator it counts, too.
+// A sanitizer that replaces the allocator also counts the bytes.
 extern "C" __attribute__((weak)) std::size_t
 __sanitizer_get_current_allocated_bytes();  // NOLINT(bugprone-reserved-identifier)
 
@@ -37,7 +37,7 @@ class Step : public Module {
 
 class MemoryTest : public test_support::InTemporaryDirectory {};
 
-TEST_F(MemoryTest, APipelineHoldsNothingAfterEachRun) {
+TEST_F(MemoryTest, APipelineKeepsNoMemoryOrFilesAfterARun) {
   cppbind::ClassRegister classes;
   classes.regClass<ChainedModule>("ChainedModule");
   classes.regClass<Step>("Step");
@@ -63,7 +63,7 @@ TEST_F(MemoryTest, APipelineHoldsNothingAfterEachRun) {
   const auto files = openFiles();
   constexpr std::size_t kMoreRuns = 900;
   run(kMoreRuns);
-  // No block is smaller: not one stays of each run.
+  // The smallest block has 16 bytes, so no run leaks one.
   EXPECT_LT(heapInUse(), heap + 16 * kMoreRuns);
   EXPECT_EQ(files, openFiles());
 }

@@ -1,4 +1,4 @@
-// What threads share, knowingly or not: statistics, rules, converters, the logger, crash handling.
+// Objects that threads share: statistics, rules, converters, the logger, crash handling.
 #include <algorithm>
 #include <atomic>
 #include <boost/date_time/posix_time/posix_time.hpp>
@@ -38,7 +38,7 @@ void onThreads(const std::function<void(int)>& body) {
 
 class SharedTest : public test_support::InTemporaryDirectory {};
 
-TEST_F(SharedTest, TotalsAreExactWhileATimerWritesTheTreeAndOneThreadMerges) {
+TEST_F(SharedTest, TotalsAreExactDuringTimedDumpsAndMerges) {
   // Eight hundred thousand updates: four kinds, eight threads.
   constexpr int kUpdates = 25000;
   constexpr int kTotal = kThreads * kUpdates;
@@ -102,12 +102,12 @@ TEST_F(SharedTest, RulesSerialNumbersAndTheEnvironmentAreShared) {
   EXPECT_EQ((kNumbers - 1) * kNumbers / 2, sum);
 }
 
-TEST_F(SharedTest, ThreadsConvertTextAndShareACalendarThatNoneOfThemChanges) {
+TEST_F(SharedTest, ThreadsConvertTextAndShareAConstantCalendar) {
   using boost::posix_time::hours;
   TimeSlot slot;
   slot.time_begin = boost::posix_time::ptime(boost::gregorian::date(2024, 3, 5));
   slot.time_end = slot.time_begin + hours(8);
-  // Sorted, but overlapping: of such a block nothing is taken for granted.
+  // Sorted but overlapping slots do not meet the invariant of fast queries.
   TimeBlock calendar(std::vector<TimeSlot>{slot, slot});
   onThreads([&](int) {
     for (int i = 0; i < 500; ++i) {
@@ -122,7 +122,7 @@ TEST_F(SharedTest, ThreadsConvertTextAndShareACalendarThatNoneOfThemChanges) {
   });
 }
 
-TEST_F(SharedTest, ThreadsLogAndInstallTheHandlerAtOnce) {
+TEST_F(SharedTest, ThreadsLogAndInstallTheHandlerConcurrently) {
   InitRootLogger("none");
   onThreads([](int) {
     init_error_handler(false);
