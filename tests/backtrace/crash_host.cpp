@@ -16,7 +16,6 @@
 #include <streambuf>
 #include <string>
 #include <thread>
-#include <utility>
 #include <vector>
 
 #include "libvarrow/backtrace/BackTrace.h"

@@ -1,5 +1,5 @@
-// An allocation that fails. A program that links failing_new.cpp replaces operator new, also for the
-// libraries that it loads.
+// An allocation that fails. A program that links failing_new.cpp replaces operator new, also for
+// the libraries that it loads.
 #pragma once
 
 #include <cstdint>
@@ -7,9 +7,10 @@
 
 namespace test_support {
 
-/// Calls `attempt` repeatedly: in the n-th call, the n-th allocation of this thread fails. Ends with
-/// the first call that needs fewer allocations. `check(isDone)` follows each call, without a fault;
-/// `isDone` is false when the call threw std::bad_alloc. Returns the number of failed allocations.
+/// Calls `attempt` repeatedly: in the n-th call, the n-th allocation of this thread fails. Ends
+/// with the first call that needs fewer allocations. `check(isDone)` follows each call, without a
+/// fault; `isDone` is false when the call threw std::bad_alloc. Returns the number of failed
+/// allocations.
 std::uint64_t failEachAllocation(const std::function<void()>& attempt,
                                  const std::function<void(bool)>& check);
 
