@@ -3,7 +3,7 @@
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME libvarrow)
 set(CPACK_PACKAGE_CONTACT "libvarrow developers <libvarrow@localhost>"
-    CACHE STRING "Who answers for the packages")
+    CACHE STRING "Maintainer of the packages")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "${PROJECT_DESCRIPTION}")
 set(CPACK_PACKAGE_DIRECTORY "${PROJECT_BINARY_DIR}/packages")
 set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS

@@ -17,7 +17,7 @@ done
 
 run_in() {
   echo "Locale $1, time zone $2"
-  [ "$(TZ=$2 date +%z)" != +0000 ]  # an unknown zone means UTC
+  [ "$(TZ=$2 date +%z)" != +0000 ]  # date uses UTC for an unknown zone
   VARROW_ADOPT_LOCALE=$build/ LD_PRELOAD=$adopt LC_ALL=$1 TZ=$2 ctest --test-dir "$build" \
     --output-on-failure --parallel "$(nproc)" -E '^(Consumer|Crash|Exports|Headers)'
 }

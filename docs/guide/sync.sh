@@ -3,9 +3,10 @@
 #
 #     docs/guide/sync.sh [--check]
 #
-# The line in front of a block names its source, <!-- examples/guide/time/main.cpp: shift -->: what
-# stands between the comments "[shift]" and "[/shift]" there, wherever there are such, or the whole
-# file when no region is named. --check changes nothing; it fails when a block is not its source or names none.
+# The line before a block names its source, such as <!-- examples/guide/time/main.cpp: shift -->. The
+# block becomes the lines between the comments "[shift]" and "[/shift]" of that file, of all such
+# regions, or the whole file when no region is named. --check changes no file; it fails when a block
+# differs from its source or names none.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/../.."
 
@@ -15,7 +16,7 @@ synced() {
       printf "%s:%d: %s\n", FILENAME, FNR, text >"/dev/stderr"
       failed = 1
     }
-    # Prints a region of a file without the indentation that its lines have in common.
+    # Prints a region of a file without the indentation that all its lines share.
     function copy(file, region,    line, name, inside, lines, count, indent, common, got, i) {
       common = -1
       inside = region == ""
@@ -31,7 +32,7 @@ synced() {
         }
       }
       close(file)
-      if (got < 0 || !count) complain("there is no " file (region == "" ? "" : ": " region))
+      if (got < 0 || !count) complain("not found: " file (region == "" ? "" : ": " region))
       for (i = 1; i <= count; ++i) print substr(lines[i], common + 1)
     }
     inBlock { if ($0 !~ /^```/) next; inBlock = 0; source = ""; print; next }
@@ -44,7 +45,7 @@ synced() {
       inBlock = 1
       next
     }
-    source != "" { complain("no block behind the name of its source"); source = "" }
+    source != "" { complain("no block follows the name of this source"); source = "" }
     /^<!-- .* -->$/ { source = substr($0, 6, length($0) - 9) }
     { print }
     END { if (inBlock || source != "") complain("the last block does not end"); exit failed }

@@ -17,7 +17,7 @@ CommandLine parseCommandLine(const std::vector<std::string>& arguments) {
       }
       command.instanceFile = arguments[i];
     } else if (argument.size() > 1 && argument.front() == '-') {
-      throw UsageError("no option " + argument);
+      throw UsageError("unknown option " + argument);
     } else if (argument.empty()) {
       throw UsageError("an argument is empty");
     } else {
@@ -34,17 +34,17 @@ CommandLine parseCommandLine(const std::vector<std::string>& arguments) {
 const char* usage() {
   return R"(Usage: jobshop [--instance FILE] PIPELINE.json [OUTPUT_FOLDER]
 
-Plans a job shop as the pipeline file says: which modules run, in which order, by which rules.
+Plans a job shop. The pipeline file selects the modules, their order and their settings.
 
-  PIPELINE.json    the modules to run. Paths of what it reads start from its own folder, paths of
-                   what it writes from OUTPUT_FOLDER. A log.conf beside it sets up the logs.
-  OUTPUT_FOLDER    the run's folder, "jobshop_run" when not given; made when missing. Files and
-                   dumps of an earlier run in it are replaced.
-  --instance FILE  the instance to plan, instead of the one that the pipeline names
+  PIPELINE.json    the modules to run. Input paths are relative to its folder, output paths to
+                   OUTPUT_FOLDER. A log.conf in its folder configures the logs.
+  OUTPUT_FOLDER    the run's folder, by default "jobshop_run"; created if missing. Files and dumps
+                   of an earlier run in it are replaced.
+  --instance FILE  the instance to plan, in place of that of the pipeline file
   --help           this text
 
-Exit status: 0 when the run succeeded; 1 when it failed, with one line on standard error that says
-why; 2 for wrong arguments.
+Exit status: 0 when the run succeeded; 1 when it failed, with one line on standard error that gives the
+reason; 2 for wrong arguments.
 )";
 }
 

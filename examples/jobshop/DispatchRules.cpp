@@ -26,7 +26,7 @@ const DispatchRule& findDispatchRule(const std::string& name) {
     if (name == rule.name) return rule;
     names += names.empty() ? rule.name : std::string(", ") + rule.name;
   }
-  throw std::runtime_error("no dispatching rule \"" + name + "\"; there are " + names);
+  throw std::runtime_error("unknown dispatching rule \"" + name + "\"; known are " + names);
 }
 
 }  // namespace jobshop

@@ -43,12 +43,12 @@ void JobShopData::forgetSchedule() {
 }
 
 const Instance& JobShopData::instance() const {
-  if (!instance_) throw std::runtime_error("no instance yet: a ReadInstance has to come before");
+  if (!instance_) throw std::runtime_error("no instance: ReadInstance must run before this module");
   return *instance_;
 }
 
 const Schedule& JobShopData::schedule() const {
-  if (!schedule_) throw std::runtime_error("no schedule yet: a Dispatch has to come before");
+  if (!schedule_) throw std::runtime_error("no schedule: Dispatch must run before this module");
   return *schedule_;
 }
 

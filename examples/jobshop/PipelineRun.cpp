@@ -31,9 +31,9 @@ libvarrow::ModuleExecutor readPipeline(const fs::path& file, cppbind::ClassRegis
     return {&classes, file.string(), false};
   } catch (const cppbind::ClassMissRegException& error) {
     const fs::path plugins = pluginFolder();
-    throw std::runtime_error(std::string(error.what()) + "; plug-ins come from " +
+    throw std::runtime_error(std::string(error.what()) + "; plug-ins are loaded from " +
                              plugins.string() +
-                             (fs::is_directory(plugins) ? "" : ", which is not there"));
+                             (fs::is_directory(plugins) ? "" : ", which does not exist"));
   }
 }
 

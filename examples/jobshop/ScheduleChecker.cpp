@@ -54,7 +54,7 @@ class Checker {
 
     const ScheduledOperation*& place = placed_[operation.job][operation.position];
     if (place != nullptr) {
-      return report(describe(operation) + " is there twice, the first is " + describe(*place));
+      return report(describe(operation) + " is a duplicate of " + describe(*place));
     }
     place = &operation;
   }

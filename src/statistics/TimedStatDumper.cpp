@@ -39,8 +39,9 @@ TimedStatDumper::TimedStatDumper(StatisticsContainer* statistics, const std::str
     start(Poco::TimerCallback<TimedStatDumper>(*this, &TimedStatDumper::onTimer), timerThreads());
   } catch (const std::exception& error) {
     // The run is worth more than its observation; the destructor still writes the file.
-    LIBVARROW_LOG_WARN("%s is written at its end only: no thread for its timer: %s",
-                       fileName_.c_str(), error.what());
+    LIBVARROW_LOG_WARN(
+        "%s is only written by the destructor of its dumper: no thread for the timer: %s",
+        fileName_.c_str(), error.what());
   }
 }
 
@@ -62,7 +63,7 @@ void TimedStatDumper::dump() {
   } catch (const std::exception& error) {
     if (!base::isOutOfMemory(error)) throw;
     // As with a full disk, the run continues and the last complete file stays.
-    logging::warnOfMemory(fileName_.c_str(), "stays as it is");
+    logging::warnOfMemory(fileName_.c_str(), "is unchanged");
   }
 }
 
@@ -74,7 +75,7 @@ void TimedStatDumper::replaceFile() {
     // A reader never sees half a file; the last complete one is better than none.
     boost::system::error_code ignored;
     fs::remove(written.name, ignored);
-    LIBVARROW_LOG_WARN("%s could not be written whole, %s stays as it is", written.name.c_str(),
+    LIBVARROW_LOG_WARN("%s could not be written completely; %s is unchanged", written.name.c_str(),
                        fileName_.c_str());
     return;
   }

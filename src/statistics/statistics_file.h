@@ -17,8 +17,9 @@ struct StatisticsFile {
 /// Removed: an old file, link or empty directory is removed first, and a new file is created.
 enum class OldFile { Overwritten, Removed };
 
-/// Writes `value` as CommonStatistics::dumpToFile does. A truncated file (full disk, for example)
-/// stays as it is. Throws std::bad_alloc before anything is written or removed.
+/// Writes `value` as CommonStatistics::dumpToFile does. A file that cannot be written
+/// completely (full disk, for example) is left truncated. Throws std::bad_alloc before anything is
+/// written or removed.
 StatisticsFile writeStatisticsFile(const boost::filesystem::path& path, const Json::Value& value,
                                    OldFile old = OldFile::Overwritten);
 

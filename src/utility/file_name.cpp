@@ -33,8 +33,10 @@ bool isFirstCutIn(const std::string& directory) {
 // Two long names may become equal, and one file replace the other: the log must show it.
 void warnOfCut(const std::string& directory, const std::string& whole, const std::string& cut) {
   if (!isFirstCutIn(directory)) return;
-  LIBVARROW_LOG_WARN("the file name %s is too long and cut to %s, as others there may be",
-                     whole.c_str(), cut.c_str());
+  LIBVARROW_LOG_WARN(
+      "the file name %s is too long and is cut to %s; further cuts in its directory are not "
+      "logged",
+      whole.c_str(), cut.c_str());
 }
 
 // The usual case: already absolute, nothing to convert or cut. Always false where a leading slash

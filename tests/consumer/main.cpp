@@ -1,4 +1,4 @@
-// A host as a stranger would write it: classes of its own and of a plug-in, in one pipeline.
+// A host outside the tree: its own classes and those of a plug-in, in one pipeline.
 #include <libvarrow/libvarrow.h>
 
 #include <cstring>
@@ -23,7 +23,7 @@ class Step : public libvarrow::Module {
 int main(int argc, char** argv) {
   libvarrow::porcessCommonInit();
   if (argc > 1 && std::strcmp(argv[1], "break-a-check") == 0) {
-    libvarrow::TimeBlock().beginTime();  // an assertion of a header, whatever NDEBUG says
+    libvarrow::TimeBlock().beginTime();  // an assertion in a header, active also with NDEBUG
     return 0;
   }
   libvarrow::DllManager plugins;

@@ -1,4 +1,4 @@
-// A module that comes from outside of the host.
+// A module in a plug-in.
 #include <libvarrow/libvarrow.h>
 
 #include <boost/dll/alias.hpp>

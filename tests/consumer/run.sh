@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Builds and runs the consumer in a way of using the library: as a part of its own tree, or from the
-# Debian packages, by CMake and by pkg-config:
+# Builds and runs the consumer with the library as a subproject, or from the Debian packages, by CMake
+# and by pkg-config:
 #
 #     run.sh subproject|package WORK_FOLDER [CXX_FLAGS]
 set -euo pipefail
@@ -17,7 +17,7 @@ configure() {
   cmake --build .
 }
 
-# -DNDEBUG as Release has it.
+# With -DNDEBUG, as in Release.
 compile() {
   local options PKG_CONFIG_PATH
   PKG_CONFIG_PATH=$(echo "$prefix"/usr/lib/*/pkgconfig)
@@ -34,7 +34,7 @@ compile() {
 
 # Builds the Debian packages and unpacks them below the prefix, which needs no root.
 unpack_packages() {
-  # Compiled as the subproject is, whose objects ccache then has.
+  # With the flags of the subproject, so that ccache has the objects.
   cmake -S "$here/../.." --preset package -B built -DCMAKE_BUILD_TYPE=Release >configure.log
   cmake --build built
   cpack --config built/CPackConfig.cmake -B packages

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Fails when a library lets out a name that no public header declares, or can be unloaded from under
-# its signal handlers: run.sh LIBRARY HEADERS...
+# Fails when a library exports a name that no public header declares, or when it can be unloaded while
+# its signal handlers are installed: run.sh LIBRARY HEADERS...
 set -euo pipefail
 
 library=$1
@@ -19,7 +19,7 @@ names=$(sed -E ':a; s/<[^<>]*>//; ta; s/operator.*/operator/; s/\(.*//; s/\[abi:
 foreign=$(grep -Ev '^(libvarrow|cppbind|utility)::' <<<"$names" |
   grep -Evx '(InitRootLogger|registerLogInitedHandler|unRegisterLogInitedHandler|boost::assertion_failed(_msg)?)' || true)
 if [ -n "$foreign" ]; then
-  printf 'These are not the library'\''s to export:\n%s\n' "$foreign" >&2
+  printf 'Exported names outside the namespaces of the library:\n%s\n' "$foreign" >&2
   exit 1
 fi
 
@@ -28,7 +28,7 @@ private=$(grep -oE '^(libvarrow|cppbind|utility)::\w+' <<<"$names" | sort -u | w
   grep -qx "${name##*::}" <<<"$declared" || echo "$name"
 done)
 if [ -n "$private" ]; then
-  printf 'No public header declares these:\n%s\n' "$private" >&2
+  printf 'Exported names that no public header declares:\n%s\n' "$private" >&2
   exit 1
 fi
 echo "$(wc -l <<<"$symbols") symbols"

@@ -1,11 +1,12 @@
 #!/usr/bin/env bash
-# Types a session of the guide again, in a fresh directory, and compares what it shows:
+# Runs a session of the guide again, in a fresh directory, and compares the output:
 #
 #     replay.sh SESSION PROGRAM_FOLDER
 #
-# "$ COMMAND" is run, with the files beside the session at hand. The lines behind it are what it
-# prints: "..." stands for anything, on a line of its own for any lines. "[1]" is its exit status, 0
-# unless it is there. Lines such as "# [errors]" are the guide's.
+# Each "$ COMMAND" is run in a directory with copies of the session's *.json and *.conf files. The
+# lines after it are the expected output. "..." matches any text; a line of only "..." matches any
+# lines. "[1]" is the expected exit status, by default 0. Lines such as "# [errors]" are marks for
+# docs/guide/sync.sh.
 set -euo pipefail
 
 session=$(realpath "$1")
@@ -17,13 +18,13 @@ find "$(dirname "$session")" -maxdepth 1 \( -name '*.json' -o -name '*.conf' \) 
 cd "$work"
 ulimit -c 0
 
-command='' wanted=()
+command='' expected=()
 
-# Whether what was printed is what was wanted.
+# Succeeds when the printed lines match the expected ones.
 matches() {
   local at=0 any=no line pattern lines
   mapfile -t lines <"$printed"
-  for line in "${wanted[@]}"; do
+  for line in "${expected[@]}"; do
     if [ "$line" = ... ]; then any=yes && continue; fi
     pattern=$(sed 's/[][*?\\]/\\&/g; s/\.\.\./*/g' <<<"$line")
     # shellcheck disable=SC2053
@@ -40,11 +41,11 @@ runCommand() {
   [ -n "$command" ] || return 0
   local status=0
   { bash -c "$command" >"$printed" 2>&1 </dev/null || status=$?; } 2>/dev/null
-  [ -z "$(tail -c 1 "$printed")" ] || echo >>"$printed"  # a last line without its end
+  [ -z "$(tail -c 1 "$printed")" ] || echo >>"$printed"  # the last line lacks its line feed
   [ "$status" -eq 0 ] || echo "[$status]" >>"$printed"
   matches && return
   echo "\$ $command"
-  printf '%s\n' "${wanted[@]}" | diff -u --label wanted --label printed - "$printed" || true
+  printf '%s\n' "${expected[@]}" | diff -u --label expected --label printed - "$printed" || true
   exit 1
 }
 
@@ -53,9 +54,9 @@ while IFS= read -r line; do
     '# ['*) ;;
     '$ '*)
       runCommand
-      command=${line#\$ } wanted=()
+      command=${line#\$ } expected=()
       ;;
-    *) wanted+=("$line") ;;
+    *) expected+=("$line") ;;
   esac
 done <"$session"
 runCommand

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Compiles every installed header alone, and all of them together, without a warning:
+# Compiles each installed header alone, then all together; fails on a warning:
 #
 #     run.sh COMPILER BUILD_TREE WORK_FOLDER
 set -euo pipefail
@@ -18,14 +18,14 @@ headers=$(find . -name '*.h' | sed 's|^\./||' | sort)
 xargs -P "$(nproc)" -I{} sh -c 'echo "#include <{}>" | $COMPILE - || { echo "in {} alone" >&2; exit 1; }' \
   <<<"$headers"
 
-# The other way about, where what is needed may come too late, and as in a release.
+# In reverse order, which reveals a missing include, and with NDEBUG.
 sort -r <<<"$headers" | sed 's|.*|#include <&>|' >../all.cpp
 $COMPILE -DNDEBUG -MD -MF ../all.d ../all.cpp
 if grep -oE '[^ ]*/(log4cplus|boost/locale|omp\.h)[^ ]*' ../all.d; then
-  echo "what the library is built with, not what it offers" >&2
+  echo "the public headers include these private dependencies" >&2
   exit 1
 fi
-# A class whose fields would be lost is refused, with words.
+# A class whose fields would be lost does not compile, with a message that says why.
 refused='#include <libvarrow/libvarrow.h>
 struct Forgetful : libvarrow::ChainedModule {};
 void add(cppbind::ClassRegister& classes) { classes.regClass<Forgetful>("Forgetful"); }'

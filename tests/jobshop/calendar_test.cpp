@@ -65,7 +65,7 @@ TEST(Calendar, WorkThatDoesNotFitIsNamedWithMachineAndDate) {
                 "shifts": [{"from": "06:00:00", "to": "14:00:00", "days": ["tue"]}]}])"),
             "machine 1 never works from 2024-03-01 06:00:00 to 2024-03-04 06:00:00");
   EXPECT_EQ(errorWith(kFriday + R"("machines": [{"machine": 0}, {"machine": 2}])"),
-            "machines[1].machine: no machine 2, the instance has 0 to 1");
+            "machines[1].machine: unknown machine 2; the instance has 0 to 1");
 }
 
 TEST(Calendar, FaultsInKeysNameTheirPlace) {
@@ -80,10 +80,11 @@ TEST(Calendar, FaultsInKeysNameTheirPlace) {
       {kFriday + R"("machines": [{"machine": 0, "efficiency": 1e9}])",
        "machines[0].efficiency: expected a number from 0.001 to 1000"},
       {kFriday + R"("machines": [{"machine": 2}, {"machine": 2}])",
-       "machines[1].machine: machine 2 has hours already"},
+       "machines[1].machine: machine 2 already has hours"},
       {shift("24:00:00", "25:00:00"), "shifts[1].from: expected a time of day "},
       {shift("06:00:00", "06:00:00"), "shifts[1].to: expected a time after \"from\", 06:00:00, "},
-      {shift("06:00:00", "07:00:00", R"(, "days": ["Mon"])"), "shifts[1].days[0]: no day \"Mon\""},
+      {shift("06:00:00", "07:00:00", R"(, "days": ["Mon"])"),
+       "shifts[1].days[0]: unknown day \"Mon\""},
       {kFriday + R"("machines": [{"machine": 0, "closed": [
           {"timeBegin": "2024-03-02 00:00:00", "timeEnd": "+infinity"}]}])",
        "machines[0].closed: expected \"timeEnd\" after \"timeBegin\", found "}};

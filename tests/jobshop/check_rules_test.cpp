@@ -95,7 +95,7 @@ TEST_F(Rules, FaultsInARuleFileNameTheFileAndTheirPlace) {
       check(R"({"MaxWait": {"limit": -1}})"),
       (directory.path() / "rules.json").string() + ": MaxWait.limit: expected a number from 0");
   EXPECT_EQ(check(R"({"MachineLoad": {"at_most": 1, "machine": 2, "enabled": false}})"),
-            "MachineLoad: no machine 2, the instance has 2, from 0");
+            "MachineLoad: unknown machine 2; the instance has 0 to 1");
   EXPECT_EQ(check("[]"), "no error");
 }
 

@@ -94,7 +94,8 @@ TEST_F(Program, ABadPipelineIsOneLineWithThePathToTheFault) {
   const std::pair<std::string, std::string> cases[] = {
       {R"({"No\npe%s%n\u001b[31m": {}})", "modules[0]: No pe%s%n [31m miss register"},
       {R"({"Dispatch": {"rule": "EDD"}})",
-       "modules[0].Dispatch.rule: no dispatching rule \"EDD\"; there are SPT, LPT, MWKR, MOPNR, "
+       "modules[0].Dispatch.rule: unknown dispatching rule \"EDD\"; known are SPT, LPT, MWKR, "
+       "MOPNR, "
        "FIFO"},
       {R"({"Dispatch": {"rule": "SPT", "tries": 0}})",
        "modules[0].Dispatch.tries: expected a number from 1 to 1000000"},
@@ -103,9 +104,9 @@ TEST_F(Program, ABadPipelineIsOneLineWithThePathToTheFault) {
        "0_ChainedModule/0_ReadInstance: " + directory.path().string() +
            "/bad.txt:2: expected a time from 0 to 1000000000, found \"x\""},
       {R"({"Dispatch": {"rule": "SPT"}})",
-       "0_Dispatch: no instance yet: a ReadInstance has to come before"},
+       "0_Dispatch: no instance: ReadInstance must run before this module"},
       {R"({"ReadInstance": {"file": "one.txt"}}, {"WriteSchedule": {}})",
-       "1_WriteSchedule: no schedule yet: a Dispatch has to come before"},
+       "1_WriteSchedule: no schedule: Dispatch must run before this module"},
       {R"({"ReadInstance": {"file": "one.txt"}}, {"Dispatch": {"rule": "SPT"}},
           {"DrawGantt": {"file": "log.txt/gantt.svg"}})",
        "2_DrawGantt: cannot write log.txt/gantt.svg"}};
@@ -121,7 +122,7 @@ TEST_F(Program, WrongArgumentsAndFoldersAreOneLine) {
   writeFile("file", "");
   expectOneLine(jobshopRun({}), 2, "jobshop: no pipeline file given; see jobshop --help\n");
   expectOneLine(jobshopRun({"a", "b", "c"}), 2, ": too many arguments; see jobshop --help\n");
-  expectOneLine(jobshopRun({"--in\nst", "x"}), 2, ": no option --in st; see jobshop --help\n");
+  expectOneLine(jobshopRun({"--in\nst", "x"}), 2, ": unknown option --in st; see jobshop --help\n");
   expectOneLine(jobshopRun({kPipeline, "file/run"}), 1, "file/run");
   expectOneLine(jobshopRun({"gone.json", "run"}), 1, "jobshop: gone.json: conf ");
   const ChildResult help = jobshopRun({"--help"});

@@ -22,7 +22,7 @@ TEST(ScheduleChecker, EachKindOfViolationNamesItsOperations) {
   const std::vector<std::string> expected = {
       early + "takes a time of 2",
       early + "starts before time 0",
-      "operation 0 of job 0 (machine 0, 8 to 11) is there twice, the first is " + first,
+      "operation 0 of job 0 (machine 0, 8 to 11) is a duplicate of " + first,
       "operation 0 of job 7 (machine 0, 8 to 11) is not in the instance",
       "operation 2 of job 0 (machine 0, 8 to 11) is not in the instance",
       "operation 0 of job 2 (machine 99, 9 to 10) belongs on machine 0",

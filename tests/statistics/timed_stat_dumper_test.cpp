@@ -90,7 +90,7 @@ TEST_F(StatisticsFileTest, WhatCannotBeWrittenWholeLeavesTheLastWholeFileAndSays
     ::_exit(HasFailure() ? 1 : 0);
   });
   EXPECT_EQ(0, child.exitCode) << child.output << child.errors;
-  EXPECT_TRUE(contains(child.errors, "/stat.json.writing could not be written whole, "));
+  EXPECT_TRUE(contains(child.errors, "/stat.json.writing could not be written completely; "));
   EXPECT_EQ("{\n \"run\" : []\n}\n", readFile("stat.json"));
   EXPECT_FALSE(fs::exists("stat.json.writing"));
   EXPECT_EQ(20000u, fs::file_size("other"));

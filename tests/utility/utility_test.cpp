@@ -41,10 +41,10 @@ TEST_F(UtilityTest, AFileNameBecomesAbsoluteAndALongOneLosesTheEndOfItsStem) {
   testing::internal::CaptureStderr();
   EXPECT_EQ(adjusted(directory.path().generic_string() + "/" + relative), adjusted(relative));
   const std::string folder = directory.path().generic_string();
-  EXPECT_EQ("the file name " + folder + "/" + relative + " is too long and cut to " +
-                adjusted(relative) + ", as others there may be\n",
+  EXPECT_EQ("the file name " + folder + "/" + relative + " is too long and is cut to " +
+                adjusted(relative) + "; further cuts in its directory are not logged\n",
             testing::internal::GetCapturedStderr())
-      << "once a directory";
+      << "once for each directory";
 }
 
 TEST_F(UtilityTest, RemovingTakesFilesAndWholeDirectoriesAndLogsWhatItCannot) {

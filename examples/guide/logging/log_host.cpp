@@ -52,7 +52,7 @@ int main(int argc, char** argv) {
 
   // [log]
   const std::string machine = "saw";
-  LIBVARROW_LOG_DEBUG("costs nothing at INFO: not even the arguments are looked at");
+  LIBVARROW_LOG_DEBUG("costs nothing at INFO: the arguments are not evaluated");
   LIBVARROW_LOG_INFO("%d orders on %s", 3, machine.c_str());
   LIBVARROW_LOG_WARN("%s is down to %.1f %%", machine.c_str(), 12.5);
   // [/log]

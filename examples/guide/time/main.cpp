@@ -89,7 +89,7 @@ void showSearch(const TimeBlock& week) {
             << '\n'
             << "3 h there do not fit           " << time2str(endOfWork(week, at(5, 20), hours(3)))
             << '\n'
-            << "without the slot behind it     "
+            << "without the slot after it      "
             << week.getBlockAtPos4Dur(at(5, 20), hours(2)).getBlocks().size() << " slots\n";
 }
 

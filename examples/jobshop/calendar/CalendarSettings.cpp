@@ -27,7 +27,7 @@ void requireEachOnce(const std::vector<MachineHours>& machines) {
   for (std::size_t i = 0; i < machines.size(); ++i) {
     cppbind::withIndex(i, [&] {
       require(seen.insert(machines[i].machine).second, "machine",
-              "machine " + std::to_string(machines[i].machine) + " has hours already");
+              "machine " + std::to_string(machines[i].machine) + " already has hours");
     });
   }
 }

@@ -18,8 +18,8 @@ void requireKnownDays(const std::vector<std::string>& days) {
   for (std::size_t i = 0; i < days.size(); ++i) {
     if (std::find(known.begin(), known.end(), days[i]) != known.end()) continue;
     cppbind::withIndex(i, [&] {
-      throw ParseErrorException("no day \"" + days[i] +
-                                "\"; there are mon, tue, wed, thu, fri, sat, sun");
+      throw ParseErrorException("unknown day \"" + days[i] +
+                                "\"; known are mon, tue, wed, thu, fri, sat, sun");
     });
   }
 }

@@ -13,8 +13,8 @@ namespace {
 void requireMachine(const CalendarSettings& settings, std::size_t index, std::size_t count) {
   const std::uint64_t machine = settings.machines[index].machine;
   if (machine < count) return;
-  throw std::runtime_error("machines[" + std::to_string(index) + "].machine: no machine " +
-                           std::to_string(machine) + ", the instance has 0 to " +
+  throw std::runtime_error("machines[" + std::to_string(index) + "].machine: unknown machine " +
+                           std::to_string(machine) + "; the instance has 0 to " +
                            std::to_string(count - 1));
 }
 

@@ -26,7 +26,7 @@ void SetCalendars::processImp(libvarrow::ModuleData* data) {
     const Time working = calendar.of(machine).workingTime(0, week);
     weeks->inc("machine " + std::to_string(machine), static_cast<std::uint64_t>(working));
   }
-  LIBVARROW_LOG_INFO("calendars from %s, %zu machines with hours of their own",
+  LIBVARROW_LOG_INFO("calendars from %s, %zu machines with their own hours",
                      calendar.clock().at(0).c_str(), settings_.machines.size());
 }
 

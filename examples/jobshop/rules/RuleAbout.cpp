@@ -18,8 +18,9 @@ template <class Parameter>
 void RuleAbout<Parameter>::requireFits(const Instance& instance) const {
   const std::size_t count = Parameter::countIn(instance);
   if (!number_ || *number_ < count) return;
-  throw std::runtime_error(dumpStr() + ": no " + Parameter::kKind + " " + std::to_string(*number_) +
-                           ", the instance has " + std::to_string(count) + ", from 0");
+  throw std::runtime_error(dumpStr() + ": unknown " + Parameter::kKind + " " +
+                           std::to_string(*number_) + "; the instance has 0 to " +
+                           std::to_string(count - 1));
 }
 
 template <class Parameter>

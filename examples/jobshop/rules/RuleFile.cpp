@@ -54,7 +54,7 @@ RuleFile::RuleFile(const boost::filesystem::path& path) {
 
 void RuleFile::read(const boost::filesystem::path& path) {
   // The loader would end the process, which is too severe for a wrong path in a pipeline file.
-  if (!boost::filesystem::exists(path)) throw std::runtime_error("there is no such rule file");
+  if (!boost::filesystem::exists(path)) throw std::runtime_error("the rule file does not exist");
   const auto* const classes = libvarrow::RegistersManager::getRegister(kRuleRegister);
   if (classes == nullptr) throw std::logic_error("no rule classes are registered");
   std::vector<std::unique_ptr<libvarrow::Rule>> loaded;
@@ -64,7 +64,7 @@ void RuleFile::read(const boost::filesystem::path& path) {
   }
   for (auto& rule : loaded) {
     auto* const own = dynamic_cast<ScheduleRule*>(rule.get());
-    if (own == nullptr) throw std::runtime_error(rule->dumpStr() + " is no rule for schedules");
+    if (own == nullptr) throw std::runtime_error(rule->dumpStr() + " is not a rule for schedules");
     static_cast<void>(rule.release());
     rules_.emplace_back(own);
   }

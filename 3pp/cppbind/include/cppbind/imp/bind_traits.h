@@ -151,12 +151,12 @@ constexpr void requireReachableFields() {
                 "the class needs one public void setBind(cppbind::Binder*, bool); of several bases "
                 "with fields, it calls the setBind of each");
   static_assert(!hasMisspeltSetBind<T>,
-                "the class has an operation setbind, SetBind or Setbind: the name is setBind");
+                "the class has a function setbind, SetBind or Setbind: the name must be setBind");
   static_assert(
       !hasUselessRecord<T>,
       "a class with a record Data4Bind needs a public constructor from it (a derived one: "
-      "using Base::Base;), and the record a public setBind; a class that is to have no "
-      "fields declares an empty setBind of its own");
+      "using Base::Base;), and the record a public setBind; a class without fields "
+      "declares its own empty setBind");
   if constexpr (bindsThroughRecord<T>) {
     static_assert(!detail::WritesOtherRecord<T>::value,
                   "getData4Bind() must return the class's own Data4Bind, which it is read through");
