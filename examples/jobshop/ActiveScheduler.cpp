@@ -26,7 +26,7 @@ class Builder {
   }
 
   std::vector<ScheduledOperation> build(const Urgency& urgency) {
-    while (!unfinished_.empty()) place(mostUrgent(firstToEnd(), urgency));
+    while (!unfinished_.empty()) place(mostUrgent(jobThatEndsFirst(), urgency));
     return std::move(done_);
   }
 
@@ -61,7 +61,7 @@ class Builder {
 
   // Returns the job that could end first; among equals, the one that starts first: an operation
   // that takes no time must not delay one that could run before it.
-  std::size_t firstToEnd() const {
+  std::size_t jobThatEndsFirst() const {
     const auto endAndStart = [this](std::size_t job) {
       return std::make_pair(jobs_[job].earliest.end, jobs_[job].earliest.start);
     };

@@ -28,7 +28,7 @@ class LineReader {
   /// Returns the tokens of the next line; none at the end of the file, where the line number stays.
   std::vector<std::string_view> next() {
     while (!atEnd_) {
-      std::vector<std::string_view> tokens = tokensOf(takeLine());
+      std::vector<std::string_view> tokens = tokensOf(nextLine());
       if (!tokens.empty() && tokens.front().front() != '#') return tokens;
     }
     return {};
@@ -40,7 +40,7 @@ class LineReader {
   }
 
  private:
-  std::string_view takeLine() {
+  std::string_view nextLine() {
     const std::size_t end = rest_.find('\n');
     const std::string_view line = rest_.substr(0, end);
     atEnd_ = end == std::string_view::npos;

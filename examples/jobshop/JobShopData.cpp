@@ -23,21 +23,21 @@ void JobShopData::setInstance(Instance instance) {
   lowerBound_ = jobshop::lowerBound(instance);
   instance_ = std::move(instance);
   calendar_ = {};
-  forgetSchedule();
+  clearSchedule();
 }
 
 void JobShopData::setCalendar(ShopCalendar calendar) {
   lowerBound_ = jobshop::lowerBound(this->instance(), calendar);
   calendar_ = std::move(calendar);
-  forgetSchedule();
+  clearSchedule();
 }
 
 void JobShopData::setSchedule(Schedule schedule) {
-  forgetSchedule();
+  clearSchedule();
   schedule_ = std::move(schedule);
 }
 
-void JobShopData::forgetSchedule() {
+void JobShopData::clearSchedule() {
   schedule_.reset();
   rulesVerdict_.clear();
 }
@@ -52,7 +52,7 @@ const Schedule& JobShopData::schedule() const {
   return *schedule_;
 }
 
-void JobShopData::noteWrittenFile(std::string kind, const boost::filesystem::path& path) {
+void JobShopData::addWrittenFile(std::string kind, const boost::filesystem::path& path) {
   writtenFiles_.push_back({std::move(kind), boost::filesystem::absolute(path)});
 }
 

@@ -64,7 +64,7 @@ class JobShopData : public libvarrow::ModuleData {
   const std::string& rulesVerdict() const { return rulesVerdict_; }
   void setRulesVerdict(std::string verdict) { rulesVerdict_ = std::move(verdict); }
 
-  void noteWrittenFile(std::string kind, const boost::filesystem::path& path);
+  void addWrittenFile(std::string kind, const boost::filesystem::path& path);
   const std::vector<WrittenFile>& writtenFiles() const { return writtenFiles_; }
 
   /// Returns the container that the running module records in. Aborts when the host has set none.
@@ -77,7 +77,7 @@ class JobShopData : public libvarrow::ModuleData {
   void dump4Debug(std::string path) const override;
 
  private:
-  void forgetSchedule();
+  void clearSchedule();
   std::string detailText() const;
 
   RunSettings settings_;

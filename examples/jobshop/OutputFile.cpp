@@ -15,7 +15,7 @@ void writeText(const std::string& path, const std::string& text) {
 void writeOutput(JobShopData& shop, const char* kind, const std::string& path,
                  const std::string& text) {
   writeText(path, text);
-  shop.noteWrittenFile(kind, path);
+  shop.addWrittenFile(kind, path);
 }
 
 }  // namespace jobshop

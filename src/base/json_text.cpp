@@ -44,18 +44,18 @@ class StringSink : public std::streambuf {
 
 // RAII guard: `out` writes into `sink`, and an exception of the sink reaches the writer's caller.
 // By default a stream catches such exceptions and only enters a failed state.
-class Redirected {
+class StreamRedirection {
  public:
-  Redirected(std::ostream& out, std::streambuf& sink) : out_(out) {
+  StreamRedirection(std::ostream& out, std::streambuf& sink) : out_(out) {
     out_.rdbuf(&sink);
     out_.exceptions(std::ios_base::badbit);
   }
-  ~Redirected() {
+  ~StreamRedirection() {
     out_.exceptions(std::ios_base::goodbit);
     out_.rdbuf(nullptr);
   }
-  Redirected(const Redirected&) = delete;
-  Redirected& operator=(const Redirected&) = delete;
+  StreamRedirection(const StreamRedirection&) = delete;
+  StreamRedirection& operator=(const StreamRedirection&) = delete;
 
  private:
   std::ostream& out_;
@@ -101,7 +101,7 @@ std::string styled(const Json::Value& value, const std::string& indentation) {
   // One stream per thread: setting one up costs more than writing a short text.
   withThreadLocal([] { return std::ostream(nullptr); },
                   [&](std::ostream& out) {
-                    const Redirected redirected(out, sink);
+                    const StreamRedirection redirection(out, sink);
                     Json::StyledStreamWriter(indentation).write(out, value);
                   });
   return std::move(sink.text);

@@ -8,17 +8,17 @@ namespace libvarrow::base {
 /// makes a temporary one.
 template <class Make, class Use>
 auto withThreadLocal(Make make, Use use) {
-  thread_local bool isGone = false;
-  struct Own {
+  thread_local bool isDestroyed = false;
+  struct Holder {
     decltype(make()) object;
-    ~Own() { isGone = true; }
+    ~Holder() { isDestroyed = true; }
   };
-  if (isGone) {
+  if (isDestroyed) {
     auto&& temporary = make();
     return use(temporary);
   }
-  thread_local Own own{make()};
-  return use(own.object);
+  thread_local Holder holder{make()};
+  return use(holder.object);
 }
 
 }  // namespace libvarrow::base

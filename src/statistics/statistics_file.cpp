@@ -17,8 +17,9 @@ constexpr const char* kOperation =
     "static std::string libvarrow::CommonStatistics::dumpToFile(const boost::filesystem::path&, "
     "const Json::Value&)";
 
-// Returns false when the old file cannot be removed: it may be a link to a file of another user.
-bool mayBeWritten(const std::string& fileName, OldFile old) {
+// Removes the old file where `old` says so. Returns false when it cannot be removed: it may be a
+// link to a file of another user.
+bool removeOldFile(const std::string& fileName, OldFile old) {
   if (old == OldFile::Overwritten) return true;
   boost::system::error_code error;
   boost::filesystem::remove(fileName, error);
@@ -26,7 +27,7 @@ bool mayBeWritten(const std::string& fileName, OldFile old) {
 }
 
 base::TextWritten write(const std::string& fileName, const std::string& text, OldFile old) {
-  if (!mayBeWritten(fileName, old)) return base::TextWritten::NotOpened;
+  if (!removeOldFile(fileName, old)) return base::TextWritten::NotOpened;
   return base::writeTextFile(fileName, text);
 }
 

@@ -72,7 +72,7 @@ bool mayBeLibrary(const fs::path& file) {
 }
 
 // Libraries that are never unloaded.
-std::vector<boost::dll::shared_library>& keptLibraries() {
+std::vector<boost::dll::shared_library>& neverUnloaded() {
   static base::NeverDestroyed<std::vector<boost::dll::shared_library>> libraries;
   return *libraries;
 }
@@ -89,17 +89,17 @@ class DllManager::Plugin {
 
   ~Plugin() {
     RegistersManager::unregisterAllOf(owner_);
-    const std::string reason = reasonToStay();
+    const std::string reason = reasonNotToUnload();
     if (!reason.empty()) {
-      warnThatItStays(reason);
-      keptLibraries().push_back(std::move(library_));
+      warnOfStayingLoaded(reason);
+      neverUnloaded().push_back(std::move(library_));
       return;
     }
     if (isStarted_ || isShared_) return;
     // Refused: its corrected file is to be loaded from the same place.
     library_.unload();
     if (isMapped(path_)) {
-      warnThatItStays(
+      warnOfStayingLoaded(
           "the system does not unload it (another library uses it, or it was built without "
           "-fno-gnu-unique); a corrected file needs another name or a new process");
     }
@@ -139,7 +139,7 @@ class DllManager::Plugin {
   // Returns an empty text when nothing needs the library's code. An exception may have a type of
   // the library, or have passed through its objects, only once it was started: earlier exceptions
   // all come from the loader.
-  std::string reasonToStay() const {
+  std::string reasonNotToUnload() const {
     const long others = owner_.use_count() - 1;
     if (others > 0) return std::to_string(others) + " of its classes and objects are alive";
     if (hasThrown_) {
@@ -151,7 +151,7 @@ class DllManager::Plugin {
     return isSuspect ? "an exception in flight may be of its types" : "";
   }
 
-  void warnThatItStays(const std::string& reason) const {
+  void warnOfStayingLoaded(const std::string& reason) const {
     LIBVARROW_LOG_WARN("shared library:%s stays loaded: %s", path_.c_str(), reason.c_str());
   }
 

@@ -22,11 +22,11 @@ std::size_t excess(std::size_t length, std::size_t limit) {
 
 // Returns true once for each directory; forgets them all when they are very many.
 bool isFirstCutIn(const std::string& directory) {
-  constexpr std::size_t kMostDirectories = 1000;
+  constexpr std::size_t kMaxDirectories = 1000;
   static std::mutex mutex;
   static base::NeverDestroyed<std::set<std::string>> known;
   const std::lock_guard<std::mutex> lock(mutex);
-  if (known->size() >= kMostDirectories) known->clear();
+  if (known->size() >= kMaxDirectories) known->clear();
   return known->insert(directory).second;
 }
 

@@ -18,14 +18,14 @@ using OwnedRules = std::vector<std::unique_ptr<Rule>>;
 
 constexpr int kTopLevel = 1;
 
-// Runs `body` and adds `place` in front of the path of a ParseErrorException. Other errors pass
+// Runs `body` and adds `element` in front of the path of a ParseErrorException. Other errors pass
 // unchanged.
 template <class Body>
-void at(const std::string& place, Body body) {
+void withPathElement(const std::string& element, Body body) {
   try {
     body();
   } catch (cppbind::ParseErrorException& error) {
-    error.addPathFront(place);
+    error.addPathFront(element);
     throw;
   }
 }
@@ -47,7 +47,7 @@ std::unique_ptr<Rule> createRule(const std::string& name, const Json::Value& par
 }
 
 // Invalid structure; unlike an invalid rule, not recoverable.
-struct NoRuleFile : cppbind::ParseErrorException {
+struct InvalidRuleFile : cppbind::ParseErrorException {
   using ParseErrorException::ParseErrorException;
 };
 
@@ -58,13 +58,13 @@ class GroupReader {
   explicit GroupReader(const cppbind::ClassRegister& reg) : reg_(reg) {}
 
   void readGroup(const Json::Value& group, int level) {
-    if (!group.isObject()) throw NoRuleFile("should be a object");
+    if (!group.isObject()) throw InvalidRuleFile("should be a object");
     if (group.isMember("rule_level")) level = levelOf(group["rule_level"]);
     for (auto member = group.begin(); member != group.end(); ++member) {
       const std::string key = member.name();
       if (key == "rule_level") continue;
       if (key == "rule_list") {
-        at(key, [&] { readGroups(*member, level); });
+        withPathElement(key, [&] { readGroups(*member, level); });
       } else {
         rules_.push_back(createRule(key, *member, reg_, level));
       }
@@ -72,10 +72,10 @@ class GroupReader {
   }
 
   void readGroups(const Json::Value& groups, int level) {
-    if (!groups.isArray()) throw NoRuleFile("should be a list");
+    if (!groups.isArray()) throw InvalidRuleFile("should be a list");
     std::size_t index = 0;
     for (const Json::Value& group : groups) {
-      at("[" + std::to_string(index++) + "]", [&] { readGroup(group, level); });
+      withPathElement("[" + std::to_string(index++) + "]", [&] { readGroup(group, level); });
     }
   }
 
@@ -96,7 +96,7 @@ class GroupReader {
 
  private:
   static int levelOf(const Json::Value& level) {
-    if (!level.isInt()) throw NoRuleFile("rule_level", "should be an integer");
+    if (!level.isInt()) throw InvalidRuleFile("rule_level", "should be an integer");
     return level.asInt();
   }
 
@@ -115,7 +115,7 @@ RuleLoader::Rules rulesOf(const cppbind::ClassRegister* reg, const char* file, R
   GroupReader reader(*reg);
   try {
     read(reader);
-  } catch (const NoRuleFile& error) {
+  } catch (const InvalidRuleFile& error) {
     const std::string reason = faultOf(file, error);
     LIBVARROW_LOG_ERROR("%s", reason.c_str());
     stopAfterLogging(reason);

@@ -23,7 +23,7 @@ std::string classOf(const ObjFactory& factory) {
   return factory.typeName() + (owner == nullptr ? "" : " of " + owner->name);
 }
 
-void sayTaken(const std::string& key, const ObjFactory& first, const ObjFactory& second) {
+void printNameConflict(const std::string& key, const ObjFactory& first, const ObjFactory& second) {
   std::cerr << "class name " + key + " of " + classOf(second) + " is taken by " + classOf(first) +
                    "\n"
             << std::flush;
@@ -37,7 +37,7 @@ void ClassRegisterBase::regClass(std::string className, boost::shared_ptr<ObjFac
   if (taken != factories_.end()) {
     std::cout << "Error " << key << " alread registered " << taken->second->typeName()
               << " when register " << factory->typeName() << std::flush;
-    sayTaken(key, *taken->second, *factory);
+    printNameConflict(key, *taken->second, *factory);
     CPPBIND_ASSERT(false);
   }
   static_cast<void>(*factory);  // the pointer's own assertion refuses null

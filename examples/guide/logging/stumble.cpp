@@ -42,7 +42,7 @@ int recurse(int depth) {
 
 // [thread]
 // A stack overflow in a thread prints a back-trace only if the thread has a crash stack.
-void recurseInAThread() {
+void recurseOnCrashStack() {
   std::thread worker([] {
     libvarrow::useCrashStack();  // the first call in every thread
     recurse(0);
@@ -51,7 +51,7 @@ void recurseInAThread() {
 }
 // [/thread]
 
-void recurseInAThreadThatDidNot() {
+void recurseWithoutCrashStack() {
   std::thread([] { recurse(0); }).join();
 }
 
@@ -66,8 +66,8 @@ int main(int, char** argv) {
                                                              {"raise", raise},
                                                              {"fault", fault},
                                                              {"recurse", [] { recurse(0); }},
-                                                             {"thread", recurseInAThread},
-                                                             {"silent", recurseInAThreadThatDidNot},
+                                                             {"thread", recurseOnCrashStack},
+                                                             {"silent", recurseWithoutCrashStack},
                                                              {"uncaught", leaveAnErrorUncaught}};
   // [start]
   libvarrow::porcessCommonInit();  // or init_error_handler(true), for a dump file as well

@@ -50,7 +50,7 @@ void CalendarSettings::setBind(cppbind::Binder* binder, bool bindFields) {
   require(!start.is_special(), "start", "expected a date and a time");
   require(!timeUnit.is_special() && timeUnit >= boost::posix_time::seconds(1), "time_unit",
           "expected at least 00:00:01");
-  require(days >= 1 && days <= kMostDays, "days", "expected a number from 1 to 36600");
+  require(days >= 1 && days <= kMaxDays, "days", "expected a number from 1 to 36600");
   require(isWithinTime(*this), "days", "expected an end before the year 10000");
   cppbind::withKey("machines", [this] { requireEachOnce(machines); });
 }

@@ -24,7 +24,7 @@ struct CalendarSettings {
   std::vector<MachineHours> machines;  ///< with their own hours
 
   static constexpr int kUsualDays = 366;
-  static constexpr int kMostDays = 36'600;
+  static constexpr int kMaxDays = 36'600;
 
   boost::posix_time::ptime end() const { return start + boost::posix_time::hours(24 * days); }
 

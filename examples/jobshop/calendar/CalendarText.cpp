@@ -21,10 +21,11 @@ using CalendarUser = std::pair<const MachineCalendar*, std::string>;
 std::vector<CalendarUser> usersOf(const ShopCalendar& calendar, std::size_t machineCount) {
   std::vector<CalendarUser> users;
   for (std::size_t machine = 0; machine < machineCount; ++machine) {
-    const MachineCalendar* const own = &calendar.of(machine);
-    auto user = std::find_if(users.begin(), users.end(),
-                             [&](const CalendarUser& other) { return other.first == own; });
-    if (user == users.end()) user = users.insert(users.end(), {own, ""});
+    const MachineCalendar* const machineCalendar = &calendar.of(machine);
+    auto user = std::find_if(users.begin(), users.end(), [&](const CalendarUser& other) {
+      return other.first == machineCalendar;
+    });
+    if (user == users.end()) user = users.insert(users.end(), {machineCalendar, ""});
     user->second += ' ' + std::to_string(machine);
   }
   return users;
@@ -54,10 +55,10 @@ std::string calendarText(const ShopCalendar& calendar, std::size_t machineCount)
   text << "time 0 is " << libvarrow::time2str(settings.start) << ", a time unit "
        << libvarrow::time2str(settings.timeUnit) << ", calendars end at "
        << libvarrow::time2str(settings.end()) << '\n';
-  for (const auto& [own, machines] : usersOf(calendar, machineCount)) {
+  for (const auto& [machineCalendar, machines] : usersOf(calendar, machineCount)) {
     text << "\nworking time of machine" << machines << " in the first week, efficiency "
-         << own->efficiency().text() << '\n';
-    writeWeek(text, calendar.clock(), *own);
+         << machineCalendar->efficiency().text() << '\n';
+    writeWeek(text, calendar.clock(), *machineCalendar);
   }
   text << '\n';
   return text.str();

@@ -11,15 +11,15 @@ namespace jobshop {
 /// a work of 57 takes 100, not 101.
 class Efficiency {
  public:
-  static constexpr double kLeast = 0.001;
-  static constexpr double kMost = 1000;
+  static constexpr double kMin = 0.001;
+  static constexpr double kMax = 1000;
 
   Efficiency() = default;
-  /// Sets the efficiency. Aborts when `workInTimeUnit` is not from kLeast to kMost.
+  /// Sets the efficiency. Aborts when `workInTimeUnit` is not from kMin to kMax.
   explicit Efficiency(double workInTimeUnit);
 
   static bool isValid(double workInTimeUnit) {
-    return workInTimeUnit >= kLeast && workInTimeUnit <= kMost;
+    return workInTimeUnit >= kMin && workInTimeUnit <= kMax;
   }
 
   /// Returns the working time that `work` takes, rounded up to whole units.

@@ -27,7 +27,7 @@ class MachineCalendar {
 
   bool alwaysWorks() const { return alwaysWorks_; }
   /// Returns true when at least one unit is working time.
-  bool everWorks() const { return alwaysWorks_ || working_.getBlocks().size() > 1; }
+  bool hasWorkingTime() const { return alwaysWorks_ || working_.getBlocks().size() > 1; }
   /// Returns the end of the calendar; the largest time when it always works.
   Time end() const { return end_; }
   const Efficiency& efficiency() const { return efficiency_; }

@@ -36,7 +36,7 @@ ShopCalendar::ShopCalendar(CalendarSettings settings, std::size_t machineCount)
 }
 
 void ShopCalendar::requireWork(std::size_t machine) const {
-  if (of(machine).everWorks()) return;
+  if (of(machine).hasWorkingTime()) return;
   throw std::runtime_error("machine " + std::to_string(machine) + " never works from " +
                            libvarrow::time2str(settings_->start) + " to " +
                            libvarrow::time2str(settings_->end()));

@@ -17,14 +17,14 @@ constexpr double kDayLine = 20;  // of the axis
 constexpr double kMinPlotWidth = 880;
 constexpr double kMaxPlotWidth = 2600;
 constexpr double kWidthPerOperation = 26;
-constexpr double kMostStretch = 1.4;
+constexpr double kMaxStretch = 1.4;
 
 // Returns the factor by which the plot is wider, since time off leaves less room for bars.
 double stretchOf(const GanttContent& content) {
   if (content.mostWorkingTime == 0) return 1;
   const double share =
       static_cast<double>(content.makespan) / static_cast<double>(content.mostWorkingTime);
-  return std::min(share, kMostStretch);
+  return std::min(share, kMaxStretch);
 }
 
 }  // namespace

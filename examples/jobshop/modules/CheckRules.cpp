@@ -68,7 +68,7 @@ void CheckRules::processImp(libvarrow::ModuleData* data) {
   record(rules, shop.statistics());
   shop.setRulesVerdict(verdictOf(rules));
   writeReports(report, rules, shop);
-  judge(report, rules);
+  logAndThrowIfBroken(report, rules);
 }
 
 void CheckRules::writeReports(const ValidatorReason& report, const RuleFile& rules,
@@ -82,7 +82,7 @@ void CheckRules::writeReports(const ValidatorReason& report, const RuleFile& rul
   }
 }
 
-void CheckRules::judge(const ValidatorReason& report, const RuleFile& rules) const {
+void CheckRules::logAndThrowIfBroken(const ValidatorReason& report, const RuleFile& rules) const {
   const auto simple = report.toSimple();
   for (const auto& [name, reason] : simple->breakRules()) {
     LIBVARROW_LOG_WARN("%s: %s", name.c_str(), reason.c_str());

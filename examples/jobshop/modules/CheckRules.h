@@ -32,7 +32,7 @@ class CheckRules : public libvarrow::Module {
  private:
   void writeReports(const libvarrow::ValidatorReason& report, const RuleFile& rules,
                     JobShopData& shop) const;
-  void judge(const libvarrow::ValidatorReason& report, const RuleFile& rules) const;
+  void logAndThrowIfBroken(const libvarrow::ValidatorReason& report, const RuleFile& rules) const;
 
   std::string file_;
   bool stop_ = true;

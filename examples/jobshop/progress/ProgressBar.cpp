@@ -26,14 +26,14 @@ void ProgressBar::update(std::uint64_t done, Time bestMakespan) {
   const Clock::time_point now = Clock::now();
   if (now - last_ < kRedraw) return;
   last_ = now;
-  std::string line = lineFor(done, bestMakespan);
+  std::string line = lineText(done, bestMakespan);
   const std::size_t length = line.size();
   line.resize(std::max(length, drawn_), ' ');
   std::cerr << '\r' << line << std::flush;
   drawn_ = length;
 }
 
-std::string ProgressBar::lineFor(std::uint64_t done, Time bestMakespan) const {
+std::string ProgressBar::lineText(std::uint64_t done, Time bestMakespan) const {
   const auto filled = static_cast<std::size_t>(kBarLength * done / total_);
   std::string line = label_ + " [" + std::string(filled, '#') +
                      std::string(kBarLength - filled, '.') + "] " +

@@ -26,7 +26,7 @@ class ProgressBar {
  private:
   using Clock = std::chrono::steady_clock;
 
-  std::string lineFor(std::uint64_t done, Time bestMakespan) const;
+  std::string lineText(std::uint64_t done, Time bestMakespan) const;
 
   const std::string label_;
   const std::uint64_t total_;

@@ -63,10 +63,12 @@ void RuleFile::read(const boost::filesystem::path& path) {
     loaded.emplace_back(rule);
   }
   for (auto& rule : loaded) {
-    auto* const own = dynamic_cast<ScheduleRule*>(rule.get());
-    if (own == nullptr) throw std::runtime_error(rule->dumpStr() + " is not a rule for schedules");
+    auto* const scheduleRule = dynamic_cast<ScheduleRule*>(rule.get());
+    if (scheduleRule == nullptr) {
+      throw std::runtime_error(rule->dumpStr() + " is not a rule for schedules");
+    }
     static_cast<void>(rule.release());
-    rules_.emplace_back(own);
+    rules_.emplace_back(scheduleRule);
   }
 }
 

@@ -17,13 +17,13 @@ void ScheduleRule::setBind(cppbind::Binder* binder, bool bindFields) {
   setValidateAllFlag(all);
 }
 
-bool ScheduleRule::wantsToLook() const {
+bool ScheduleRule::mustValidate() const {
   return isEnabled() && (getValidateAllFlag() || getFailedCountValue() == 0);
 }
 
 bool ScheduleRule::validate(libvarrow::RuleValidateContext& context) {
   const libvarrow::RuleParameter& parameter = *context.getParameter();
-  if (!wantsToLook() || !isAbout(parameter)) return true;
+  if (!mustValidate() || !isAbout(parameter)) return true;
   const Complaint complaint = complaintAbout(parameter);
   if (count(!complaint)) return true;
   libvarrow::RuleResult& result = context.getResult();

@@ -33,7 +33,7 @@ class ScheduleRule : public libvarrow::Rule {
   using Complaint = std::optional<Json::Value>;
 
  private:
-  bool wantsToLook() const;
+  bool mustValidate() const;
   virtual bool isAbout(const libvarrow::RuleParameter& parameter) const = 0;
   /// Returns the complaint about `parameter`. Precondition: isAbout(parameter).
   virtual Complaint complaintAbout(const libvarrow::RuleParameter& parameter) const = 0;
