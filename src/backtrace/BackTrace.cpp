@@ -33,11 +33,11 @@ void attempt(const Step& step) {
   try {
     step();
   } catch (const std::exception& error) {
-    crash::say("the crash handler failed: ");
-    crash::say(error.what());
-    crash::say("\n");
+    crash::printText("the crash handler failed: ");
+    crash::printText(error.what());
+    crash::printText("\n");
   } catch (...) {
-    crash::say("the crash handler failed\n");
+    crash::printText("the crash handler failed\n");
   }
 }
 

@@ -28,7 +28,7 @@ void assertionFailed(const char* expression, const char* function, const char* m
     std::cerr << whole << std::flush;
     crash::skipRawStack();
   } catch (const std::exception&) {
-    crash::say(text.data());  // without memory the addresses must do, which the handler prints
+    crash::printText(text.data());  // without memory, the handler prints addresses only
   }
   std::abort();
 }

@@ -40,12 +40,12 @@ void printFrames(const Stack& stack);
 void printRegisters(const void* place);
 
 /// Writes `text` to standard error.
-void say(const char* text);
+void printText(const char* text);
 
 /// Returns the number by which debuggers identify the calling thread.
 long threadNumber();
 
 /// Sleeps for a moment.
-void rest();
+void sleepBriefly();
 
 }  // namespace libvarrow::crash

@@ -113,14 +113,14 @@ void checkHandler(int) {
   unblock(SIGABRT);
   // Standard error may be the pipe on which the handler hangs.
   pollfd errors{STDERR_FILENO, POLLOUT, 0};
-  if (::poll(&errors, 1, 0) > 0) crash::say("the crash handler hangs: ending the process\n");
+  if (::poll(&errors, 1, 0) > 0) crash::printText("the crash handler hangs: ending the process\n");
   ::raise(SIGABRT);
 }
 
 // A host's handler that was installed later may call this one with the signal alone.
 void onSignal(int sig, siginfo_t* info, void* context) {
   if (crash::isDeliveryOf(sig, info, context)) {
-    crash::takeBackCallOfNoCode(sig, *info, *static_cast<ucontext_t*>(context));
+    crash::undoCallWithoutCode(sig, *info, *static_cast<ucontext_t*>(context));
   } else {
     context = nullptr;
   }
@@ -177,7 +177,7 @@ void startWatchdog() {
   ::alarm(1);
 }
 
-void say(const char* text) {
+void printText(const char* text) {
   if (::write(STDERR_FILENO, text, std::strlen(text)) < 0) return;  // this cannot be reported
 }
 
@@ -185,7 +185,7 @@ long threadNumber() {
   return ::syscall(SYS_gettid);
 }
 
-void rest() {
+void sleepBriefly() {
   constexpr std::timespec kMoment{0, 20'000'000};
   ::nanosleep(&kMoment, nullptr);
 }

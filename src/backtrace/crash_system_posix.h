@@ -16,6 +16,6 @@ bool isDeliveryOf(int sig, const siginfo_t* info, const void* place);
 /// Undoes a call of an address without code: changes `place`, where `sig` interrupted a thread, as
 /// if that call had just returned, because no unwinder continues from such an address. Leaves
 /// `place` unchanged when there was no such call or its return address is not readable.
-void takeBackCallOfNoCode(int sig, const siginfo_t& info, ucontext_t& place);
+void undoCallWithoutCode(int sig, const siginfo_t& info, ucontext_t& place);
 
 }  // namespace libvarrow::crash

@@ -25,7 +25,7 @@ sigjmp_buf unreadable;
 void leaveReading(int) {
   if (reader == threadNumber()) ::siglongjmp(unreadable, 1);
   // A fault of another thread occurs again, under its own handler, after this handler is removed.
-  while (reader != 0) rest();
+  while (reader != 0) sleepBriefly();
 }
 
 /// RAII guard: faults of the calling thread end in a jump to `unreadable`.
@@ -33,7 +33,7 @@ class FaultsJump {
  public:
   FaultsJump() {
     for (long none = 0; !reader.compare_exchange_weak(none, threadNumber()); none = 0) {
-      rest();
+      sleepBriefly();
     }
     sigset_t others;
     sigfillset(&others);
@@ -91,17 +91,17 @@ _Unwind_Reason_Code addFrame(_Unwind_Context* context, void* argument) {
   return _URC_NO_REASON;
 }
 
-void sayAddress(std::uintptr_t address) {
+void printAddress(std::uintptr_t address) {
   std::array<char, 20> text{"0x"};
   std::to_chars(text.data() + 2, text.data() + text.size() - 1, address, 16);
-  say(text.data());
+  printText(text.data());
 }
 
-void sayRegister(const char* name, std::uintptr_t value) {
-  say(name);
-  say(" ");
-  sayAddress(value);
-  say("\n");
+void printRegister(const char* name, std::uintptr_t value) {
+  printText(name);
+  printText(" ");
+  printAddress(value);
+  printText("\n");
 }
 
 #if defined(__linux__) && defined(__x86_64__)
@@ -110,9 +110,9 @@ constexpr std::array<const char*, 17> kRegisters = {"r8",  "r9",  "r10", "r11", 
                                                     "r14", "r15", "rdi", "rsi", "rbp", "rbx",
                                                     "rdx", "rax", "rcx", "rsp", "rip"};
 
-void sayRegisters(const ucontext_t& place) {
+void printContext(const ucontext_t& place) {
   for (std::size_t i = 0; i < kRegisters.size(); ++i) {
-    sayRegister(kRegisters[i], static_cast<std::uintptr_t>(place.uc_mcontext.gregs[i]));
+    printRegister(kRegisters[i], static_cast<std::uintptr_t>(place.uc_mcontext.gregs[i]));
   }
 }
 
@@ -120,7 +120,7 @@ std::uintptr_t programCounter(const ucontext_t& place) {
   return static_cast<std::uintptr_t>(place.uc_mcontext.gregs[REG_RIP]);
 }
 
-bool takeCallBack(ucontext_t& place) {
+bool undoCall(ucontext_t& place) {
   greg_t& stackPointer = place.uc_mcontext.gregs[REG_RSP];
   greg_t returnAddress = 0;
   const auto* top = pointerTo<const volatile greg_t>(static_cast<std::uintptr_t>(stackPointer));
@@ -134,21 +134,21 @@ bool takeCallBack(ucontext_t& place) {
 
 #elif defined(__linux__) && defined(__aarch64__)
 
-void sayRegisters(const ucontext_t& place) {
+void printContext(const ucontext_t& place) {
   std::array<char, 4> name{"x"};
   for (std::size_t i = 0; i < 31; ++i) {
     *std::to_chars(name.data() + 1, name.data() + 3, i).ptr = '\0';
-    sayRegister(name.data(), place.uc_mcontext.regs[i]);
+    printRegister(name.data(), place.uc_mcontext.regs[i]);
   }
-  sayRegister("sp", place.uc_mcontext.sp);
-  sayRegister("pc", place.uc_mcontext.pc);
+  printRegister("sp", place.uc_mcontext.sp);
+  printRegister("pc", place.uc_mcontext.pc);
 }
 
 std::uintptr_t programCounter(const ucontext_t& place) {
   return place.uc_mcontext.pc;
 }
 
-bool takeCallBack(ucontext_t& place) {
+bool undoCall(ucontext_t& place) {
   constexpr int kLinkRegister = 30;
   constexpr std::uintptr_t kInstructionBytes = 4;
   const std::uintptr_t call = place.uc_mcontext.regs[kLinkRegister] - kInstructionBytes;
@@ -159,11 +159,11 @@ bool takeCallBack(ucontext_t& place) {
 
 #else  // other systems: the stack is reported as far as it can be read
 
-void sayRegisters(const ucontext_t&) {}
+void printContext(const ucontext_t&) {}
 std::uintptr_t programCounter(const ucontext_t&) {
   return 0;
 }
-bool takeCallBack(ucontext_t&) {
+bool undoCall(ucontext_t&) {
   return false;
 }
 
@@ -193,12 +193,12 @@ bool isDeliveryOf(int sig, const siginfo_t* info, const void* place) {
                     1);
 }
 
-void takeBackCallOfNoCode(int sig, const siginfo_t& info, ucontext_t& place) {
+void undoCallWithoutCode(int sig, const siginfo_t& info, ucontext_t& place) {
   const std::uintptr_t address = programCounter(place);
-  if (!isNoCode(sig, info, place) || !takeCallBack(place)) return;
-  say("no code at ");
-  sayAddress(address);
-  say(": the call stack begins with the call\n");
+  if (!isNoCode(sig, info, place) || !undoCall(place)) return;
+  printText("no code at ");
+  printAddress(address);
+  printText(": the call stack begins with the call\n");
 }
 
 // Not inlined, because the first frame is that of the caller.
@@ -214,7 +214,7 @@ void printFrames(const Stack& stack) {
 }
 
 void printRegisters(const void* place) {
-  if (place != nullptr) sayRegisters(*static_cast<const ucontext_t*>(place));
+  if (place != nullptr) printContext(*static_cast<const ucontext_t*>(place));
 }
 
 }  // namespace libvarrow::crash

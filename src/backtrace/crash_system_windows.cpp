@@ -51,7 +51,7 @@ DWORD WINAPI endHungProcess(void* handler) {
     idle = work - before >= kWork ? 0 : idle + 1;
     before = work;
   }
-  crash::say("the crash handler hangs: ending the process\n");
+  crash::printText("the crash handler hangs: ending the process\n");
   TerminateProcess(GetCurrentProcess(), kAbortExitCode);
   return 0;
 }
@@ -91,13 +91,13 @@ void printFrames(const Stack& stack) {
                               reinterpret_cast<std::uintptr_t>(stack.frames[i]), 16)
                     .ptr;
     *end = '\n';
-    say(line.data());
+    printText(line.data());
   }
 }
 
 void printRegisters(const void*) {}
 
-void say(const char* text) {
+void printText(const char* text) {
   DWORD written = 0;
   WriteFile(GetStdHandle(STD_ERROR_HANDLE), text, static_cast<DWORD>(std::strlen(text)), &written,
             nullptr);
@@ -107,7 +107,7 @@ long threadNumber() {
   return static_cast<long>(GetCurrentThreadId());
 }
 
-void rest() {
+void sleepBriefly() {
   Sleep(1);
 }
 

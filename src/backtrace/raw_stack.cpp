@@ -15,26 +15,26 @@ enum class State { NotPrinted, Printing, Printed };
 std::atomic<State> state{State::NotPrinted};
 std::atomic<long> printingThread{0};
 
-void sayNumber(long number) {
+void printNumber(long number) {
   std::array<char, 24> digits{};
   std::to_chars(digits.data(), digits.data() + digits.size() - 1, number);
-  say(digits.data());
+  printText(digits.data());
 }
 
 void print(int sig, const Stack& stack, const void* place) {
-  say("Signal ");
-  sayNumber(sig);
+  printText("Signal ");
+  printNumber(sig);
   if (const CrashSignal* signal = crashSignal(sig)) {
-    say(" (");
-    say(signal->name);
-    say(")");
+    printText(" (");
+    printText(signal->name);
+    printText(")");
   }
-  say(" in thread ");
-  sayNumber(threadNumber());
-  say(", call stack:\n");
+  printText(" in thread ");
+  printNumber(threadNumber());
+  printText(", call stack:\n");
   printFrames(stack);
   if (stack.isWhole) return;
-  say("the call stack cannot be read any further\n");
+  printText("the call stack cannot be read any further\n");
   printRegisters(place);
 }
 
@@ -48,7 +48,7 @@ void printRawStackOnce(int sig, const Stack& stack, const void* place) {
     state = State::Printed;
   }
   // The printing thread comes here again when it faults meanwhile, and must not wait for itself.
-  while (state != State::Printed && printingThread != threadNumber()) rest();
+  while (state != State::Printed && printingThread != threadNumber()) sleepBriefly();
 }
 
 void skipRawStack() {

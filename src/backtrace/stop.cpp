@@ -8,18 +8,18 @@
 
 namespace libvarrow {
 
-void sayReason(const std::string& reason) {
+void printReason(const std::string& reason) {
   std::cout << std::flush;
   std::cerr << reason + '\n' << std::flush;
 }
 
 void stop(const std::string& reason) {
-  sayReason(reason);
+  printReason(reason);
   throw BackTraceException();
 }
 
 void stopAfterLogging(const std::string& reason) {
-  if (!logging::goesToStandardError(logging::Level::Error)) sayReason(reason);
+  if (!logging::goesToStandardError(logging::Level::Error)) printReason(reason);
   throw BackTraceException();
 }
 

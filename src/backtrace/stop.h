@@ -6,7 +6,7 @@
 namespace libvarrow {
 
 /// Writes `reason`, a line without its line end, to standard error.
-void sayReason(const std::string& reason);
+void printReason(const std::string& reason);
 
 /// Writes `reason` and raises a BackTraceException.
 [[noreturn]] void stop(const std::string& reason);

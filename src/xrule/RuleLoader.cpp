@@ -38,7 +38,7 @@ std::unique_ptr<Rule> createRule(const std::string& name, const Json::Value& par
   std::unique_ptr<cppbind::Object> object;
   cppbind::withClass(name, [&] { object.reset(reg.create<cppbind::Object>(name, parameter)); });
   Rule* const rule = dynamic_cast<Rule*>(object.get());
-  if (rule == nullptr) sayReason("class " + name + " is not a rule");
+  if (rule == nullptr) printReason("class " + name + " is not a rule");
   CPPBIND_ASSERT(rule);
   static_cast<void>(object.release());
   std::unique_ptr<Rule> owned(rule);
