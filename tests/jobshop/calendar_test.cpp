@@ -1,4 +1,4 @@
-// Working time: where operations run in it, and which keys are refused.
+// Working time: the times of operations, and the errors in its keys.
 #include "shop_fixtures.h"
 
 namespace jobshop_test {
@@ -13,15 +13,14 @@ TEST(Calendar, OperationsRunInTheWorkingTimeOfTheirMachine) {
   };
   const std::string noBreakOf1 = kEarlyShift + R"(, "machines": [{"machine": 1, "breaks": []}])";
   const Case cases[] = {
-      {kEarlyShift, "2 1\n0 5\n0 6", {{0, 6}, {6, 76}}},       // over break and weekend
-      {kEarlyShift, "2 1\n0 4\n0 3", {{0, 4}, {5, 8}}},        // up to a gap, not into it
-      {kEarlyShift + R"(, "days": 1)", "1 1\n0 7", {{0, 8}}},  // all that there is
+      {kEarlyShift, "2 1\n0 5\n0 6", {{0, 6}, {6, 76}}},  // over break and weekend
+      {kEarlyShift, "2 1\n0 4\n0 3", {{0, 4}, {5, 8}}},   // up to a gap, not into it
       {kFriday + R"("efficiency": 0.8)", "1 2\n0 4 0 5", {{0, 5}, {5, 12}}},
       {kFriday + R"("efficiency": 1.001)", "1 1\n0 1001", {{0, 1000}}},
-      // Units that are cut in two are not worked.
+      // A time unit that is only partly working time does not count.
       {kFriday + R"("breaks": [{"from": "12:00:00", "to": "12:15:00"}])", "1 1\n0 7", {{0, 8}}},
       {kFriday + R"("shifts": [{"from": "06:30:00", "to": "10:30:00"}])", "1 1\n0 4", {{1, 26}}},
-      // The shift of the day before runs past midnight; its week comes again.
+      // The shift of the previous day ends after midnight; it repeats every week.
       {R"("start": "2024-03-02 00:00:00", "time_unit": "01:00:00",
           "shifts": [{"from": "22:00:00", "to": "30:00:00", "days": ["fri"]}])",
        "1 1\n0 7",
@@ -31,7 +30,7 @@ TEST(Calendar, OperationsRunInTheWorkingTimeOfTheirMachine) {
           {"timeBegin": "2024-03-01 07:00:00", "timeEnd": "2024-03-01 09:00:00"}])",
        "1 1\n0 2",
        {{0, 5}}},
-      // A machine's own shifts take the shop's place; its closed hours come on top.
+      // A machine's shifts replace the shop's; its closed hours are added.
       {kEarlyShift + R"(, "closed": [{"timeBegin": "2024-03-01 06:00:00",
                                       "timeEnd": "2024-03-01 08:00:00"}],
           "machines": [{"machine": 0, "shifts": [], "closed": [
@@ -49,26 +48,26 @@ TEST(Calendar, OperationsRunInTheWorkingTimeOfTheirMachine) {
     for (const auto& operation : planned(instance, "FIFO", calendar).operations) {
       spans.emplace_back(operation.start, operation.end);
     }
-    EXPECT_EQ(spans, c.expected) << c.keys;
+    EXPECT_EQ(c.expected, spans) << c.keys;
   }
 }
 
-TEST(Calendar, WorkThatDoesNotFitIsNamedWithMachineAndDate) {
+TEST(Calendar, ErrorsNameTheMachineWithoutEnoughWorkingTime) {
   const auto errorWith = [](const std::string& keys) {
     return errorOf([&] { lowerBound(instanceFrom("1 2\n1 1 0 8\n"), calendarFrom(keys)); });
   };
   EXPECT_EQ(
-      errorWith(kEarlyShift + R"(, "days": 1)"),
       "machine 0 has less than 8 time units of working time from time 1 on: its calendar ends "
-      "at 2024-03-02 06:00:00, after 1 \"days\"");
-  EXPECT_EQ(errorWith(kFriday + R"("days": 3, "machines": [{"machine": 1,
-                "shifts": [{"from": "06:00:00", "to": "14:00:00", "days": ["tue"]}]}])"),
-            "machine 1 never works from 2024-03-01 06:00:00 to 2024-03-04 06:00:00");
-  EXPECT_EQ(errorWith(kFriday + R"("machines": [{"machine": 0}, {"machine": 2}])"),
-            "machines[1].machine: unknown machine 2; the instance has 0 to 1");
+      "at 2024-03-02 06:00:00, after 1 \"days\"",
+      errorWith(kEarlyShift + R"(, "days": 1)"));
+  EXPECT_EQ("machine 1 never works from 2024-03-01 06:00:00 to 2024-03-04 06:00:00",
+            errorWith(kFriday + R"("days": 3, "machines": [{"machine": 1,
+                "shifts": [{"from": "06:00:00", "to": "14:00:00", "days": ["tue"]}]}])"));
+  EXPECT_EQ("machines[1].machine: unknown machine 2; the instance has 0 to 1",
+            errorWith(kFriday + R"("machines": [{"machine": 0}, {"machine": 2}])"));
 }
 
-TEST(Calendar, FaultsInKeysNameTheirPlace) {
+TEST(Calendar, ErrorsInKeysNameTheirPath) {
   const auto shift = [](const char* from, const char* to, const std::string& more = "") {
     return kFriday + R"("shifts": [{"from": "06:00:00", "to": "14:00:00"}, {"from": ")" + from +
            R"(", "to": ")" + to + "\"" + more + "}]";
@@ -90,7 +89,7 @@ TEST(Calendar, FaultsInKeysNameTheirPlace) {
        "machines[0].closed: expected \"timeEnd\" after \"timeBegin\", found "}};
   for (const auto& [keys, fault] : cases) {
     const std::string error = errorOf([&, k = keys] { settingsFrom(k); });
-    EXPECT_EQ(error.find(fault), 0u) << keys << '\n' << error;
+    EXPECT_EQ(0u, error.find(fault)) << keys << '\n' << error;
   }
 }
 

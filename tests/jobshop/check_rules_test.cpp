@@ -1,4 +1,4 @@
-// What keeps and what breaks the user's rules, and what is reported of it.
+// The rules of the user: their limits, their settings, and the reports.
 #include <boost/filesystem/operations.hpp>
 
 #include "JobShopData.h"
@@ -35,7 +35,7 @@ class Rules : public InTemporaryDirectory {
     return end;
   }
 
-  // The report's lines behind the first.
+  // Returns the report without its first line.
   static std::string complaints() {
     const std::string text = readFile("rule_report.txt");
     return text.substr(text.find('\n') + 1);
@@ -61,42 +61,42 @@ TEST_F(Rules, KeepTheirLimitsToTheUnit) {
        "63\n"}};
   for (const auto& [rule, complaint] : cases) {
     check("{" + rule + "}");
-    EXPECT_EQ(complaints(), complaint) << rule;
+    EXPECT_EQ(complaint, complaints()) << rule;
   }
 }
 
-TEST_F(Rules, ThoseForAllLookOnOthersStopAndSomeAreOff) {
+TEST_F(Rules, OnlyRulesWithAllReportMoreThanOneFailure) {
   check(R"([{"LatestFinish": {"limit": 1}},
             {"rule_list": [{"LatestFinish": {"limit": 2, "all": true},
                             "rule_list": [{"MaxWait": {"limit": 9}}]}]},
             {"LatestFinish": {"limit": 3, "all": true, "enabled": false}}])");
-  EXPECT_EQ(complaints(),
-            "  LatestFinish  job 0 ends at 10, 9 after 1\n"
-            "  LatestFinish  job 0 ends at 10, 8 after 2\n"
-            "  LatestFinish  job 1 ends at 76, 74 after 2\n");
-  EXPECT_EQ(statistics[1]["rules_broken"], "2/3;66.6667%");
-  EXPECT_EQ(statistics[2]["rules"][1]["failed_count"], 2);
+  EXPECT_EQ(
+      "  LatestFinish  job 0 ends at 10, 9 after 1\n"
+      "  LatestFinish  job 0 ends at 10, 8 after 2\n"
+      "  LatestFinish  job 1 ends at 76, 74 after 2\n",
+      complaints());
+  EXPECT_EQ("2/3;66.6667%", statistics[1]["rules_broken"].asString());
+  EXPECT_EQ(2, statistics[2]["rules"][1]["failed_count"].asInt());
 }
 
-TEST_F(Rules, ReportsAreWrittenWhetherTheRunGoesOnOrNot) {
+TEST_F(Rules, ReportsAreWrittenAlsoWhenTheRunStops) {
   const std::string rules = R"({"LatestFinish": {"limit": 70}, "MachineLoad": {"at_most": 0.5}})";
-  EXPECT_EQ(check(rules, R"(, "stop": false, "json": "deep/full.json", "json_v2": "")"),
-            "no error");
+  EXPECT_EQ("no error",
+            check(rules, R"(, "stop": false, "json": "deep/full.json", "json_v2": "")"));
   EXPECT_FALSE(boost::filesystem::exists("rule_report_v2.json"));
-  EXPECT_EQ(libvarrow::File2Json("deep/full.json")["ruleValidatorReasonList"].size(), 2u);
-  EXPECT_EQ(check(rules),
-            "rules: 2 of 2 broken; LatestFinish: job 1 ends at 76, 6 after 70; more in " +
-                (directory.path() / "rule_report.txt").string());
-  EXPECT_EQ(libvarrow::File2Json("rule_report_v2.json")["rulesBreak"].size(), 2u);
+  EXPECT_EQ(2u, libvarrow::File2Json("deep/full.json")["ruleValidatorReasonList"].size());
+  EXPECT_EQ("rules: 2 of 2 broken; LatestFinish: job 1 ends at 76, 6 after 70; more in " +
+                (directory.path() / "rule_report.txt").string(),
+            check(rules));
+  EXPECT_EQ(2u, libvarrow::File2Json("rule_report_v2.json")["rulesBreak"].size());
 }
 
 TEST_F(Rules, FaultsInARuleFileNameTheFileAndTheirPlace) {
   EXPECT_EQ(
-      check(R"({"MaxWait": {"limit": -1}})"),
-      (directory.path() / "rules.json").string() + ": MaxWait.limit: expected a number from 0");
-  EXPECT_EQ(check(R"({"MachineLoad": {"at_most": 1, "machine": 2, "enabled": false}})"),
-            "MachineLoad: unknown machine 2; the instance has 0 to 1");
-  EXPECT_EQ(check("[]"), "no error");
+      (directory.path() / "rules.json").string() + ": MaxWait.limit: expected a number from 0",
+      check(R"({"MaxWait": {"limit": -1}})"));
+  EXPECT_EQ("MachineLoad: unknown machine 2; the instance has 0 to 1",
+            check(R"({"MachineLoad": {"at_most": 1, "machine": 2, "enabled": false}})"));
 }
 
 }  // namespace

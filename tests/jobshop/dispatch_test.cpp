@@ -1,4 +1,4 @@
-// The schedules that the dispatching rules build, and the bound on what any of them can reach.
+// The schedules of the dispatching rules, and the lower bound of all schedules.
 #include <random>
 
 #include "shop_fixtures.h"
@@ -6,7 +6,7 @@
 namespace jobshop_test {
 namespace {
 
-// A job may come to a machine more than once and not at all to another.
+// A job may visit a machine several times, or never.
 Instance randomInstance(std::uint32_t seed, std::size_t machines, Time shortest) {
   std::mt19937 random(seed);
   Instance instance = {"random" + std::to_string(seed), machines, {}};
@@ -23,14 +23,14 @@ void expectFeasible(const Instance& instance, const ShopCalendar& calendar) {
   for (const DispatchRule& rule : dispatchRules()) {
     SCOPED_TRACE(instance.name + " by " + rule.name);
     const Schedule schedule = planned(instance, rule.name, calendar);
-    EXPECT_EQ(findViolations(instance, schedule, calendar), std::vector<std::string>());
+    EXPECT_EQ(std::vector<std::string>(), findViolations(instance, schedule, calendar));
     EXPECT_GE(schedule.makespan(), lowerBound(instance, calendar));
   }
 }
 
 TEST(Dispatching, EveryRuleGivesAFeasibleScheduleInWorkingTime) {
   const Time shortestTimes[] = {0, 1, kMaxDuration - 8};
-  // Breaks and closed hours that overlap and end within time units, a shift past midnight.
+  // Overlapping breaks and closed hours that end within time units, and a shift past midnight.
   const std::string keys = R"("start": "2024-02-28 05:50:00", "time_unit": "00:07:00",
       "shifts": [{"from": "20:00:00", "to": "30:00:00"}, {"from": "04:00:00", "to": "09:30:00"}],
       "breaks": [{"from": "05:00:00", "to": "05:10:00", "days": ["thu", "fri"]}],
@@ -43,30 +43,30 @@ TEST(Dispatching, EveryRuleGivesAFeasibleScheduleInWorkingTime) {
   }
 }
 
-TEST(Dispatching, RulesPickWhatTheirNamesSay) {
-  // Three jobs meet at machine 0 at time 0; which goes first tells the rule.
+TEST(Dispatching, EachRulePrefersTheJobsOfItsName) {
+  // Three jobs wait for machine 0 at time 0; the first one identifies the rule.
   const Instance meeting = instanceFrom("3 3\n0 4 1 1 2 1\n0 2 1 1 2 1\n0 3 1 9 2 9\n");
   const std::pair<const char*, std::size_t> cases[] = {
       {"SPT", 1}, {"LPT", 0}, {"MWKR", 2}, {"MOPNR", 0}, {"FIFO", 0}};
   for (const auto& [rule, first] : cases) {
-    EXPECT_EQ(planned(meeting, rule).byMachine(3)[0].front().job, first) << rule;
+    EXPECT_EQ(first, planned(meeting, rule).byMachine(3)[0].front().job) << rule;
   }
-  // What takes no time does not push back what fits before it.
-  EXPECT_EQ(planned(instanceFrom("2 2\n1 4 0 0\n0 4 1 0\n"), "SPT").makespan(), 4);
+  // An operation without duration does not delay one that fits before it.
+  EXPECT_EQ(4, planned(instanceFrom("2 2\n1 4 0 0\n0 4 1 0\n"), "SPT").makespan());
   // Two jobs wait for machine 1 while job 2 holds it; job 1 came first.
   const Instance waiting = instanceFrom("3 3\n0 4 1 5 2 1\n2 2 1 5 0 1\n1 6 0 1 2 1\n");
-  EXPECT_EQ(planned(waiting, "FIFO").byMachine(3)[1][1].job, 1u);
+  EXPECT_EQ(1u, planned(waiting, "FIFO").byMachine(3)[1][1].job);
 }
 
-TEST(Dispatching, TheLowerBoundSeesTheBusiestMachineAndItsCalendar) {
+TEST(Dispatching, TheLowerBoundIsThatOfTheBusiestMachine) {
   const auto bound = [](const char* text, const ShopCalendar& calendar) {
     return lowerBound(instanceFrom(text), calendar);
   };
   // Machine 1 works for 20, is reached after 2 at the soonest and left 3 before the end.
-  EXPECT_EQ(bound("2 3\n0 2 1 10 2 3\n0 4 1 10 2 3\n", {}), 25);
-  EXPECT_EQ(bound("2 2\n0 30 1 1\n1 1 0 2\n", {}), 32);
-  EXPECT_EQ(bound("2 2\n0 4 1 1\n0 4 1 1\n", calendarFrom(kEarlyShift)), 74);
-  EXPECT_EQ(bound("2 2\n0 4 1 1\n0 4 1 1\n", calendarFrom(kFriday + R"("efficiency": 4)")), 3);
+  EXPECT_EQ(25, bound("2 3\n0 2 1 10 2 3\n0 4 1 10 2 3\n", {}));
+  EXPECT_EQ(32, bound("2 2\n0 30 1 1\n1 1 0 2\n", {}));
+  EXPECT_EQ(74, bound("2 2\n0 4 1 1\n0 4 1 1\n", calendarFrom(kEarlyShift)));
+  EXPECT_EQ(3, bound("2 2\n0 4 1 1\n0 4 1 1\n", calendarFrom(kFriday + R"("efficiency": 4)")));
 }
 
 }  // namespace

@@ -9,11 +9,11 @@ TEST(InstanceReader, BlanksCommentsAndLineEndsDoNotMatter) {
   for (const char* text :
        {"2 2\n0 3 1 4\n1 5 0 6", "2 2\r\n0 3 1 4\r\n1 5 0 6\r\n",
         "\xEF\xBB\xBF# a comment\n  # 9 9\n\n2\t2  \n\n 0  3\t1 4 \n# mid\n1 5 0 6\n \t\n# end"}) {
-    EXPECT_EQ(instanceText(instanceFrom(text)), "2 2\n0 3 1 4\n1 5 0 6\n") << text;
+    EXPECT_EQ("2 2\n0 3 1 4\n1 5 0 6\n", instanceText(instanceFrom(text))) << text;
   }
 }
 
-TEST(InstanceReader, FaultsAreNamedWithLineAndExpectation) {
+TEST(InstanceReader, ErrorsNameTheLineAndTheExpectedText) {
   const std::string time = "2: expected a time from 0 to 1000000000, found ";
   const std::string endless = "%s%n\x1b[31m" + std::string(40, 'a');
   const std::pair<std::string, std::string> cases[] = {
@@ -31,7 +31,7 @@ TEST(InstanceReader, FaultsAreNamedWithLineAndExpectation) {
       {"1 1\n0 " + endless, time + "\"%s%n?[31m" + std::string(23, 'a') + "...\""},
       {"1 1\n0 3\n\n0 4\n", "4: expected the end of the file after 1 job, found \"0\""}};
   for (const auto& [text, fault] : cases) {
-    EXPECT_EQ(errorOf([&, t = text] { instanceFrom(t); }), "x.txt:" + fault) << text;
+    EXPECT_EQ("x.txt:" + fault, errorOf([&, t = text] { instanceFrom(t); })) << text;
   }
   for (const char* name : {"missing/x.txt", ".", "/dev/zero"}) {
     EXPECT_THROW(readInstance(name), InstanceError) << name;

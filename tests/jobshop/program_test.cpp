@@ -1,4 +1,4 @@
-// The program as its users run it.
+// The program, run as a process.
 #include <libvarrow/json/json.h>
 #include <unistd.h>
 
@@ -14,7 +14,7 @@ namespace {
 
 const std::string kPipeline = JOBSHOP_FOLDER "/pipeline.json";
 
-/// Runs the program itself, as a user does.
+/// Runs the program.
 ChildResult jobshopRun(std::vector<std::string> arguments) {
   return runInChild([&] {
     arguments.insert(arguments.begin(), JOBSHOP_PROGRAM);
@@ -31,10 +31,10 @@ Json::Value scheduleIn(const std::string& folder) {
 }
 
 void expectOneLine(const ChildResult& run, int status, const std::string& error) {
-  EXPECT_EQ(run.exitCode, status) << error;
-  EXPECT_EQ(run.errors.find("jobshop: "), 0u) << run.errors;
+  EXPECT_EQ(status, run.exitCode) << error;
+  EXPECT_EQ(0u, run.errors.find("jobshop: ")) << run.errors;
   EXPECT_TRUE(contains(run.errors, error)) << run.errors << error;
-  EXPECT_EQ(run.errors.find('\n'), run.errors.size() - 1) << run.errors;
+  EXPECT_EQ(run.errors.size() - 1, run.errors.find('\n')) << run.errors;
 }
 
 class Program : public InTemporaryDirectory {};
@@ -44,31 +44,31 @@ TEST_F(Program, FindsTheOptimumOfBothInstancesAndOfItsDumps) {
   for (const auto& [name, optimum] : cases) {
     const ChildResult run =
         jobshopRun({"--instance", JOBSHOP_FOLDER "/data/" + name + ".txt", kPipeline, name});
-    EXPECT_EQ(run.errors, "");
+    EXPECT_EQ("", run.errors);
     EXPECT_TRUE(contains(run.output, "makespan     " + optimum)) << run.output;
-    EXPECT_EQ(scheduleIn(name)["makespan"].asString(), optimum);
+    EXPECT_EQ(optimum, scheduleIn(name)["makespan"].asString());
     const std::string dumped = name + "/dump/0_ReadInstance/after_process/instance.txt";
-    EXPECT_EQ(jobshopRun({"--instance", dumped, kPipeline, "again"}).exitCode, 0);
-    EXPECT_EQ(scheduleIn("again")["jobs"], scheduleIn(name)["jobs"]);
+    EXPECT_EQ(0, jobshopRun({"--instance", dumped, kPipeline, "again"}).exitCode);
+    EXPECT_EQ(scheduleIn(name)["jobs"], scheduleIn("again")["jobs"]);
   }
 }
 
-TEST_F(Program, ReplacesWhatAnEarlierRunLeftInItsFolder) {
+TEST_F(Program, ReplacesTheDumpsOfAnEarlierRun) {
   writeFile("out/run/dump/9_Stale/in_info.json", "{}");
   jobshopRun({kPipeline, "out/run"});
-  EXPECT_TRUE(fs::exists("out/run/dump/9_Stale")) << "no run left that";
+  EXPECT_TRUE(fs::exists("out/run/dump/9_Stale")) << "the folder was not of a run";
   jobshopRun({kPipeline, "out/run/"});
   EXPECT_FALSE(fs::exists("out/run/dump/9_Stale"));
   for (const char* file : {"schedule.csv", "gantt.svg", "log.txt", "dump/3_WriteSchedule"}) {
     EXPECT_TRUE(fs::exists(fs::path("out/run") / file)) << file;
   }
-  EXPECT_EQ(std::distance(fs::directory_iterator("."), fs::directory_iterator()), 1);
+  EXPECT_EQ(1, std::distance(fs::directory_iterator("."), fs::directory_iterator()));
   EXPECT_TRUE(contains(readFile("out/run/statistics.json"), "\"tries\" : \"500/500;100%\""));
 }
 
 TEST_F(Program, PlansInShiftsKeepsTheRulesAndDumpsTheCalendar) {
   const ChildResult run = jobshopRun({JOBSHOP_FOLDER "/pipeline_shifts.json", "run"});
-  ASSERT_EQ(run.exitCode, 0) << run.errors;
+  ASSERT_EQ(0, run.exitCode) << run.errors;
   EXPECT_TRUE(contains(run.output, "clock        2024-03-01 06:00:00 to 2024-03-0"));
   EXPECT_TRUE(contains(run.output, "rules        all 4 kept\n")) << run.output;
   EXPECT_TRUE(contains(readFile("run/dump/1_SetCalendars/out_detail.txt"),
@@ -76,21 +76,21 @@ TEST_F(Program, PlansInShiftsKeepsTheRulesAndDumpsTheCalendar) {
                        "  [2024-03-01 06:00:00,2024-03-01 10:00:00]:04:00:00\n"));
 }
 
-TEST_F(Program, ThePipelineChoosesWhatRunsAndWhatIsKept) {
+TEST_F(Program, ThePipelineSelectsTheModulesAndTheirOutput) {
   writeFile("shop/data/my.txt", readFile(JOBSHOP_FOLDER "/data/ft06.txt"));
   writeFile("shop/p.json", R"({"modules": [
       {"ReadInstance": {"file": "data/my.txt"}}, {"Dispatch": {"rule": "MWKR"}},
       {"Dispatch": {"rule": "SPT", "keep_best": false}},
       {"WriteSchedule": {"json": "deep/plan.json", "csv": "",
                          "start": "2024-03-05 06:00:00", "time_unit": "00:30:00"}}]})");
-  ASSERT_EQ(jobshopRun({"shop/p.json", "run"}).exitCode, 0);
+  ASSERT_EQ(0, jobshopRun({"shop/p.json", "run"}).exitCode);
   const Json::Value plan = libvarrow::File2Json("run/deep/plan.json");
-  EXPECT_EQ(plan["origin"], "SPT");
-  EXPECT_EQ(plan["jobs"][5][0]["end_clock"], "2024-03-05 07:30:00");
+  EXPECT_EQ("SPT", plan["origin"].asString());
+  EXPECT_EQ("2024-03-05 07:30:00", plan["jobs"][5][0]["end_clock"].asString());
   EXPECT_FALSE(fs::exists("run/schedule.csv"));
 }
 
-TEST_F(Program, ABadPipelineIsOneLineWithThePathToTheFault) {
+TEST_F(Program, AnInvalidPipelineIsReportedInOneLineWithThePath) {
   const std::pair<std::string, std::string> cases[] = {
       {R"({"No\npe%s%n\u001b[31m": {}})", "modules[0]: No pe%s%n [31m miss register"},
       {R"({"Dispatch": {"rule": "EDD"}})",
@@ -99,7 +99,7 @@ TEST_F(Program, ABadPipelineIsOneLineWithThePathToTheFault) {
        "FIFO"},
       {R"({"Dispatch": {"rule": "SPT", "tries": 0}})",
        "modules[0].Dispatch.tries: expected a number from 1 to 1000000"},
-      // What shows only when it runs is told with the step's place among the dumps.
+      // An error of a run is reported with the step's path among the dumps.
       {R"({"ChainedModule": {"modules": [{"ReadInstance": {"file": "bad.txt"}}]}})",
        "0_ChainedModule/0_ReadInstance: " + directory.path().string() +
            "/bad.txt:2: expected a time from 0 to 1000000000, found \"x\""},
@@ -118,7 +118,7 @@ TEST_F(Program, ABadPipelineIsOneLineWithThePathToTheFault) {
   }
 }
 
-TEST_F(Program, WrongArgumentsAndFoldersAreOneLine) {
+TEST_F(Program, WrongArgumentsAreReportedInOneLine) {
   writeFile("file", "");
   expectOneLine(jobshopRun({}), 2, "jobshop: no pipeline file given; see jobshop --help\n");
   expectOneLine(jobshopRun({"a", "b", "c"}), 2, ": too many arguments; see jobshop --help\n");

@@ -1,4 +1,4 @@
-// Instances, calendars and schedules that several tests plan with.
+// Instances, calendars and schedules for several tests.
 #pragma once
 
 #include <cppbind/imp/json_decode_binder.h>
@@ -26,7 +26,7 @@ inline Instance instanceFrom(const std::string& text) {
   return parseInstance(text, "x.txt");
 }
 
-/// The settings that `keys`, the members of a JSON object, stand for.
+/// Returns the settings from `keys`, the members of a JSON object.
 inline CalendarSettings settingsFrom(const std::string& keys) {
   CalendarSettings settings;
   cppbind::JsonDecodeBinder().decode(json("{" + keys + "}"), settings);
