@@ -16,7 +16,7 @@ using boost::gregorian::date;
 using namespace boost::posix_time;
 using namespace test_support;
 
-// The reference: a stream with the date-time library's own facets, made afresh.
+// Reference model: a new stream with the facets of the date-time library.
 std::stringstream streamWithFacets(const std::string& text = "") {
   auto* input = new boost::posix_time::time_input_facet("%Y-%m-%d %H:%M:%S");
   auto* output = new boost::posix_time::time_facet("%Y-%m-%d %H:%M:%S");
@@ -42,7 +42,7 @@ std::string writtenByFacets(const T& value) {
   return stream.str();
 }
 
-TEST(StringConverterTest, ReadingGivesWhatTheFacetsGiveUnderAnyLocale) {
+TEST(StringConverterTest, ReadingEqualsTheFacetsUnderAnyLocale) {
   const CommaLocale comma;
   std::vector<std::string> texts = {"", "not-a-date-time", "+infinity", "9999-12-31 23:59:59"};
   for (const std::string day :
@@ -55,7 +55,7 @@ TEST(StringConverterTest, ReadingGivesWhatTheFacetsGiveUnderAnyLocale) {
       texts.push_back(day + ' ' + clock);
     }
   }
-  // One character of a good text replaced at random.
+  // Valid texts with one random character.
   std::mt19937 random(7);
   for (int i = 0; i < 2000; ++i) {
     std::string text = i % 2 == 0 ? "2024-02-29 13:45:59" : "2024-02-29";
@@ -69,7 +69,7 @@ TEST(StringConverterTest, ReadingGivesWhatTheFacetsGiveUnderAnyLocale) {
   }
 }
 
-TEST(StringConverterTest, WritingGivesWhatTheFacetsGiveUnderAnyLocale) {
+TEST(StringConverterTest, WritingEqualsTheFacetsUnderAnyLocale) {
   namespace special_time = boost::date_time;
   const CommaLocale comma;
   const special_time::special_values special[] = {
@@ -87,13 +87,13 @@ TEST(StringConverterTest, WritingGivesWhatTheFacetsGiveUnderAnyLocale) {
   }
 }
 
-TEST(StringConverterTest, TextThatDoesNotParseAndValuesOfOtherTypesAreRefused) {
+TEST(StringConverterTest, InvalidTextAndOtherTypesAreRejected) {
   const auto errorIn = [](const char* text, const StringConverter& converter) {
     return errorOf([&] { converter.fromString(text); });
   };
   EXPECT_EQ("cant not parse [2024-02-30] as date", errorIn("2024-02-30", BoostGDateConverter()));
   EXPECT_EQ("cant not parse [x] as duration", errorIn("x", BoostTimeDurationConverter()));
-  // No time that could be written.
+  // After the last time that can be written.
   EXPECT_EQ("cant not parse [9999-12-31 99:99:99] as time",
             errorIn("9999-12-31 99:99:99", BoostPTimeConverter()));
   EXPECT_EQ("%a\n", StringPtrConverter().toString(boost::make_shared<std::string>("%a\n")));

@@ -12,7 +12,7 @@ using namespace test_support;
 
 class JsonTest : public InTemporaryDirectory {
  protected:
-  // The message thrown and what was logged before it.
+  // Returns the message of the exception and the log before it.
   template <class Call>
   std::pair<std::string, std::string> failure(Call call) {
     testing::internal::CaptureStderr();
@@ -22,15 +22,15 @@ class JsonTest : public InTemporaryDirectory {
   const std::string folder = directory.path().string() + "/";
 };
 
-TEST_F(JsonTest, TextIsParsedWithCommentsAndWrittenIndentedByOneSpace) {
+TEST_F(JsonTest, TextIsParsedWithCommentsAndWrittenIndented) {
   EXPECT_EQ("{\n \"a\" : \n {\n  \"b\" : [ 1.5, \"x\" ]\n }\n}\n",
             Json2Str(Str2Json("{\"a\": {\"b\": [1.5, \"x\"]}}")));
-  EXPECT_EQ(3, Str2Json("\xEF\xBB\xBF[1, 2, 3]").size()) << "a byte order mark is passed over";
+  EXPECT_EQ(3, Str2Json("\xEF\xBB\xBF[1, 2, 3]").size()) << "a byte order mark is ignored";
   EXPECT_EQ(2, Str2Json("{\"a\": 1, // one\n \"a\": 2} and more")["a"].asInt());
   EXPECT_TRUE(contains(Json2Str(Str2Json("[1 // one\n]")), "// one"));
 }
 
-TEST_F(JsonTest, WhatDoesNotParseIsLoggedAndThrownWithTheNameOfItsFile) {
+TEST_F(JsonTest, ParseErrorsAreLoggedAndThrownWithTheFileName) {
   for (const std::string& text : {std::string(), std::string("{"), std::string(5000, '[')}) {
     const auto [thrown, log] = failure([&] { Str2Json(text); });
     EXPECT_NE("no error", thrown) << text;
@@ -54,14 +54,14 @@ TEST_F(JsonTest, Utf8FilesAreWrittenWithTheirFoldersAndReadBack) {
   EXPECT_EQ("{\"k\":[\"v\"]}\n", readFile("v.json"));
 }
 
-TEST_F(JsonTest, ARelativePathIsTakenFromTheDirectoryOfTheStart) {
+TEST_F(JsonTest, RelativePathsStartFromTheInitialDirectory) {
   const std::string name = boost::filesystem::unique_path("varrow-%%%%%%%%.txt").string();
   writeFileForUTF8(name, "x");
   EXPECT_FALSE(boost::filesystem::exists(name));
   EXPECT_TRUE(boost::filesystem::remove(boost::filesystem::initial_path() / name));
 }
 
-TEST_F(JsonTest, AMissingFileAndAFolderThatCannotBeMadeAreLoggedAndThrown) {
+TEST_F(JsonTest, FileErrorsAreLoggedAndThrown) {
   const auto [missing, missingLog] = failure([] { readUTF8File("no/file.txt"); });
   EXPECT_EQ(missing + "\n", missingLog);
   EXPECT_TRUE(contains(missing, "readUTF8File("));

@@ -16,7 +16,7 @@ using namespace libvarrow;
 using namespace test_support;
 namespace fs = boost::filesystem;
 
-// Both kinds run their modules alike.
+// Both kinds run their modules in the same way.
 template <class Chain>
 class ChainTest : public InTemporaryDirectory {
  protected:
@@ -69,7 +69,7 @@ TYPED_TEST(ChainTest, WithoutAPathEveryModuleGetsAFreshUuid) {
   EXPECT_EQ("", this->data.dumpPath);
 }
 
-TYPED_TEST(ChainTest, AChainReadFromJsonWritesBackTheSameModules) {
+TYPED_TEST(ChainTest, AChainWritesTheJsonThatItWasReadFrom) {
   const Json::Value form = json(
       R"({"chain": {"modules": [{"Add": {"amount": 2, "from": "2024-03-05 00:00:00"}},
           {"Chain": {"modules": [{"ADD": {"amount": 40, "from": "not-a-date-time"}}]}}]}})");
@@ -79,10 +79,11 @@ TYPED_TEST(ChainTest, AChainReadFromJsonWritesBackTheSameModules) {
   module->process(&this->data);
   EXPECT_EQ(42, this->data.steps);
   EXPECT_TRUE(fs::exists("out/1_Chain/0_ADD/module_stat.json"));
-  EXPECT_TRUE(this->chain.getJsonValue4Bind().isNull()) << "one made by hand has no form";
+  EXPECT_TRUE(this->chain.getJsonValue4Bind().isNull())
+      << "a module that was not created by name has no form";
 }
 
-// Without the record's constructor the modules of the file would be dropped without a word.
+// Without the constructor from the record, the modules of the file would be lost silently.
 struct Forgetful : ChainedModule {};
 struct Inheriting : ChainedModule {
   using ChainedModule::ChainedModule;

@@ -1,4 +1,4 @@
-// The frame that every module runs in.
+// The dumps, statistics and directories of every module's run.
 #include "libvarrow/module/Module.h"
 
 #include <boost/filesystem/operations.hpp>
@@ -20,7 +20,7 @@ class ModuleTest : public InTemporaryDirectory {
   Worker worker;
 };
 
-TEST_F(ModuleTest, DumpsSurroundTheWorkInOrderEachSideUnderThePathAtItsStart) {
+TEST_F(ModuleTest, DumpsBeforeAndAfterTheWorkUseThePathOfThatMoment) {
   data.dumpPath = "out/pre_";
   data.movesTo = "moved/";
   worker.action = [](ModuleData& d) { d.dumpPath = "later/"; };
@@ -34,7 +34,7 @@ TEST_F(ModuleTest, DumpsSurroundTheWorkInOrderEachSideUnderThePathAtItsStart) {
   EXPECT_EQ("{\n \"\" : []\n}\n", readFile("later/module_stat.json"));
 }
 
-TEST_F(ModuleTest, EveryRunAddsItsEntryWithTwoTimePointsBeforeTheWork) {
+TEST_F(ModuleTest, EveryRunAddsAnEntryWithTwoTimePoints) {
   StatisticsContainer root("root");
   data.statisticsContainer = &root;
   worker.action = [&](ModuleData& d) {
@@ -53,7 +53,8 @@ TEST_F(ModuleTest, EveryRunAddsItsEntryWithTwoTimePointsBeforeTheWork) {
   worker.process(&data);
   EXPECT_TRUE(fs::exists("in_info.json") && fs::exists("out_info.json"));
   EXPECT_EQ(&root, data.statisticsContainer);
-  EXPECT_EQ(2u, File2Json("module_stat.json")[""].size()) << "the module's own grow over its runs";
+  EXPECT_EQ(2u, File2Json("module_stat.json")[""].size())
+      << "the module's statistics grow with its runs";
   const Json::Value runs = root.toJsonValue4Bind()["root"];
   ASSERT_EQ(2u, runs.size());
   EXPECT_EQ(json(R"({"contextIn": null})"), runs[0]["Module::Worker"][1]);
@@ -65,11 +66,11 @@ TEST_F(ModuleTest, EveryRunAddsItsEntryWithTwoTimePointsBeforeTheWork) {
   EXPECT_EQ(2, second[3]["contextOut"]["steps"].asInt());
 }
 
-TEST_F(ModuleTest, TheCurrentDirectoryMovesForTheWorkAndBackUnlessItThrows) {
+TEST_F(ModuleTest, TheCurrentDirectoryIsRestoredUnlessTheWorkThrows) {
   data.dumpPath = directory.path().string() + "/run/";
   data.hasInfo = false;
   worker.setAutoChangeCurrentDirToDumpPath(false);
-  EXPECT_THROW(worker.process(&data), fs::filesystem_error) << "switched on, whatever the argument";
+  EXPECT_THROW(worker.process(&data), fs::filesystem_error) << "the argument is ignored";
   fs::create_directory("run");
   fs::path during;
   worker.action = [&](ModuleData&) { during = fs::current_path(); };

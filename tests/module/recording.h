@@ -1,4 +1,4 @@
-// Modules and data that note what happens to them.
+// Modules and data that record their calls.
 #pragma once
 
 #include <functional>
@@ -13,7 +13,7 @@ namespace module_test {
 
 using libvarrow::ModuleData;
 
-/// Notes every call that the frame makes, with the path it is given.
+/// Records every call of the frame, with its path.
 struct RecordingData : ModuleData {
   Json::Value getBaiscInfoJson() override {
     if (!movesTo.empty()) dumpPath = movesTo;
@@ -25,13 +25,13 @@ struct RecordingData : ModuleData {
   void dump4Debug(std::string path) const override { calls.push_back("debug " + path); }
 
   bool hasInfo = true;
-  std::string movesTo;  // the dump path from the first question for info on
+  std::string movesTo;  // the dump path after the first call of getBaiscInfoJson
   int steps = 0;
   mutable std::vector<std::string> calls;
   std::vector<std::string> workPaths;
 };
 
-/// Notes where it runs; does what the test wants besides.
+/// Records its runs, and calls the function of the test.
 class Worker : public libvarrow::Module {
  public:
   explicit Worker(std::string name = "Worker") : name_(std::move(name)) {}

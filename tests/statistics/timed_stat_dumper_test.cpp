@@ -10,7 +10,6 @@
 #include <vector>
 
 #include "libvarrow/backtrace/BackTrace.h"
-#include "libvarrow/log/log.h"
 #include "support/support.h"
 
 namespace {
@@ -27,27 +26,7 @@ class StatisticsFileTest : public InTemporaryDirectory {
   const testing::KilledBySignal aborted{SIGABRT};
 };
 
-TEST_F(StatisticsFileTest, AFileIsWrittenWithItsFoldersAndNamed) {
-  statistics.getCountStatistics("rows", 5);
-  statistics.dumpToFile("a/b/stat.json");
-  writeFile("a/b/stat.json", std::string(1000, 'x'));  // to be truncated
-  const std::string real = statistics.dumpToFile("a/b/stat.json");
-  EXPECT_EQ(directory.path().generic_string() + "/a/b/stat.json", real);
-  EXPECT_EQ("{\n \"run\" : \n [\n  {\n   \"rows\" : 5\n  }\n ]\n}\n", readFile(real));
-}
-
-TEST_F(StatisticsFileTest, AFileThatCannotBeOpenedIsLoggedAndEndsTheProcess) {
-  fs::create_directory("taken");
-  const auto dump = [this] {
-    InitRootLogger("none");
-    statistics.dumpToFile("taken");
-  };
-  EXPECT_EXIT(dump(), aborted,
-              "^static .*CommonStatistics::dumpToFile\\(const.* src_file:taken real_file:" +
-                  directory.path().generic_string() + "/taken\n.*Backtrace:");
-}
-
-TEST_F(StatisticsFileTest, WithoutTheVariableADumperReplacesItsFirstTargetOnceAtItsEnd) {
+TEST_F(StatisticsFileTest, WithoutTheVariableTheDestructorReplacesTheFile) {
   fs::create_directory("elsewhere");
   writeFile("live/stat.json", "old");
   {
@@ -56,7 +35,7 @@ TEST_F(StatisticsFileTest, WithoutTheVariableADumperReplacesItsFirstTargetOnceAt
     EXPECT_EQ(30000, dumper.getPeriodicInterval());
     statistics.getCountStatistics("rows", 1);
     EXPECT_EQ("old", readFile("live/stat.json"));
-    fs::remove_all("live");  // it is made again
+    fs::remove_all("live");  // created again
     fs::current_path("elsewhere");
   }
   fs::current_path("../live");
@@ -64,7 +43,7 @@ TEST_F(StatisticsFileTest, WithoutTheVariableADumperReplacesItsFirstTargetOnceAt
   EXPECT_FALSE(fs::exists("stat.json.writing"));
 }
 
-TEST_F(StatisticsFileTest, ADumperWritesBesideItsTargetFirst) {
+TEST_F(StatisticsFileTest, ADumperFirstWritesATemporaryFile) {
   writeFile("other", "as it was");
   fs::create_symlink("other", "stat.json.writing");
   { TimedStatDumper dumper(&statistics, "stat.json"); }
@@ -77,15 +56,15 @@ TEST_F(StatisticsFileTest, ADumperWritesBesideItsTargetFirst) {
   EXPECT_EXIT(TimedStatDumper(&statistics, "full"), aborted, "filesystem_error");
 }
 
-TEST_F(StatisticsFileTest, WhatCannotBeWrittenWholeLeavesTheLastWholeFileAndSaysSo) {
+TEST_F(StatisticsFileTest, AnIncompleteFileDoesNotReplaceACompleteOne) {
   const auto child = runInChild([&] {
-    init_error_handler(false);  // or the first write beyond the limit ends the process
+    init_error_handler(false);  // else the first write beyond the limit ends the process
     const rlimit limit{20000, 20000};
     ::setrlimit(RLIMIT_FSIZE, &limit);
     { const TimedStatDumper dumper(&statistics, "stat.json"); }
     statistics.getJsonStatistics("big", Json::Value(std::string(100000, 'x')));
     { const TimedStatDumper dumper(&statistics, "stat.json"); }
-    // The plain writer says nothing, and names what it wrote.
+    // dumpToFile does not report it, and returns the name.
     EXPECT_EQ(fs::absolute("other").string(), statistics.dumpToFile("other"));
     ::_exit(HasFailure() ? 1 : 0);
   });
@@ -96,20 +75,20 @@ TEST_F(StatisticsFileTest, WhatCannotBeWrittenWholeLeavesTheLastWholeFileAndSays
   EXPECT_EQ(20000u, fs::file_size("other"));
 }
 
-TEST_F(StatisticsFileTest, WhereNoFileCanBeMadeTheProcessEndsAndSaysWhere) {
+TEST_F(StatisticsFileTest, ADumperAbortsWhenItCannotCreateItsFile) {
   writeFile("file", "");
   fs::create_directory("disk");
   fs::permissions("disk", fs::perms::owner_read | fs::perms::owner_exe);
   fs::permissions(".", fs::perms::all_all);
   for (const char* target : {"disk/stat.json", "disk/inner/stat.json", "file/stat.json"}) {
     expectAbort(" real_file:" + fs::absolute(target).string() + ".writing\n", [&] {
-      if (::geteuid() == 0 && ::setuid(65534) != 0) return;  // root may write anywhere
+      if (::geteuid() == 0 && ::setuid(65534) != 0) return;  // root may write to any directory
       const TimedStatDumper dumper(&statistics, target);
     });
   }
 }
 
-TEST_F(StatisticsFileTest, AFullLengthTargetIsReplacedThoughItsTemporaryNameIsCut) {
+TEST_F(StatisticsFileTest, ATemporaryNameThatIsTooLongIsCut) {
   fs::create_directory("x");
   const std::string folder = (directory.path() / "x").generic_string() + "/";
   const std::string target = std::string(259 - folder.size(), 's');
@@ -118,7 +97,7 @@ TEST_F(StatisticsFileTest, AFullLengthTargetIsReplacedThoughItsTemporaryNameIsCu
   EXPECT_EQ(target, fs::directory_iterator("x")->path().filename().string());
 }
 
-TEST_F(StatisticsFileTest, WithTheVariableEvenEmptyEachOfManyTimersRewritesItsFile) {
+TEST_F(StatisticsFileTest, WithTheVariableEachOfManyTimersRewritesItsFile) {
   ::setenv("LIBVARROW_TIMED_STAT_DUMP", "", 1);
   {
     std::vector<std::unique_ptr<TimedStatDumper>> others;

@@ -1,4 +1,4 @@
-// The string builder, indentation, and the stream that makes its folder.
+// The string builder, indentation, and the stream that creates its folder.
 
 #include <algorithm>
 #include <boost/date_time/posix_time/posix_time.hpp>
@@ -53,12 +53,12 @@ void expectDigitsOfLexicalCast() {
     FastStringStream stream;
     stream << value;
     auto digits = boost::lexical_cast<std::string>(value);
-    std::replace(digits.begin(), digits.end(), ',', '.');  // the C locale's
+    std::replace(digits.begin(), digits.end(), ',', '.');  // the locale of the C library
     EXPECT_EQ(digits, stream.str());
   }
 }
 
-TEST(FastStringStreamTest, FloatingPointDigitsAreThoseOfLexicalCast) {
+TEST(FastStringStreamTest, FloatingPointDigitsEqualThoseOfLexicalCast) {
   expectDigitsOfLexicalCast<float>();
   expectDigitsOfLexicalCast<double>();
   expectDigitsOfLexicalCast<long double>();
@@ -73,14 +73,14 @@ TEST(StringIndentTest, IndentsGrowAsCopies) {
 
 class AutoCreateDirFileStreamTest : public InTemporaryDirectory {};
 
-TEST_F(AutoCreateDirFileStreamTest, TheFolderIsMadeAndTheFileTruncated) {
+TEST_F(AutoCreateDirFileStreamTest, CreatesTheFolderAndTruncatesTheFile) {
   AutoCreateDirFileStream("a/b/c.txt") << "something longer";
   AutoCreateDirFileStream stream("a/b/c.txt");
   stream = AutoCreateDirFileStream("bare.txt");
   stream << 1 << std::flush;
   EXPECT_EQ("", readFile("a/b/c.txt"));
   EXPECT_EQ("1", readFile("bare.txt"));
-  // A file is where a folder belongs.
+  // The path needs a folder, but a file has its name.
   testing::internal::CaptureStderr();
   EXPECT_FALSE(AutoCreateDirFileStream("bare.txt/sub/x.txt").is_open());
   EXPECT_TRUE(contains(testing::internal::GetCapturedStderr(), "path_is_floder: 0\nexception:"));

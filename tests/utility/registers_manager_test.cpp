@@ -1,4 +1,4 @@
-// Class registries under names.
+// Named class registries.
 #include "libvarrow/utility/RegistersManager.h"
 #include "support/support.h"
 
@@ -13,7 +13,7 @@ struct Box {
   void setBind(cppbind::Binder* binder, bool) { binder->bind("thing", thing); }
 };
 
-TEST(RegistersManagerTest, RegistriesAreMadeFoundAndGoWithTheirLastClass) {
+TEST(RegistersManagerTest, ARegistryIsDestroyedWithItsLastClass) {
   const auto things = RegistersManager::createRegister("things");
   things->regClass<Thing>("Thing");
   things->regClass<Thing>("Other");
@@ -36,7 +36,7 @@ TEST(RegistersManagerTest, RegistriesAreMadeFoundAndGoWithTheirLastClass) {
   EXPECT_EQ(nullptr, RegistersManager::getRegister("nothing"));
 }
 
-TEST(RegistersManagerTest, ABinderUsesANamedRegistryForAWhile) {
+TEST(RegistersManagerTest, ABinderUsesANamedRegistryTemporarily) {
   cppbind::ClassRegister own;
   own.regClass<Thing>("Mine");
   RegistersManager::createRegister("others")->regClass<Thing>("Other");

@@ -22,7 +22,7 @@ std::string adjusted(std::string name) {
   return name;
 }
 
-TEST_F(UtilityTest, AFileNameBecomesAbsoluteAndALongOneLosesTheEndOfItsStem) {
+TEST_F(UtilityTest, AFileNameBecomesAbsoluteAndALongStemIsCut) {
   EXPECT_EQ(directory.path().generic_string() + "/a/../b.json", adjusted("a/../b.json"));
   struct Case {
     std::size_t folder, stem, leftOfStem;  // bytes of "/dd...d/" and "ss...s"
@@ -47,7 +47,7 @@ TEST_F(UtilityTest, AFileNameBecomesAbsoluteAndALongOneLosesTheEndOfItsStem) {
       << "once for each directory";
 }
 
-TEST_F(UtilityTest, RemovingTakesFilesAndWholeDirectoriesAndLogsWhatItCannot) {
+TEST_F(UtilityTest, RemovesFilesAndDirectoriesAndLogsErrors) {
   test_support::writeFile("d/e/f.txt", "");
   test_support::writeFile("g.txt", "");
   fs::create_symlink("nowhere", "dangling");
@@ -63,7 +63,7 @@ TEST_F(UtilityTest, RemovingTakesFilesAndWholeDirectoriesAndLogsWhatItCannot) {
                     "can not remove path:/proc/self/stat, error message:"));
 }
 
-TEST_F(UtilityTest, ADirectoryIsMadeWithThoseAboveItOrWhyNotIsLogged) {
+TEST_F(UtilityTest, CreatesDirectoriesWithTheirParentsOrLogsTheError) {
   DirCreator("a/b/c", true);
   EXPECT_TRUE(fs::is_directory("a/b/c"));
   test_support::writeFile("file", "");
@@ -73,9 +73,9 @@ TEST_F(UtilityTest, ADirectoryIsMadeWithThoseAboveItOrWhyNotIsLogged) {
                     "path:file/sub\npath_is_floder: 1\nexception:"));
 }
 
-TEST(UTFConverterTest, TextInMemoryIsUtf8HereAndInvalidBytesAreLeftOut) {
+TEST(UTFConverterTest, TextInMemoryIsUtf8WithoutInvalidBytes) {
   EXPECT_EQ("UTF-8", utility::codePageName());
-  // Lead and continuation bytes of every length, and the limits of those with a limit of their own.
+  // Lead and continuation bytes of every length, and the limits of their ranges.
   const std::string bytes = "aZ\x7F\x80\x8F\x90\x9F\xA0\xBF\xC1\xC2\xE0\xE5\xED\xEF\xF0\xF4\xF5";
   std::mt19937 random(20240305);
   for (int i = 0; i < 20000; ++i) {

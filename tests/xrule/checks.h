@@ -13,7 +13,7 @@ struct AtMost : libvarrow::Rule {
   using Rule::setValidateAllFlag;
   void setBind(cppbind::Binder* binder, bool) {
     binder->bind("limit", limit);
-    int own = 0;  // the rule's, not the loader's
+    int own = 0;  // of the rule, not of the loader
     binder->bind("rule_level", own, 0);
   }
   ~AtMost() override { --alive(); }
