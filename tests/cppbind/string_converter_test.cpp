@@ -44,22 +44,16 @@ std::string writtenByFacets(const T& value) {
 
 TEST(StringConverterTest, ReadingEqualsTheFacetsUnderAnyLocale) {
   const CommaLocale comma;
-  std::vector<std::string> texts = {"", "not-a-date-time", "+infinity", "9999-12-31 23:59:59"};
-  for (const std::string day :
-       {"2024-02-29", "2023-02-29", "2024-2-8", " 2024-02-28", "2024/02/28", "1399-12-31",
-        "1400-01-01", "2024-13-01", "2024-00-10", "2024-01-00", "-024-01-01", "2024-04-31"}) {
-    texts.push_back(day);
-    for (const char* clock : {"23:59:59", "25:61:61", "24:00:00", "1:2:3", "23:00:59.5", "23.00.00",
-                              "0a:00:00", "100:00:00", "-01:00:00"}) {
-      texts.emplace_back(clock);
-      texts.push_back(day + ' ' + clock);
-    }
-  }
-  // Valid texts with one random character.
+  std::vector<std::string> texts = {"",           "not-a-date-time",    "+infinity",
+                                    "2023-02-29", "1399-12-31",         "1400-01-01",
+                                    "100:00:00",  "9999-12-31 23:59:59"};
+  // Valid texts in which one random piece of at most two characters becomes another.
+  const std::string valid[] = {"2024-02-29 13:45:59", "2024-02-29", "13:45:59"};
+  const std::string pieces = "0123456789-: x/.";
   std::mt19937 random(7);
-  for (int i = 0; i < 2000; ++i) {
-    std::string text = i % 2 == 0 ? "2024-02-29 13:45:59" : "2024-02-29";
-    text[random() % text.size()] = "0123456789-: x"[random() % 14];
+  for (int i = 0; i < 4000; ++i) {
+    std::string text = valid[i % 3];
+    text.replace(random() % text.size(), random() % 3, pieces, random() % 16, random() % 3);
     texts.push_back(text);
   }
   for (const std::string& text : texts) {
