@@ -101,6 +101,7 @@ TEST_F(RuleLoaderTest, AnInvalidRuleFileEndsTheProcessAndIsNamed) {
   const std::pair<const char*, std::function<void()>> faults[] = {
       {"Failed to parse broken.json, * Line 1, Column 11\n",
        [&] { RuleLoader::loadRules("broken.json", &reg); }},
+      {"rule file: [1]: should be a object", [&] { load("[{}, 1]"); }},
       {"class NoRule is not a rule\n", [&] { load(R"({"NoRule": {}})"); }},
       {"Assertion `rule' failed", [&] { load(R"({"NoRule": {}})"); }}};
   for (const auto& [report, call] : faults) expectAbort(report, call);
