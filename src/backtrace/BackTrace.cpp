@@ -1,12 +1,10 @@
 #include "libvarrow/backtrace/BackTrace.h"
 
-#include <algorithm>
 #include <atomic>
 #include <boost/config.hpp>
 #include <boost/date_time/posix_time/posix_time_types.hpp>
 #include <boost/filesystem/operations.hpp>
 #include <boost/stacktrace.hpp>
-#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
@@ -53,24 +51,17 @@ std::string dumpFileName() {
   return name;
 }
 
-// Not inlined, so that readStack and safe_dump_to both count the frames from here.
-BOOST_NOINLINE void dumpStack(const std::string& fileName) {
-  crash::Stack stack;
-  crash::readStack(stack);
-  boost::stacktrace::safe_dump_to(0, std::min(stack.count, crash::kMaxFrames), fileName.c_str());
-}
-
-void writeDumpFile() {
+void writeDumpFile(const void* place) {
   boost::system::error_code ignored;
   if (!boost::filesystem::exists(kDumpDirectory, ignored)) {
     boost::filesystem::create_directory(kDumpDirectory, ignored);
   }
-  dumpStack(dumpFileName());
+  crash::writeDumpFile(dumpFileName().c_str(), place);
 }
 
 // Returns the frames of the interrupted code.
 boost::stacktrace::stacktrace withoutHandler(const crash::Stack& stack) {
-  const auto frames = stack.frames.cbegin() + crash::kHandlerFrames;
+  const auto frames = stack.frames.cbegin() + static_cast<std::ptrdiff_t>(stack.handlerFrames);
   const auto bytes = static_cast<std::size_t>(stack.frames.cend() - frames) * sizeof(void*);
   return boost::stacktrace::stacktrace::from_dump(&*frames, bytes);
 }
@@ -79,14 +70,14 @@ boost::stacktrace::stacktrace withoutHandler(const crash::Stack& stack) {
 [[noreturn]] BOOST_NOINLINE void reportCrash(int sig, const void* place) {
   crash::startWatchdog();
   crash::Stack stack;
-  crash::readStack(stack);
+  crash::readStack(stack, place);
   crash::printRawStackOnce(sig, stack, place);
-  std::signal(sig, SIG_DFL);
+  crash::resetSignalHandler(sig);
   attempt([&] {
     LIBVARROW_LOG_ERROR("backtrace:\n%s\n",
                         stackText(withoutHandler(stack), Innermost::IsInterrupted).c_str());
   });
-  if (dumpFileWanted) attempt(writeDumpFile);
+  if (dumpFileWanted) attempt([&] { writeDumpFile(place); });
   std::abort();
 }
 

@@ -7,7 +7,7 @@
 
 namespace libvarrow::crash {
 
-/// The number of a crash's frames that belong to the handler: the function given to
+/// The largest number of a crash's frames that belong to the handler: the function given to
 /// installSignalHandler, the function that the system calls, and the frame through which the system
 /// calls it.
 constexpr std::size_t kHandlerFrames = 3;
@@ -18,7 +18,8 @@ constexpr std::size_t kMaxFrames = 128;
 struct Stack {
   std::array<void*, kHandlerFrames + kMaxFrames + 1> frames{};  ///< ends with a null address
   std::size_t count = 0;
-  bool isWhole = true;  ///< false: the memory after the last frame cannot be read
+  std::size_t handlerFrames = 0;  ///< those at the beginning that belong to the handler
+  bool isWhole = true;            ///< false: the memory after the last frame cannot be read
 };
 
 /// Installs `report` for every row of kCrashSignals; it runs on the thread's crash stack if there
@@ -30,11 +31,19 @@ void installSignalHandler(void (*report)(int sig, const void* place));
 /// seconds or still works after a minute. Later calls in a process do nothing.
 void startWatchdog();
 
-/// Fills `stack`, beginning with the caller. A broken stack ends where it cannot be read.
-void readStack(Stack& stack);
+/// Returns to the system's own handling of `sig`.
+void resetSignalHandler(int sig);
+
+/// Fills `stack`, beginning with the caller, the function given to installSignalHandler, or already
+/// with the interrupted `place`. A broken stack ends where it cannot be read.
+void readStack(Stack& stack, const void* place);
 
 /// Writes `stack` without the handler's frames to standard error.
 void printFrames(const Stack& stack);
+
+/// Writes the call stack of the caller, or of the interrupted `place`, to `fileName` in the form
+/// that the system's debuggers read.
+void writeDumpFile(const char* fileName, const void* place);
 
 /// Writes the registers of the interrupted `place` to standard error. Does nothing for null.
 void printRegisters(const void* place);

@@ -162,6 +162,10 @@ void installSignalHandler(void (*report)(int sig, const void* place)) {
   }
 }
 
+void resetSignalHandler(int sig) {
+  std::signal(sig, SIG_DFL);
+}
+
 void startWatchdog() {
   if (watchdogStarted.exchange(true)) return;
   const std::int64_t now = nanoseconds(CLOCK_MONOTONIC);

@@ -5,9 +5,11 @@
 #include <unistd.h>
 #include <unwind.h>
 
+#include <algorithm>
 #include <array>
 #include <atomic>
 #include <boost/config.hpp>
+#include <boost/stacktrace/safe_dump_to.hpp>
 #include <charconv>
 #include <cstdint>
 
@@ -202,15 +204,23 @@ void undoCallWithoutCode(int sig, const siginfo_t& info, ucontext_t& place) {
 }
 
 // Not inlined, because the first frame is that of the caller.
-BOOST_NOINLINE void readStack(Stack& stack) {
+BOOST_NOINLINE void readStack(Stack& stack, const void*) {
+  stack.handlerFrames = kHandlerFrames;
   Unwinding unwinding{stack, __builtin_return_address(0)};
   stack.isWhole = mayRead([&] { ::_Unwind_Backtrace(addFrame, &unwinding); });
 }
 
 void printFrames(const Stack& stack) {
-  if (stack.count <= kHandlerFrames) return;
-  ::backtrace_symbols_fd(stack.frames.data() + kHandlerFrames,
-                         static_cast<int>(stack.count - kHandlerFrames), STDERR_FILENO);
+  if (stack.count <= stack.handlerFrames) return;
+  ::backtrace_symbols_fd(stack.frames.data() + stack.handlerFrames,
+                         static_cast<int>(stack.count - stack.handlerFrames), STDERR_FILENO);
+}
+
+// Not inlined, so that readStack and safe_dump_to both count the frames from here.
+BOOST_NOINLINE void writeDumpFile(const char* fileName, const void* place) {
+  Stack stack;
+  readStack(stack, place);
+  boost::stacktrace::safe_dump_to(0, std::min(stack.count, kMaxFrames), fileName);
 }
 
 void printRegisters(const void* place) {

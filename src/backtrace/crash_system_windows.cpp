@@ -1,8 +1,6 @@
 #include <windows.h>
 
-#include <array>
 #include <atomic>
-#include <charconv>
 #include <csignal>
 #include <cstdint>
 #include <cstdlib>
@@ -10,6 +8,7 @@
 
 #include "backtrace/crash_signals.h"
 #include "backtrace/crash_system.h"
+#include "backtrace/crash_system_windows.h"
 #include "libvarrow/backtrace/BackTrace.h"
 
 namespace libvarrow {
@@ -23,14 +22,58 @@ constexpr int kMostChecks = 60;
 // machine.
 constexpr ULONGLONG kWork = 50000;         // 5 ms, in units of 100 ns
 constexpr ULONG kStackBytes = 256 * 1024;  // naming frames reads debug information
-constexpr UINT kAbortExitCode = 3;
+
+void (*reportCrash)(int, const void*) = nullptr;
+std::atomic<bool> faultsEndTheProcess{false};
+LPTOP_LEVEL_EXCEPTION_FILTER filterBefore = nullptr;
+DWORD lastFault = TLS_OUT_OF_INDEXES;  // a slot with the EXCEPTION_POINTERS of the thread's fault
 
 std::atomic<bool> watchdogStarted{false};
-void (*reportCrash)(int, const void*) = nullptr;
+HANDLE handlerStarted = nullptr;  // an event
+std::atomic<HANDLE> handler{nullptr};
+
+bool isFault(const EXCEPTION_POINTERS& exception) {
+  switch (exception.ExceptionRecord->ExceptionCode) {
+    case EXCEPTION_ACCESS_VIOLATION:
+    case EXCEPTION_IN_PAGE_ERROR:
+    case EXCEPTION_STACK_OVERFLOW:
+      return true;
+    default:
+      return false;
+  }
+}
+
+// Runs before all handlers of the program, which may handle the exception: it only notes the place,
+// because the C library passes faults on as signals, without it.
+LONG CALLBACK noteFault(EXCEPTION_POINTERS* exception) {
+  if (!isFault(*exception)) return EXCEPTION_CONTINUE_SEARCH;
+  if (crash::endFailedRead(*exception)) return EXCEPTION_CONTINUE_EXECUTION;
+  TlsSetValue(lastFault, exception);
+  return EXCEPTION_CONTINUE_SEARCH;
+}
+
+// Returns the place of the fault that the calling function handles as a signal, or null. The system
+// puts the exception onto the stack of the fault, above the frames of its handlers, and the frames
+// of the fault above that.
+const EXCEPTION_POINTERS* faultOfSignal(int sig) {
+  const auto* fault = static_cast<const EXCEPTION_POINTERS*>(TlsGetValue(lastFault));
+  if (sig != SIGSEGV || fault == nullptr) return nullptr;
+  const auto here = reinterpret_cast<std::uintptr_t>(&fault);
+  return reinterpret_cast<std::uintptr_t>(fault) > here && isFault(*fault) ? fault : nullptr;
+}
 
 void onSignal(int sig) {
-  reportCrash(sig, nullptr);
+  reportCrash(sig, faultOfSignal(sig));
   std::abort();  // keeps this frame on the stack
+}
+
+// Called for faults that nothing else handles, on any thread.
+LONG WINAPI onUnhandled(EXCEPTION_POINTERS* exception) {
+  if (isFault(*exception)) {
+    if (faultsEndTheProcess) TerminateProcess(GetCurrentProcess(), crash::kAbortExitCode);
+    reportCrash(SIGSEGV, exception);
+  }
+  return filterBefore != nullptr ? filterBefore(exception) : EXCEPTION_CONTINUE_SEARCH;
 }
 
 // Returns the processor time that `thread` has used.
@@ -43,7 +86,8 @@ ULONGLONG workOf(HANDLE thread) {
   return number(kernel) + number(user);
 }
 
-DWORD WINAPI endHungProcess(void* handler) {
+DWORD WINAPI endHungProcess(void*) {
+  WaitForSingleObject(handlerStarted, INFINITE);
   ULONGLONG before = workOf(handler);
   for (int checks = 0, idle = 0; checks < kMostChecks && idle < kLongestIdleChecks; ++checks) {
     Sleep(kCheckMs);
@@ -51,9 +95,27 @@ DWORD WINAPI endHungProcess(void* handler) {
     idle = work - before >= kWork ? 0 : idle + 1;
     before = work;
   }
-  crash::printText("the crash handler hangs: ending the process\n");
-  TerminateProcess(GetCurrentProcess(), kAbortExitCode);
+  // Not written by this thread itself: standard error may be the pipe on which the handler hangs.
+  const auto report = [](void*) -> DWORD {
+    crash::printText("the crash handler hangs: ending the process\n");
+    return 0;
+  };
+  if (HANDLE reporter = CreateThread(nullptr, 0, report, nullptr, 0, nullptr)) {
+    WaitForSingleObject(reporter, kCheckMs);
+  }
+  TerminateProcess(GetCurrentProcess(), crash::kAbortExitCode);
   return 0;
+}
+
+// A thread that starts after the crash may wait for a lock that the crash left held.
+void createWatchdog() {
+  static const bool isCreated = [] {
+    handlerStarted = CreateEventW(nullptr, TRUE, FALSE, nullptr);
+    const HANDLE watchdog = CreateThread(nullptr, 0, endHungProcess, nullptr, 0, nullptr);
+    if (watchdog != nullptr) CloseHandle(watchdog);
+    return watchdog != nullptr;
+  }();
+  static_cast<void>(isCreated);
 }
 
 }  // namespace
@@ -67,35 +129,27 @@ namespace crash {
 
 void installSignalHandler(void (*report)(int sig, const void* place)) {
   reportCrash = report;
+  lastFault = TlsAlloc();
+  createWatchdog();
+  AddVectoredExceptionHandler(/*First=*/1, noteFault);
+  filterBefore = SetUnhandledExceptionFilter(onUnhandled);
   for (const CrashSignal& signal : kCrashSignals) std::signal(signal.number, onSignal);
+}
+
+void resetSignalHandler(int sig) {
+  if (sig == SIGSEGV) faultsEndTheProcess = true;
+  std::signal(sig, SIG_DFL);
 }
 
 void startWatchdog() {
   if (watchdogStarted.exchange(true)) return;
-  HANDLE handler = nullptr;
-  DuplicateHandle(GetCurrentProcess(), GetCurrentThread(), GetCurrentProcess(), &handler, 0, FALSE,
+  createWatchdog();
+  HANDLE self = nullptr;
+  DuplicateHandle(GetCurrentProcess(), GetCurrentThread(), GetCurrentProcess(), &self, 0, FALSE,
                   DUPLICATE_SAME_ACCESS);
-  CreateThread(nullptr, 0, endHungProcess, handler, 0, nullptr);
+  handler = self;
+  SetEvent(handlerStarted);
 }
-
-void readStack(Stack& stack) {
-  constexpr DWORD kOwnFrame = 1;
-  stack.count = CaptureStackBackTrace(kOwnFrame, static_cast<DWORD>(stack.frames.size() - 1),
-                                      stack.frames.data(), nullptr);
-}
-
-void printFrames(const Stack& stack) {
-  for (std::size_t i = kHandlerFrames; i < stack.count; ++i) {
-    std::array<char, 24> line{"0x"};
-    char* end = std::to_chars(line.data() + 2, line.data() + line.size() - 2,
-                              reinterpret_cast<std::uintptr_t>(stack.frames[i]), 16)
-                    .ptr;
-    *end = '\n';
-    printText(line.data());
-  }
-}
-
-void printRegisters(const void*) {}
 
 void printText(const char* text) {
   DWORD written = 0;
@@ -108,7 +162,7 @@ long threadNumber() {
 }
 
 void sleepBriefly() {
-  Sleep(1);
+  Sleep(20);
 }
 
 }  // namespace crash

@@ -14,9 +14,17 @@
 #else
 #define CPPBIND_API __declspec(dllimport)
 #endif
-#define CPPBIND_PRINTF_LIKE(formatIndex, firstArgument)
 #else
 #define CPPBIND_API __attribute__((visibility("default")))
+#endif
+
+#if defined(__MINGW32__)
+// The C library of mingw-w64 has two printf dialects; the C++ headers select that of GNU.
+#define CPPBIND_PRINTF_LIKE(formatIndex, firstArgument) \
+  __attribute__((format(gnu_printf, formatIndex, firstArgument)))
+#elif defined(__GNUC__)
 #define CPPBIND_PRINTF_LIKE(formatIndex, firstArgument) \
   __attribute__((format(printf, formatIndex, firstArgument)))
+#else
+#define CPPBIND_PRINTF_LIKE(formatIndex, firstArgument)
 #endif
