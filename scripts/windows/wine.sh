@@ -1,0 +1,38 @@
+#!/usr/bin/env bash
+# Runs a Windows program under wine, without a display, in the Windows of a build directory.
+#
+#     wine.sh BUILD DEPENDENCIES PROGRAM [ARGUMENT...]
+#     wine.sh BUILD DEPENDENCIES --start    installs that Windows if it is missing
+#     wine.sh BUILD DEPENDENCIES --stop     ends its programs and its server, and no others
+set -euo pipefail
+
+build=$1 dependencies=$2
+shift 2
+wine=/usr/lib/wine/wine64
+seconds=${WINE_SECONDS:-600}  # only a program that hangs meets this limit
+
+# Prints folders as a Windows search path.
+search_path() {
+  local path=
+  for folder in "$@"; do path+=${path:+;}Z:${folder//\//\\}; done
+  echo "$path"
+}
+
+unset DISPLAY WAYLAND_DISPLAY
+export WINEPREFIX=$build/wine WINEARCH=win64 WINEDEBUG=${WINEDEBUG:--all}
+export WINEDLLOVERRIDES='mscoree,mshtml,winemenubuilder.exe=' WINESERVER=/usr/lib/wine/wineserver64
+export WINEPATH
+WINEPATH=$(search_path "$build/src" "$build/examples/jobshop" "$dependencies/bin" "$dependencies/lib" \
+  /usr/lib/gcc/x86_64-w64-mingw32/12-posix /usr/x86_64-w64-mingw32/lib)
+
+case $1 in
+  --start)
+    [ -f "$WINEPREFIX/system.reg" ] || timeout 300 "$wine" wineboot --init < /dev/null
+    ;;
+  --stop)
+    timeout 60 "$WINESERVER" --kill || true
+    ;;
+  *)
+    exec timeout --kill-after=10 "$seconds" "$wine" "$@" < /dev/null
+    ;;
+esac
