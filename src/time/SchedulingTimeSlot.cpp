@@ -14,12 +14,14 @@
 #include "libvarrow/log/log.h"
 #include "libvarrow/stream/FastStringStream.h"
 #include "libvarrow/time/time_range.h"
+#include "libvarrow/utility/UTFConverter.h"
 #include "time/saturating_time.h"
 
 namespace utility {
 
 using boost::posix_time::ptime;
 using boost::posix_time::time_duration;
+using libvarrow::utility::fromUtf8;
 
 namespace {
 
@@ -59,8 +61,8 @@ TimeSlot::TimeSlot(ptime const& begin, ptime const& end, float blockCount, bool 
       shiftDur_(shiftDur),
       originalSlot_(std::move(originalSlot)) {
   if (end < begin) {
-    libvarrow::throwTraced("时间范围错误，开始时间:" + libvarrow::time2str(begin) +
-                           " 晚于结束时间:" + libvarrow::time2str(end));
+    libvarrow::throwTraced(fromUtf8("时间范围错误，开始时间:") + libvarrow::time2str(begin) +
+                           fromUtf8(" 晚于结束时间:") + libvarrow::time2str(end));
   }
 }
 
@@ -187,7 +189,8 @@ void TimeSlot::readTags(cppbind::Binder& binder) {
     if (found != namedTags().end()) {
       setTag(found->second, true);
     } else {
-      LIBVARROW_LOG_ERROR("不支持的tag:%s 受支持的列表参考:%s", name.c_str(), tagNames().c_str());
+      LIBVARROW_LOG_ERROR("%s%s%s%s", fromUtf8("不支持的tag:").c_str(), name.c_str(),
+                          fromUtf8(" 受支持的列表参考:").c_str(), tagNames().c_str());
     }
   }
 }

@@ -1,12 +1,13 @@
 #include "libvarrow/time/time_range.h"
 
 #include <algorithm>
-#include <cstring>
 
 #include "backtrace/stop.h"
+#include "base/NeverDestroyed.h"
 #include "base/time_digits.h"
 #include "base/time_text.h"
 #include "cppbind/Assert.h"
+#include "libvarrow/utility/UTFConverter.h"
 #include "time/share_time.h"
 
 namespace libvarrow {
@@ -43,11 +44,9 @@ std::string text(const T& value, char* (*write)(char*, const T&)) {
   return std::string(buffer, write(buffer, value));
 }
 
-char* appendUnit(char* to, std::int64_t number, const char* unit) {
+char* appendUnit(char* to, std::int64_t number, const std::string& unit) {
   if (number <= 0) return to;
-  to = base::time_digits::writeTwoDigits(to, number);
-  const std::size_t length = std::strlen(unit);
-  return std::copy_n(unit, length, to);
+  return std::copy(unit.begin(), unit.end(), base::time_digits::writeTwoDigits(to, number));
 }
 
 char* writeTimeOfMinute(char* to, const ptime& value) {
@@ -62,12 +61,24 @@ char* writeDurationOfMinute(char* to, const time_duration& value) {
   return base::time_digits::writeHoursMinutes(to, clockParts(value));
 }
 
+// The words in the program's narrow encoding.
+struct Units {
+  std::string hours = utility::fromUtf8("小时");
+  std::string minutes = utility::fromUtf8("分钟");
+  std::string seconds = utility::fromUtf8("秒");
+};
+
+const Units& units() {
+  static base::NeverDestroyed<const Units> units;
+  return *units;
+}
+
 char* writeDurationInWords(char* to, const time_duration& value) {
   if (value.is_special()) return base::time_text::write(to, value);
   const ClockParts parts = clockParts(value);
-  to = appendUnit(to, parts.hours, "小时");
-  to = appendUnit(to, parts.minutes, "分钟");
-  return appendUnit(to, parts.seconds, "秒");
+  to = appendUnit(to, parts.hours, units().hours);
+  to = appendUnit(to, parts.minutes, units().minutes);
+  return appendUnit(to, parts.seconds, units().seconds);
 }
 
 }  // namespace

@@ -17,6 +17,7 @@
 #include "libvarrow/log/log.h"
 #include "libvarrow/utility/PlugInBuild.h"
 #include "libvarrow/utility/RegistersManager.h"
+#include "libvarrow/utility/UTFConverter.h"
 #include "utility/build_mismatch.h"
 #include "utility/mapped_library.h"
 
@@ -242,7 +243,7 @@ boost::shared_ptr<DllManager::Plugin> DllManager::shared(const boost::shared_ptr
 }
 
 const boost::dll::shared_library* DllManager::load(const std::string& name, const fs::path& file) {
-  LIBVARROW_LOG_INFO("开始加载动态库:%s", name.c_str());
+  LIBVARROW_LOG_INFO("%s%s", utility::fromUtf8("开始加载动态库:").c_str(), name.c_str());
   const auto opened = boost::make_shared<Plugin>(file);
   const auto plugin = shared(opened);
   // Entered before it starts, as it may itself load libraries from its directory.
@@ -253,7 +254,7 @@ const boost::dll::shared_library* DllManager::load(const std::string& name, cons
     plugins_.erase(name);
     throw;
   }
-  LIBVARROW_LOG_INFO("成功加载动态库:%s", name.c_str());
+  LIBVARROW_LOG_INFO("%s%s", utility::fromUtf8("成功加载动态库:").c_str(), name.c_str());
   return &plugin->library();
 }
 

@@ -17,6 +17,9 @@ namespace libvarrow::utility {
 
 namespace {
 
+constexpr const char* kUtf8 = "UTF-8";
+constexpr const char* kUtf8CodePage = "CP65001";  // Windows' name, which the converter lacks
+
 #if defined(_WIN32)
 std::string systemCodePageName() {
   CPINFOEXA info;
@@ -25,9 +28,16 @@ std::string systemCodePageName() {
 }
 #else
 std::string systemCodePageName() {
-  return "UTF-8";
+  return kUtf8;
 }
 #endif
+
+// Returns the converter's name of the encoding of text in memory.
+const std::string& encoding() {
+  static base::NeverDestroyed<const std::string> name(
+      codePageName() == kUtf8CodePage ? kUtf8 : codePageName());
+  return *name;
+}
 
 // Returns the end of the ASCII characters that begin at `at`. Words of eight characters are tested
 // at once, as most text is ASCII.
@@ -63,21 +73,21 @@ const std::string& codePageName() {
 }
 
 bool isUtf8InMemory(const std::string& text) {
-  static const bool isUtf8 = codePageName() == "UTF-8";
+  static const bool isUtf8 = encoding() == kUtf8;
   return isUtf8 && isValidUtf8(text);
 }
 
 std::string fromUtf8(const std::string& utf8) {
-  return isUtf8InMemory(utf8) ? utf8 : boost::locale::conv::from_utf<char>(utf8, codePageName());
+  return isUtf8InMemory(utf8) ? utf8 : boost::locale::conv::from_utf<char>(utf8, encoding());
 }
 
 std::string fromUtf8(std::string&& utf8) {
   if (isUtf8InMemory(utf8)) return std::move(utf8);
-  return boost::locale::conv::from_utf<char>(utf8, codePageName());
+  return boost::locale::conv::from_utf<char>(utf8, encoding());
 }
 
 std::string toUtf8(const std::string& text) {
-  return isUtf8InMemory(text) ? text : boost::locale::conv::to_utf<char>(text, codePageName());
+  return isUtf8InMemory(text) ? text : boost::locale::conv::to_utf<char>(text, encoding());
 }
 
 }  // namespace libvarrow::utility
