@@ -32,6 +32,37 @@ class ClassicNumbers {
 };
 
 }  // namespace libvarrow::base
+#elif defined(_ENABLE_PER_THREAD_LOCALE)
+#include <string>
+
+namespace libvarrow::base {
+
+/// The same with the C library of Windows. Does nothing where that has no locales of threads.
+class ClassicNumbers {
+ public:
+  ClassicNumbers() {
+    if (*::localeconv()->decimal_point == '.') return;
+    modeBefore_ = ::_configthreadlocale(_ENABLE_PER_THREAD_LOCALE);
+    if (modeBefore_ == kNone) return;
+    before_ = ::setlocale(LC_NUMERIC, nullptr);
+    ::setlocale(LC_NUMERIC, "C");
+  }
+  ~ClassicNumbers() {
+    if (modeBefore_ == kNone) return;
+    ::setlocale(LC_NUMERIC, before_.c_str());
+    ::_configthreadlocale(modeBefore_);
+  }
+  ClassicNumbers(const ClassicNumbers&) = delete;
+  ClassicNumbers& operator=(const ClassicNumbers&) = delete;
+
+ private:
+  static constexpr int kNone = -1;
+
+  int modeBefore_ = kNone;
+  std::string before_;
+};
+
+}  // namespace libvarrow::base
 #else
 namespace libvarrow::base {
 class ClassicNumbers {};
