@@ -28,11 +28,11 @@ fs::path pluginFolder() {
 
 libvarrow::ModuleExecutor readPipeline(const fs::path& file, cppbind::ClassRegister& classes) {
   try {
-    return {&classes, file.string(), false};
+    return {&classes, file.generic_string(), false};
   } catch (const cppbind::ClassMissRegException& error) {
     const fs::path plugins = pluginFolder();
     throw std::runtime_error(std::string(error.what()) + "; plug-ins are loaded from " +
-                             plugins.string() +
+                             plugins.generic_string() +
                              (fs::is_directory(plugins) ? "" : ", which does not exist"));
   }
 }
@@ -47,18 +47,18 @@ std::string failedStep(const RunFolder& run, const JobShopData& data) {
 }  // namespace
 
 std::optional<std::string> runPipeline(const RunFolder& run) {
-  InitRootLogger((run.settings.inputFolder / "log.conf").string());
+  InitRootLogger((run.settings.inputFolder / "log.conf").generic_string());
   // The plug-ins' code must outlive all their objects: statistics, modules, classes and errors.
   libvarrow::DllManager plugins;
   libvarrow::StatisticsContainer statistics("jobshop");
-  const libvarrow::TimedStatDumper dumper(&statistics, run.statistics.string());
+  const libvarrow::TimedStatDumper dumper(&statistics, run.statistics.generic_string());
   JobShopData data(run.settings);
-  data.dumpPath = run.dumps.string() + "/";
+  data.dumpPath = run.dumps.generic_string() + "/";
   data.statisticsContainer = &statistics;
   try {
     registerRules();
     const auto classes = registerModules();
-    plugins.autoLoad(pluginFolder().string());
+    plugins.autoLoad(pluginFolder().generic_string());
     const libvarrow::ModuleExecutor executor = readPipeline(run.pipeline, *classes);
     addRunProgress(*executor.mainModule(), statistics);
     executor.process(&data);

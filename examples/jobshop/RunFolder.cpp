@@ -21,7 +21,7 @@ RunFolder prepareFolder(const CommandLine& command) {
   run.settings.inputFolder = run.pipeline.parent_path();
   run.settings.progressColumns = terminalColumns();
   if (!command.instanceFile.empty()) {
-    run.settings.instanceFile = fs::absolute(command.instanceFile).string();
+    run.settings.instanceFile = fs::absolute(command.instanceFile).generic_string();
   }
   return run;
 }
@@ -30,8 +30,8 @@ RunFolder prepareFolder(const CommandLine& command) {
 // earlier run would mix with those of this one; another folder of that name is kept.
 void enterFolder(const RunFolder& run) {
   fs::current_path(run.folder);
-  if (!std::ofstream(run.statistics.string())) {
-    throw std::runtime_error("cannot write " + run.statistics.string());
+  if (!std::ofstream(run.statistics.generic_string())) {
+    throw std::runtime_error("cannot write " + run.statistics.generic_string());
   }
   if (fs::exists(run.dumps / "in_info.json")) fs::remove_all(run.dumps);
 }

@@ -33,10 +33,10 @@ void printResult(const JobShopData& data) {
 
 void printSummary(const RunFolder& run, const JobShopData& data) {
   printResult(data);
-  line("run folder", run.folder.string());
-  line("statistics", run.statistics.string());
-  line("dumps", run.dumps.string());
-  for (const auto& file : data.writtenFiles()) line(file.kind, file.path.string());
+  line("run folder", run.folder.generic_string());
+  line("statistics", run.statistics.generic_string());
+  line("dumps", run.dumps.generic_string());
+  for (const auto& file : data.writtenFiles()) line(file.kind, file.path.generic_string());
 }
 
 }  // namespace jobshop

@@ -62,7 +62,7 @@ void CheckRules::processImp(libvarrow::ModuleData* data) {
   const libvarrow::TimeRecoderHelper timer(shop.statistics().getTimeStatistics("checking"));
   const auto path = boost::filesystem::absolute(file_, shop.settings().inputFolder);
   // Logged first: an invalid rule file ends the process, and then only the log names the file.
-  LIBVARROW_LOG_INFO("reading the rules of %s", path.string().c_str());
+  LIBVARROW_LOG_INFO("reading the rules of %s", path.generic_string().c_str());
   RuleFile rules(path);
   const ValidatorReason report = rules.check(shop);
   record(rules, shop.statistics());
@@ -90,7 +90,7 @@ void CheckRules::logAndThrowIfBroken(const ValidatorReason& report, const RuleFi
   if (simple->breakRules().empty() || !stop_) return;
   const auto& first = simple->breakRules().front();
   std::string error = "rules: " + verdictOf(rules) + "; " + first.ruleName + ": " + first.reason;
-  if (!text_.empty()) error += "; more in " + boost::filesystem::absolute(text_).string();
+  if (!text_.empty()) error += "; more in " + boost::filesystem::absolute(text_).generic_string();
   throw std::runtime_error(error);
 }
 

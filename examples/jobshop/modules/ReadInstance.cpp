@@ -21,12 +21,12 @@ void ReadInstance::processImp(libvarrow::ModuleData* data) {
   const auto path = boost::filesystem::absolute(wanted, settings.inputFolder);
 
   const libvarrow::TimeRecoderHelper timer(shop.statistics().getTimeStatistics("reading"));
-  shop.setInstance(readInstance(path.string()));
+  shop.setInstance(readInstance(path.generic_string()));
   const Instance& instance = shop.instance();
   shop.statistics().getCountStatistics("jobs")->inc(instance.jobs.size());
   shop.statistics().getCountStatistics("operations")->inc(instance.operationCount());
-  LIBVARROW_LOG_INFO("%s: %zu jobs, %zu machines", path.string().c_str(), instance.jobs.size(),
-                     instance.machineCount);
+  LIBVARROW_LOG_INFO("%s: %zu jobs, %zu machines", path.generic_string().c_str(),
+                     instance.jobs.size(), instance.machineCount);
 }
 
 }  // namespace jobshop

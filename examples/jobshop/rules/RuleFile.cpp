@@ -48,7 +48,7 @@ RuleFile::RuleFile(const boost::filesystem::path& path) {
   try {
     read(path);
   } catch (const std::exception& error) {
-    throw std::runtime_error(path.string() + ": " + error.what());
+    throw std::runtime_error(path.generic_string() + ": " + error.what());
   }
 }
 
@@ -59,7 +59,7 @@ void RuleFile::read(const boost::filesystem::path& path) {
   if (classes == nullptr) throw std::logic_error("no rule classes are registered");
   std::vector<std::unique_ptr<libvarrow::Rule>> loaded;
   for (libvarrow::Rule* const rule :
-       libvarrow::RuleLoader::loadRules(path.string().c_str(), classes)) {
+       libvarrow::RuleLoader::loadRules(path.generic_string().c_str(), classes)) {
     loaded.emplace_back(rule);
   }
   for (auto& rule : loaded) {
