@@ -86,10 +86,10 @@ build_log4cplus() {
 }
 
 build_poco() {
-  # Headers whose names differ in case only from those of mingw-w64.
-  mkdir -p "$scratch/shims"
-  echo '#include <winsock2.h>' > "$scratch/shims/Winsock2.h"
-  echo '#include <iphlpapi.h>' > "$scratch/shims/Iphlpapi.h"
+  # Headers whose names differ in case only from those of mingw-w64. Poco's own headers, which hosts
+  # include, need them, too.
+  echo '#include <winsock2.h>' > "$prefix/include/Winsock2.h"
+  echo '#include <iphlpapi.h>' > "$prefix/include/Iphlpapi.h"
   local off=()
   for part in ACTIVERECORD ACTIVERECORD_COMPILER APACHECONNECTOR CPPPARSER CRYPTO DATA DATA_MYSQL \
     DATA_ODBC DATA_POSTGRESQL DATA_SQLITE ENCODINGS ENCODINGS_COMPILER JSON JWT MONGODB NET NETSSL \
@@ -97,8 +97,7 @@ build_poco() {
     XML ZIP; do
     off+=("-DENABLE_$part=OFF")
   done
-  build poco "$(source_of poco)" "${off[@]}" -DCMAKE_CXX_FLAGS="-I$scratch/shims" \
-    -DCMAKE_C_FLAGS="-I$scratch/shims"
+  build poco "$(source_of poco)" "${off[@]}" -DCMAKE_CXX_FLAGS="-isystem $prefix/include"
 }
 
 build_googletest() {
