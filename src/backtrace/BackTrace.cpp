@@ -6,7 +6,6 @@
 #include <boost/filesystem/operations.hpp>
 #include <boost/stacktrace.hpp>
 #include <cstdio>
-#include <cstdlib>
 #include <exception>
 #include <iostream>
 #include <string>
@@ -78,7 +77,7 @@ boost::stacktrace::stacktrace withoutHandler(const crash::Stack& stack) {
                         stackText(withoutHandler(stack), Innermost::IsInterrupted).c_str());
   });
   if (dumpFileWanted) attempt([&] { writeDumpFile(place); });
-  std::abort();
+  crash::abortAfter(sig);
 }
 
 class BackTrace {

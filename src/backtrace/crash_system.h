@@ -27,6 +27,10 @@ struct Stack {
 /// without code is undone, so that the call stack continues from the caller.
 void installSignalHandler(void (*report)(int sig, const void* place));
 
+/// Ends the process by SIGABRT after `sig` was reported. The handler of SIGABRT runs before that if
+/// it was not reset.
+[[noreturn]] void abortAfter(int sig);
+
 /// Starts a watchdog that ends the process by SIGABRT when the calling thread does nothing for some
 /// seconds or still works after a minute. Later calls in a process do nothing.
 void startWatchdog();

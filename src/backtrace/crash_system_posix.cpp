@@ -166,6 +166,10 @@ void resetSignalHandler(int sig) {
   std::signal(sig, SIG_DFL);
 }
 
+void abortAfter(int) {
+  std::abort();
+}
+
 void startWatchdog() {
   if (watchdogStarted.exchange(true)) return;
   const std::int64_t now = nanoseconds(CLOCK_MONOTONIC);

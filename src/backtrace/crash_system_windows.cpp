@@ -26,14 +26,16 @@ constexpr ULONG kStackBytes = 256 * 1024;  // naming frames reads debug informat
 void (*reportCrash)(int, const void*) = nullptr;
 std::atomic<bool> faultsEndTheProcess{false};
 LPTOP_LEVEL_EXCEPTION_FILTER filterBefore = nullptr;
-DWORD lastFault = TLS_OUT_OF_INDEXES;  // a slot with the EXCEPTION_POINTERS of the thread's fault
+// Slots with the two pointers of the thread's last fault. Unlike thread_local they do not allocate.
+DWORD faultRecord = TLS_OUT_OF_INDEXES;
+DWORD faultContext = TLS_OUT_OF_INDEXES;
 
 std::atomic<bool> watchdogStarted{false};
 HANDLE handlerStarted = nullptr;  // an event
 std::atomic<HANDLE> handler{nullptr};
 
-bool isFault(const EXCEPTION_POINTERS& exception) {
-  switch (exception.ExceptionRecord->ExceptionCode) {
+bool isFault(const EXCEPTION_RECORD& record) {
+  switch (record.ExceptionCode) {
     case EXCEPTION_ACCESS_VIOLATION:
     case EXCEPTION_IN_PAGE_ERROR:
     case EXCEPTION_STACK_OVERFLOW:
@@ -46,30 +48,35 @@ bool isFault(const EXCEPTION_POINTERS& exception) {
 // Runs before all handlers of the program, which may handle the exception: it only notes the place,
 // because the C library passes faults on as signals, without it.
 LONG CALLBACK noteFault(EXCEPTION_POINTERS* exception) {
-  if (!isFault(*exception)) return EXCEPTION_CONTINUE_SEARCH;
+  if (!isFault(*exception->ExceptionRecord)) return EXCEPTION_CONTINUE_SEARCH;
   if (crash::endFailedRead(*exception)) return EXCEPTION_CONTINUE_EXECUTION;
-  TlsSetValue(lastFault, exception);
+  TlsSetValue(faultRecord, exception->ExceptionRecord);
+  TlsSetValue(faultContext, exception->ContextRecord);
   return EXCEPTION_CONTINUE_SEARCH;
 }
 
-// Returns the place of the fault that the calling function handles as a signal, or null. The system
-// puts the exception onto the stack of the fault, above the frames of its handlers, and the frames
-// of the fault above that.
-const EXCEPTION_POINTERS* faultOfSignal(int sig) {
-  const auto* fault = static_cast<const EXCEPTION_POINTERS*>(TlsGetValue(lastFault));
-  if (sig != SIGSEGV || fault == nullptr) return nullptr;
-  const auto here = reinterpret_cast<std::uintptr_t>(&fault);
-  return reinterpret_cast<std::uintptr_t>(fault) > here && isFault(*fault) ? fault : nullptr;
+// Returns the fault that the calling function handles as a signal, or null pointers. The system
+// puts it onto the stack of the interrupted function, above the frames of the handlers.
+EXCEPTION_POINTERS faultOfSignal(int sig) {
+  EXCEPTION_POINTERS fault{static_cast<EXCEPTION_RECORD*>(TlsGetValue(faultRecord)),
+                           static_cast<CONTEXT*>(TlsGetValue(faultContext))};
+  const auto isAbove = [here = reinterpret_cast<std::uintptr_t>(&fault)](const void* object) {
+    return reinterpret_cast<std::uintptr_t>(object) > here;
+  };
+  const bool isThere = sig == SIGSEGV && isAbove(fault.ExceptionRecord) &&
+                       isAbove(fault.ContextRecord) && isFault(*fault.ExceptionRecord);
+  return isThere ? fault : EXCEPTION_POINTERS{};
 }
 
 void onSignal(int sig) {
-  reportCrash(sig, faultOfSignal(sig));
+  const EXCEPTION_POINTERS fault = faultOfSignal(sig);
+  reportCrash(sig, fault.ContextRecord == nullptr ? nullptr : &fault);
   std::abort();  // keeps this frame on the stack
 }
 
 // Called for faults that nothing else handles, on any thread.
 LONG WINAPI onUnhandled(EXCEPTION_POINTERS* exception) {
-  if (isFault(*exception)) {
+  if (isFault(*exception->ExceptionRecord)) {
     if (faultsEndTheProcess) TerminateProcess(GetCurrentProcess(), crash::kAbortExitCode);
     reportCrash(SIGSEGV, exception);
   }
@@ -129,7 +136,8 @@ namespace crash {
 
 void installSignalHandler(void (*report)(int sig, const void* place)) {
   reportCrash = report;
-  lastFault = TlsAlloc();
+  faultRecord = TlsAlloc();
+  faultContext = TlsAlloc();
   createWatchdog();
   AddVectoredExceptionHandler(/*First=*/1, noteFault);
   filterBefore = SetUnhandledExceptionFilter(onUnhandled);
@@ -139,6 +147,12 @@ void installSignalHandler(void (*report)(int sig, const void* place)) {
 void resetSignalHandler(int sig) {
   if (sig == SIGSEGV) faultsEndTheProcess = true;
   std::signal(sig, SIG_DFL);
+}
+
+void abortAfter(int sig) {
+  // At its end std::abort() would run the destructors of libraries, in a broken process.
+  if (sig == SIGABRT) TerminateProcess(GetCurrentProcess(), kAbortExitCode);
+  std::abort();
 }
 
 void startWatchdog() {
