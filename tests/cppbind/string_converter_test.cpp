@@ -71,7 +71,8 @@ TEST(StringConverterTest, WritingEqualsTheFacetsUnderAnyLocale) {
       special_time::min_date_time, special_time::max_date_time};
   std::mt19937_64 random(11);
   for (std::size_t i = 0; i < 500; ++i) {
-    const date day = date(1400, 1, 1) + boost::gregorian::days(random() % 3000000);
+    const date day =
+        date(1400, 1, 1) + boost::gregorian::days(static_cast<long>(random() % 3000000));
     const ptime time = i < 5 ? ptime(special[i]) : ptime(day, microseconds(random() % 86400000000));
     EXPECT_EQ(writtenByFacets(time), BoostPTimeText::toString(time));
     EXPECT_EQ(to_iso_extended_string(time.date()), BoostGDateText::toString(time.date()));

@@ -3,8 +3,9 @@
 
 #include <boost/date_time/posix_time/posix_time.hpp>
 #include <cstdlib>
-#include <ctime>
 #include <string>
+
+#include "support/environment.h"
 
 namespace test_support {
 
@@ -26,8 +27,8 @@ class FarZone {
     return to_iso_string(time + boost::posix_time::minutes(11 * 60 + 30)).substr(0, 15);
   }
   static void set(const std::string& zone) {
-    zone.empty() ? ::unsetenv("TZ") : ::setenv("TZ", zone.c_str(), 1);
-    ::tzset();
+    zone.empty() ? unsetVariable("TZ") : setVariable("TZ", zone);
+    readTimeZone();
   }
 
   const std::string before_;
