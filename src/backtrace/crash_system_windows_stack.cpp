@@ -28,7 +28,7 @@ CONTEXT beforeRead;
 // back is the only way out of a fault inside the unwinder.
 template <class Read>
 BOOST_NOINLINE bool mayRead(const Read& read) {
-  for (DWORD none = 0; !reader.compare_exchange_weak(none, GetCurrentThreadId()); none = 0) rest();
+  for (DWORD none = 0; !reader.compare_exchange_weak(none, GetCurrentThreadId()); none = 0) sleepBriefly();
   hasFailed = false;
   RtlCaptureContext(&beforeRead);  // a failed read continues here
   if (!hasFailed) read();
@@ -73,7 +73,7 @@ bool isCode(const void* address) {
 void sayHex(std::uintptr_t number) {
   std::array<char, 20> text{"0x"};
   std::to_chars(text.data() + 2, text.data() + text.size() - 1, number, 16);
-  say(text.data());
+  printText(text.data());
 }
 
 // Writes the file name of the module at `base` without asking the loader, whose lock may be held.
@@ -84,7 +84,7 @@ void sayModule(void* base) {
       K32GetMappedFileNameA(GetCurrentProcess(), base, path.data(), kMostCharacters - 1);
   path[length] = '\0';
   const char* const slash = std::strrchr(path.data(), '\\');
-  say(slash == nullptr ? path.data() : slash + 1);
+  printText(slash == nullptr ? path.data() : slash + 1);
 }
 
 // Writes "FILE(+OFFSET) [ADDRESS]".
@@ -94,21 +94,21 @@ void sayFrame(const void* address) {
       VirtualQuery(address, &memory, sizeof memory) != 0 && memory.Type == MEM_IMAGE;
   if (isImage) {
     sayModule(memory.AllocationBase);
-    say("(+");
+    printText("(+");
     sayHex(reinterpret_cast<std::uintptr_t>(address) -
            reinterpret_cast<std::uintptr_t>(memory.AllocationBase));
-    say(") ");
+    printText(") ");
   }
-  say("[");
+  printText("[");
   sayHex(reinterpret_cast<std::uintptr_t>(address));
-  say("]\n");
+  printText("]\n");
 }
 
-void sayRegister(const char* name, DWORD64 value) {
-  say(name);
-  say(" ");
+void printRegister(const char* name, DWORD64 value) {
+  printText(name);
+  printText(" ");
   sayHex(value);
-  say("\n");
+  printText("\n");
 }
 
 }  // namespace
@@ -134,9 +134,9 @@ BOOST_NOINLINE void readStack(Stack& stack, const void* place) {
   const auto interrupted = reinterpret_cast<void*>(context.Rip);
   stack.isWhole = mayRead([&] { readFrom(context, stack); });
   if (isCode(interrupted) || stack.count < 2 || !isCode(stack.frames[1])) return;
-  say("no code at ");
+  printText("no code at ");
   sayHex(reinterpret_cast<std::uintptr_t>(interrupted));
-  say(": the call stack begins with the call\n");
+  printText(": the call stack begins with the call\n");
   stack.handlerFrames = 1;
 }
 
@@ -167,7 +167,7 @@ void printRegisters(const void* place) {
                    {"r13", c.R13}, {"r14", c.R14}, {"r15", c.R15}, {"rdi", c.Rdi}, {"rsi", c.Rsi},
                    {"rbp", c.Rbp}, {"rbx", c.Rbx}, {"rdx", c.Rdx}, {"rax", c.Rax}, {"rcx", c.Rcx},
                    {"rsp", c.Rsp}, {"rip", c.Rip}};
-  for (const auto& [name, value] : registers) sayRegister(name, value);
+  for (const auto& [name, value] : registers) printRegister(name, value);
 }
 
 }  // namespace libvarrow::crash
