@@ -28,7 +28,8 @@ CONTEXT beforeRead;
 // back is the only way out of a fault inside the unwinder.
 template <class Read>
 BOOST_NOINLINE bool mayRead(const Read& read) {
-  for (DWORD none = 0; !reader.compare_exchange_weak(none, GetCurrentThreadId()); none = 0) sleepBriefly();
+  for (DWORD none = 0; !reader.compare_exchange_weak(none, GetCurrentThreadId()); none = 0)
+    sleepBriefly();
   hasFailed = false;
   RtlCaptureContext(&beforeRead);  // a failed read continues here
   if (!hasFailed) read();
