@@ -1,6 +1,7 @@
 #include "base/number_text.h"
 
 #include <charconv>
+#include <cmath>
 
 namespace libvarrow::base::number_text {
 
@@ -16,6 +17,12 @@ std::string written(double value, Format... format) {
 
 std::string general(double value) {
   return written(value, std::chars_format::general, 6);
+}
+
+std::string shortest(double value) {
+  const double size = std::fabs(value);
+  const bool isPlain = value == 0 || (size >= 1e-4 && size < 1e15);
+  return isPlain ? written(value, std::chars_format::fixed) : written(value);
 }
 
 std::string twoDecimals(double value) {

@@ -60,17 +60,22 @@ void BinderImpBase::setConverter(std::type_index type,
   lastConverter_ = nullptr;
 }
 
+const StringConverter* BinderImpBase::findConverter(std::type_index type) const {
+  const auto found = converters_->find(type);
+  return found == converters_->end() ? nullptr : found->second.get();
+}
+
 const StringConverter& BinderImpBase::converterFor(std::type_index type) const {
   if (lastConverter_ != nullptr && lastType_ == type) return *lastConverter_;
-  const auto found = converters_->find(type);
-  if (found == converters_->end() || !found->second) {
+  const StringConverter* found = findConverter(type);
+  if (found == nullptr) {
     // Two blanks after the comma: tools search old logs for this text.
     throw ParseErrorException("BUG,  please register converter for " +
                               boost::core::demangle(type.name()));
   }
   lastType_ = type;
-  lastConverter_ = found->second.get();
-  return *lastConverter_;
+  lastConverter_ = found;
+  return *found;
 }
 
 }  // namespace cppbind

@@ -32,35 +32,37 @@ void printNameConflict(const std::string& key, const ObjFactory& first, const Ob
 }  // namespace
 
 void ClassRegisterBase::regClass(std::string className, boost::shared_ptr<ObjFactory> factory) {
-  std::string key = lowered(std::move(className));
-  const auto taken = factories_.find(key);
-  if (taken != factories_.end()) {
-    std::cout << "Error " << key << " alread registered " << taken->second->typeName()
-              << " when register " << factory->typeName() << std::flush;
-    printNameConflict(key, *taken->second, *factory);
+  const std::string key = lowered(className);
+  const auto taken = classes_.find(key);
+  if (taken != classes_.end()) {
+    const ObjFactory& first = *taken->second.factory;
+    std::cout << "Error " << key << " alread registered " << first.typeName() << " when register "
+              << factory->typeName() << std::flush;
+    printNameConflict(key, first, *factory);
     CPPBIND_ASSERT(false);
   }
   static_cast<void>(*factory);  // the pointer's own assertion refuses null
-  factories_.emplace(std::move(key), std::move(factory));
+  classes_.emplace(key, RegisteredClass{std::move(className), std::move(factory)});
 }
 
 bool ClassRegisterBase::unregClass(const std::string& className) {
-  return factories_.erase(lowered(className)) > 0;
+  return classes_.erase(lowered(className)) > 0;
 }
 
 void ClassRegisterBase::unregClassesOf(const CodeOwner& owner) {
-  for (auto entry = factories_.begin(); entry != factories_.end();) {
-    entry = entry->second->codeOwner() == owner ? factories_.erase(entry) : std::next(entry);
+  for (auto entry = classes_.begin(); entry != classes_.end();) {
+    const bool isOwned = entry->second.factory->codeOwner() == owner;
+    entry = isOwned ? classes_.erase(entry) : std::next(entry);
   }
 }
 
 ObjFactory& ClassRegisterBase::findFactory(const std::string& className) const {
-  const auto found = factories_.find(lowered(className));
-  if (found == factories_.end()) {
+  const auto found = classes_.find(lowered(className));
+  if (found == classes_.end()) {
     std::cout << "ERROR can not find class '" << className << "'\n" << std::flush;
     throw ClassMissRegException(className);
   }
-  return *found->second;
+  return *found->second.factory;
 }
 
 std::unique_ptr<Object> ClassRegisterBase::createObject(const std::string& className,

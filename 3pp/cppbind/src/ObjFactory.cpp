@@ -1,6 +1,7 @@
 #include "cppbind/ObjFactory.h"
 
 #include <boost/make_shared.hpp>
+#include <stdexcept>
 #include <utility>
 
 namespace cppbind {
@@ -9,6 +10,14 @@ ObjFactory::ObjFactory(Json::Value baseProperty)
     : baseProperty_(boost::make_shared<const Json::Value>(std::move(baseProperty))) {}
 
 ObjFactory::~ObjFactory() = default;
+
+void ObjFactory::describeFields(const std::string&, Binder&) const {
+  throw std::logic_error("the factory does not describe its class");
+}
+
+void ObjFactory::throwNull() const {
+  throw static_cast<Object*>(nullptr);
+}
 
 Json::Value CreationRecord::json() const {
   if (!originParameter) return Json::Value();

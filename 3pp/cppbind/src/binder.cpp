@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "object_notes.h"
+
 namespace cppbind {
 
 namespace {
@@ -36,19 +38,71 @@ Binder::Binder(JsonDecodeBinder& decoder, const Json::Value& json)
 Binder::Binder(JsonEncodeBinder& encoder, Json::Value& json)
     : imp_(&encoder), decoder_(nullptr), encoder_(&encoder), source_(nullptr), target_(&json) {}
 
+Binder::Binder(JsonDecodeBinder& decoder, detail::ObjectNotes& notes)
+    : Binder(decoder, Json::Value::nullSingleton()) {
+  notes_ = &notes;
+}
+
 const Json::Value* Binder::claim(std::string_view key) {
   if (!hasMembers_) detail::requireObject(*source_);
   const Json::Value* member = source_->find(key.data(), key.data() + key.size());
+  value_ = nullptr;
   if (member == nullptr) return nullptr;
   // A key that is bound twice counts once, so that claimCount_ is the number of known members.
   if (!isClaimed(member)) addClaim(member);
-  return member->isNull() ? nullptr : member;
+  if (!member->isNull()) value_ = member;
+  return value_;
 }
 
-const Json::Value& Binder::claimWhole() {
+const Json::Value* Binder::claimWhole() {
   isWholeClaimed_ = true;
-  if (source_->isNull()) detail::throwNotFound();
-  return *source_;
+  value_ = source_->isNull() ? nullptr : source_;
+  return value_;
+}
+
+void Binder::missing(std::string_view key, const detail::FieldType& type, void* field) {
+  if (notes_ != nullptr) {
+    noted_ = &notes_->addField(key, type);
+    noted_->isRequired = !readsNull(type);
+  } else if (readsNull(type)) {
+    type.read(*decoder_, Json::Value::nullSingleton(), field);
+  } else {
+    const char* complaint = type.isObjectList ? "should be a object array" : "not found";
+    throw ParseErrorException(std::string(key), complaint);
+  }
+}
+
+void Binder::missingWhole(const detail::FieldType& type, void* whole) {
+  if (notes_ != nullptr) {
+    noted_ = &notes_->addWhole(type);
+    noted_->isRequired = !readsNull(type);
+  } else if (readsNull(type)) {
+    type.read(*decoder_, Json::Value::nullSingleton(), whole);
+  } else {
+    detail::throwNotFound();
+  }
+}
+
+bool Binder::readsNull(const detail::FieldType& type) const {
+  return type.readsNull != nullptr && type.readsNull(*decoder_);
+}
+
+void Binder::noteDefault(std::string_view key, const detail::FieldType& type, const void* field) {
+  noted_ = &notes_->addField(key, type);
+  notes_->setDefault(*noted_, type, field);
+}
+
+bool Binder::noteList(std::string_view key, const detail::FieldType& type,
+                      const Json::Value* defaultJson, const ClassRegisterBase* reg) {
+  if (notes_ == nullptr) return false;
+  noted_ = &notes_->addList(key, type, reg);
+  noted_->isRequired = defaultJson == nullptr;
+  if (defaultJson != nullptr) noted_->defaultValue = *defaultJson;
+  return true;
+}
+
+void Binder::noteAbout(std::string_view text) {
+  notes_->setAbout(text);
 }
 
 void Binder::addClaim(const Json::Value* member) {
@@ -84,10 +138,6 @@ Json::Value& Binder::memberToWrite(std::string_view key) {
   if (keys_.empty()) keys_.reserve(kUsualFieldCount);
   keys_.emplace_back(key);
   return *target_->demand(key.data(), key.data() + key.size());
-}
-
-void Binder::throwNotFound(std::string_view key) {
-  throw ParseErrorException(std::string(key), "not found");
 }
 
 }  // namespace cppbind

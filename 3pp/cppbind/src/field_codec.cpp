@@ -126,6 +126,65 @@ std::string_view textIn(const Json::Value& json) {
   return std::string_view(begin, static_cast<std::size_t>(end - begin));
 }
 
+namespace {
+
+struct IntegerType {
+  const std::type_info* type;
+  Json::Value minimum;
+  Json::Value maximum;
+};
+
+template <class T>
+IntegerType integerType() {
+  using Wide = std::conditional_t<std::is_signed_v<T>, Json::Int64, Json::UInt64>;
+  return {&typeid(T), static_cast<Wide>(std::numeric_limits<T>::min()),
+          static_cast<Wide>(std::numeric_limits<T>::max())};
+}
+
+}  // namespace
+
+void describeScalar(ValueDescription& value, const std::type_info& type) {
+  value.kind = type == typeid(bool)          ? ValueKind::Boolean
+               : type == typeid(std::string) ? ValueKind::Text
+                                             : ValueKind::Number;
+  const IntegerType integers[] = {
+      integerType<signed char>(), integerType<unsigned char>(),
+      integerType<short>(),       integerType<unsigned short>(),
+      integerType<int>(),         integerType<unsigned int>(),
+      integerType<long>(),        integerType<unsigned long>(),
+      integerType<long long>(),   integerType<unsigned long long>(),
+  };
+  for (const IntegerType& integer : integers) {
+    if (*integer.type != type) continue;
+    value.kind = ValueKind::Integer;
+    value.minimum = integer.minimum;
+    value.maximum = integer.maximum;
+  }
+}
+
+void describeNames(ValueDescription& value, const EnumTable& names) {
+  value.kind = ValueKind::Enumeration;
+  for (std::size_t i = 0; i < names.count; ++i) value.names.emplace_back(names.entries[i].name);
+}
+
+std::int64_t valueNamed(const Json::Value& json, const EnumTable& names) {
+  const std::string_view text = textIn(json);
+  Constraint oneOf{ConstraintKind::OneOf, {}};
+  for (std::size_t i = 0; i < names.count; ++i) {
+    const EnumEntry& entry = names.entries[i];
+    if (entry.name == text) return entry.value;
+    oneOf.values.emplace_back(std::string(entry.name));
+  }
+  throw ParseErrorException(oneOf.violation(json));
+}
+
+std::string_view nameOf(std::int64_t value, const EnumTable& names) {
+  for (std::size_t i = 0; i < names.count; ++i) {
+    if (names.entries[i].value == value) return names.entries[i].name;
+  }
+  throw ParseErrorException("the value " + std::to_string(value) + " has no name");
+}
+
 void throwNotFound() {
   throw ParseErrorException("not found");
 }

@@ -54,6 +54,8 @@ class CPPBIND_API BinderImpBase : private boost::noncopyable {
 
   /// Returns the converter for `type`. Throws ParseErrorException when none is set.
   const StringConverter& converterFor(std::type_index type) const;
+  /// Returns the converter for `type`, or null.
+  const StringConverter* findConverter(std::type_index type) const;
 
   /// Returns the current converters; a later setConverter() changes a copy.
   const boost::shared_ptr<const ConverterTable>& converters() const { return converters_; }

@@ -18,6 +18,12 @@ namespace cppbind {
 class BinderImpBase;
 class ObjFactory;
 
+/// Class in a registry.
+struct RegisteredClass {
+  std::string name;                       ///< as it was registered
+  boost::shared_ptr<ObjFactory> factory;  ///< its factory
+};
+
 /// Registry that maps class names, ignoring case, to factories.
 ///
 /// Register classes at start-up from one thread. Lookups are thread-safe while no thread changes
@@ -35,7 +41,9 @@ class CPPBIND_API ClassRegisterBase {
   /// Removes every class whose code `owner` keeps loaded.
   void unregClassesOf(const CodeOwner& owner);
   /// Returns true when no class is registered.
-  bool empty() const { return factories_.empty(); }
+  bool empty() const { return classes_.empty(); }
+  /// Returns all classes by their names in lower case.
+  const std::map<std::string, RegisteredClass>& classes() const { return classes_; }
 
   /// Returns the factory for `className`, which the registry keeps alive. Throws
   /// ClassMissRegException, after printing the name to standard output, when it is not registered.
@@ -63,7 +71,7 @@ class CPPBIND_API ClassRegisterBase {
   std::unique_ptr<Object> createObject(const std::string& className, const Json::Value& json,
                                        BinderImpBase* binder) const;
 
-  std::map<std::string, boost::shared_ptr<ObjFactory>> factories_;  // keys in lower case
+  std::map<std::string, RegisteredClass> classes_;  // keys in lower case
 };
 
 }  // namespace cppbind

@@ -37,6 +37,15 @@ class CPPBIND_API ObjFactory {
   /// Returns the name of the class that create() creates.
   virtual std::string typeName() const = 0;
 
+  /// Calls the setBind of a new object, or record, with `binder`, which describes. Does nothing for
+  /// a class without fields. The default, for factories that do not describe their class, throws
+  /// std::logic_error.
+  virtual void describeFields(const std::string& name, Binder& binder) const;
+
+  /// Throws a null pointer to the class that create() creates, so that a handler for a pointer to a
+  /// base tells whether the class has that base. The default throws one to Object.
+  virtual void throwNull() const;
+
   /// Returns the owner that keeps the class's code loaded.
   const CodeOwner& codeOwner() const { return codeOwner_; }
 
@@ -137,6 +146,19 @@ class ObjFactoryT : public ObjFactory {
   }
 
   std::string typeName() const override { return cppbind::typeName(typeid(T)); }
+
+  void describeFields([[maybe_unused]] const std::string& name,
+                      [[maybe_unused]] Binder& binder) const override {
+    if constexpr (bindsThroughRecord<T>) {
+      typename T::Data4Bind record;
+      if constexpr (hasSetBind<typename T::Data4Bind>) record.setBind(&binder, true);
+    } else if constexpr (hasSetBind<T>) {
+      const auto object = std::make_unique<ObjWrapperT<T>>(name);
+      static_cast<T&>(*object).setBind(&binder, true);
+    }
+  }
+
+  [[noreturn]] void throwNull() const override { throw static_cast<T*>(nullptr); }
 
  private:
   static std::unique_ptr<ObjWrapperT<T>> read(const std::string& name, const Json::Value& json,

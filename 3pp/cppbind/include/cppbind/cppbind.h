@@ -3,6 +3,10 @@
 
 #include "cppbind/ClassRegister.h"
 #include "cppbind/ClassRegisterBase.h"
+#include "cppbind/Describer.h"
+#include "cppbind/Description.h"
+#include "cppbind/EnumNames.h"
+#include "cppbind/Field.h"
 #include "cppbind/JsonPlaces.h"
 #include "cppbind/ObjFactory.h"
 #include "cppbind/Object.h"

@@ -15,13 +15,22 @@
 #include "cppbind/Export.h"
 #include "cppbind/ParseErrorException.h"
 #include "cppbind/imp/bind_traits.h"
+#include "cppbind/imp/field_type.h"
 #include "cppbind/imp/json_decode_binder.h"
 #include "cppbind/imp/json_encode_binder.h"
 
 namespace cppbind {
 
-template <class T, class = void>
-struct FieldCodec;
+class FieldDescription;
+
+namespace detail {
+class FieldHandle;
+class ObjectNotes;
+struct Itself;
+}  // namespace detail
+
+template <class T, class Path = detail::Itself>
+class Field;
 
 template <class T>
 void readDynamicList(JsonDecodeBinder& decoder, const Json::Value* json,
@@ -37,16 +46,18 @@ void readDynamicList(JsonDecodeBinder& decoder, const Json::Value* json,
 ///       binder->bind("modules", modules_);     // vector of shared_ptr to a registered base class
 ///     }
 ///
-/// A field is one of: bool, a number, std::string; a type with a text converter; a class with a
-/// setBind; a class that renders itself; boost::shared_ptr to a class derived from Object,
-/// {"ClassName": {fields}} in JSON; std::vector of any of these; std::set. A value must have the
-/// JSON type of its field: 1.5 and true are not valid for an int (2.0 is, and 2 is valid for a
-/// double). Reading clears a list of plain values, but appends to a list of objects by name. A null
-/// object pointer is written as null.
+/// A field is one of: bool, a number, std::string; a type with a text converter; an enumeration
+/// with names (EnumNames.h); a class with a setBind; a class that renders itself; boost::shared_ptr
+/// to a class derived from Object, {"ClassName": {fields}} in JSON; std::vector of any of these;
+/// std::set; std::map with std::string keys, an object in JSON; std::optional, which is empty when
+/// its key is missing or null, and is then written as null. A value must have the JSON type of its
+/// field: 1.5 and true are not valid for an int (2.0 is, and 2 is valid for a double). Reading
+/// clears a list of plain values, but appends to a list of objects by name. A null object pointer
+/// is written as null.
 ///
-/// Specialise FieldCodec to add a kind of field. Any other type, such as an enumeration,
-/// std::optional or std::map, compiles, but throws "BUG,  please register converter for TYPE" when
-/// its key is present, unless the binder has a converter for it.
+/// Specialise FieldCodec to add a kind of field. Any other type, such as an enumeration without
+/// names, compiles, but throws "BUG,  please register converter for TYPE" when its key is present,
+/// unless the binder has a converter for it.
 ///
 /// A class whose base has fields must call `Base::setBind(binder, bindFields)` first. The compiler
 /// does not detect a missing call, which loses the base's fields; nor a setBind with a completely
@@ -90,8 +101,36 @@ class CPPBIND_API Binder {
   void bind(std::string_view key, std::vector<boost::shared_ptr<T>>& list,
             const Json::Value* defaultJson, const ClassRegisterBase* reg = nullptr);
 
-  /// Returns true when fields are read from JSON, false when they are written.
+  ///@{
+  /// Binds a field like bind() and returns the handle to state conditions on its value and to
+  /// document it:
+  ///
+  ///     binder->field("tries", tries_, 1).atLeast(1).about("How many schedules are tried.");
+  template <class T>
+  Field<T> field(std::string_view key, T& field);
+  template <class T>
+  Field<T> field(std::string_view key, T& field, const detail::Identity<T>& defaultValue);
+  template <class T>
+  Field<T> field(T& whole);
+  template <class T>
+  Field<std::vector<boost::shared_ptr<T>>> field(std::string_view key,
+                                                 std::vector<boost::shared_ptr<T>>& list,
+                                                 const Json::Value* defaultJson,
+                                                 const ClassRegisterBase* reg = nullptr);
+  void field(std::string_view key, bool& field, const void* defaultValue) = delete;
+  ///@}
+
+  /// Documents the class. The last text counts, so a derived class speaks after its base.
+  void about(std::string_view text) {
+    if (notes_ != nullptr) noteAbout(text);
+  }
+
+  /// Returns true when fields are read from JSON or described, false when they are written.
   bool isReading() const { return decoder_ != nullptr; }
+  /// Returns true when the class is only described, see cppbind::describe(): no field is read, and
+  /// fields without a default keep their values. A setBind that uses a field that it has just
+  /// bound, such as a required pointer, or that chooses keys by a value, asks this first.
+  bool isDescribing() const { return notes_ != nullptr; }
   /// Returns the underlying reading or writing binder; not null, not owned.
   BinderImpBase* implementation() const { return imp_; }
   /// Returns the keys written so far, in the order of the bind calls.
@@ -102,13 +141,28 @@ class CPPBIND_API Binder {
   void checkUnknownKeys() const;
 
  private:
+  friend class Describer;
+  friend class detail::FieldHandle;
+
+  /// Creates a binder that describes: it reads a missing value and notes the fields.
+  Binder(JsonDecodeBinder& decoder, detail::ObjectNotes& notes);
+
   /// Returns the member under `key` and marks it as claimed; null when it is missing or null.
   const Json::Value* claim(std::string_view key);
-  const Json::Value& claimWhole();
+  /// Returns the whole value; null when it is missing.
+  const Json::Value* claimWhole();
+  /// Handles a required field without a value: notes it, reads null or throws.
+  void missing(std::string_view key, const detail::FieldType& type, void* field);
+  bool readsNull(const detail::FieldType& type) const;
+  void missingWhole(const detail::FieldType& type, void* whole);
+  void noteDefault(std::string_view key, const detail::FieldType& type, const void* field);
+  /// Returns false unless the binder describes.
+  bool noteList(std::string_view key, const detail::FieldType& type, const Json::Value* defaultJson,
+                const ClassRegisterBase* reg);
+  void noteAbout(std::string_view text);
   void addClaim(const Json::Value* member);
   bool isClaimed(const Json::Value* member) const;
   Json::Value& memberToWrite(std::string_view key);
-  [[noreturn]] static void throwNotFound(std::string_view key);
   void requireEncoder() const {
     if (encoder_ == nullptr) {
       assertionFailed("\"bug\" == NULL", __FILE__, __LINE__, BOOST_CURRENT_FUNCTION);
@@ -131,10 +185,14 @@ class CPPBIND_API Binder {
   std::size_t claimCount_ = 0;
   std::vector<const Json::Value*> furtherClaims_;
   std::vector<std::string> keys_;
+  const Json::Value* value_ = nullptr;    // of the last field; null unless it is read
+  detail::ObjectNotes* notes_ = nullptr;  // set when the class is described
+  FieldDescription* noted_ = nullptr;     // the last field that was noted
 };
 
 }  // namespace cppbind
 
+#include "cppbind/Field.h"
 #include "cppbind/imp/field_codec.h"
 
 namespace cppbind {
@@ -143,12 +201,14 @@ template <class T>
 void Binder::bind(std::string_view key, T& field) {
   if (decoder_ == nullptr) return write(key, field);
   const Json::Value* member = claim(key);
-  if constexpr (isDynamicList<T>) {
-    withKey(key, [&] { readDynamicList(*decoder_, member, nullptr, field); });
-  } else {
-    if (member == nullptr) throwNotFound(key);
-    withKey(key, [&] { FieldCodec<T>::read(*decoder_, *member, field); });
-  }
+  if (member == nullptr) return missing(key, detail::fieldType<T>, &field);
+  withKey(key, [&] {
+    if constexpr (isDynamicList<T>) {
+      readDynamicList(*decoder_, member, nullptr, field);
+    } else {
+      FieldCodec<T>::read(*decoder_, *member, field);
+    }
+  });
 }
 
 template <class T>
@@ -158,6 +218,7 @@ void Binder::bind(std::string_view key, T& field, const detail::Identity<T>& def
     withKey(key, [&] { FieldCodec<T>::read(*decoder_, *member, field); });
   } else {
     field = defaultValue;
+    if (notes_ != nullptr) noteDefault(key, detail::fieldType<T>, &field);
   }
 }
 
@@ -166,6 +227,7 @@ void Binder::bind(std::string_view key, std::vector<boost::shared_ptr<T>>& list,
                   const Json::Value* defaultJson, const ClassRegisterBase* reg) {
   if (decoder_ == nullptr) return write(key, list);
   const Json::Value* member = claim(key);
+  if (noteList(key, detail::fieldType<std::vector<boost::shared_ptr<T>>>, defaultJson, reg)) return;
   withKey(key,
           [&] { readDynamicList(*decoder_, member != nullptr ? member : defaultJson, reg, list); });
 }
@@ -173,11 +235,40 @@ void Binder::bind(std::string_view key, std::vector<boost::shared_ptr<T>>& list,
 template <class T>
 void Binder::bind(T& whole) {
   if (decoder_ != nullptr) {
-    FieldCodec<T>::read(*decoder_, claimWhole(), whole);
+    const Json::Value* value = claimWhole();
+    if (value == nullptr) return missingWhole(detail::fieldType<T>, &whole);
+    FieldCodec<T>::read(*decoder_, *value, whole);
   } else {
     requireEncoder();
     FieldCodec<T>::write(*encoder_, whole, *target_);
   }
+}
+
+template <class T>
+Field<T> Binder::field(std::string_view key, T& field) {
+  bind(key, field);
+  return {*this, key, value_ != nullptr ? &field : nullptr, noted_};
+}
+
+template <class T>
+Field<T> Binder::field(std::string_view key, T& field, const detail::Identity<T>& defaultValue) {
+  bind(key, field, defaultValue);
+  return {*this, key, value_ != nullptr ? &field : nullptr, noted_};
+}
+
+template <class T>
+Field<std::vector<boost::shared_ptr<T>>> Binder::field(std::string_view key,
+                                                       std::vector<boost::shared_ptr<T>>& list,
+                                                       const Json::Value* defaultJson,
+                                                       const ClassRegisterBase* reg) {
+  bind(key, list, defaultJson, reg);
+  return {*this, key, value_ != nullptr ? &list : nullptr, noted_};
+}
+
+template <class T>
+Field<T> Binder::field(T& whole) {
+  bind(whole);
+  return {*this, std::string_view(), value_ != nullptr ? &whole : nullptr, noted_};
 }
 
 template <class T>

@@ -5,6 +5,9 @@
 
 #include <boost/any.hpp>
 #include <boost/shared_ptr.hpp>
+#include <cstdint>
+#include <map>
+#include <optional>
 #include <set>
 #include <string>
 #include <string_view>
@@ -13,6 +16,8 @@
 #include <utility>
 #include <vector>
 
+#include "cppbind/Describer.h"
+#include "cppbind/EnumNames.h"
 #include "cppbind/Export.h"
 #include "cppbind/Object.h"
 #include "cppbind/ParseErrorException.h"
@@ -50,6 +55,35 @@ struct IsScalar<
 CPPBIND_API void requireArray(const Json::Value& json, const char* complaint);
 CPPBIND_API void requireObject(const Json::Value& json);
 [[noreturn]] CPPBIND_API void throwNotFound();
+CPPBIND_API void describeScalar(ValueDescription& value, const std::type_info& type);
+CPPBIND_API void describeNames(ValueDescription& value, const EnumTable& names);
+/// Returns the value of the name in `json`. Throws ParseErrorException when it has none.
+CPPBIND_API std::int64_t valueNamed(const Json::Value& json, const EnumTable& names);
+/// Returns the name of `value`. Throws ParseErrorException when it has none.
+CPPBIND_API std::string_view nameOf(std::int64_t value, const EnumTable& names);
+/// Calls `read` with each member of the object `json`. Its exceptions get the key as path.
+template <class Read>
+void forEachMember(const Json::Value& json, const Read& read) {
+  requireObject(json);
+  for (auto member = json.begin(); member != json.end(); ++member) {
+    const std::string key = member.name();
+    withKey(key, [&] { read(key, *member); });
+  }
+}
+
+/// Throws a null pointer to the class that `factory` creates.
+CPPBIND_API void throwNullObject(const ObjFactory& factory);
+/// Returns true when `factory` creates objects that are a `T`.
+template <class T>
+bool creates(const ObjFactory& factory) {
+  try {
+    throwNullObject(factory);
+  } catch (const T*) {
+    return true;
+  } catch (...) {
+  }
+  return false;
+}
 /// Returns the text in `json`, valid as long as `json` exists. Throws ParseErrorException when
 /// `json` is not a string.
 CPPBIND_API std::string_view textIn(const Json::Value& json);
@@ -63,6 +97,101 @@ template <class T>
 bool isNullPointer(const boost::shared_ptr<T>& pointer) {
   return pointer == nullptr;
 }
+
+}  // namespace detail
+
+namespace detail {
+
+template <class T>
+bool readsNull(const BinderImpBase& binder) {
+  if constexpr (Compiles<T, ReadsNullCall>::value) return FieldCodec<T>::readsNull(binder);
+  return false;
+}
+
+/// Reads an element of a list or a map; null counts as missing.
+template <class T>
+void readElement(JsonDecodeBinder& decoder, const Json::Value& json, T& element) {
+  if (json.isNull() && !readsNull<T>(decoder)) throwNotFound();
+  FieldCodec<T>::read(decoder, json, element);
+}
+
+// A value that a container can create and a codec can read. Others need a converter for the whole.
+template <class T>
+struct IsReadable
+    : std::bool_constant<std::is_default_constructible_v<T> && !IsForeignObjectPointer<T>::value> {
+};
+template <class T>
+struct IsReadable<std::vector<T>> : IsReadable<T> {};
+template <class T>
+struct IsReadable<std::set<T>> : IsReadable<T> {};
+template <class T>
+struct IsReadable<std::optional<T>> : IsReadable<T> {};
+template <class T, class Less, class Allocator>
+struct IsReadable<std::map<std::string, T, Less, Allocator>> : IsReadable<T> {};
+
+// Codecs of the kinds of fields that a converter of the binder for the very type overrides.
+template <class T, class = void>
+struct DefaultCodec {
+  static constexpr bool exists = false;
+};
+
+template <class T>
+struct DefaultCodec<T, std::enable_if_t<HasEnumNames<T>::value>> {
+  static constexpr bool exists = true;
+  static constexpr bool readsNull = false;
+
+  static void read(JsonDecodeBinder&, const Json::Value& json, T& field) {
+    field = static_cast<T>(valueNamed(json, enumTable<T>()));
+  }
+  static void write(JsonEncodeBinder&, const T& field, Json::Value& json) {
+    const std::string_view name = nameOf(static_cast<std::int64_t>(field), enumTable<T>());
+    json = Json::Value(name.data(), name.data() + name.size());
+  }
+  static void describe(ValueDescription& value, Describer&) {
+    describeNames(value, enumTable<T>());
+  }
+};
+
+template <class T>
+struct DefaultCodec<std::optional<T>, std::enable_if_t<IsReadable<T>::value>> {
+  static constexpr bool exists = true;
+  static constexpr bool readsNull = true;
+
+  static void read(JsonDecodeBinder& decoder, const Json::Value& json, std::optional<T>& field) {
+    field.reset();
+    if (!json.isNull()) FieldCodec<T>::read(decoder, json, field.emplace());
+  }
+  static void write(JsonEncodeBinder& encoder, const std::optional<T>& field, Json::Value& json) {
+    json = Json::Value();
+    if (field) FieldCodec<T>::write(encoder, *field, json);
+  }
+  static void describe(ValueDescription& value, Describer& describer) {
+    describer.describe<T>(value);
+    value.isNullable = true;
+  }
+};
+
+template <class T, class Less, class Allocator>
+struct DefaultCodec<std::map<std::string, T, Less, Allocator>,
+                    std::enable_if_t<IsReadable<T>::value>> {
+  using Map = std::map<std::string, T, Less, Allocator>;
+  static constexpr bool exists = true;
+  static constexpr bool readsNull = false;
+
+  static void read(JsonDecodeBinder& decoder, const Json::Value& json, Map& field) {
+    field.clear();
+    forEachMember(json, [&](const std::string& key, const Json::Value& member) {
+      readElement(decoder, member, field[key]);
+    });
+  }
+  static void write(JsonEncodeBinder& encoder, const Map& field, Json::Value& json) {
+    json = Json::Value(Json::objectValue);
+    for (const auto& [key, value] : field) FieldCodec<T>::write(encoder, value, json[key]);
+  }
+  static void describe(ValueDescription& value, Describer& describer) {
+    describer.describeElements<T>(value, ValueKind::Map);
+  }
+};
 
 }  // namespace detail
 
@@ -83,7 +212,14 @@ bool isNullPointer(const boost::shared_ptr<T>& pointer) {
 ///
 /// Put it in a header that every binding of the type includes. It uses the codecs of the values
 /// that `T` contains. Under a key of setBind, read is not called for a missing or null value; in a
-/// list, a null element throws before.
+/// list, a null element throws before. Two more functions are optional:
+///
+///       static void describe(ValueDescription& value, Describer&) {  // otherwise: any value
+///         value.kind = ValueKind::Enumeration;                       // see Describer
+///         value.names = namesOfColors();
+///       }
+///       // True: read() is called for null, too, and for a missing value of a required field.
+///       static bool readsNull(const BinderImpBase&);
 template <class T, class>
 struct FieldCodec {
   static_assert(!detail::IsForeignObjectPointer<T>::value,
@@ -92,6 +228,9 @@ struct FieldCodec {
   /// Sets `field` to the value of `json`. A std::exception that it throws reaches the caller as a
   /// ParseErrorException with the path of the field.
   static void read(JsonDecodeBinder& decoder, const Json::Value& json, T& field) {
+    if constexpr (Default::exists) {
+      if (decoder.findConverter(typeid(T)) == nullptr) return Default::read(decoder, json, field);
+    }
     const StringConverter& converter = decoder.converterFor(typeid(T));
     const std::string_view text = detail::textIn(json);
     if (const void* typed = converter.typed(typeid(T))) {
@@ -102,6 +241,9 @@ struct FieldCodec {
   }
   /// Sets `json` to the JSON form of `field`.
   static void write(JsonEncodeBinder& encoder, const T& field, Json::Value& json) {
+    if constexpr (Default::exists) {
+      if (encoder.findConverter(typeid(T)) == nullptr) return Default::write(encoder, field, json);
+    }
     const StringConverter& converter = encoder.converterFor(typeid(T));
     if (detail::isNullPointer(field)) {
       json = Json::Value();
@@ -111,6 +253,21 @@ struct FieldCodec {
       json = converter.toString(field);
     }
   }
+  /// Describes values of the type.
+  static void describe(ValueDescription& value, Describer& describer) {
+    if (describer.describeText(value, typeid(T))) return;
+    if constexpr (Default::exists) Default::describe(value, describer);
+  }
+  /// Returns true for a std::optional, unless `binder` has a converter for it.
+  static bool readsNull([[maybe_unused]] const BinderImpBase& binder) {
+    if constexpr (Default::exists) {
+      return Default::readsNull && binder.findConverter(typeid(T)) == nullptr;
+    }
+    return false;
+  }
+
+ private:
+  using Default = detail::DefaultCodec<T>;
 };
 
 /// Codec of numbers, booleans and strings.
@@ -128,6 +285,9 @@ struct FieldCodec<T, std::enable_if_t<detail::IsScalar<T>::value>> {
       json = Json::Value(static_cast<Json::UInt64>(field));
     }
   }
+  static void describe(ValueDescription& value, Describer&) {
+    detail::describeScalar(value, typeid(T));
+  }
 };
 
 /// Codec of objects with a setBind.
@@ -138,6 +298,9 @@ struct FieldCodec<T, std::enable_if_t<hasSetBind<T>>> {
   }
   static void write(JsonEncodeBinder& encoder, const T& field, Json::Value& json) {
     json = encoder.encode(field);
+  }
+  static void describe(ValueDescription& value, Describer& describer) {
+    describer.describeRecord(value, detail::recordType<T>);
   }
 };
 
@@ -159,8 +322,12 @@ struct FieldCodec<boost::shared_ptr<T>, std::enable_if_t<std::is_base_of_v<Objec
                    boost::shared_ptr<T>& field) {
     decoder.bindDynamicType(json, field);
   }
-  static void write(JsonEncodeBinder&, const boost::shared_ptr<T>& field, Json::Value& json) {
-    json = field ? field->getJsonValue4Bind() : Json::Value();
+  static void write(JsonEncodeBinder& encoder, const boost::shared_ptr<T>& field,
+                    Json::Value& json) {
+    json = field ? encoder.jsonOf(*field) : Json::Value();
+  }
+  static void describe(ValueDescription& value, Describer& describer) {
+    describer.describeObject(value, &detail::creates<T>);
   }
 };
 
@@ -198,6 +365,9 @@ struct FieldCodec<std::vector<T>> {
       FieldCodec<T>::write(encoder, element, json.append(Json::Value()));
     }
   }
+  static void describe(ValueDescription& value, Describer& describer) {
+    describer.describeElements<T>(value, ValueKind::List);
+  }
 
  private:
   static void readPlainList(JsonDecodeBinder& decoder, const Json::Value& json,
@@ -206,10 +376,7 @@ struct FieldCodec<std::vector<T>> {
     list.clear();
     list.reserve(json.size());
     for (const Json::Value& element : json) {
-      withIndex(list.size(), [&] {
-        if (element.isNull()) detail::throwNotFound();
-        readElement(decoder, element, list);
-      });
+      withIndex(list.size(), [&] { readElement(decoder, element, list); });
     }
   }
 
@@ -219,12 +386,12 @@ struct FieldCodec<std::vector<T>> {
                           std::vector<T>& list) {
     if constexpr (std::is_same_v<T, bool>) {
       bool value = false;
-      FieldCodec<T>::read(decoder, json, value);
+      detail::readElement(decoder, json, value);
       list.push_back(value);
     } else {
       T& value = list.emplace_back();
       try {
-        FieldCodec<T>::read(decoder, json, value);
+        detail::readElement(decoder, json, value);
       } catch (...) {
         list.pop_back();
         throw;
@@ -244,6 +411,22 @@ struct FieldCodec<std::set<T>> {
   static void write(JsonEncodeBinder& encoder, const std::set<T>& field, Json::Value& json) {
     FieldCodec<std::vector<T>>::write(encoder, std::vector<T>(field.begin(), field.end()), json);
   }
+  static void describe(ValueDescription& value, Describer& describer) {
+    describer.describeElements<T>(value, ValueKind::Set);
+  }
 };
+
+template <class T>
+void Describer::describe(ValueDescription& value) {
+  if constexpr (detail::Compiles<T, detail::DescribeCall>::value) {
+    FieldCodec<T>::describe(value, *this);
+  }
+}
+
+template <class T>
+Description describe(const ClassRegisterBase* reg,
+                     boost::shared_ptr<const ConverterTable> converters) {
+  return detail::describeType(detail::fieldType<T>, reg, std::move(converters));
+}
 
 }  // namespace cppbind

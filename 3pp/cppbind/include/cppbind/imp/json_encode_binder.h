@@ -8,6 +8,7 @@
 
 #include "cppbind/BinderImpBase.h"
 #include "cppbind/Export.h"
+#include "cppbind/Object.h"
 
 namespace cppbind {
 
@@ -24,6 +25,14 @@ class CPPBIND_API JsonEncodeBinder : public BinderImpBase {
   /// Returns the fields that `object` declares, as a JSON object.
   template <class T>
   Json::Value encode(const T& object);
+
+  /// Returns the JSON form of an object that was created by name.
+  Json::Value jsonOf(const Object& object) const;
+
+ private:
+  friend class Describer;
+  // Default values may be objects that were not created by name and cannot be written.
+  bool writesObjects_ = true;
 };
 
 }  // namespace cppbind

@@ -1,0 +1,89 @@
+// The describer: collects the description of types while their fields are bound.
+#pragma once
+
+#include <json/value.h>
+
+#include <boost/shared_ptr.hpp>
+#include <memory>
+#include <optional>
+#include <string>
+#include <typeinfo>
+
+#include "cppbind/Description.h"
+#include "cppbind/Export.h"
+
+namespace cppbind {
+
+class ObjFactory;
+
+/// Argument of FieldCodec<T>::describe(), which says what a value of the type may be:
+///
+///     static void describe(ValueDescription& value, Describer&) {
+///       value.kind = ValueKind::Enumeration;
+///       value.names = {"normal", "urgent"};
+///     }
+///
+/// A describer exists for one call of cppbind::describe(). Not thread-safe.
+class CPPBIND_API Describer {
+ public:
+  /// Creates a describer with the register (may be null) and the converters (null: the standard
+  /// ones) of the binder that will read.
+  Describer(const ClassRegisterBase* reg, boost::shared_ptr<const ConverterTable> converters);
+  Describer(const Describer&) = delete;
+  Describer& operator=(const Describer&) = delete;
+  ~Describer();
+
+  /// Describes `T` by its codec. The value remains ValueKind::Any when the codec has no describe().
+  template <class T>
+  void describe(ValueDescription& value);
+
+  /// Describes a list, a set or a map of elements of `T`.
+  template <class T>
+  void describeElements(ValueDescription& value, ValueKind kind) {
+    value.kind = kind;
+    describe<T>(value.elements.emplace_back());
+  }
+
+  /// Describes text of the converter for `type`. Returns false when the binder has none.
+  bool describeText(ValueDescription& value, const std::type_info& type);
+  /// Describes a class with a setBind. Each record is described once.
+  void describeRecord(ValueDescription& value, const detail::RecordType& type);
+  /// Describes an object of one of the classes in the register that `fits` accepts.
+  void describeObject(ValueDescription& value, bool (*fits)(const ObjFactory&));
+
+ private:
+  friend class detail::ObjectNotes;
+  friend Description describe(const ClassRegisterBase& reg,
+                              boost::shared_ptr<const ConverterTable> converters);
+  friend Description detail::describeType(const detail::FieldType& type,
+                                          const ClassRegisterBase* reg,
+                                          boost::shared_ptr<const ConverterTable> converters);
+  struct Known;
+
+  // RAII guard: objects are of classes in `reg`; null: in the binder's register.
+  class RegisterScope {
+   public:
+    RegisterScope(Describer& describer, const ClassRegisterBase* reg);
+    ~RegisterScope();
+    RegisterScope(const RegisterScope&) = delete;
+    RegisterScope& operator=(const RegisterScope&) = delete;
+
+   private:
+    Describer& describer_;
+    const ClassRegisterBase* before_;
+  };
+
+  void describeField(FieldDescription& field, const detail::FieldType& type);
+  // Returns nothing for a value without a JSON form.
+  std::optional<Json::Value> defaultOf(const detail::FieldType& type, const void* value) const;
+  template <class BindFields>
+  void describeFields(ObjectDescription& object, const BindFields& bindFields);
+  const std::string& classId(const std::string& name, const boost::shared_ptr<ObjFactory>& factory);
+  Description result(ValueDescription root);
+
+  std::unique_ptr<Known> known_;
+};
+
+}  // namespace cppbind
+
+#include "cppbind/imp/binder.h"
