@@ -8,6 +8,9 @@
 /// Makes the compiler check the arguments of a printf-like function against its format. In a member
 /// function `this` is argument 1.
 
+/// @def CPPBIND_COLD
+/// Keeps a rarely called function of a header out of its callers, which compile faster.
+
 #if defined(_WIN32)
 #if defined(varrow_EXPORTS)
 #define CPPBIND_API __declspec(dllexport)
@@ -27,4 +30,10 @@
   __attribute__((format(printf, formatIndex, firstArgument)))
 #else
 #define CPPBIND_PRINTF_LIKE(formatIndex, firstArgument)
+#endif
+
+#if defined(__GNUC__)
+#define CPPBIND_COLD __attribute__((noinline, cold))
+#else
+#define CPPBIND_COLD
 #endif

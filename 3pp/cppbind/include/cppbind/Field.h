@@ -1,19 +1,16 @@
 // The handle on a field: constraints on its value, and its text for users.
 #pragma once
 
-#include <json/value.h>
-
-#include <functional>
+#include <cstddef>
 #include <initializer_list>
 #include <string_view>
 #include <type_traits>
-#include <utility>
 #include <vector>
 
 #include "cppbind/Description.h"
 #include "cppbind/Export.h"
-#include "cppbind/imp/constraint_tests.h"
 #include "cppbind/imp/field_path.h"
+#include "cppbind/imp/field_rule.h"
 
 namespace cppbind {
 
@@ -27,21 +24,12 @@ class CPPBIND_API FieldHandle {
   FieldHandle(const Binder& binder, std::string_view key, FieldDescription* noted)
       : binder_(&binder), key_(key), noted_(noted) {}
 
-  JsonDecodeBinder& decoder() const;
-  static const BinderImpBase& binderOf(const JsonDecodeBinder& decoder);
-  bool isWhole() const { return key_.data() == nullptr; }
-  // Returns the JSON of the field. Call it only for a field that was read.
-  const Json::Value& json() const;
-  // Adds the key to the path of the current exception.
-  [[noreturn]] void rethrowAtField() const;
-  [[noreturn]] static void throwBroken(const Constraint& constraint, const Json::Value& value);
+  // Throws for the first value of `field` that breaks the rule; without a field, notes the rule.
+  void handle(const Rule& rule, const RuledValues& values, const void* field) const;
   void noteAbout(std::size_t depth, std::string_view text) const;
-  void noteConstraint(
-      std::size_t depth, Constraint constraint,
-      std::function<void(JsonDecodeBinder&, const Json::Value&, const void*)>) const;
 
   const Binder* binder_;
-  std::string_view key_;
+  std::string_view key_;     // without an address for a whole value
   FieldDescription* noted_;  // not null while the field is described
 };
 
@@ -73,31 +61,50 @@ class Field : private detail::FieldHandle {
     return *this;
   }
   /// Requires a value that is not less than `least`: "0 is less than 1". NaN breaks every bound.
-  Field& atLeast(const Bound& least) { return require(detail::AtLeast<Bound>{least}); }
+  Field& atLeast(const Bound& least) {
+    if (concerns([&](const Value& value) { return Tests::atLeast(&value, &least); })) {
+      handle(ConstraintKind::AtLeast, &Tests::atLeast, &least, 1);
+    }
+    return *this;
+  }
   /// Requires a value that is not more than `most`: "7 is more than 5".
-  Field& atMost(const Bound& most) { return require(detail::AtMost<Bound>{most}); }
+  Field& atMost(const Bound& most) {
+    if (concerns([&](const Value& value) { return Tests::atMost(&value, &most); })) {
+      handle(ConstraintKind::AtMost, &Tests::atMost, &most, 1);
+    }
+    return *this;
+  }
   /// Requires a value from `least` to `most`, with the messages of atLeast() and atMost().
   Field& between(const Bound& least, const Bound& most) { return atLeast(least).atMost(most); }
   ///@{
   /// Requires one of these values: "\"FOO\" is not one of \"SPT\", \"MWKR\"".
-  Field& oneOf(std::initializer_list<Bound> values) {
-    return require(detail::OneOf<std::initializer_list<Bound>>{values});
-  }
+  Field& oneOf(std::initializer_list<Bound> values) { return oneOf(values.begin(), values.size()); }
   Field& oneOf(const std::vector<Value>& values) {
-    return require(detail::OneOf<const std::vector<Value>&>{values});
+    const std::vector<Bound> bounds(values.begin(), values.end());
+    return oneOf(bounds.data(), bounds.size());
   }
   ///@}
   /// Requires a text, list, set or map that is not empty: "is empty".
-  Field& notEmpty() { return require(detail::NotEmpty{}); }
+  Field& notEmpty() {
+    if (concerns([](const Value& value) { return !value.empty(); })) {
+      handle({ConstraintKind::NotEmpty, &Tests::notEmpty, nullptr, 0, nullptr, {}});
+    }
+    return *this;
+  }
   /// Requires that `predicate` returns true for the value. `words` state the condition, such as
   /// "must be even", and are the message. The predicate is a function or a lambda that captures
   /// nothing, since descriptions keep it longer than the object.
   template <class Predicate>
   Field& satisfies(const Predicate& predicate, std::string_view words) {
-    using Kept = std::decay_t<Predicate>;
+    using Kept = std::decay_t<const Predicate&>;
     static_assert(std::is_empty_v<Kept> || std::is_pointer_v<Kept>,
                   "a predicate captures nothing: descriptions keep it longer than the object");
-    return require(detail::Satisfies<Kept, std::string_view>{predicate, words});
+    if (concerns([&](const Value& value) { return static_cast<bool>(predicate(value)); })) {
+      const Kept kept = predicate;
+      handle({ConstraintKind::Satisfies, &Tests::template satisfies<Kept>, &kept, 1,
+              &detail::predicateType<Kept>, words});
+    }
+    return *this;
   }
   /// Returns the handle on the elements of a list, a set or a map. A condition that an element
   /// breaks names it in the path: "sizes[3]: 0 is less than 1".
@@ -112,47 +119,31 @@ class Field : private detail::FieldHandle {
   Field(const Binder& binder, std::string_view key, const T* field, FieldDescription* noted)
       : FieldHandle(binder, key, noted), field_(field) {}
 
+  using Tests = detail::Tests<Value>;
+
+  // Returns true when the field is described or has a value that breaks the condition.
   template <class Test>
-  Field& require(const Test& test) {
-    if (field_ != nullptr) {
-      if (!Path::all(*field_, test)) refuse(test);
-    } else if (noted_ != nullptr) {
-      note(test);
-    }
+  bool concerns(const Test& test) const {
+    return field_ != nullptr ? !Path::all(*field_, test) : noted_ != nullptr;
+  }
+
+  Field& oneOf(const Bound* values, std::size_t count) {
+    const auto isAllowed = [&](const Value& value) {
+      for (std::size_t i = 0; i < count; ++i) {
+        if (value == values[i]) return true;
+      }
+      return false;
+    };
+    if (concerns(isAllowed)) handle(ConstraintKind::OneOf, &Tests::equals, values, count);
     return *this;
   }
 
-  template <class Test>
-  static void check(JsonDecodeBinder& decoder, const Json::Value& json, const T& field,
-                    const Test& test) {
-    Path::visit(decoder, json, field, [&](const Json::Value&, const Value& value) {
-      if (!test(value)) broken(decoder, test, value);
-    });
+  CPPBIND_COLD void handle(ConstraintKind kind, bool (*test)(const void*, const void*),
+                           const Bound* bounds, std::size_t count) const {
+    handle({kind, test, bounds, count, &detail::boundType<Bound>, {}});
   }
-
-  template <class Test>
-  [[noreturn]] static void broken(const JsonDecodeBinder& decoder, const Test& test,
-                                  const Value& value) {
-    const BinderImpBase& binder = binderOf(decoder);
-    throwBroken(test.constraint(binder), detail::jsonOf(binder, value));
-  }
-
-  template <class Test>
-  void refuse(const Test& test) const {
-    try {
-      check(decoder(), json(), *field_, test);
-    } catch (...) {
-      rethrowAtField();
-    }
-  }
-
-  template <class Test>
-  void note(const Test& test) const {
-    noteConstraint(Path::depth, test.constraint(binderOf(decoder())),
-                   [owned = test.owned()](JsonDecodeBinder& decoder, const Json::Value& json,
-                                          const void* field) {
-                     check(decoder, json, *static_cast<const T*>(field), owned);
-                   });
+  CPPBIND_COLD void handle(const detail::Rule& rule) const {
+    FieldHandle::handle(rule, detail::ruledValues<T, Path>, field_);
   }
 
   const T* field_;

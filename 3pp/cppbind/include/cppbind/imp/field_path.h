@@ -122,6 +122,12 @@ void visitElements(JsonDecodeBinder&, const Json::Value& json,
   }
 }
 
+// A function with its context.
+struct ValueVisitor {
+  void (*visit)(const void* context, const void* value);
+  const void* context;
+};
+
 // The value of the field itself.
 struct Itself {
   static constexpr std::size_t depth = 0;
