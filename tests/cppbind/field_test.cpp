@@ -1,0 +1,221 @@
+// Conditions on fields, and the kinds of fields that need no codec of a host.
+#include "cppbind/Field.h"
+
+#include <boost/date_time/posix_time/posix_time.hpp>
+#include <cmath>
+#include <functional>
+#include <map>
+#include <optional>
+#include <set>
+
+#include "cppbind/cppbind.h"
+#include "support/support.h"
+
+namespace {
+
+using namespace cppbind;
+using boost::gregorian::date;
+using namespace boost::posix_time;
+using namespace test_support;
+
+enum class Order { fifo, edd, lifo };
+constexpr auto enumNames(Order) {
+  return names<Order>({{Order::fifo, "FIFO"}, {Order::edd, "EDD"}, {Order::edd, "due"}});
+}
+
+enum class Nameless { one };
+
+struct Host {
+  int value = 0;
+};
+
+}  // namespace
+
+// Of a host: it wins over the kinds of the library.
+template <>
+struct cppbind::FieldCodec<std::optional<Host>> {
+  static void read(JsonDecodeBinder&, const Json::Value& json, std::optional<Host>& field) {
+    field = Host{json.asInt() + 1};
+  }
+  static void write(JsonEncodeBinder&, const std::optional<Host>& field, Json::Value& json) {
+    json = field->value;
+  }
+};
+
+namespace {
+
+// An object whose only field is bound by a function.
+template <class T>
+struct One {
+  using Bind = std::function<void(Binder&, T&)>;
+  Bind bind;
+  T value{};
+  void setBind(Binder* binder, bool) { bind(*binder, value); }
+};
+
+template <class T>
+using Declare = std::function<void(Field<T>&)>;
+
+// What the JSON reads as, as it is written again; or the error.
+template <class T>
+std::string reread(const std::string& text, const typename One<T>::Bind& bind,
+                   const boost::shared_ptr<StringConverter>& converter = nullptr) {
+  One<T> one{bind};
+  JsonDecodeBinder decoder;
+  if (converter) decoder.setConverter(typeid(T), converter);
+  try {
+    decoder.decode(json(text), one);
+  } catch (const std::exception& error) {
+    return error.what();
+  }
+  std::string written =
+      Json::FastWriter().write(JsonEncodeBinder(decoder.converters()).encode(one));
+  return written.substr(0, written.size() - 1);
+}
+
+template <class T>
+std::string read(const std::string& value, const Declare<T>& declare) {
+  return reread<T>(R"({"f":)" + value + "}", [&](Binder& binder, T& field) {
+    Field<T> handle = binder.field("f", field);
+    declare(handle);
+  });
+}
+
+template <class T>
+std::string plain(const std::string& text) {
+  return reread<T>(text, [](Binder& binder, T& field) { binder.bind("f", field); });
+}
+
+bool isEven(int value) {
+  return value % 2 == 0;
+}
+
+TEST(Field, AValueThatBreaksItsConditionIsRefusedAtItsPath) {
+  const auto ints = [](auto&& f) { return Declare<int>(f); };
+  const Declare<int> fromOneToFive = ints([](auto& f) { f.between(1, 5); });
+  EXPECT_EQ("f: 0 is less than 1", read<int>("0", fromOneToFive));
+  EXPECT_EQ(R"({"f":1})", read<int>("1", fromOneToFive));
+  EXPECT_EQ(R"({"f":5})", read<int>("5", fromOneToFive));
+  EXPECT_EQ("f: 6 is more than 5", read<int>("6", fromOneToFive));
+  EXPECT_EQ("f: 3 is not one of 2, 4", read<int>("3", ints([](auto& f) { f.oneOf({2, 4}); })));
+  EXPECT_EQ("f: 3 is not allowed, as no value is",
+            read<int>("3", ints([](auto& f) { f.oneOf(std::vector<int>()); })));
+  EXPECT_EQ("f: must be even",
+            read<int>("3", ints([](auto& f) { f.satisfies(isEven, "must be even"); })));
+  EXPECT_EQ(R"({"f":4})",
+            read<int>("4", ints([](auto& f) {
+                        f.satisfies([](int v) { return v > 3; }, "must be large").oneOf({2, 4});
+                      })));
+  EXPECT_EQ("f: 0.1 is more than 0.01", read<double>("0.1", [](auto& f) { f.atMost(0.01); }));
+  EXPECT_EQ("f: 1e+300 is more than 100000",
+            read<double>("1e300", [](auto& f) { f.atMost(100000); }));
+  const std::vector<std::string> rules = {"SPT", "MWKR"};
+  EXPECT_EQ(R"(f: "FOO" is not one of "SPT", "MWKR")",
+            read<std::string>(R"("FOO")", [&](auto& f) { f.oneOf(rules); }));
+  EXPECT_EQ(R"({"f":"SPT"})", read<std::string>(R"("SPT")", [](auto& f) {
+              f.oneOf({"SPT", "MWKR"}).notEmpty();
+            }));
+  EXPECT_EQ("f: is empty", read<std::string>(R"("")", [](auto& f) { f.notEmpty(); }));
+  const auto soon = [](auto& f) { f.atLeast(date(2024, 3, 5)); };
+  EXPECT_EQ(R"(f: "2024-03-04" is less than "2024-03-05")", read<date>(R"("2024-03-04")", soon));
+  EXPECT_EQ(R"({"f":"2024-03-05"})", read<date>(R"("2024-03-05")", soon));
+  EXPECT_EQ(
+      R"(f: "not-a-date-time" is more than "2024-03-05 00:00:00")",
+      read<ptime>(R"("not-a-date-time")", [](auto& f) { f.atMost(ptime(date(2024, 3, 5))); }));
+  EXPECT_EQ(R"(f: "b" is less than "c")",
+            read<boost::shared_ptr<std::string>>(R"("b")", [](auto& f) { f.atLeast("c"); }));
+}
+
+TEST(Field, EachNamesTheElement) {
+  const auto positive = [](auto& f) { f.notEmpty().each().atLeast(1); };
+  EXPECT_EQ("f[1]: 0 is less than 1", read<std::vector<int>>("[3, 0, -1]", positive));
+  EXPECT_EQ("f: is empty", read<std::vector<int>>("[]", positive));
+  // Sets have another order than the file, and lose duplicates.
+  EXPECT_EQ("f[3]: 0 is less than 1", read<std::set<int>>("[5, 5, 3, 0]", positive));
+  EXPECT_EQ("f.night: 0 is less than 1",
+            (read<std::map<std::string, int>>(R"({"day": 2, "night": 0})", positive)));
+  EXPECT_EQ("f[1]: 0 is less than 1",
+            (read<std::vector<std::optional<int>>>("[null, 0]", positive)));
+  EXPECT_EQ("f[1].a[2]: 7 is more than 5", (read<std::vector<std::map<std::string, std::set<int>>>>(
+                                               R"([{}, {"a": [1, 1, 7]}])", [](auto& f) {
+                                                 f.each().each().notEmpty().each().atMost(5);
+                                               })));
+  EXPECT_EQ("f[1]: is true", (read<std::vector<bool>>("[false, true]", [](auto& f) {
+              f.each().satisfies([](bool v) { return !v; }, "is true");
+            })));
+}
+
+TEST(Field, DefaultsAndEmptyValuesAreNotChecked) {
+  const auto bind = [](Binder& binder, int& f) { binder.field("f", f, 0).atLeast(1); };
+  EXPECT_EQ(R"({"f":0})", reread<int>("{}", bind));
+  EXPECT_EQ(R"({"f":0})", reread<int>(R"({"f": null})", bind));
+  EXPECT_EQ("f: 0 is less than 1", reread<int>(R"({"f": 0})", bind));
+  const auto positive = [](auto& f) { f.atLeast(1); };
+  EXPECT_EQ(R"({"f":null})", read<std::optional<int>>("null", positive));
+  EXPECT_EQ("f: 0 is less than 1", read<std::optional<int>>("0", positive));
+  EXPECT_EQ("f: not found", read<int>("null", positive));
+
+  // No JSON is NaN, but a host's codec may read it.
+  EXPECT_EQ("f: NaN is less than 0", reread<double>(R"({"f": 1})", [](Binder& binder, double& f) {
+              Field<double> field = binder.field("f", f);
+              f = std::nan("");
+              field.atLeast(0);
+            }));
+}
+
+TEST(Field, AWholeValueHasNoKeyInItsPath) {
+  const auto bind = [](Binder& binder, std::vector<int>& f) {
+    binder.field(f).notEmpty().each().atLeast(1);
+  };
+  EXPECT_EQ("[1]: 0 is less than 1", reread<std::vector<int>>("[1, 0]", bind));
+  EXPECT_EQ("is empty", reread<std::vector<int>>("[]", bind));
+  EXPECT_EQ("not found", reread<std::vector<int>>("null", bind));
+}
+
+TEST(Field, OptionalsMapsAndEnumerationsNeedNoCodec) {
+  using Optional = std::optional<int>;
+  EXPECT_EQ(R"({"f":3})", plain<Optional>(R"({"f": 3})"));
+  EXPECT_EQ(R"({"f":null})", plain<Optional>("{}"));
+  EXPECT_EQ(R"({"f":null})", plain<Optional>(R"({"f": null})"));
+  EXPECT_EQ("f: Value is not convertible to Int.", plain<Optional>(R"({"f": "3"})"));
+  EXPECT_EQ(R"({"f":[1,null]})", plain<std::vector<Optional>>(R"({"f": [1, null]})"));
+  EXPECT_EQ(R"({"f":7})",
+            reread<Optional>("{}", [](Binder& binder, Optional& f) { binder.bind("f", f, 7); }));
+
+  using Map = std::map<std::string, std::vector<double>, std::less<>>;
+  EXPECT_EQ(R"({"f":{"":[],"a.b":[0.5]}})", plain<Map>(R"({"f": {"a.b": [0.5], "": []}})"));
+  EXPECT_EQ("f.a[0]: not found", plain<Map>(R"({"f": {"a": [null]}})"));
+  EXPECT_EQ("f.a: not found", plain<Map>(R"({"f": {"a": null}})"));
+  EXPECT_EQ("f: should be a object", plain<Map>(R"({"f": []})"));
+  EXPECT_EQ("f: not found", plain<Map>("{}"));
+
+  EXPECT_EQ(R"({"f":["FIFO","EDD","EDD"]})",
+            plain<std::vector<Order>>(R"({"f": ["FIFO", "EDD", "due"]})"));
+  EXPECT_EQ(R"(f: "LIFO" is not one of "FIFO", "EDD", "due")", plain<Order>(R"({"f": "LIFO"})"));
+  EXPECT_EQ("f: error: jv=1", plain<Order>(R"({"f": 1})"));
+  EXPECT_EQ("the value 2 has no name", errorOf([] {
+              JsonEncodeBinder().encode(
+                  One<Order>{[](Binder& b, Order& f) { b.bind("f", f); }, Order::lifo});
+            }));
+  EXPECT_TRUE(contains(plain<Nameless>(R"({"f": "one"})"), "please register converter for"));
+}
+
+struct Joined : StringConverter {
+  std::string toString(const boost::any& value) const override {
+    return "<" + std::to_string(*boost::any_cast<std::optional<int>>(value)) + ">";
+  }
+  boost::any fromString(const std::string& text) const override {
+    return std::optional<int>(static_cast<int>(text.size()));
+  }
+};
+
+TEST(Field, CodecsAndConvertersOfAHostWin) {
+  EXPECT_EQ(R"({"f":4})", plain<std::optional<Host>>(R"({"f": 3})"));
+  EXPECT_EQ("f: not found", plain<std::optional<Host>>("{}"));
+  const auto bind = [](Binder& binder, std::optional<int>& f) { binder.bind("f", f); };
+  const auto joined = boost::make_shared<Joined>();
+  EXPECT_EQ(R"({"f":"<3>"})", reread<std::optional<int>>(R"({"f": "abc"})", bind, joined));
+  EXPECT_EQ("f: not found", reread<std::optional<int>>("{}", bind, joined));
+}
+
+}  // namespace
