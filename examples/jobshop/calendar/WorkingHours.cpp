@@ -4,7 +4,6 @@
 #include <libvarrow/time/time_range.h>
 
 #include "calendar/Efficiency.h"
-#include "calendar/optional_field.h"
 
 namespace jobshop {
 
@@ -51,10 +50,10 @@ TimeBlock repeated(const std::vector<DayWindow>& windows, const ptime& from, con
 
 void WorkingHours::setBind(cppbind::Binder* binder, bool bindFields) {
   if (!bindFields) return;
-  bindOptional(binder, "shifts", shifts);
-  bindOptional(binder, "breaks", breaks);
+  binder->bind("shifts", shifts);
+  binder->bind("breaks", breaks);
   binder->bind("closed", closed, TimeBlock());
-  bindOptional(binder, "efficiency", efficiency);
+  binder->bind("efficiency", efficiency);
   requireWindows(closed);
   requireEfficiency(efficiency);
 }

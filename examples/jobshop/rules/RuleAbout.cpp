@@ -3,15 +3,13 @@
 #include <stdexcept>
 #include <string>
 
-#include "calendar/optional_field.h"
-
 namespace jobshop {
 
 template <class Parameter>
 void RuleAbout<Parameter>::setBind(cppbind::Binder* binder, bool bindFields) {
   if (!bindFields) return;
   ScheduleRule::setBind(binder, bindFields);
-  bindOptional(binder, Parameter::kKind, number_);
+  binder->bind(Parameter::kKind, number_);
 }
 
 template <class Parameter>
