@@ -38,11 +38,11 @@ struct BoundType {
 };
 
 template <class Bound>
-void* copyOf(const void* bound) {
+CPPBIND_COLD void* copyOf(const void* bound) {
   return ::new Bound(*static_cast<const Bound*>(bound));
 }
 template <class Bound>
-void destroyCopy(void* bound) {
+CPPBIND_COLD void destroyCopy(void* bound) {
   ::delete static_cast<Bound*>(bound);
 }
 
@@ -103,8 +103,8 @@ struct RuledValues {
 };
 
 template <class T, class Path>
-void visitValues(JsonDecodeBinder& decoder, const Json::Value& json, const void* field,
-                 const ValueVisitor& visitor) {
+CPPBIND_COLD void visitValues(JsonDecodeBinder& decoder, const Json::Value& json, const void* field,
+                              const ValueVisitor& visitor) {
   Path::visit(
       decoder, json, *static_cast<const T*>(field),
       [&](const Json::Value&, const auto& value) { visitor.visit(visitor.context, &value); });

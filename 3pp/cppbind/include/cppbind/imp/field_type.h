@@ -7,6 +7,7 @@
 #include <typeinfo>
 #include <utility>
 
+#include "cppbind/Export.h"
 #include "cppbind/imp/bind_traits.h"
 
 namespace cppbind {
@@ -49,15 +50,15 @@ using ReadsNullCall =
 
 template <class T>
 struct FieldFunctions {
-  static void read(JsonDecodeBinder& decoder, const Json::Value& json, void* value) {
+  CPPBIND_COLD static void read(JsonDecodeBinder& decoder, const Json::Value& json, void* value) {
     FieldCodec<T, void>::read(decoder, json, *static_cast<T*>(value));
   }
-  static void write(JsonEncodeBinder& encoder, const void* value, Json::Value& json) {
+  CPPBIND_COLD static void write(JsonEncodeBinder& encoder, const void* value, Json::Value& json) {
     FieldCodec<T, void>::write(encoder, *static_cast<const T*>(value), json);
   }
   // Global operators: a class may have deleted its own ones.
-  static void* create() { return ::new T(); }
-  static void destroy(void* value) { ::delete static_cast<T*>(value); }
+  CPPBIND_COLD static void* create() { return ::new T(); }
+  CPPBIND_COLD static void destroy(void* value) { ::delete static_cast<T*>(value); }
 
   static constexpr auto creator() -> void* (*)() {
     if constexpr (std::is_default_constructible_v<T>) return &create;
