@@ -131,10 +131,10 @@ void Describer::describeFields(ObjectDescription& object, const BindFields& bind
 void Describer::describeRecord(ValueDescription& value, const detail::RecordType& type) {
   value.kind = ValueKind::Record;
   const auto [known, isNew] =
-      known_->recordIds.try_emplace({*type.type, known_->decoder.classRegister()});
+      known_->recordIds.try_emplace({type.type(), known_->decoder.classRegister()});
   if (isNew) {
     ObjectDescription& record = known_->records.emplace_back();
-    record.name = record.typeName = typeName(*type.type);
+    record.name = record.typeName = typeName(type.type());
     record.id = known->second = Known::newId(record.name, known_->takenRecordIds);
     describeFields(record, [&](Binder& binder) {
       if (type.functions->create == nullptr) throw std::logic_error("no default constructor");

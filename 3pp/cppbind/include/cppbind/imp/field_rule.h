@@ -50,12 +50,20 @@ CPPBIND_COLD void destroyCopy(void* bound) {
 CPPBIND_API void* copyOfText(const void* text);
 CPPBIND_API void destroyText(void* text);
 
+// The address of an imported function is not a constant on every platform.
+inline void* copyText(const void* text) {
+  return copyOfText(text);
+}
+inline void destroyTextCopy(void* text) {
+  destroyText(text);
+}
+
 template <class Bound>
 inline constexpr BoundType boundType{sizeof(Bound), &copyOf<Bound>, &destroyCopy<Bound>,
                                      &fieldType<Bound>};
 template <>
-inline constexpr BoundType boundType<std::string_view>{sizeof(std::string_view), &copyOfText,
-                                                       &destroyText, nullptr};
+inline constexpr BoundType boundType<std::string_view>{sizeof(std::string_view), &copyText,
+                                                       &destroyTextCopy, nullptr};
 template <class Predicate>
 inline constexpr BoundType predicateType{sizeof(Predicate), &copyOf<Predicate>,
                                          &destroyCopy<Predicate>, nullptr};

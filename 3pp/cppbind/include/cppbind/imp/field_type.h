@@ -36,7 +36,8 @@ struct FieldType {
 
 // A class with a setBind.
 struct RecordType {
-  const std::type_info* type;
+  // By a call: the address of an imported type is not a constant on every platform.
+  const std::type_info& (*type)();
   const FieldType* functions;
   void (*bind)(void* object, Binder& binder);
 };
@@ -93,7 +94,12 @@ void bindFields(void* object, Binder& binder) {
 }
 
 template <class T>
-inline constexpr RecordType recordType{&typeid(T), &fieldType<T>, &bindFields<T>};
+const std::type_info& typeOf() {
+  return typeid(T);
+}
+
+template <class T>
+inline constexpr RecordType recordType{&typeOf<T>, &fieldType<T>, &bindFields<T>};
 
 }  // namespace detail
 
