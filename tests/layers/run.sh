@@ -7,8 +7,8 @@ set -euo pipefail
 cd "$1"
 
 find include src 3pp examples bench tests fuzz -name '*.h' -o -name '*.cpp' | sort |
-  xargs grep -HoE '^#include "[^"]+"' |
-  sed -E 's/^([^:]+):#include "([^"]+)"$/\1 \2/' |
+  xargs grep -HoE '^[[:blank:]]*#[[:blank:]]*include[[:blank:]]*["<][^">]+\.[a-z]+[">]' |
+  sed -E 's/^([^:]+):[^"<]*["<]([^">]+)[">]$/\1 \2/' |
   awk '
     # Reads "LAYER: PLACE... > LAYER..." lines.
     function readLayers(    line, parts, places, layers, i, count) {
@@ -36,14 +36,25 @@ find include src 3pp examples bench tests fuzz -name '*.h' -o -name '*.cpp' | so
       }
       return layer
     }
+    # Returns the path without "." and "..", so that it begins with its place.
+    function normalized(path,    parts, count, kept, i, result) {
+      count = split(path, parts, "/")
+      for (i = 1; i <= count; ++i) {
+        if (parts[i] == "." || parts[i] == "") continue
+        if (parts[i] == ".." && kept > 0) --kept
+        else parts[++kept] = parts[i]
+      }
+      for (i = 1; i <= kept; ++i) result = result (i > 1 ? "/" : "") parts[i]
+      return result
+    }
     # Returns the path of an included header in the tree, or nothing for one of another library.
     function find(from, header,    roots, count, i, path) {
       count = split("include/ 3pp/cppbind/include/ src/ examples/jobshop/ tests/ fuzz/ bench/", roots, " ")
       sub(/[^\/]*$/, "", from)
-      if ((getline line <(from header)) >= 0) { close(from header); return from header }
+      if ((getline line <(from header)) >= 0) { close(from header); return normalized(from header) }
       for (i = 1; i <= count; ++i) {
         path = roots[i] header
-        if ((getline line <path) >= 0) { close(path); return path }
+        if ((getline line <path) >= 0) { close(path); return normalized(path) }
       }
       return ""
     }
