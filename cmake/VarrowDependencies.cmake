@@ -7,7 +7,7 @@ find_package(Threads REQUIRED)
 find_package(jsoncpp 1.9.5 REQUIRED)
 find_package(log4cplus 2.0 REQUIRED)
 
-# varrow_stacktrace: what reads call stacks and names their frames.
+# varrow_stacktrace: reads call stacks and names their frames.
 add_library(varrow_stacktrace INTERFACE)
 if(WIN32)
   # Header-only, with the debug engine. Boost only chooses it itself with Visual C++.

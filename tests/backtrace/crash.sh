@@ -3,10 +3,10 @@
 #
 #     crash.sh HOST WAY TIMES AT_ONCE SIGNAL... -- PATTERN...
 #
-# SIGNAL: the numbers by which it may end; PATTERN: what its standard error must match, as extended
-# regular expressions; a line "dump file" follows it for a dump file that is not empty. The
-# variable CRASH_TIMES replaces TIMES. The host has ten seconds of processor time, and three minutes in case it
-# hangs.
+# SIGNAL: the numbers by which it may end. PATTERN: extended regular expressions that its standard
+# error must match; a line "dump file" is added to it for a dump file that is not empty. The variable
+# CRASH_TIMES replaces TIMES. The host has ten seconds of processor time, and three minutes in case
+# it hangs.
 set -euo pipefail
 
 host=$1 way=$2 times=${CRASH_TIMES:-$3} at_once=$4
