@@ -38,16 +38,15 @@ TimedStatDumper::TimedStatDumper(StatisticsContainer* statistics, const std::str
   try {
     start(Poco::TimerCallback<TimedStatDumper>(*this, &TimedStatDumper::onTimer), timerThreads());
   } catch (const std::exception& error) {
-    // The run is worth more than its observation; the destructor still writes the file.
-    LIBVARROW_LOG_WARN(
-        "%s is only written by the destructor of its dumper: no thread for the timer: %s",
-        fileName_.c_str(), error.what());
+    // A missing timer must not end the run. The destructor still writes the file.
+    LIBVARROW_LOG_WARN("no timer thread for %s (%s): only the dumper's destructor writes it",
+                       fileName_.c_str(), error.what());
   }
 }
 
 TimedStatDumper::~TimedStatDumper() {
-  // Even if the variable is unset by now: a timer must not outlive its statistics. For a timer that
-  // never started, this does nothing.
+  // Stops the timer even if the variable is unset by now: a timer must not outlive its statistics.
+  // Does nothing for a timer that never started.
   stop();
   dump();
 }
@@ -79,7 +78,7 @@ void TimedStatDumper::replaceFile() {
                        fileName_.c_str());
     return;
   }
-  // Created before the old file is removed: after that, no allocation may fail.
+  // Both paths exist before the old file is removed: after that, no allocation may fail.
   const fs::path temporary(written.name);
   const fs::path target(fileName_);
   if (fs::exists(target)) fs::remove(target);

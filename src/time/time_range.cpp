@@ -26,10 +26,10 @@ time_duration oneDay() {
 }
 
 void requireWindow(time_duration begin, time_duration end) {
-  // Not by the length of the window, which may overflow.
+  // Does not compute end - begin, because it may overflow.
   if (begin < end && begin < oneDay() && end < begin + oneDay()) return;
   stop("daily window from " + time2str(begin) + " to " + time2str(end) +
-       ": should begin within a day and end after that, within 24 hours");
+       ": must begin before 24:00 and end after its begin, less than 24 hours later");
 }
 
 void requireInterval(ptime begin, ptime end) {

@@ -58,7 +58,7 @@ boost::dll::shared_library open(const fs::path& path) {
     logFault(path.generic_string(), error.what());
     throw fault(path.generic_string(), error.what());
   } catch (...) {
-    // From a static object of the library; the system's loader then keeps the code loaded.
+    // A static object of the library threw; the loader then keeps the code loaded.
     logFault(path.generic_string(), boost::current_exception_diagnostic_information());
     throw;
   }
@@ -97,7 +97,8 @@ class DllManager::Plugin {
       return;
     }
     if (isStarted_ || isShared_) return;
-    // Refused: its corrected file is to be loaded from the same place.
+    // The plug-in was refused: unload it, so that a corrected file can be loaded under the same
+    // path.
     library_.unload();
     if (isMapped(path_)) {
       warnOfStayingLoaded(
@@ -144,9 +145,8 @@ class DllManager::Plugin {
     const long others = owner_.use_count() - 1;
     if (others > 0) return std::to_string(others) + " of its classes and objects are alive";
     if (hasThrown_) {
-      return "its initModule threw, and the error may be of its types; a corrected file needs "
-             "another "
-             "name or a new process";
+      return "initModule threw an exception whose type the library may define; load the corrected "
+             "file under another name or in a new process";
     }
     const bool isSuspect = isStarted_ && std::uncaught_exceptions() > 0;
     return isSuspect ? "an exception in flight may be of its types" : "";
@@ -176,7 +176,7 @@ class DllManager::Plugin {
   using Entry = void (*)();
 
   Entry findEntry() const {
-    // Read as bytes: a function named initModule is not a pointer and may lie at any address.
+    // Copies bytes: a function named initModule is not a pointer and may lie at any address.
     void* target = nullptr;
     std::memcpy(&target, entrySymbol(), sizeof target);
     boost::system::error_code notFound;

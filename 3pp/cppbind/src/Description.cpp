@@ -45,7 +45,7 @@ std::string Constraint::violation(const Json::Value& value) const {
     case ConstraintKind::AtMost:
       return textOf(value) + " is more than " + listed(values);
     case ConstraintKind::OneOf:
-      if (values.empty()) return textOf(value) + " is not allowed, as no value is";
+      if (values.empty()) return textOf(value) + " is not allowed: oneOf() has no values";
       return textOf(value) + " is not one of " + listed(values);
     case ConstraintKind::NotEmpty:
       return "is empty";
@@ -67,7 +67,7 @@ ObjectDescription::ObjectDescription(const ObjectDescription&) = default;
 ObjectDescription::ObjectDescription(ObjectDescription&&) noexcept = default;
 ObjectDescription::~ObjectDescription() = default;
 
-// By exchange: the code owner is released after the fields.
+// Swaps, so that the code owner is released after the fields.
 ObjectDescription& ObjectDescription::operator=(const ObjectDescription& other) {
   return *this = ObjectDescription(other);
 }

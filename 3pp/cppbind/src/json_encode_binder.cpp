@@ -3,7 +3,7 @@
 namespace cppbind {
 
 Json::Value JsonEncodeBinder::jsonOf(const Object& object) const {
-  if (!writesObjects_) throw ParseErrorException("an object is not a default value in JSON");
+  if (!writesObjects_) throw ParseErrorException("an object cannot be a default value");
   return object.getJsonValue4Bind();
 }
 

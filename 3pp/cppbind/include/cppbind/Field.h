@@ -98,7 +98,7 @@ class Field : private detail::FieldHandle {
   Field& satisfies(const Predicate& predicate, std::string_view words) {
     using Kept = std::decay_t<const Predicate&>;
     static_assert(std::is_empty_v<Kept> || std::is_pointer_v<Kept>,
-                  "a predicate captures nothing: descriptions keep it longer than the object");
+                  "a predicate must not have captures: descriptions outlive the object");
     if (concerns([&](const Value& value) { return static_cast<bool>(predicate(value)); })) {
       const Kept kept = predicate;
       handle({ConstraintKind::Satisfies, &Tests::template satisfies<Kept>, &kept, 1,

@@ -158,8 +158,9 @@ constexpr void requireReachableFields() {
       "using Base::Base;), and the record a public setBind; a class without fields "
       "declares its own empty setBind");
   if constexpr (bindsThroughRecord<T>) {
-    static_assert(!detail::WritesOtherRecord<T>::value,
-                  "getData4Bind() must return the class's own Data4Bind, which it is read through");
+    static_assert(
+        !detail::WritesOtherRecord<T>::value,
+        "getData4Bind() must return the class's own Data4Bind, from which the class is read");
   }
 }
 
