@@ -23,7 +23,7 @@ void assertionFailed(const char* expression, const char* function, const char* m
                 "Expression '%s' is false in function '%s': %s.\nBacktrace:\n", expression,
                 function, message != nullptr ? message : "<...>");
   try {
-    // In one write, as other threads may fail now too.
+    // Uses one write, so that concurrent failures do not mix.
     const std::string whole = text.data() + stackText(boost::stacktrace::stacktrace()) + '\n';
     std::cerr << whole << std::flush;
     crash::skipRawStack();

@@ -1,5 +1,7 @@
 // The system functions of the crash handler. All of them except installSignalHandler may be called
-// in any state of a process that is about to end: they neither allocate nor lock.
+// in any state of a process that is about to end. On POSIX systems they do not allocate. There,
+// readStack, printFrames and writeDumpFile may wait for a lock of the loader, until the watchdog
+// ends the process; the others are async-signal-safe.
 #pragma once
 
 #include <array>
@@ -23,8 +25,8 @@ struct Stack {
 };
 
 /// Installs `report` for every row of kCrashSignals; it runs on the thread's crash stack if there
-/// is one. It gets the signal and the interrupted place, and does not return. A call of an address
-/// without code is undone, so that the call stack continues from the caller.
+/// is one. It gets the signal and the interrupted context, and does not return. A call of an
+/// address without code is undone, so that the call stack continues from the caller.
 void installSignalHandler(void (*report)(int sig, const void* place));
 
 /// Ends the process by SIGABRT after `sig` was reported. The handler of SIGABRT runs before that if
@@ -38,18 +40,19 @@ void startWatchdog();
 /// Returns to the system's own handling of `sig`.
 void resetSignalHandler(int sig);
 
-/// Fills `stack`, beginning with the caller, the function given to installSignalHandler, or already
-/// with the interrupted `place`. A broken stack ends where it cannot be read.
+/// Fills `stack`. The first frame is the caller or, where the system allows it, the interrupted
+/// context `place`. A broken stack ends where it cannot be read.
 void readStack(Stack& stack, const void* place);
 
 /// Writes `stack` without the handler's frames to standard error.
 void printFrames(const Stack& stack);
 
-/// Writes the call stack of the caller, or of the interrupted `place`, to `fileName` in the form
-/// that the system's debuggers read.
+/// Writes the call stack of the caller, or of the interrupted context `place`, to `fileName` in the
+/// form that the system's debuggers read.
 void writeDumpFile(const char* fileName, const void* place);
 
-/// Writes the registers of the interrupted `place` to standard error. Does nothing for null.
+/// Writes the registers of the interrupted context `place` to standard error. Does nothing for
+/// null.
 void printRegisters(const void* place);
 
 /// Writes `text` to standard error.
