@@ -18,7 +18,7 @@ bool readTextFile(const std::string& path, std::string& text) {
 }
 
 TextWritten writeTextFile(const std::string& path, const std::string& text) {
-  // Not a stream: setting one up costs as much as opening the file.
+  // Avoids a stream, because constructing one costs as much as opening the file.
   std::FILE* file = std::fopen(path.c_str(), "w");
   if (file == nullptr) return TextWritten::NotOpened;
   std::setvbuf(file, nullptr, _IONBF, 0);  // the text is one block already

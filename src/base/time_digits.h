@@ -8,7 +8,7 @@
 
 namespace libvarrow::base::time_digits {
 
-/// Enough for any text written below.
+/// The length that suffices for every text written below.
 constexpr int kMaxLength = 100;
 
 /// Hours (not wrapped), minutes of the hour and seconds of the minute, truncated toward zero. All
@@ -33,9 +33,11 @@ char* writeClock(char* to, const ClockParts& parts);
 /// Writes "2024-03-05 07:08:09".
 char* writeTime(char* to, const boost::posix_time::ptime& time);
 
-/// Read "YYYY-MM-DD" and "YYYY-MM-DD HH:MM:SS", 10 and 19 characters with every number in its
-/// calendar range. Return false for any other text.
+///@{
+/// Reads "YYYY-MM-DD" or "YYYY-MM-DD HH:MM:SS", 10 or 19 characters with every number in its
+/// calendar range. Returns false for any other text.
 bool readDate(std::string_view text, boost::gregorian::date& date);
 bool readTime(std::string_view text, boost::posix_time::ptime& time);
+///@}
 
 }  // namespace libvarrow::base::time_digits

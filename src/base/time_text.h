@@ -8,7 +8,7 @@
 
 namespace libvarrow::base::time_text {
 
-/// Enough for any text written below.
+/// The length that suffices for every text written below.
 constexpr int kMaxLength = time_digits::kMaxLength;
 
 // Each function writes at `to` and returns the end of its text.

@@ -50,7 +50,7 @@ TimeRecoderHelper::~TimeRecoderHelper() {
   try {
     statistics_->appendCurrentLocalTime();
   } catch (const std::bad_alloc&) {
-    // The timed work is worth more than its time.
+    // A lost record must not end the timed work.
     logging::warnOfMemory("a time at the end of a scope", "is not recorded");
   }
 }

@@ -30,7 +30,7 @@ const TimeBlock TimeBlock::empty_block;
 
 namespace {
 
-// From this count on, one pass over both blocks costs less than single changes.
+// The count from which on one pass over both blocks costs less than single changes.
 constexpr std::size_t kManySlots = 4;
 
 bool beginsEarlier(const TimeSlot& a, const TimeSlot& b) {
@@ -146,12 +146,12 @@ void TimeBlock::addOneByOne(std::vector<TimeSlot> const& additions) {
   try {
     if (reversed != additions.end()) requireForwards(reversed->time_begin, reversed->time_end);
   } catch (const std::runtime_error&) {
-    // Only after the error was made, which needs memory too.
+    // Adds slots only after the exception exists, because creating it may throw std::bad_alloc.
     addUntil(reversed);
     throw;
   }
   addUntil(additions.end());
-  // Checked once, after many additions only, as each of them moves slots anyway.
+  // Checks once, and only after many additions, each of which moves slots anyway.
   if (!isOrdered_ && additions.size() >= kManySlots) checkOrder();
 }
 
@@ -183,7 +183,7 @@ void TimeBlock::removeTimeBlock(TimeBlock const& other) {
   const Slots& cuts = other.timeslots;
   if (cuts.size() < kManySlots) return removeOneByOne(cuts);
   if (other.isOrdered_) return subtract(cuts);
-  // Joined into one, two cuts may remove a reversed slot that they leave one by one.
+  // A joined cut may remove a reversed slot that the separate cuts would keep.
   const bool areJoinable = isOrdered_ || !haveReversed(timeslots);
   if (!areJoinable || haveReversed(cuts)) return removeOneByOne(cuts);
   subtract(slot_sweep::joined(sortedByBegin(cuts)));
@@ -191,7 +191,7 @@ void TimeBlock::removeTimeBlock(TimeBlock const& other) {
 
 void TimeBlock::removeOneByOne(std::vector<TimeSlot> const& cuts) {
   if (!isOrdered_ && cuts.size() > 1) {
-    // On a copy, as each of these removals makes a new vector.
+    // Works on a copy, because each of these removals creates a new vector.
     TimeBlock rest(*this);
     for (const TimeSlot& slot : cuts) rest.removeTimeBlock(slot.time_begin, slot.time_end);
     *this = std::move(rest);
@@ -307,7 +307,7 @@ void TimeBlock::setBind(cppbind::Binder* binder, bool bindFields) {
   if (isOrdered_) return;
   const bool isSorted = std::is_sorted(timeslots.begin(), timeslots.end());
   if (!isSorted) std::sort(timeslots.begin(), timeslots.end());
-  // Not after writing sorted slots, as threads may share the block.
+  // Does not change the block after sorted slots were written, because threads may share it.
   if (binder->isReading() || !isSorted) checkOrder();
 }
 

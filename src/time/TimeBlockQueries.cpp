@@ -27,7 +27,7 @@ void logBlock(const TimeBlock& block) {
   LIBVARROW_LOG_ERROR("timeBlock: \n%s \n", block.dumpAsString().c_str());
 }
 
-// In whole seconds: a begin less than a second after midnight counts as the begin of the day.
+// Ignores fractions: a begin less than a second after midnight counts as the begin of the day.
 bool isPastMidnight(const ptime& time) {
   return time.time_of_day().total_seconds() > 0;
 }
@@ -37,7 +37,8 @@ date firstMidnightInside(const TimeSlot& slot) {
   return isPastMidnight(slot.time_begin) ? day + kOneDay : day;
 }
 
-// For special dates too: clamped to more days than exist, with the sign of the difference.
+// Returns the days from `from` to `to`. Accepts special dates. The result is clamped to ±2^32 days,
+// more than exist.
 std::int64_t daysBetween(const date& from, const date& to) {
   constexpr std::int64_t kMost = std::int64_t{1} << 32;
   return std::clamp<std::int64_t>((to - from).days(), -kMost, kMost);
@@ -210,7 +211,7 @@ std::map<date, time_duration> TimeBlock::getStatisticByDay() const {
 }
 
 bool TimeBlock::haveCompleteDays(ptime const& start, ptime const& end, int days) const {
-  // With less than one day, slots outside the window count too.
+  // If `days` is less than one, slots outside the window count too.
   const bool isNarrowed =
       days >= 1 && isOrderedInRealTime() && !start.is_special() && !end.is_special();
   for (const TimeSlot& slot : SlotsNear(timeslots, isNarrowed, start, end)) {
@@ -241,7 +242,8 @@ TimeBlock TimeBlock::getBlockAtPos4Dur(ptime const& pos, time_duration const& du
     result.addTimeBlock(lo, at);
     remaining -= at - lo;
   }
-  // Also when the last slot had just enough: without a later slot a result is not certain.
+  // Returns no slot even if the last one had just enough: without a later slot no result is
+  // certain.
   return empty_block;
 }
 
@@ -250,7 +252,7 @@ TimeBlock TimeBlock::getBlockAtPos4DurByEnd(ptime const& pos, time_duration cons
   std::vector<TimeSlot> backwards;
   time_duration remaining = dur;
   ptime latest = pos;
-  // Only slots that end before `pos`: the forward search uses the slot that contains it.
+  // Uses only slots that end before `pos`: the forward search uses the slot that contains it.
   while (slot != timeslots.begin()) {
     --slot;
     const ptime hi = std::min(slot->time_end, latest);

@@ -57,7 +57,7 @@ std::uint64_t overflowsChecker(std::vector<int> const& values, std::uint64_t win
   for (std::size_t i = window; i < values.size(); ++i) {
     sum += values[i];
     sum -= values[i - window];
-    // Without a range to set, the excess is not reported either.
+    // The excess is reported only together with its range.
     if (sum.value() <= limit || range == nullptr) continue;
     *range = {i - window, i};
     Sum excess(sum.value());

@@ -39,7 +39,7 @@ inline boost::posix_time::time_duration sumOf(const boost::posix_time::time_dura
 /// Throws a traced runtime error with the texts of both times when end < begin.
 inline void requireForwards(const boost::posix_time::ptime& begin,
                             const boost::posix_time::ptime& end) {
-  // Without a separator: programs that parse these messages know them in this form.
+  // Writes no separator: programs that parse these messages know them in this form.
   if (end < begin) throwTraced(time2str(begin) + time2str(end));
 }
 

@@ -21,7 +21,7 @@ Slots unite(SlotIterator slot, SlotIterator slotsEnd, const Slots& additions) {
       result.push_back(*slot);
     }
     TimeSlot merged = addition;
-    // Only the result of an earlier addition can reach so far.
+    // Only the result of an earlier addition can reach this addition.
     if (!result.empty() && !(result.back().time_end < addition.time_begin)) {
       merged = hull(merged, result.back());
       result.pop_back();
@@ -29,7 +29,8 @@ Slots unite(SlotIterator slot, SlotIterator slotsEnd, const Slots& additions) {
     for (; slot != slotsEnd && !(merged.time_end < slot->time_begin); ++slot) {
       merged = hull(merged, *slot);
     }
-    // By its parts: reading as one word two words that were just written stalls the processor.
+    // Passes the members separately: copying the slot right after its members were written would
+    // stall on store forwarding.
     result.emplace_back(merged.time_begin, merged.time_end);
   }
   result.insert(result.end(), slot, slotsEnd);
@@ -78,7 +79,7 @@ void replace(Slots& slots, SlotIterator first, SlotIterator last, Row pieces) {
   const auto place = first - slots.cbegin();
   const auto replaced = last - first;
   const auto copied = std::min(replaced, pieces.last - pieces.first);
-  // First, as only this step can run out of memory.
+  // Inserts first, because only this step can run out of memory.
   slots.insert(last, pieces.first + copied, pieces.last);
   const auto begin = slots.begin() + place;
   std::copy_n(pieces.first, copied, begin);

@@ -6,8 +6,8 @@ namespace libvarrow {
 
 namespace {
 
-// Made when the library is loaded, so that it outlives every static object of a host, which may
-// still hold plug-ins.
+// Creates the manager when the library is loaded, so that it outlives every static object of a
+// host, which may still hold plug-ins.
 [[maybe_unused]] const RegistersManager& madeAtLoad = RegistersManager::instance();
 
 }  // namespace
@@ -22,7 +22,7 @@ boost::shared_ptr<cppbind::ClassRegister> RegistersManager::createRegister(
   auto& registers = instance().registers_;
   const auto found = registers.find(name);
   if (found != registers.end()) return found->second;
-  // Made before its entry, as memory for it may run out.
+  // Creates the register before its map entry, so that std::bad_alloc leaves no empty entry.
   return registers.emplace(name, boost::make_shared<cppbind::ClassRegister>()).first->second;
 }
 

@@ -20,7 +20,7 @@ std::size_t excess(std::size_t length, std::size_t limit) {
   return length > limit ? length - limit : 0;
 }
 
-// Returns true once for each directory; forgets them all when they are very many.
+// Returns true once for each directory, but forgets all directories after kMaxDirectories of them.
 bool isFirstCutIn(const std::string& directory) {
   constexpr std::size_t kMaxDirectories = 1000;
   static std::mutex mutex;

@@ -21,7 +21,7 @@ void ValidatorReason::addReason(std::string validatorName,
 }
 
 void ValidatorReason::addReason(const std::vector<RuleReasonInfo>& reasons) {
-  // By index, because the list may be this report's own.
+  // Uses an index, because the list may be the one that grows.
   for (std::size_t i = 0, count = reasons.size(); i < count; ++i) reasons_.push_back(reasons[i]);
 }
 

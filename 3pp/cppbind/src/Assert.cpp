@@ -9,7 +9,8 @@ namespace cppbind {
 
 void assertionFailed(const char* expression, const char* file, int line, const char* function) {
   std::fflush(stdout);
-  // In one write, as other threads may fail now too, and without memory, which may have run out.
+  // Uses one write, so that concurrent failures do not mix, and no heap, because memory may be
+  // exhausted.
   std::array<char, 8192> text{};
   std::snprintf(text.data(), text.size(), "%s:%d: %s: Assertion `%s' failed.\n", file, line,
                 function, expression);

@@ -121,8 +121,8 @@ ptime BoostPTimeText::fromString(std::string_view text) {
 
 std::string BoostTimeDurationText::toString(const time_duration& value) {
   if (value.is_special()) return writeByFacet(value);
-  // Without a sign, as the facet writes it; hours of three digits, at which the facet would stop,
-  // are written in full.
+  // Writes no sign, as the facet does. Writes hours of three digits in full, at which the facet
+  // would stop.
   time_digits::ClockParts parts = time_digits::clockParts(value);
   parts = {std::abs(parts.hours), std::abs(parts.minutes), std::abs(parts.seconds)};
   char text[time_digits::kMaxLength];

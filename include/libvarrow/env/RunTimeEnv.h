@@ -38,7 +38,7 @@ class LIBVARROW_API RunTimeEnv {
 
   static boost::scoped_ptr<RunTimeEnv> _instance;
   static boost::mutex _instanceMutex;
-  // Read without the lock, because another thread may be setting the pointer above.
+  // Can be read without the lock, while another thread sets the pointer above.
   static std::atomic<RunTimeEnv*> published_;
 };
 

@@ -55,39 +55,39 @@ class LIBVARROW_API TimeSlot {
   // ---- Fields. Setters do not validate their arguments.
 
   ///@{
-  /// The begin and the end of the slot. Setting one does not compare it with the other.
+  /// Returns or sets the begin or the end of the slot. Does not compare one with the other.
   boost::posix_time::ptime const& getBeginTime() const { return begin_time_; }
   void setBeginTime(boost::posix_time::ptime const& begin) { begin_time_ = begin; }
   boost::posix_time::ptime const& getEndTime() const { return end_time_; }
   void setEndTime(boost::posix_time::ptime const& end) { end_time_ = end; }
   ///@}
   ///@{
-  /// The number of capacity blocks that the slot offers; may be a fraction.
+  /// Returns or sets the number of capacity blocks that the slot offers; may be a fraction.
   float getBlockCount() const { return blockCount_; }
   void setBlockCount(float blockCount) { blockCount_ = blockCount; }
   ///@}
   ///@{
-  /// Whether the slot is locked. A locked slot has zero duration (getDur).
+  /// Returns or sets whether the slot is locked. A locked slot has zero duration (getDur).
   bool isLocked() const { return locked_; }
   void setLocked(bool locked) { locked_ = locked; }
   ///@}
   ///@{
-  /// Whether the slot is usable capacity.
+  /// Returns or sets whether the slot is usable capacity.
   bool isRest() const { return rest_; }
   void setRest(bool rest) { rest_ = rest; }
   ///@}
   ///@{
-  /// The name of the shift; shared with the copies of the slot; may be null.
+  /// Returns or sets the name of the shift, which copies of the slot share; may be null.
   boost::shared_ptr<std::string> const& getShift() const { return shift_; }
   void setShift(boost::shared_ptr<std::string> shift);
   ///@}
   ///@{
-  /// The length of the shift, for the host to use.
+  /// Returns or sets the length of the shift, for the host to use.
   boost::posix_time::time_duration const& getShiftDur() const { return shiftDur_; }
   void setShiftDur(boost::posix_time::time_duration const& shiftDur) { shiftDur_ = shiftDur; }
   ///@}
   ///@{
-  /// The slot that this one was cut from, set by the host; may be null. newFromThis copies it.
+  /// Returns or sets the slot that this one was cut from; may be null. newFromThis copies it.
   boost::shared_ptr<TimeSlot> const& getOriginalSlot() const { return originalSlot_; }
   void setOriginalSlot(boost::shared_ptr<TimeSlot> originalSlot);
   ///@}

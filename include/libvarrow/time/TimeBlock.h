@@ -170,9 +170,9 @@ class LIBVARROW_API TimeBlock {
   /// and [12, 12]. Aborts when end < start.
   bool haveBlock(boost::posix_time::ptime start, boost::posix_time::ptime end) const;
 
-  /// Returns whether one slot has at least `dur` inside [start, end]. A slot that only touches has
-  /// zero there: in [12, 14], [8, 12] has a `dur` of zero but nothing longer. Returns
-  /// false for reversed times.
+  /// Returns whether one slot has at least `dur` inside [start, end]. For [12, 14], the slot
+  /// [8, 12], which only touches it, satisfies a `dur` of zero and no longer one. Returns false for
+  /// reversed times.
   bool haveBlock(boost::posix_time::ptime start, boost::posix_time::ptime end,
                  boost::posix_time::time_duration dur) const;
 

@@ -18,7 +18,7 @@ class LIBVARROW_API TimeSlotWithEfficiency : public TimeSlot {
  public:
   /// Makes a default TimeSlot with an efficiency of 1.
   TimeSlotWithEfficiency() = default;
-  /// `efficiency` is work time per clock time; it is not checked.
+  /// Makes a slot with `efficiency`, its work time per clock time, which is not checked.
   TimeSlotWithEfficiency(boost::posix_time::ptime const& begin, boost::posix_time::ptime const& end,
                          float blockCount, bool rest, double efficiency,
                          boost::shared_ptr<std::string> shift,
@@ -37,7 +37,7 @@ class LIBVARROW_API TimeSlotWithEfficiency : public TimeSlot {
   boost::posix_time::time_duration getDurWithEfficiency() const;
 
   ///@{
-  /// Do the same as getBeginTime and getEndTime, with `dur` as work time. At an efficiency of
+  /// Returns the time of getBeginTime or getEndTime for `dur` as work time. At an efficiency of
   /// exactly 1 nothing is converted or truncated.
   boost::posix_time::ptime getBeginTimeWithEfficiency(boost::posix_time::ptime const& end_time,
                                                       boost::posix_time::time_duration& dur) const;
@@ -48,14 +48,14 @@ class LIBVARROW_API TimeSlotWithEfficiency : public TimeSlot {
   ///@}
 
   ///@{
-  /// Do the same as TimeSlot's functions, but require equal efficiencies. (The functions of
+  /// Does the same as TimeSlot's function, but requires equal efficiencies. (The functions of
   /// TimeSlot, called on a TimeSlot&, ignore efficiencies.)
   bool isSameWithoutTime(TimeSlotWithEfficiency const& other) const;
   bool merge(TimeSlotWithEfficiency const& other);
   ///@}
 
   ///@{
-  /// Return a slot as TimeSlot's function does. Omitted arguments are those of this slot.
+  /// Returns a slot as TimeSlot's function does. Omitted arguments are those of this slot.
   TimeSlotWithEfficiency newFromThis(boost::posix_time::ptime const& begin,
                                      boost::posix_time::ptime const& end, float blockCount) const;
   TimeSlotWithEfficiency newFromThis(boost::posix_time::ptime const& begin,

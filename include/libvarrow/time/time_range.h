@@ -44,7 +44,7 @@ LIBVARROW_API std::string time2str(boost::posix_time::ptime const& value);
 /// Returns "26:05:03".
 LIBVARROW_API std::string time2str(boost::posix_time::time_duration const& value);
 ///@{
-/// Return the text of `*value`; `value` is not null.
+/// Returns the text of `*value`; `value` is not null.
 LIBVARROW_API std::string time2str(boost::gregorian::date const* value);
 LIBVARROW_API std::string time2str(boost::posix_time::ptime const* value);
 LIBVARROW_API std::string time2str(boost::posix_time::time_duration const* value);
@@ -57,7 +57,7 @@ LIBVARROW_API std::string time2strIgnoreSecond(boost::posix_time::ptime const& v
 /// Returns "26:05".
 LIBVARROW_API std::string time2strIgnoreSecond(boost::posix_time::time_duration const& value);
 ///@{
-/// Return the text of `*value`; `value` is not null.
+/// Returns the text of `*value`; `value` is not null.
 LIBVARROW_API std::string time2strIgnoreSecond(boost::gregorian::date const* value);
 LIBVARROW_API std::string time2strIgnoreSecond(boost::posix_time::ptime const* value);
 LIBVARROW_API std::string time2strIgnoreSecond(boost::posix_time::time_duration const* value);
@@ -68,7 +68,7 @@ LIBVARROW_API std::string time2strNew(boost::posix_time::ptime const& value);
 /// Returns the parts that are positive, "01小时30秒"; empty when none is.
 LIBVARROW_API std::string time2strNew(boost::posix_time::time_duration const& value);
 ///@{
-/// Return the text of `*value`; `value` is not null.
+/// Returns the text of `*value`; `value` is not null.
 LIBVARROW_API std::string time2strNew(boost::posix_time::ptime const* value);
 LIBVARROW_API std::string time2strNew(boost::posix_time::time_duration const* value);
 ///@}

@@ -50,12 +50,12 @@ class JsonPlaces {
   /// index if the value before it is a list, a key if that is an object. O(log n) for each element.
   CPPBIND_API Place find(const std::vector<std::string>& path) const;
 
-  /// Returns, in ascending order, where keys begin that an object already has. Their first
-  /// occurrences are not included.
+  /// Returns, in ascending order, the offsets of repeated keys: all occurrences in an object except
+  /// the first.
   CPPBIND_API const std::vector<std::size_t>& repeatedKeys() const noexcept;
 
-  /// Returns the path to the key or value that begins at `offset`, as find() takes it. O(n). Of an
-  /// offset where none begins, it is the path to one before.
+  /// Returns the path to the key or value that begins at `offset`, as find() takes it. O(n). If
+  /// none begins there, returns the path to the last one that begins before it.
   CPPBIND_API std::vector<std::string> pathTo(std::size_t offset) const;
 
   /// Returns where text begins that follows the whole value and is not a comment, kNone if there is

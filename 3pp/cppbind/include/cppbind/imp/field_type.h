@@ -36,7 +36,7 @@ struct FieldType {
 
 // A class with a setBind.
 struct RecordType {
-  // By a call: the address of an imported type is not a constant on every platform.
+  // A function, because the address of an imported type is not a constant on every platform.
   const std::type_info& (*type)();
   const FieldType* functions;
   void (*bind)(void* object, Binder& binder);
