@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-// The name of the registry that host and plug-ins share.
+// The name of the register that host and plug-ins share.
 constexpr const char* kBakeryModules = "bakery modules";
 
 struct BakeryData : libvarrow::ModuleData {

@@ -7,10 +7,10 @@
 
 namespace jobshop {
 
-/// Name of the registry of modules, to which plug-ins add theirs.
+/// Name of the register of modules, to which plug-ins add theirs.
 inline constexpr const char* kModuleRegister = "jobshop";
 
-/// Registers the host's modules there and returns the registry. Call it once in a process.
+/// Registers the host's modules there and returns the register. Call it once in a process.
 boost::shared_ptr<cppbind::ClassRegister> registerModules();
 
 }  // namespace jobshop

@@ -3,7 +3,7 @@
 
 namespace jobshop {
 
-/// Name of the registry of rules, to which plug-ins may add theirs: classes derived from
+/// Name of the register of rules, to which plug-ins may add theirs: classes derived from
 /// ScheduleRule.
 inline constexpr const char* kRuleRegister = "jobshop rules";
 

@@ -32,10 +32,10 @@ namespace libvarrow {
 /// initModule. The line is optional: without it the manager does not check the build.
 ///
 /// A plug-in's code stays loaded until the manager is destroyed, so the manager must outlive
-/// everything that comes from its plug-ins. Destroy objects first, then registries that the host
-/// made itself, then the manager, which removes the plug-ins' classes from the named registries. It
+/// everything that comes from its plug-ins. Destroy objects first, then registers that the host
+/// made itself, then the manager, which removes the plug-ins' classes from the named registers. It
 /// does not unload a library while something of the plug-in is alive (a created object, or a class
-/// in another registry), nor while an exception is in flight, which may come from the plug-in. A
+/// in another register), nor while an exception is in flight, which may come from the plug-in. A
 /// WARN line then names the library and the reason. The manager does not know of objects that are
 /// not created by class name (threads, callbacks, statistics, a caught error): construct the
 /// manager before the host's data and outside of the try block.

@@ -1,4 +1,4 @@
-// Named class registries.
+// Named class registers.
 #pragma once
 
 #include <boost/shared_ptr.hpp>
@@ -11,8 +11,8 @@
 
 namespace libvarrow {
 
-/// The process's named class registries, for example one for each family of classes. Names of
-/// registries are compared exactly; class names in a registry are not.
+/// The process's named class registers, for example one for each family of classes. Names of
+/// registers are compared exactly; class names in a register are not.
 ///
 ///     auto modules = libvarrow::RegistersManager::createRegister("modules");   // in a plug-in
 ///     modules->regClass<Dispatch>("Dispatch");
@@ -20,29 +20,29 @@ namespace libvarrow {
 ///     auto* reg = libvarrow::RegistersManager::getRegister("modules");         // in the host
 ///
 /// Not thread-safe, except the creation of the instance: register and unregister classes while no
-/// other thread uses the registries.
+/// other thread uses the registers.
 class LIBVARROW_API RegistersManager {
  public:
   /// Returns the instance, which exists from loading to the end of the process.
   static RegistersManager& instance() noexcept;
 
-  /// Returns the registry of that name; creates it if needed.
+  /// Returns the register of that name; creates it if needed.
   static boost::shared_ptr<cppbind::ClassRegister> createRegister(const std::string& name);
 
-  /// Returns the registry of that name, or null. Valid while the manager holds it: until its last
+  /// Returns the register of that name, or null. Valid while the manager holds it: until its last
   /// class is unregistered.
   static cppbind::ClassRegister* getRegister(const std::string& name);
 
-  /// Makes the binder create objects from that registry (from none when the name is unknown) until
-  /// the last holder releases the result. Release it before the registry is destroyed.
+  /// Makes the binder create objects from that register (from none when the name is unknown) until
+  /// the last holder releases the result. Release it before the register is destroyed.
   [[nodiscard]] static boost::shared_ptr<cppbind::Backup> useRegister(const std::string& name,
                                                                       cppbind::Binder* binder);
 
-  /// Removes a class from a registry, and the registry from the manager if it is then empty.
-  /// Returns false when the registry or the class does not exist.
+  /// Removes a class from a register, and the register from the manager if it is then empty.
+  /// Returns false when the register or the class does not exist.
   static bool unregister(const std::string& registerName, const std::string& className);
 
-  /// Removes the classes whose code `owner` keeps loaded from all registries, and the registries
+  /// Removes the classes whose code `owner` keeps loaded from all registers, and the registers
   /// that become empty. Called when a plug-in is unloaded.
   static void unregisterAllOf(const cppbind::CodeOwner& owner);
 

@@ -1,4 +1,4 @@
-// The common base of reading and writing binders: text converters and the class registry.
+// The common base of reading and writing binders: text converters and the class register.
 #pragma once
 
 #include <boost/noncopyable.hpp>
@@ -18,10 +18,10 @@ class ClassRegisterBase;
 /// Map from field types to their converters.
 using ConverterTable = std::map<std::type_index, boost::shared_ptr<StringConverter>>;
 
-/// RAII guard: restores the registry of a binder.
+/// RAII guard: restores the register of a binder.
 class CPPBIND_API Backup : private boost::noncopyable {
  public:
-  /// Saves the current registry of `imp`, which must outlive this object.
+  /// Saves the current register of `imp`, which must outlive this object.
   explicit Backup(BinderImpBase* imp);
   ~Backup();
 
@@ -34,18 +34,18 @@ class CPPBIND_API Backup : private boost::noncopyable {
 /// Base of JsonDecodeBinder and JsonEncodeBinder. Not thread-safe: use one per task.
 class CPPBIND_API BinderImpBase : private boost::noncopyable {
  public:
-  /// Creates a binder with the four converters of type/StringConverter.h and without a registry.
+  /// Creates a binder with the four converters of type/StringConverter.h and without a register.
   BinderImpBase();
   virtual ~BinderImpBase();
 
   /// Uses `reg` (not owned) for dynamic types until the last copy of the result is released. Aborts
-  /// when a registry is already set.
+  /// when a register is already set.
   [[nodiscard]] boost::shared_ptr<Backup> regClassRegisterWithAutoRollBack(ClassRegisterBase* reg);
 
-  /// Does the same, also when a registry is already set; `reg` may be null.
+  /// Does the same, also when a register is already set; `reg` may be null.
   [[nodiscard]] boost::shared_ptr<Backup> replaceClassRegister(ClassRegisterBase* reg);
 
-  /// Returns the registry in use, or null.
+  /// Returns the register in use, or null.
   ClassRegisterBase* classRegister() const { return class_reg; }
 
   /// Uses `converter` for fields of `type` from now on. Objects that are created by name through
@@ -69,7 +69,7 @@ class CPPBIND_API BinderImpBase : private boost::noncopyable {
   mutable const StringConverter* lastConverter_ = nullptr;
 
  protected:
-  /// Creates a binder with `converters` (shared; null: the standard ones) and without a registry.
+  /// Creates a binder with `converters` (shared; null: the standard ones) and without a register.
   explicit BinderImpBase(boost::shared_ptr<const ConverterTable> converters);
 
   ClassRegisterBase* class_reg;  ///< not owned; null: dynamic types cannot be created

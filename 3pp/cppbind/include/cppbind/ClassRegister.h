@@ -1,4 +1,4 @@
-// The class registry for hosts: registers classes by their type.
+// The class register for hosts: registers classes by their type.
 #pragma once
 
 #include <boost/make_shared.hpp>

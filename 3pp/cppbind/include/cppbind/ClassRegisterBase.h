@@ -1,4 +1,4 @@
-// The registry of classes by name, which creates objects by class name.
+// The register of classes by name, which creates objects by class name.
 #pragma once
 
 #include <json/value.h>
@@ -18,16 +18,16 @@ namespace cppbind {
 class BinderImpBase;
 class ObjFactory;
 
-/// Class in a registry.
+/// Class in a register.
 struct RegisteredClass {
   std::string name;                       ///< as it was registered
   boost::shared_ptr<ObjFactory> factory;  ///< its factory
 };
 
-/// Registry that maps class names, ignoring case, to factories.
+/// Register that maps class names, ignoring case, to factories.
 ///
 /// Register classes at start-up from one thread. Lookups are thread-safe while no thread changes
-/// the registry.
+/// the register.
 class CPPBIND_API ClassRegisterBase {
  public:
   /// Registers `factory` (not null) under `className`. Aborts when the name, ignoring case, is
@@ -45,12 +45,12 @@ class CPPBIND_API ClassRegisterBase {
   /// Returns all classes by their names in lower case.
   const std::map<std::string, RegisteredClass>& classes() const { return classes_; }
 
-  /// Returns the factory for `className`, which the registry keeps alive. Throws
+  /// Returns the factory for `className`, which the register keeps alive. Throws
   /// ClassMissRegException, after printing the name to standard output, when it is not registered.
   ObjFactory& findFactory(const std::string& className) const;
 
   /// Creates an object of the class `className`, reads its fields from `json` and returns it; the
-  /// caller owns it. `binder` is the decode binder in use; null: a strict one without registry.
+  /// caller owns it. `binder` is the decode binder in use; null: a strict one without register.
   /// Throws ClassMissRegException when the class is unknown or not a `T`, and ParseErrorException,
   /// with the class name in its path, when a field does not parse. Exceptions of the class's
   /// constructor pass unchanged. (Where JSON names the class, as in a list of modules, they become

@@ -63,7 +63,7 @@ struct CPPBIND_API Constraint {
   std::string violation(const Json::Value& value) const;
 };
 
-/// What one value may be.
+/// The description of one value.
 struct CPPBIND_API ValueDescription {
   ValueKind kind = ValueKind::Any;         ///< the kind
   bool isNullable = false;                 ///< null is a value, too
@@ -90,7 +90,7 @@ class CPPBIND_API FieldDescription {
   bool isRequired = true;                     ///< missing or null is an error
   std::optional<Json::Value> defaultValue{};  ///< replaces a missing value; none: unknown
 
-  /// Reads `json` into a value of its own and checks the constraints. Throws ParseErrorException,
+  /// Reads `json` into a temporary value and checks the constraints. Throws ParseErrorException,
   /// without the key, for the first fault. Returns false, without reading, when values of the type
   /// cannot be created. `decoder` creates objects of registered classes.
   bool check(JsonDecodeBinder& decoder, const Json::Value& json) const;
@@ -147,7 +147,7 @@ class CPPBIND_API ObjectDescription {
 /// The description of a type or of a register: plain data, which may be copied and walked. It keeps
 /// the code of classes from plug-ins loaded. FieldDescription::check() also needs the registers.
 struct CPPBIND_API Description {
-  /// What was described: of a register, an object of any of its classes.
+  /// The described value: of a register, an object of any of its classes.
   ValueDescription root{};
   /// Classes, sorted by id: those of the register and those of other registers in use.
   std::vector<ObjectDescription> classes{};

@@ -29,7 +29,7 @@ class CPPBIND_API ObjFactory {
   virtual ~ObjFactory();
 
   /// Returns a new object, owned by the caller, with its fields read from `json` through `binder`
-  /// (null: a strict binder without registry). Throws ParseErrorException when a field does not
+  /// (null: a strict binder without register). Throws ParseErrorException when a field does not
   /// parse.
   virtual Object* create(const std::string& name, const Json::Value& json,
                          BinderImpBase* binder) = 0;

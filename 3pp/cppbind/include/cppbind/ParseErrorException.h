@@ -75,7 +75,7 @@ void withKey(std::string_view key, Body&& body) {
   }
 }
 
-/// Runs `body`, which creates an object of the class `className` through a registry. The path of
+/// Runs `body`, which creates an object of the class `className` through a register. The path of
 /// its exceptions contains that name.
 template <class Body>
 void withClass(const std::string& className, Body&& body) {

@@ -19,5 +19,5 @@
 #include "cppbind/type/StringConverter.h"
 
 /// @namespace cppbind
-/// Registry of classes by name, and conversion of JSON to objects and back. Its headers do not
+/// Register of classes by name, and conversion of JSON to objects and back. Its headers do not
 /// depend on the rest of the library.

@@ -96,7 +96,7 @@ class CPPBIND_API Binder {
   void bind(std::string_view key, bool& field, const void* defaultValue) = delete;
 
   /// Binds a list of objects of registered classes; reading appends to `list`. `defaultJson` (null:
-  /// none) replaces a missing list; `reg` (null: the binder's own registry) creates the objects.
+  /// none) replaces a missing list; `reg` (null: the binder's own register) creates the objects.
   template <class T>
   void bind(std::string_view key, std::vector<boost::shared_ptr<T>>& list,
             const Json::Value* defaultJson, const ClassRegisterBase* reg = nullptr);

@@ -40,7 +40,7 @@ class CPPBIND_API JsonDecodeBinder : public BinderImpBase {
   template <class T>
   void decode(const Json::Value& json, T& object);
 
-  /// Creates the object that `json`, {"ClassName": {fields}}, describes, with the registry `reg`
+  /// Creates the object that `json`, {"ClassName": {fields}}, describes, with the register `reg`
   /// (null: the binder's own). Throws ParseErrorException and ClassMissRegException; an exception
   /// of the class's constructor becomes a ParseErrorException with the class name as path.
   template <class T>
