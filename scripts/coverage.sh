@@ -3,6 +3,10 @@
 # than 3 in 100. Also counts processes that end in a crash.
 set -euo pipefail
 
+if [ $# -ne 0 ]; then
+  echo "usage: scripts/coverage.sh" >&2
+  exit 2
+fi
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 least=97
 

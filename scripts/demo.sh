@@ -4,6 +4,10 @@
 # network nor root once the packages are installed.
 set -euo pipefail
 
+if [ $# -ne 0 ]; then
+  echo "usage: scripts/demo.sh" >&2
+  exit 2
+fi
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 root=$(cd "$here/.." && pwd)
 build=$root/build/demo

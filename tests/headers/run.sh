@@ -15,6 +15,7 @@ export COMPILE="$compiler -std=c++17 -fsyntax-only -Wall -Wextra -Wpedantic -Wsh
   -Werror ${flags[*]} -x c++"
 
 headers=$(find . -name '*.h' | sed 's|^\./||' | sort)
+# shellcheck disable=SC2016
 xargs -P "$(nproc)" -I{} sh -c 'echo "#include <{}>" | $COMPILE - || { echo "in {} alone" >&2; exit 1; }' \
   <<<"$headers"
 
