@@ -12,7 +12,7 @@ namespace cppbind::detail {
 
 namespace {
 
-// The view of a text of its own. Not movable, as the text may be inside the string object.
+// A text and the view of it. Not movable, because the text may be inside the string object.
 struct KeptText : std::string_view {
   explicit KeptText(std::string_view original) : text(original) {
     static_cast<std::string_view&>(*this) = text;
