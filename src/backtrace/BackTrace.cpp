@@ -65,7 +65,8 @@ boost::stacktrace::stacktrace withoutHandler(const crash::Stack& stack) {
   return boost::stacktrace::stacktrace::from_dump(&*frames, bytes);
 }
 
-// Not inlined into sig_handler(), so that the handler has the same number of frames on every path.
+// Is not inlined into sig_handler(), so that the handler has the same number of frames on every
+// path.
 [[noreturn]] BOOST_NOINLINE void reportCrash(int sig, const void* place) {
   crash::startWatchdog();
   crash::Stack stack;

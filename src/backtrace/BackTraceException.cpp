@@ -9,7 +9,7 @@ namespace libvarrow {
 
 BackTraceException::BackTraceException() {
   initTrack();
-  // Deliberately a failed check: code that caught the exception could not continue.
+  // Fails a check deliberately: code that caught the exception could not continue.
   LIBVARROW_CHECK(false);
   std::abort();
 }

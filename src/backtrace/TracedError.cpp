@@ -18,7 +18,7 @@ constexpr std::size_t kOwnFrame = 1;
 
 }  // namespace
 
-// Not inlined, because its own frame is skipped.
+// Is not inlined, because its own frame is skipped.
 BOOST_NOINLINE void throwTraced(const std::string& message) {
   throw boost::enable_error_info(std::runtime_error(message))
       << StackTraceInfo(boost::stacktrace::stacktrace(kOwnFrame, crash::kMaxFrames));

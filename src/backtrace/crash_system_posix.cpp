@@ -25,8 +25,8 @@ namespace {
 constexpr std::int64_t kSecondNs = 1'000'000'000;
 constexpr std::int64_t kLongestIdleNs = 4 * kSecondNs;
 constexpr std::int64_t kLongestNs = 60 * kSecondNs;
-// More processor time than a waiting handler uses in a second, less than a working one on a busy
-// machine.
+// The limit exceeds the processor time that a waiting handler uses in a second; a working handler
+// exceeds the limit, even on a busy machine.
 constexpr std::int64_t kWorkNs = 5'000'000;
 constexpr std::size_t kStackBytes = 256UL * 1024;  // naming frames reads debug information
 

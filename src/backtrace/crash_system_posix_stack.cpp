@@ -203,7 +203,7 @@ void undoCallWithoutCode(int sig, const siginfo_t& info, ucontext_t& place) {
   printText(": the call stack begins with the call\n");
 }
 
-// Not inlined, because the first frame is that of the caller.
+// Is not inlined, because the first frame is that of the caller.
 BOOST_NOINLINE void readStack(Stack& stack, const void*) {
   stack.handlerFrames = kHandlerFrames;
   Unwinding unwinding{stack, __builtin_return_address(0)};
@@ -216,7 +216,7 @@ void printFrames(const Stack& stack) {
                          static_cast<int>(stack.count - stack.handlerFrames), STDERR_FILENO);
 }
 
-// Not inlined, so that readStack and safe_dump_to both count the frames from here.
+// Is not inlined, so that readStack and safe_dump_to both count the frames from here.
 BOOST_NOINLINE void writeDumpFile(const char* fileName, const void* place) {
   Stack stack;
   readStack(stack, place);

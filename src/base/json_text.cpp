@@ -98,7 +98,7 @@ bool parse(const std::string& text, Json::Value& value, std::string& errors, Com
 std::string styled(const Json::Value& value, const std::string& indentation) {
   [[maybe_unused]] const ClassicNumbers classicNumbers{};
   StringSink sink;
-  // One stream per thread: setting one up costs more than writing a short text.
+  // Keeps one stream per thread, because constructing one costs more than writing a short text.
   withThreadLocal([] { return std::ostream(nullptr); },
                   [&](std::ostream& out) {
                     const StreamRedirection redirection(out, sink);

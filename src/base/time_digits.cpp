@@ -35,7 +35,7 @@ ClockParts clockParts(const time_duration& duration) {
 
 namespace {
 
-// `number` is below 100.
+// Precondition: `number` is below 100.
 char* writePair(char* to, unsigned number) {
   to[0] = static_cast<char>('0' + number / 10);
   to[1] = static_cast<char>('0' + number % 10);

@@ -95,7 +95,7 @@ std::string formatted(const char* format, std::va_list arguments) {
 }  // namespace
 
 void InitRootLogger(std::string confFile) {
-  // Opened once, not again by its name, because a pipe can be read only once.
+  // Opens the file once, because a pipe can be read only once.
   std::ifstream file(confFile);
   if (canRead(file)) {
     log4cplus::PropertyConfigurator(file).configure();
@@ -104,7 +104,7 @@ void InitRootLogger(std::string confFile) {
     configureDefault();
     LIBVARROW_LOG_WARN("No log.conf, this is default log conf by hard code!");
   }
-  // A copy, because a handler may register others, which the next call runs.
+  // Copies the list, because a handler may register others, which the next call runs.
   const std::vector<boost::function<void()>> registered = handlers();
   for (const boost::function<void()>& handler : registered) handler();
 }

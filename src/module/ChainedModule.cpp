@@ -26,7 +26,7 @@ void ChainedModule::processImp(ModuleData* data) {
   const std::string chainPath = data->dumpPath;
   // The size is read each time, because a module may add modules to its chain.
   for (std::size_t i = 0; i < record_.modules.size(); ++i) {
-    // Neither reference-counted nor checked for null; ChainedModuleV2 does both.
+    // Neither counts references nor checks for null; ChainedModuleV2 does both.
     runChainedStep(*record_.modules[i].get(), i, chainPath, *data);
   }
 }

@@ -22,8 +22,8 @@ void ChainedModuleV2::processImp(ModuleData* data) {
   const std::string chainPath = data->dumpPath;
   // The size is read each time, because a module may add modules to its chain.
   for (std::size_t i = 0; i < modules_.size(); ++i) {
-    // A reference, so that a module that changes the chain is not destroyed while it runs. The
-    // pointer itself asserts that it is not null.
+    // Holds a reference, so that a module that changes the chain is not destroyed while it runs.
+    // The pointer itself asserts that it is not null.
     const boost::shared_ptr<Module> module = modules_[i];
     runChainedStep(*module, i, chainPath, *data);
   }

@@ -30,7 +30,7 @@ std::string Module::getModuleName() {
   return dumpStr();
 }
 
-// Can only be switched on: a module that relies on its dump directory must not lose it because of
+// Only switches on: a module that relies on its dump directory must not lose it because of
 // another caller.
 void Module::setAutoChangeCurrentDirToDumpPath(bool) {
   autoChangeCurrentDirToDumpPath_ = true;
@@ -51,7 +51,7 @@ void Module::process(ModuleData* data) {
   }
 
   if (autoChangeCurrentDirToDumpPath_) boost::filesystem::current_path(directoryAtEntry);
-  // The current path, because a module may redirect its output.
+  // Uses the current path, because a module may redirect its output.
   dumpAfter(*data, std::string(data->dumpPath));
 }
 

@@ -52,7 +52,7 @@ void logFault(const std::string& path, const std::string& message) {
 
 boost::dll::shared_library open(const fs::path& path) {
   try {
-    // Unresolved symbols are to be reported now, not at the first call.
+    // Reports unresolved symbols now, not at the first call.
     return boost::dll::shared_library(path, boost::dll::load_mode::rtld_now);
   } catch (const boost::system::system_error& error) {
     logFault(path.generic_string(), error.what());
@@ -246,7 +246,7 @@ const boost::dll::shared_library* DllManager::load(const std::string& name, cons
   LIBVARROW_LOG_INFO("%s%s", utility::fromUtf8("开始加载动态库:").c_str(), name.c_str());
   const auto opened = boost::make_shared<Plugin>(file);
   const auto plugin = shared(opened);
-  // Entered before it starts, as it may itself load libraries from its directory.
+  // Adds the plug-in before it starts, because it may load libraries from its directory.
   plugins_.emplace(name, plugin);
   try {
     if (plugin == opened) plugin->start();
@@ -267,7 +267,7 @@ void DllManager::autoLoad(const std::string& dir) {
   if (!fs::is_directory(path, ignored)) return;
   for (const fs::directory_entry& entry : fs::directory_iterator(path)) {
     const fs::path& file = entry.path();
-    // An exact comparison: another spelling of the extension is not that of a plug-in.
+    // Compares exactly: a file with another spelling of the extension is not a plug-in.
     if (file.extension() != suffix() || !mayBeLibrary(file)) continue;
     const std::string name = file.stem().string();
     if (findDll(name) == nullptr) load(name, file);

@@ -39,8 +39,8 @@ void warnOfCut(const std::string& directory, const std::string& whole, const std
       whole.c_str(), cut.c_str());
 }
 
-// The usual case: already absolute, nothing to convert or cut. Always false where a leading slash
-// is not a root.
+// Returns whether the name is absolute and short, as usual, and needs no conversion. Returns false
+// on systems where a leading slash is not a root.
 bool isShortAbsoluteName(const std::string& name) {
   constexpr bool kSlashIsRoot = boost::filesystem::path::preferred_separator == '/';
   return kSlashIsRoot && name.size() <= kMaxFileName && !name.empty() && name.front() == '/';

@@ -46,7 +46,7 @@ std::unique_ptr<Rule> createRule(const std::string& name, const Json::Value& par
   return owned;
 }
 
-// Invalid structure; unlike an invalid rule, not recoverable.
+// Error of an invalid structure, which, unlike an invalid rule, is not recoverable.
 struct InvalidRuleFile : cppbind::ParseErrorException {
   using ParseErrorException::ParseErrorException;
 };

@@ -7,7 +7,8 @@ namespace cppbind {
 
 std::string typeName(const std::type_info& type) {
   const boost::core::scoped_demangled_name name(type.name());
-  // Null only without memory. Reports must not contain the mangled name instead.
+  // The pointer is null only if memory is exhausted. Reports must not contain the mangled name
+  // instead.
   if (name.get() == nullptr) throw std::bad_alloc();
   return name.get();
 }
