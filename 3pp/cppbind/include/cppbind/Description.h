@@ -75,10 +75,13 @@ struct CPPBIND_API ValueDescription {
   std::string about{};                     ///< the text for users; may be empty
 
   ValueDescription();
+  ///@{
+  /// Copies or moves the description.
   ValueDescription(const ValueDescription&);
   ValueDescription(ValueDescription&&) noexcept;
   ValueDescription& operator=(const ValueDescription&);
   ValueDescription& operator=(ValueDescription&&) noexcept;
+  ///@}
   ~ValueDescription();
 };
 
@@ -129,10 +132,13 @@ class CPPBIND_API ObjectDescription {
   std::string incompleteBecause{};
 
   ObjectDescription();
+  ///@{
+  /// Copies or moves the description.
   ObjectDescription(const ObjectDescription&);
   ObjectDescription(ObjectDescription&&) noexcept;
   ObjectDescription& operator=(const ObjectDescription&);
   ObjectDescription& operator=(ObjectDescription&&) noexcept;
+  ///@}
   ~ObjectDescription();
 
   /// Returns true when all fields are known.
