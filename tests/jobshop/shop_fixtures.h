@@ -26,15 +26,11 @@ inline Instance instanceFrom(const std::string& text) {
   return parseInstance(text, "x.txt");
 }
 
-/// Returns the settings from `keys`, the members of a JSON object.
-inline CalendarSettings settingsFrom(const std::string& keys) {
+/// Returns the calendar with the settings `keys`, the members of a JSON object.
+inline ShopCalendar calendarFrom(const std::string& keys, std::size_t machineCount = 2) {
   CalendarSettings settings;
   cppbind::JsonDecodeBinder().decode(json("{" + keys + "}"), settings);
-  return settings;
-}
-
-inline ShopCalendar calendarFrom(const std::string& keys, std::size_t machineCount = 2) {
-  return {settingsFrom(keys), machineCount};
+  return {settings, machineCount};
 }
 
 inline Schedule planned(const Instance& instance, const std::string& rule,
