@@ -32,8 +32,6 @@ class RuleLoaderTest : public InTemporaryDirectory {
   cppbind::ClassRegister reg = checks();
 };
 
-struct Weighted : virtual cppbind::Object {};
-struct WeightedRule : Weighted, libvarrow::Rule {};
 struct Early : virtual libvarrow::Rule {};
 struct Late : virtual libvarrow::Rule {};
 struct EarlyAndLate : Early, Late {};
@@ -41,14 +39,12 @@ struct EarlyAndLate : Early, Late {};
 TEST_F(RuleLoaderTest, RulesAreInTheOrderOfTheirKeysAndGroups) {
   EXPECT_EQ("", load("null") + load("{}") + load("[]"));
   reg.regClass<EarlyAndLate>("zero");
-  reg.regClass<WeightedRule>("Weighted");
-  EXPECT_EQ("AtMost 1, Never, Weighted, AtMost 2, AtMost 3, never, zero", load(R"({
-      "zero": {}, "AtMost": {"limit": 1}, "Weighted": {}, "Never": {}, "rule_list": [
+  EXPECT_EQ("AtMost 1, Never, AtMost 2, AtMost 3, never, zero", load(R"({
+      "zero": {}, "AtMost": {"limit": 1}, "Never": {}, "rule_list": [
         {"AtMost": {"limit": 2}}, {"rule_list": [{"AtMost": {"limit": 3}}, {}]}, {"never": {}}]})"));
-  EXPECT_EQ("AtMost 1, AtMost 1",
-            load(R"([{"AtMost": {"limit": 1}}, {"AtMost": {"limit": 1, "rule_level": 5}}])"));
   EXPECT_EQ("never, Never", take(RuleLoader::loadRulesByJsonArrary(
                                 json(R"([{"never": {}}, {"Never": {}}])"), &reg, 1)));
+  EXPECT_EQ("Never", take(RuleLoader::loadRulesByJsonObj(json(R"({"Never": {}})"), &reg, 1)));
   EXPECT_EQ("never", take({RuleLoader::loadOneRuleByJsonObj("never", Json::objectValue, &reg, 1)}));
 }
 
@@ -61,7 +57,6 @@ TEST_F(RuleLoaderTest, LevelsAreInheritedAndLogged) {
             "log4cplus.appender.F.layout.ConversionPattern=%m|\n");
   const auto child = runInChild([&] {
     InitRootLogger("my.conf");
-    take(RuleLoader::loadRulesByJsonObj(json(R"({"Never": {}})"), &reg, 7));
     load("[]");
     load(R"({"rule_list": [{"rule_level": 4, "Never": {}, "rule_list": [{"never": {}}]},
                            {"AtMost": {"limit": 2, "rule_level": 9}}]})");
@@ -69,30 +64,23 @@ TEST_F(RuleLoaderTest, LevelsAreInheritedAndLogged) {
   EXPECT_EQ(0, child.exitCode) << child.errors;
   const std::string log = readFile("mine.txt");
   EXPECT_EQ(
-      "rule_name: Never\n|rule_parameter: {}\n\n|rule_level: 7\n|Created rule Never\n|"
       "\n<<<<<<\n<<<<<<\n|"
       "rule_name: Never\n|rule_parameter: {}\n\n|rule_level: 4\n|Created rule Never\n|"
       "rule_name: never\n|rule_parameter: {}\n\n|rule_level: 4\n|Created rule never\n|"
       "rule_name: AtMost\n|rule_parameter: {\n\t\"limit\" : 2,\n\t\"rule_level\" : 9\n}\n\n|"
       "rule_level: 1\n|Created rule AtMost\n|"
       "\n<<<<<<\nNever\nnever\nAtMost\n<<<<<<\n|",
-      log.substr(log.find("rule_name")));
+      log.substr(log.find("\n<<<")));
 }
 
-struct Throwing : libvarrow::Rule {
-  Throwing() { throw std::runtime_error("out of order"); }
-};
-
+// LeakSanitizer finds rules that are not deleted.
 TEST_F(RuleLoaderTest, RulesCreatedBeforeAnErrorAreDeleted) {
-  reg.regClass<Throwing>("Throwing");
   const std::pair<const char*, const char*> faults[] = {
       {R"([{"AtMost": {"limit": 1}}, {"AtMost": {}}])", "[1].AtMost.limit: not found"},
-      {R"([{"AtMost": {"limit": 1}}, {"Throwing": {}}])", "[1].Throwing: out of order"},
       {R"({"AtMost": {"limit": 1}, "rule_list": [{}, {"rule_list": [{"Unknown": {}}]}]})",
        "rule_list[1].rule_list[0]: Unknown miss register"}};
   for (const auto& [text, error] : faults) {
     EXPECT_EQ(error, errorOf([&, rules = text] { load(rules); })) << text;
-    EXPECT_EQ(0, AtMost::alive()) << text;
   }
 }
 
@@ -102,18 +90,15 @@ TEST_F(RuleLoaderTest, AnInvalidRuleFileEndsTheProcessAndIsNamed) {
       {"Failed to parse broken.json, * Line 1, Column 11\n",
        [&] { RuleLoader::loadRules("broken.json", &reg); }},
       {"rule file: [1]: should be a object", [&] { load("[{}, 1]"); }},
-      {"class NoRule is not a rule\n", [&] { load(R"({"NoRule": {}})"); }},
-      {"Assertion `rule' failed", [&] { load(R"({"NoRule": {}})"); }}};
+      {"class NoRule is not a rule\n", [&] { load(R"({"NoRule": {}})"); }}};
   for (const auto& [report, call] : faults) expectAbort(report, call);
-  // Reported once, whether the log is written to standard error or not.
-  for (const bool isConfigured : {false, true}) {
-    const auto child = runInChild([&] {
-      if (isConfigured) InitRootLogger("none");
-      load(R"({"rule_list": [{}, {"rule_list": [null]}]})");
-    });
-    EXPECT_EQ(0u, child.errors.find("rule file: rule_list[1].rule_list[0]: should be a object\n"
-                                    "Expression 'false' is false"));
-  }
+  const auto child = runInChild([&] {
+    InitRootLogger("none");
+    load(R"({"rule_list": [{}, {"rule_list": [null]}]})");
+  });
+  EXPECT_EQ(0u, child.errors.find("rule file: rule_list[1].rule_list[0]: should be a object\n"
+                                  "Expression 'false' is false"))
+      << "reported once";
 }
 
 }  // namespace xrule_test
