@@ -32,6 +32,9 @@ TEST_F(ModuleTest, DumpsBeforeAndAfterTheWorkUseThePathOfThatMoment) {
   EXPECT_EQ("{\n \"steps\" : 0\n}\n", readFile("out/pre_in_info.json"));
   EXPECT_EQ("{\n \"steps\" : 1\n}\n", readFile("later/out_info.json"));
   EXPECT_EQ("{\n \"\" : []\n}\n", readFile("later/module_stat.json"));
+  Json::Value info;
+  EXPECT_EQ("{\n\t\"steps\" : 1\n}\n", data.getBaiscInfo(&info));
+  EXPECT_EQ(1, info["steps"].asInt());
 }
 
 TEST_F(ModuleTest, EveryRunAddsAnEntryWithTwoTimePoints) {
@@ -48,7 +51,6 @@ TEST_F(ModuleTest, EveryRunAddsAnEntryWithTwoTimePoints) {
   worker.process(&data);
   EXPECT_FALSE(fs::exists("in_info.json") || fs::exists("out_info.json"));
   EXPECT_EQ("detail in_detail.txt", data.calls.at(0)) << "an empty path is the current directory";
-  EXPECT_EQ("debug before_process/", data.calls.at(1));
   data.hasInfo = true;
   worker.process(&data);
   EXPECT_TRUE(fs::exists("in_info.json") && fs::exists("out_info.json"));
@@ -57,7 +59,6 @@ TEST_F(ModuleTest, EveryRunAddsAnEntryWithTwoTimePoints) {
       << "the module's statistics grow with its runs";
   const Json::Value runs = root.toJsonValue4Bind()["root"];
   ASSERT_EQ(2u, runs.size());
-  EXPECT_EQ(json(R"({"contextIn": null})"), runs[0]["Module::Worker"][1]);
   const Json::Value& second = runs[1]["Module::Worker"];
   ASSERT_EQ(4u, second.size());
   EXPECT_EQ(2u, second[0]["TimeStatistic"]["timestamps"].size());
@@ -91,14 +92,6 @@ TEST_F(ModuleTest, TheCurrentDirectoryIsRestoredUnlessTheWorkThrows) {
   EXPECT_TRUE(fs::exists("in_info.json"));
   EXPECT_FALSE(fs::exists("out_info.json") || fs::exists("run"));
   EXPECT_EQ(2u, root.toJsonValue4Bind()["root"][0]["Module::Worker"].size()) << "no contextOut";
-}
-
-TEST_F(ModuleTest, BasicInfoIsTextIndentedByTabs) {
-  Json::Value info;
-  EXPECT_EQ("{\n\t\"steps\" : 0\n}\n", data.getBaiscInfo(&info));
-  EXPECT_EQ(0, info["steps"].asInt());
-  ModuleData base;
-  EXPECT_EQ("null\n", base.getBaiscInfo(nullptr));
 }
 
 }  // namespace module_test
