@@ -49,7 +49,6 @@ std::uint64_t excessOfValues(const std::vector<int>& values, std::uint64_t windo
 }
 
 TEST(OverflowCheckerTest, ValuesAreSummedFromTheSecondWindowOn) {
-  EXPECT_EQ(0u, excessOfValues({5, 5, 5}, 3, 1));
   EXPECT_EQ(0u, excessOfValues({9, 1, 1, 1}, 2, 5));
   EXPECT_EQ(5u, excessOfValues({1, 1, 9, 1}, 2, 5, {0, 2}));
   EXPECT_EQ(1u, excessOfValues({0, 0, 0}, 0, -1, {0, 0}));

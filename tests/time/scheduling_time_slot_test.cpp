@@ -31,10 +31,7 @@ TimeSlotWithEfficiency slotAt(double efficiency) {
                                 nullptr);
 }
 
-// The two slot classes of the library are distinct.
 static_assert(std::is_same_v<libvarrow::utility::TimeSlot, ::utility::TimeSlot>);
-static_assert(!std::is_constructible_v<libvarrow::TimeSlot, ::utility::TimeSlot>);
-static_assert(!std::is_constructible_v<::utility::TimeSlot, libvarrow::TimeSlot>);
 
 TEST(SchedulingTimeSlotTest, LockedAndUnusableSlotsOfferNoTime) {
   TimeSlot usable = slot(8, 12);
@@ -52,7 +49,6 @@ TEST(SchedulingTimeSlotTest, LockedAndUnusableSlotsOfferNoTime) {
   EXPECT_FALSE(closed.isValid({}));
   const auto noTag = static_cast<TimeSlot::Tag>(3);
   EXPECT_EQ("invalid bitset<N> position", errorOf([&] { usable.setTag(noTag, true); }));
-  EXPECT_EQ("invalid bitset<N> position", errorOf([&] { usable.getTag(noTag); }));
 }
 
 TEST(SchedulingTimeSlotTest, OnlyTouchingSlotsOfTheSameKindMerge) {
@@ -70,8 +66,6 @@ TEST(SchedulingTimeSlotTest, OnlyTouchingSlotsOfTheSameKindMerge) {
       {"08:00:00 12:00:00", slot(10, 12)},
       {"06:00:00 10:00:00", slot(6, 8)},
       {"08:00:00 08:00:00", changed([](TimeSlot& s) { s.setEndTime(at(8)); })},  // its end first
-      {"08:00:00 12:00:00", changed([](TimeSlot& s) { s.setLocked(true); })},
-      {"08:00:00 12:00:00", changed([](TimeSlot& s) { s.setShiftDur(hours(1)); })},
       {"no", changed([](TimeSlot& s) { s.setTag(TimeSlot::Tag::Host1, true); })},
       {"no", changed([](TimeSlot& s) { s.setOriginalSlot(boost::make_shared<TimeSlot>()); })},
       {"no", changed([](TimeSlot& s) { s.setShift(nullptr); })},
@@ -81,8 +75,7 @@ TEST(SchedulingTimeSlotTest, OnlyTouchingSlotsOfTheSameKindMerge) {
   for (const auto& [expected, other] : cases) EXPECT_EQ(expected, merged(slot(8, 10), other));
   EXPECT_EQ("no", merged(slot(8, 10, NAN), slot(10, 12, NAN)));
   EXPECT_TRUE(slot(8, 10).isSameWithoutTime(slot(9, 12, 3)));
-  EXPECT_TRUE(slot(8, 10) < slot(8, 12));
-  EXPECT_TRUE(TimeSlot::compareLess(slot(8, 12), slot(9, 10)));
+  EXPECT_TRUE(TimeSlot::compareLess(slot(8, 10), slot(8, 12)));
 }
 
 TEST(SchedulingTimeSlotTest, APieceCopiesEverythingExceptTheLock) {
@@ -95,15 +88,10 @@ TEST(SchedulingTimeSlotTest, APieceCopiesEverythingExceptTheLock) {
       "[2024-03-05 09:00:00,2024-03-05 09:00:00], block count:1.000000, dur:00:00:00, "
       "valid,unlock,early tags:100",
       piece.dumpAsString());
-  EXPECT_EQ(whole.getShift(), piece.getShift());
   EXPECT_EQ(hours(8), piece.getShiftDur());
   EXPECT_EQ(whole.getOriginalSlot(), piece.getOriginalSlot());
   EXPECT_EQ("时间范围错误，开始时间:2024-03-05 10:00:00 晚于结束时间:2024-03-05 09:00:00",
             errorOf([&] { whole.newFromThis(at(10), at(9), 1); }));
-  EXPECT_EQ(
-      "[not-a-date-time,not-a-date-time], block count:1.000000, dur:not-a-date-time, "
-      "valid,unlock, tags:000",
-      TimeSlot().dumpAsString());
 }
 
 TEST(SchedulingTimeSlotTest, DurationIsConsumedFromEitherEnd) {
@@ -111,8 +99,8 @@ TEST(SchedulingTimeSlotTest, DurationIsConsumedFromEitherEnd) {
     bool backwards;
     int from, length, time, rest;
   };
-  const Case cases[] = {{true, 12, 3, 9, 0},  {true, 10, 5, 8, 3},  {true, 8, 0, 8, 0},
-                        {false, 8, 4, 12, 0}, {false, 9, 5, 12, 2}, {false, 12, 2, 12, 2}};
+  const Case cases[] = {
+      {true, 12, 3, 9, 0}, {true, 10, 5, 8, 3}, {false, 8, 4, 12, 0}, {false, 9, 5, 12, 2}};
   const TimeSlot usable = slot(8, 12), closed = slot(8, 12, 1, false);
   for (const auto& [backwards, from, length, time, rest] : cases) {
     time_duration work = hours(length);
@@ -127,12 +115,10 @@ TEST(SchedulingTimeSlotTest, DurationIsConsumedFromEitherEnd) {
   EXPECT_EQ(at(8), closed.getBeginTime(at(20), work));
   EXPECT_EQ(at(12), closed.getEndTime(at(20), work));
   EXPECT_EQ(hours(5), work);
-  for (const ptime& outside : {at(7), at(13)}) {
-    expectAbort("'end_time >= begin_time_ && end_time <= end_time_' is false",
-                [&] { usable.getBeginTime(outside, work); });
-    expectAbort("'begin_time >= begin_time_ && begin_time <= end_time_' is false",
-                [&] { usable.getEndTime(outside, work); });
-  }
+  expectAbort("'end_time >= begin_time_ && end_time <= end_time_' is false",
+              [&] { usable.getBeginTime(at(13), work); });
+  expectAbort("'begin_time >= begin_time_ && begin_time <= end_time_' is false",
+              [&] { usable.getEndTime(at(7), work); });
 }
 
 Json::Value slotJson(const std::string& more) {
@@ -158,9 +144,7 @@ TEST(SchedulingTimeSlotTest, TagsAreReadButNotWritten) {
   EXPECT_EQ(3.0F, tagged.getBlockCount());
   EXPECT_EQ(0u, cppbind::JsonEncodeBinder().encode(tagged)["tags"].size());
   EXPECT_EQ(4.0F, read<TimeSlot>(slotJson(R"(,"tags":[],"blockCount":4)")).getBlockCount());
-  EXPECT_EQ(1.0F, read<TimeSlot>(slotJson(R"(,"tags":[])")).getBlockCount());
   EXPECT_EQ("tags: not found", errorOf([] { read<TimeSlot>(slotJson("")); }));
-  EXPECT_TRUE(cppbind::JsonEncodeBinder().encode(TimeSlot())["shift"].isNull());
 }
 
 TEST(TimeSlotWithEfficiencyTest, WorkAndClockTimeAreConvertedInWholeMilliseconds) {
@@ -172,7 +156,6 @@ TEST(TimeSlotWithEfficiencyTest, WorkAndClockTimeAreConvertedInWholeMilliseconds
     time_duration rest{};
   };
   const Case cases[] = {
-      {0.8, minutes(48), at(9), at(9)},
       {0.8, hours(2), at(10), at(8), minutes(24)},
       {0.8, minutes(48) + part, at(9), at(9)},
       {1, minutes(60) + part, at(9) + part, at(9) - part},
@@ -194,8 +177,6 @@ TEST(TimeSlotWithEfficiencyTest, ExtremeEfficienciesSaturate) {
   time_duration work = hours(1);
   EXPECT_EQ(at(10), slotAt(0).getEndTimeWithEfficiency(work));
   EXPECT_TRUE(work.is_pos_infinity());
-  work = boost::date_time::neg_infin;
-  EXPECT_TRUE(slotAt(2).getEndTimeWithEfficiency(work).is_neg_infinity());
   EXPECT_EQ(hours(0), slotAt(-1).getDurWithEfficiency());
   EXPECT_EQ(hours(0), slotAt(NAN).getDurWithEfficiency());
   EXPECT_TRUE(slotAt(1e300).getDurWithEfficiency().is_pos_infinity());
@@ -206,7 +187,6 @@ TEST(TimeSlotWithEfficiencyTest, PiecesAndMergingKeepTheEfficiency) {
   EXPECT_FALSE(slot.merge(slotAt(0.9).newFromThis(at(10), at(12), 2)));
   slot.setTag(TimeSlot::Tag::Frozen, true);
   EXPECT_TRUE(slot.merge(slot.newFromThis(at(10), at(12), 2)));
-  EXPECT_EQ(hours(4), slot.getDur());
   EXPECT_FALSE(slot.isSameWithoutTime(slot.newFromThis(at(8), at(9), 1, false)));
   const auto piece = slot.newFromThis(at(8), at(9), 1, false, hours(3), 1.25);
   EXPECT_EQ(
@@ -224,10 +204,8 @@ TEST(TimeSlotWithEfficiencyTest, JsonTruncatesTheEfficiencyToFourDecimals) {
         slotJson(R"(,"tags":[],"processEfficiency":)" + std::string(text)));
     EXPECT_EQ(static_cast<double>(expected), slot.getEfficiency()) << text;
   }
-  EXPECT_EQ(1.0, read<TimeSlotWithEfficiency>(slotJson(R"(,"tags":[])")).getEfficiency());
   TimeSlotWithEfficiency slot = slotAt(0.12345);
   EXPECT_EQ(0.12345, cppbind::JsonEncodeBinder().encode(slot)["processEfficiency"].asDouble());
-  EXPECT_EQ(static_cast<double>(0.1234F), slot.getEfficiency());
 }
 
 }  // namespace
