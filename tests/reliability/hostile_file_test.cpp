@@ -66,7 +66,6 @@ std::vector<std::pair<const char*, std::string>> hostileTexts() {
       {"a long number", filled(R"({"A":{"number":)", "9", "}}")},
       {"comments", filled("[1", "/**/", "]")},
       {"errors", filled("[", "{x},", "]")},
-      {"deep errors", repeated(990, "[") + filled("", "x ", "")},
       {"an unterminated text", filled("[\"", "\\\"")},
   };
 }
@@ -91,18 +90,15 @@ class HostileFileTest : public InTemporaryDirectory {
         << name << ' ' << reader << ' ' << child.signal << child.errors.substr(0, 1000);
   }
 
-  cppbind::ClassRegister classes;
+  ModuleLoader loader;
+  cppbind::ClassRegister& classes = loader.classRegister();
 };
 
 TEST_F(HostileFileTest, AnExpensiveFileIsReadOrRefusedWithinASecond) {
   for (const auto& [name, text] : hostileTexts()) {
     writeFile(kFile, text);
     expectQuickEnd(name, "pipeline", [&] { ModuleExecutor(&classes, kFile, true); });
-    expectQuickEnd(name, "named modules", [&] {
-      ModuleLoader loader;
-      loader.classRegister().regClass<Step>("S");
-      loader.loadFile(kFile);
-    });
+    expectQuickEnd(name, "named modules", [&] { loader.loadFile(kFile); });
     expectQuickEnd(name, "rules", [&] { RuleLoader::loadRules(kFile, &classes); });
     expectQuickEnd(name, "JSON", [&] { Str2Json(Json2Str(File2Json(kFile))); });
     expectQuickEnd(name, "text", [&, &text = text] {

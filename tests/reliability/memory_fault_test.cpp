@@ -2,7 +2,6 @@
 #include <boost/filesystem/operations.hpp>
 #include <cstdlib>
 #include <new>
-#include <stdexcept>
 
 #include "cppbind/Assert.h"
 #include "libvarrow/backtrace/Check.h"
@@ -44,14 +43,11 @@ TEST_F(MemoryFaultTest, AFailedCheckIsReportedAndEndsTheProcess) {
               [&] { failEachAllocation([] { LIBVARROW_CHECK(2 < 1); }, survived); });
 }
 
-TEST_F(MemoryFaultTest, TextFilesAndRegistersAreCompleteOrUnchanged) {
+TEST_F(MemoryFaultTest, FilesAndRegistersAreCompleteOrUnchanged) {
   Json::Value info;
   for (int i = 0; i < 30; ++i) info.append("a text too long for the string itself");
   StatisticsContainer statistics("run");
   statistics.getJsonStatistics("orders", info);
-  std::string text;
-  expectAllOrNothing(
-      "text", [&] { text = Json2Str(info); }, [&] { return text; }, [&] { text = "old"; });
   expectAllOrNothing(
       "a timed dump",
       [&] {
@@ -77,13 +73,6 @@ TEST_F(MemoryFaultTest, AChangeOfABlockIsCompleteOrHasNoEffect) {
   const TimeBlock cuts = blockOf({slot(10, 11), slot(12, 13), slot(14, 15)});
   const TimeBlock overlapping =
       blockOf({slot(33, 36), slot(10, 12), slot(11, 13), slot(52, 53), slot(54, 55)});
-  const TimeBlock reversed = blockOf({slot(1, 2), slot(25, 26), slot(7, 6)});
-  const auto addReversed = [&](TimeBlock& b) {
-    try {
-      b.addTimeBlocks(reversed);
-    } catch (const std::runtime_error&) {
-    }
-  };
   struct Case {
     const char* what;
     const TimeBlock& before;
@@ -93,13 +82,11 @@ TEST_F(MemoryFaultTest, AChangeOfABlockIsCompleteOrHasNoEffect) {
       {"add", week, [](TimeBlock& b) { b.addTimeBlock(at(22), at(23)); }},
       {"append", week, [](TimeBlock& b) { b.addTimeBlock(at(70), at(71)); }},
       {"add few", day, [&](TimeBlock& b) { b.addTimeBlocks(two); }},
-      {"add with a reversed one", week, addReversed},
       {"add to unordered", unordered, [&](TimeBlock& b) { b.addTimeBlocks(two); }},
       {"add many", week, [&](TimeBlock& b) { b.addTimeBlocks(overlapping); }},
       {"cut", week, [](TimeBlock& b) { b.removeTimeBlock(at(10), at(11)); }},
       {"cut unordered", unordered, [](TimeBlock& b) { b.removeTimeBlock(at(10), at(11)); }},
       {"cut few", day, [&](TimeBlock& b) { b.removeTimeBlock(cuts); }},
-      {"cut few of unordered", unordered, [&](TimeBlock& b) { b.removeTimeBlock(cuts); }},
       {"cut many", week, [&](TimeBlock& b) { b.removeTimeBlock(overlapping); }},
       {"cut many of unordered", unordered, [&](TimeBlock& b) { b.removeTimeBlock(overlapping); }},
       {"assign", two, [&](TimeBlock& b) { b = week; }}};

@@ -7,19 +7,9 @@
 #include "libvarrow/libvarrow.h"
 #include "support/support.h"
 
-// A sanitizer that replaces the allocator also counts the bytes.
-extern "C" __attribute__((weak)) std::size_t
-__sanitizer_get_current_allocated_bytes();  // NOLINT(bugprone-reserved-identifier)
-
 namespace {
 
 using namespace libvarrow;
-
-std::size_t heapInUse() {
-  return __sanitizer_get_current_allocated_bytes != nullptr
-             ? __sanitizer_get_current_allocated_bytes()
-             : ::mallinfo2().uordblks;
-}
 
 auto openFiles() {
   return std::distance(boost::filesystem::directory_iterator("/proc/self/fd"),
@@ -59,12 +49,12 @@ TEST_F(MemoryTest, APipelineKeepsNoMemoryOrFilesAfterARun) {
     }
   };
   run(100);
-  const std::size_t heap = heapInUse();
+  const std::size_t heap = ::mallinfo2().uordblks;
   const auto files = openFiles();
   constexpr std::size_t kMoreRuns = 900;
   run(kMoreRuns);
   // The smallest block has 16 bytes, so no run leaks one.
-  EXPECT_LT(heapInUse(), heap + 16 * kMoreRuns);
+  EXPECT_LT(::mallinfo2().uordblks, heap + 16 * kMoreRuns);
   EXPECT_EQ(files, openFiles());
 }
 
