@@ -5,6 +5,7 @@
 #include <iterator>
 #include <utility>
 
+#include "collector.h"
 #include "cppbind/Assert.h"
 #include "cppbind/ObjFactory.h"
 
@@ -56,19 +57,27 @@ void ClassRegisterBase::unregClassesOf(const CodeOwner& owner) {
   }
 }
 
-ObjFactory& ClassRegisterBase::findFactory(const std::string& className) const {
+ObjFactory* ClassRegisterBase::find(const std::string& className) const {
   const auto found = classes_.find(lowered(className));
-  if (found == classes_.end()) {
+  return found == classes_.end() ? nullptr : found->second.factory.get();
+}
+
+ObjFactory& ClassRegisterBase::findFactory(const std::string& className) const {
+  ObjFactory* const factory = find(className);
+  if (factory == nullptr) {
     std::cout << "ERROR can not find class '" << className << "'\n" << std::flush;
     throw ClassMissRegException(className);
   }
-  return *found->second.factory;
+  return *factory;
 }
 
 std::unique_ptr<Object> ClassRegisterBase::createObject(const std::string& className,
                                                         const Json::Value& json,
                                                         BinderImpBase* binder) const {
-  ObjFactory& factory = findFactory(className);
+  auto* const collector = detail::Collector::of(binder);
+  ObjFactory& factory = collector == nullptr ? findFactory(className)
+                                             : detail::Collector::findFactory(*this, className);
+  const detail::Collector::ClassScope scope(collector, factory);
   try {
     return std::unique_ptr<Object>(factory.create(className, json, binder));
   } catch (ParseErrorException& error) {

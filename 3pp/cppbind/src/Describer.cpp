@@ -1,5 +1,6 @@
 #include "cppbind/Describer.h"
 
+#include <algorithm>
 #include <exception>
 #include <iterator>
 #include <list>
@@ -42,6 +43,13 @@ std::string failureOf(const Body& body) {
 std::vector<ObjectDescription> sortedById(std::list<ObjectDescription>& objects) {
   objects.sort([](const ObjectDescription& a, const ObjectDescription& b) { return a.id < b.id; });
   return {std::make_move_iterator(objects.begin()), std::make_move_iterator(objects.end())};
+}
+
+const ObjectDescription* withId(const std::list<ObjectDescription>& objects,
+                                const std::string& id) {
+  const auto found = std::find_if(objects.begin(), objects.end(),
+                                  [&](const ObjectDescription& object) { return object.id == id; });
+  return found == objects.end() ? nullptr : &*found;
 }
 
 }  // namespace
@@ -174,6 +182,26 @@ void Describer::describeObject(ValueDescription& value, bool (*fits)(const ObjFa
       value.names.push_back(classId(candidate.name, candidate.factory));
     }
   }
+}
+
+const ObjectDescription* Describer::findClass(const ObjFactory& factory,
+                                              const ClassRegisterBase* reg) const {
+  const auto known = known_->classIds.find({&factory, reg});
+  return known == known_->classIds.end() ? nullptr : withId(known_->classes, known->second);
+}
+
+const ObjectDescription* Describer::findRecord(const std::type_info& type,
+                                               const ClassRegisterBase* reg) const {
+  const auto known = known_->recordIds.find({type, reg});
+  return known == known_->recordIds.end() ? nullptr : withId(known_->records, known->second);
+}
+
+const std::list<ObjectDescription>& Describer::classes() const {
+  return known_->classes;
+}
+
+const std::list<ObjectDescription>& Describer::records() const {
+  return known_->records;
 }
 
 Description Describer::result(ValueDescription root) {

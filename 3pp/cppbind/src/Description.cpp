@@ -99,14 +99,19 @@ const ObjectDescription& Description::recordWithId(std::string_view id) const {
 }
 
 bool FieldDescription::check(JsonDecodeBinder& decoder, const Json::Value& json) const {
-  if (type_ == nullptr || type_->create == nullptr) return false;
+  if (type_ == nullptr) return false;
   const bool readsNull = type_->readsNull != nullptr && type_->readsNull(decoder);
   if (json.isNull() && !type_->isObjectList && !readsNull) detail::throwNotFound();
+  if (type_->create == nullptr) return false;
   boost::shared_ptr<Backup> scope;
   if (reg_ != nullptr) scope = decoder.replaceClassRegister(const_cast<ClassRegisterBase*>(reg_));
   const std::unique_ptr<void, void (*)(void*)> made(type_->create(), type_->destroy);
   type_->read(decoder, json, made.get());
-  for (const Check& check : checks_) check(decoder, json, made.get());
+  detail::Gatherer gatherer(decoder);
+  for (const Check& check : checks_) {
+    gatherer.run([&] { check(decoder, json, made.get()); });
+  }
+  gatherer.finish();
   return true;
 }
 

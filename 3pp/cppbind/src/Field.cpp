@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "collector.h"
 #include "object_notes.h"
 
 namespace cppbind::detail {
@@ -113,9 +114,14 @@ void FieldHandle::handle(const Rule& rule, const RuledValues& values, const void
     return;
   }
   const Json::Value& source = *binder_->source_;
-  if (key_.data() == nullptr) return bound.check(decoder, source, field);
-  const Json::Value* member = source.find(key_.data(), key_.data() + key_.size());
-  withKey(key_, [&] { bound.check(decoder, *member, field); });
+  try {
+    if (key_.data() == nullptr) return bound.check(decoder, source, field);
+    const Json::Value* member = source.find(key_.data(), key_.data() + key_.size());
+    withKey(key_, [&] { bound.check(decoder, *member, field); });
+  } catch (...) {
+    if (Collector::of(&decoder) != nullptr) Collector::rethrowCondition();
+    throw;
+  }
 }
 
 void FieldHandle::noteAbout(std::size_t depth, std::string_view text) const {

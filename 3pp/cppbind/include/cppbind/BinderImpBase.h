@@ -15,6 +15,10 @@ namespace cppbind {
 class BinderImpBase;
 class ClassRegisterBase;
 
+namespace detail {
+class Collector;
+}
+
 /// Map from field types to their converters.
 using ConverterTable = std::map<std::type_index, boost::shared_ptr<StringConverter>>;
 
@@ -62,6 +66,7 @@ class CPPBIND_API BinderImpBase : private boost::noncopyable {
 
  private:
   friend class Backup;
+  friend class detail::Collector;
 
   boost::shared_ptr<const ConverterTable> converters_;
   // The last converter found: the objects of a list ask for the same fields again.
@@ -72,7 +77,8 @@ class CPPBIND_API BinderImpBase : private boost::noncopyable {
   /// Creates a binder with `converters` (shared; null: the standard ones) and without a register.
   explicit BinderImpBase(boost::shared_ptr<const ConverterTable> converters);
 
-  ClassRegisterBase* class_reg;  ///< not owned; null: dynamic types cannot be created
+  ClassRegisterBase* class_reg;             ///< not owned; null: dynamic types cannot be created
+  detail::Collector* collector_ = nullptr;  ///< not owned; set while all faults are collected
 };
 
 }  // namespace cppbind

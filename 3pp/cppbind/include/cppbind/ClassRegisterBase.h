@@ -45,6 +45,8 @@ class CPPBIND_API ClassRegisterBase {
   /// Returns all classes by their names in lower case.
   const std::map<std::string, RegisteredClass>& classes() const { return classes_; }
 
+  /// Returns the factory for `className`, which the register keeps alive, or null.
+  ObjFactory* find(const std::string& className) const;
   /// Returns the factory for `className`, which the register keeps alive. Throws
   /// ClassMissRegException, after printing the name to standard output, when it is not registered.
   ObjFactory& findFactory(const std::string& className) const;

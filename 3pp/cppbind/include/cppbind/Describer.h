@@ -4,6 +4,7 @@
 #include <json/value.h>
 
 #include <boost/shared_ptr.hpp>
+#include <list>
 #include <memory>
 #include <optional>
 #include <string>
@@ -14,7 +15,13 @@
 
 namespace cppbind {
 
+class Checker;
 class ObjFactory;
+
+namespace detail {
+class Collector;
+class TimeTexts;
+}  // namespace detail
 
 /// Argument of FieldCodec<T>::describe(), which says what a value of the type may be:
 ///
@@ -52,7 +59,10 @@ class CPPBIND_API Describer {
   void describeObject(ValueDescription& value, bool (*fits)(const ObjFactory&));
 
  private:
+  friend class Checker;
+  friend class detail::Collector;
   friend class detail::ObjectNotes;
+  friend class detail::TimeTexts;
   friend Description describe(const ClassRegisterBase& reg,
                               boost::shared_ptr<const ConverterTable> converters);
   friend Description detail::describeType(const detail::FieldType& type,
@@ -80,6 +90,12 @@ class CPPBIND_API Describer {
   void describeFields(ObjectDescription& object, const BindFields& bindFields);
   const std::string& classId(const std::string& name, const boost::shared_ptr<ObjFactory>& factory);
   Description result(ValueDescription root);
+  // Each returns what is described already, or null.
+  const ObjectDescription* findClass(const ObjFactory& factory, const ClassRegisterBase* reg) const;
+  const ObjectDescription* findRecord(const std::type_info& type,
+                                      const ClassRegisterBase* reg) const;
+  const std::list<ObjectDescription>& classes() const;
+  const std::list<ObjectDescription>& records() const;
 
   std::unique_ptr<Known> known_;
 };

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <exception>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -9,6 +10,11 @@
 #include "cppbind/Export.h"
 
 namespace cppbind {
+
+namespace detail {
+class Collector;
+struct FaultNotes;
+}  // namespace detail
 
 /// Exception for JSON that does not fit the object it is read into. Its path names the place: keys,
 /// list indices ("[2]") and class names, from the outermost object inward.
@@ -37,11 +43,14 @@ class CPPBIND_API ParseErrorException : public std::exception {
   const char* what() const noexcept override { return what_.c_str(); }
 
  private:
+  friend class detail::Collector;
+
   void rebuildWhat();
 
   std::vector<std::string> path_;
   std::string message_;
   std::string what_;
+  std::shared_ptr<const detail::FaultNotes> notes_;  // null unless all faults are collected
 };
 
 /// Exception for a class name that is not registered, or that names a class of the wrong type.

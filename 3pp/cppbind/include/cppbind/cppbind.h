@@ -1,11 +1,13 @@
 // Includes all headers for registering classes and binding their fields.
 #pragma once
 
+#include "cppbind/Checker.h"
 #include "cppbind/ClassRegister.h"
 #include "cppbind/ClassRegisterBase.h"
 #include "cppbind/Describer.h"
 #include "cppbind/Description.h"
 #include "cppbind/EnumNames.h"
+#include "cppbind/Fault.h"
 #include "cppbind/Field.h"
 #include "cppbind/JsonPlaces.h"
 #include "cppbind/ObjFactory.h"

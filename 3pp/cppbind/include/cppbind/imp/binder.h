@@ -24,6 +24,7 @@ namespace cppbind {
 class FieldDescription;
 
 namespace detail {
+class Collector;
 class FieldHandle;
 class ObjectNotes;
 struct Itself;
@@ -142,6 +143,7 @@ class CPPBIND_API Binder {
 
  private:
   friend class Describer;
+  friend class detail::Collector;
   friend class detail::FieldHandle;
 
   /// Creates a binder that describes: it reads a missing value and notes the fields.
@@ -281,6 +283,7 @@ template <class T>
 void JsonDecodeBinder::decode(const Json::Value& json, T& object) {
   static_assert(!bindsThroughRecord<T>, "read T::Data4Bind and construct T from it");
   requireReachableFields<T>();
+  if (collector_ != nullptr) return collect(json, typeid(T), detail::fieldBinder<T>(), &object);
   Binder binder(*this, json);
   if constexpr (hasSetBind<T>) object.setBind(&binder, true);
   binder.checkUnknownKeys();

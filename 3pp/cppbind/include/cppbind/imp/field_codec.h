@@ -23,6 +23,7 @@
 #include "cppbind/ParseErrorException.h"
 #include "cppbind/imp/bind_traits.h"
 #include "cppbind/imp/binder.h"
+#include "cppbind/imp/gatherer.h"
 
 namespace cppbind {
 
@@ -63,12 +64,14 @@ CPPBIND_API std::int64_t valueNamed(const Json::Value& json, const EnumTable& na
 CPPBIND_API std::string_view nameOf(std::int64_t value, const EnumTable& names);
 /// Calls `read` with each member of the object `json`. Its exceptions get the key as path.
 template <class Read>
-void forEachMember(const Json::Value& json, const Read& read) {
+void forEachMember(const JsonDecodeBinder& decoder, const Json::Value& json, const Read& read) {
   requireObject(json);
+  Gatherer gatherer(decoder);
   for (auto member = json.begin(); member != json.end(); ++member) {
     const std::string key = member.name();
-    withKey(key, [&] { read(key, *member); });
+    gatherer.atKey(key, [&] { read(key, *member); });
   }
+  gatherer.finish();
 }
 
 /// Throws a null pointer to the class that `factory` creates.
@@ -180,7 +183,7 @@ struct DefaultCodec<std::map<std::string, T, Less, Allocator>,
 
   static void read(JsonDecodeBinder& decoder, const Json::Value& json, Map& field) {
     field.clear();
-    forEachMember(json, [&](const std::string& key, const Json::Value& member) {
+    forEachMember(decoder, json, [&](const std::string& key, const Json::Value& member) {
       readElement(decoder, member, field[key]);
     });
   }
@@ -338,15 +341,17 @@ void readDynamicList(JsonDecodeBinder& decoder, const Json::Value* json,
                      const ClassRegisterBase* reg, std::vector<boost::shared_ptr<T>>& list) {
   const Json::Value& array = json != nullptr ? *json : Json::Value::nullSingleton();
   detail::requireArray(array, "should be a object array");
+  detail::Gatherer gatherer(decoder);
   std::size_t index = 0;
   for (const Json::Value& element : array) {
-    withIndex(index++, [&] {
+    gatherer.atIndex(index++, [&] {
       detail::requireObject(element);
       boost::shared_ptr<T> object;
       decoder.bindDynamicType(element, object, reg);
       list.push_back(std::move(object));
     });
   }
+  gatherer.finish();
 }
 
 /// Codec of lists. Reading clears a list of plain values, but appends to a list of objects by name.
@@ -375,9 +380,12 @@ struct FieldCodec<std::vector<T>> {
     detail::requireArray(json, "should be a list");
     list.clear();
     list.reserve(json.size());
+    detail::Gatherer gatherer(decoder);
+    std::size_t index = 0;
     for (const Json::Value& element : json) {
-      withIndex(list.size(), [&] { readElement(decoder, element, list); });
+      gatherer.atIndex(index++, [&] { readElement(decoder, element, list); });
     }
+    gatherer.finish();
   }
 
   // Reads in place, since moving a large element is expensive. Removes an element that cannot be

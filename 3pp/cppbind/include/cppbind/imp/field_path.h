@@ -14,8 +14,8 @@
 #include <utility>
 #include <vector>
 
-#include "cppbind/ParseErrorException.h"
 #include "cppbind/imp/field_type.h"
+#include "cppbind/imp/gatherer.h"
 
 namespace cppbind::detail {
 
@@ -78,48 +78,54 @@ inline const Json::Value& jsonAt(const Json::Value& json, std::size_t index) {
 
 // Visits the elements that were read from `json`: a list of objects may have had others before.
 template <class T, class Visit>
-void visitElements(JsonDecodeBinder&, const Json::Value& json, const std::vector<T>& list,
+void visitElements(JsonDecodeBinder& decoder, const Json::Value& json, const std::vector<T>& list,
                    const Visit& visit) {
   const std::size_t count = json.isArray() ? json.size() : list.size();
   const std::size_t first = list.size() - std::min(count, list.size());
+  Gatherer gatherer(decoder);
   for (std::size_t i = first; i < list.size(); ++i) {
-    withIndex(i - first, [&] {
+    gatherer.atIndex(i - first, [&] {
       const T& element = list[i];
       visitValue(jsonAt(json, i - first), element, visit);
     });
   }
+  gatherer.finish();
 }
 
 // Reads the elements again: a set does not know their indices.
 template <class T, class Less, class Allocator, class Visit>
 void visitElements(JsonDecodeBinder& decoder, const Json::Value& json,
                    const std::set<T, Less, Allocator>& set, const Visit& visit) {
+  Gatherer gatherer(decoder);
   std::size_t index = 0;
   if (!json.isArray()) {  // read by a host's codec
     for (const T& element : set) {
-      withIndex(index++, [&] { visitValue(json, element, visit); });
+      gatherer.atIndex(index++, [&] { visitValue(json, element, visit); });
     }
-    return;
+    return gatherer.finish();
   }
   for (const Json::Value& member : json) {
-    withIndex(index++, [&] {
+    gatherer.atIndex(index++, [&] {
       T element{};
       FieldCodec<T>::read(decoder, member, element);
       visitValue(member, element, visit);
     });
   }
+  gatherer.finish();
 }
 
 template <class T, class Less, class Allocator, class Visit>
-void visitElements(JsonDecodeBinder&, const Json::Value& json,
+void visitElements(JsonDecodeBinder& decoder, const Json::Value& json,
                    const std::map<std::string, T, Less, Allocator>& map, const Visit& visit) {
+  Gatherer gatherer(decoder);
   for (const auto& [key, element] : map) {
     const T& value = element;
     const Json::Value* member = json.find(key.data(), key.data() + key.size());
-    withKey(key, [&] {
+    gatherer.atKey(key, [&] {
       visitValue(member != nullptr ? *member : Json::Value::nullSingleton(), value, visit);
     });
   }
+  gatherer.finish();
 }
 
 // A function with its context.

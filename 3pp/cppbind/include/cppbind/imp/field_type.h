@@ -89,8 +89,15 @@ inline constexpr FieldType fieldType{isDynamicList<T>,
                                      FieldFunctions<T>::describer()};
 
 template <class T>
-void bindFields(void* object, Binder& binder) {
+CPPBIND_COLD void bindFields(void* object, Binder& binder) {
   static_cast<T*>(object)->setBind(&binder, true);
+}
+
+// Returns null for a class without a setBind.
+template <class T>
+constexpr auto fieldBinder() -> void (*)(void*, Binder&) {
+  if constexpr (hasSetBind<T>) return &bindFields<T>;
+  return nullptr;
 }
 
 template <class T>

@@ -6,6 +6,7 @@
 #include <boost/filesystem/path.hpp>
 #include <boost/shared_ptr.hpp>
 #include <string>
+#include <typeinfo>
 #include <utility>
 
 #include "cppbind/BinderImpBase.h"
@@ -15,9 +16,11 @@
 
 namespace cppbind {
 
+class Binder;
+
 namespace detail {
 struct KeptJson;
-}
+}  // namespace detail
 
 /// Binder that reads objects from JSON.
 ///
@@ -62,7 +65,12 @@ class CPPBIND_API JsonDecodeBinder : public BinderImpBase {
   };
   NamedFields namedFields(const Json::Value& json, const ClassRegisterBase* reg) const;
 
+  // Reads like decode(), but collects all faults of the object. `bind` is null without a setBind.
+  void collect(const Json::Value& json, const std::type_info& type,
+               void (*bind)(void* object, Binder& binder), void* object);
+
   friend class CreationScope;
+  friend class detail::Collector;
   boost::shared_ptr<detail::KeptJson> kept_;  // of the outermost object being created
   bool acceptUnknownKeys_ = false;
 };

@@ -1,0 +1,27 @@
+#include "cppbind/Fault.h"
+
+#include <algorithm>
+
+#include "cppbind/ParseErrorException.h"
+
+namespace cppbind {
+
+std::string Fault::what() const {
+  ParseErrorException error(message);
+  std::for_each(path.rbegin(), path.rend(),
+                [&](const std::string& element) { error.addPathFront(element); });
+  return error.what();
+}
+
+std::string Fault::text() const {
+  std::string text;
+  if (line > 0) text = std::to_string(line) + ":" + std::to_string(column) + ": ";
+  text += severity == Severity::Error ? "error: " : "warning: ";
+  text += what();
+  if (!hint.empty()) text += "; did you mean \"" + hint + "\"?";
+  // Messages of the JSON parser have several lines.
+  std::replace(text.begin(), text.end(), '\n', ' ');
+  return text;
+}
+
+}  // namespace cppbind

@@ -1,0 +1,142 @@
+#include "time_texts.h"
+
+#include <algorithm>
+#include <boost/date_time/posix_time/posix_time.hpp>
+#include <cctype>
+#include <utility>
+
+#include "cppbind/ParseErrorException.h"
+#include "cppbind/type/StringConverter.h"
+
+namespace cppbind::detail {
+
+namespace {
+
+// Returns true for the usual form of a duration, which needs no conversion.
+bool isUsualDuration(std::string_view text) {
+  constexpr std::string_view kForm = "00:00:00";
+  if (text.size() != kForm.size()) return false;
+  for (std::size_t i = 0; i < kForm.size(); ++i) {
+    const bool isDigit = text[i] >= '0' && text[i] <= '9';
+    if (kForm[i] == ':' ? text[i] != ':' : !isDigit) return false;
+  }
+  return text[3] < '6' && text[6] < '6';
+}
+
+template <class Text>
+std::string rewritten(std::string_view text) {
+  return Text::toString(Text::fromString(text));
+}
+
+// The text of a duration has no sign.
+template <>
+std::string rewritten<BoostTimeDurationText>(std::string_view text) {
+  const boost::posix_time::time_duration value = BoostTimeDurationText::fromString(text);
+  const bool isNegative = !value.is_special() && value.is_negative();
+  return (isNegative ? "-" : "") + BoostTimeDurationText::toString(value);
+}
+
+// Returns the form in which the value of `text` is written; `text` itself if it has no value.
+std::string formOf(ValueKind kind, const std::string& text) {
+  try {
+    if (kind == ValueKind::Date) return rewritten<BoostGDateText>(text);
+    if (kind == ValueKind::Time) return rewritten<BoostPTimeText>(text);
+    return isUsualDuration(text) ? text : rewritten<BoostTimeDurationText>(text);
+  } catch (const std::exception&) {
+    return text;  // an error that was found before
+  }
+}
+
+std::string lowered(std::string name) {
+  for (char& c : name) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+  return name;
+}
+
+const Json::Value* memberOf(const Json::Value& object, const std::string& key) {
+  return object.isObject() ? object.find(key.data(), key.data() + key.size()) : nullptr;
+}
+
+}  // namespace
+
+TimeTexts::TimeTexts(const Describer& describer, Visit visit) : visit_(std::move(visit)) {
+  for (const ObjectDescription& record : describer.records()) recordsById_[record.id] = &record;
+  for (const ObjectDescription& entry : describer.classes()) {
+    classesByName_[lowered(entry.name)].push_back(&entry);
+  }
+}
+
+void TimeTexts::find(const ValueDescription& value, const Json::Value& json, Path path) {
+  path_ = std::move(path);
+  walk(value, json);
+}
+
+void TimeTexts::findInObject(const ValueDescription& value, const Json::Value& json, Path path) {
+  path_ = std::move(path);
+  const ObjectDescription* const object = classOf(value, path_.back());
+  if (object != nullptr) walkObject(*object, json);
+}
+
+void TimeTexts::walk(const ValueDescription& value, const Json::Value& json) {
+  switch (value.kind) {
+    case ValueKind::Date:
+    case ValueKind::Time:
+    case ValueKind::Duration: {
+      if (!json.isString()) return;
+      const std::string text = json.asString();
+      const std::string form = formOf(value.kind, text);
+      if (form != text) visit_(path_, form);
+      return;
+    }
+    case ValueKind::List:
+    case ValueKind::Set:
+      if (value.elements.empty() || !json.isArray()) return;
+      for (Json::ArrayIndex i = 0; i < json.size(); ++i) {
+        below("[" + std::to_string(i) + "]", [&] { walk(value.elements.front(), json[i]); });
+      }
+      return;
+    case ValueKind::Map:
+      if (value.elements.empty() || !json.isObject()) return;
+      for (auto member = json.begin(); member != json.end(); ++member) {
+        below(member.name(), [&] { walk(value.elements.front(), *member); });
+      }
+      return;
+    case ValueKind::Record: {
+      const auto record =
+          value.names.empty() ? recordsById_.end() : recordsById_.find(value.names.front());
+      if (record != recordsById_.end()) walkObject(*record->second, json);
+      return;
+    }
+    case ValueKind::Object:
+      return walkNamed(value, json);
+    default:
+      return;
+  }
+}
+
+void TimeTexts::walkObject(const ObjectDescription& object, const Json::Value& json) {
+  for (const FieldDescription& whole : object.whole) walk(whole.value, json);
+  for (const FieldDescription& field : object.fields) {
+    const Json::Value* const member = memberOf(json, field.key);
+    if (member != nullptr) below(field.key, [&] { walk(field.value, *member); });
+  }
+}
+
+void TimeTexts::walkNamed(const ValueDescription& value, const Json::Value& json) {
+  if (!json.isObject() || json.size() != 1) return;
+  const auto member = json.begin();
+  const ObjectDescription* const object = classOf(value, member.name());
+  if (object != nullptr) below(member.name(), [&] { walkObject(*object, *member); });
+}
+
+const ObjectDescription* TimeTexts::classOf(const ValueDescription& value,
+                                            const std::string& name) const {
+  const auto named = classesByName_.find(lowered(name));
+  if (named == classesByName_.end()) return nullptr;
+  for (const ObjectDescription* object : named->second) {
+    const auto& ids = value.names;
+    if (std::find(ids.begin(), ids.end(), object->id) != ids.end()) return object;
+  }
+  return nullptr;
+}
+
+}  // namespace cppbind::detail
