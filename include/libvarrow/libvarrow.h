@@ -18,6 +18,7 @@
 #include "libvarrow/module/ModuleData.h"
 #include "libvarrow/module/ModuleExecutor.h"
 #include "libvarrow/module/ModuleLoader.h"
+#include "libvarrow/module/pipeline_check.h"
 #include "libvarrow/statistics/CommonStatistics.h"
 #include "libvarrow/statistics/CountStatistics.h"
 #include "libvarrow/statistics/DistributionStatistics.h"
@@ -51,6 +52,7 @@
 #include "libvarrow/xrule/RuleResult.h"
 #include "libvarrow/xrule/RuleValidatorReason.h"
 #include "libvarrow/xrule/ValidatorReason.h"
+#include "libvarrow/xrule/rule_check.h"
 
 /// @namespace libvarrow
 /// The frame of a program (pipelines, statistics, logs, failures) and its vocabulary (calendars,

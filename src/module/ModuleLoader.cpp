@@ -6,19 +6,11 @@
 
 #include "libvarrow/backtrace/Check.h"
 #include "libvarrow/module/CommonModuleStatDumper.h"
+#include "module/main_module_record.h"
 
 namespace libvarrow {
 
 namespace {
-
-// {"mainModule": {"ClassName": {...}}}
-struct MainModuleRecord {
-  boost::shared_ptr<Module> module;
-
-  void setBind(cppbind::Binder* binder, bool bindFields) {
-    if (bindFields) binder->bind("mainModule", module);
-  }
-};
 
 // Returns the value of `key`, or null. `object` may be null itself.
 const Json::Value& member(const Json::Value& object, const char* key) {

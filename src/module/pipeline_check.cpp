@@ -1,0 +1,114 @@
+#include "libvarrow/module/pipeline_check.h"
+
+#include <utility>
+
+#include "base/json_text.h"
+#include "base/nearest_name.h"
+#include "cppbind/Checker.h"
+#include "libvarrow/module/ChainedModule.h"
+#include "module/main_module_record.h"
+
+namespace libvarrow {
+
+namespace {
+
+using cppbind::Checker;
+using cppbind::Severity;
+
+constexpr const char* kModules = "named_modules";
+constexpr const char* kChain = "chained_module";
+
+// Returns the nearest of the keys of `object`.
+std::string nearestKey(const std::string& name, const Json::Value& object) {
+  if (!object.isObject()) return std::string();
+  const Json::Value::Members keys = object.getMemberNames();
+  base::NearestName nearest(name);
+  for (const std::string& key : keys) nearest.consider(key);
+  return std::string(nearest.name());
+}
+
+void checkModules(Checker& checker, const Json::Value& modules) {
+  if (!modules.isObject()) {
+    return checker.add({Severity::Error, {kModules}, "should be a object"});
+  }
+  for (auto member = modules.begin(); member != modules.end(); ++member) {
+    checker.check<boost::shared_ptr<Module>>({kModules, member.name()}, *member);
+  }
+}
+
+void checkChain(Checker& checker, const Json::Value& chain, const Json::Value& modules) {
+  if (!chain.isArray()) return checker.add({Severity::Error, {kChain}, "should be a list"});
+  for (Json::ArrayIndex i = 0; i < chain.size(); ++i) {
+    const Checker::Path path = {kChain, "[" + std::to_string(i) + "]"};
+    if (!chain[i].isString()) {
+      checker.add({Severity::Error, path, "should be a string"});
+      continue;
+    }
+    const std::string name = chain[i].asString();
+    if (modules.isObject() && modules.isMember(name)) continue;
+    checker.add({Severity::Error, path, base::json_text::onOneLine(name) + " is no named module",
+                 nearestKey(name, modules)});
+  }
+}
+
+void checkNamed(Checker& checker) {
+  const Json::Value& root = checker.json();
+  const Json::Value& modules = root[kModules];
+  if (!modules.isNull()) checkModules(checker, modules);
+  if (!root[kChain].isNull()) checkChain(checker, root[kChain], modules);
+  for (auto member = root.begin(); member != root.end(); ++member) {
+    const std::string key = member.name();
+    if (key == kModules || key == kChain) continue;
+    base::NearestName nearest(key);
+    nearest.consider(kModules);
+    nearest.consider(kChain);
+    checker.add({Severity::Warning,
+                 {},
+                 "unknown json key:[" + key + "] is ignored",
+                 std::string(nearest.name())},
+                &key);
+  }
+}
+
+cppbind::Faults check(Checker& checker, bool ignoreUnknownKeys) {
+  if (!checker.isJson()) return checker.faults();
+  checker.setAcceptUnknownKeys(ignoreUnknownKeys);
+  switch (pipelineLayout(checker.json()).value_or(PipelineLayout::Chain)) {
+    case PipelineLayout::Chain:
+      checker.check<ChainedModule::Data4Bind>();
+      break;
+    case PipelineLayout::Named:
+      // Only the executor's layout is read with a choice.
+      checker.setAcceptUnknownKeys(false);
+      checkNamed(checker);
+      break;
+    case PipelineLayout::Object:
+      checker.setAcceptUnknownKeys(false);
+      checker.check<MainModuleRecord>();
+      break;
+  }
+  return checker.faults();
+}
+
+}  // namespace
+
+std::optional<PipelineLayout> pipelineLayout(const Json::Value& root) {
+  if (!root.isObject()) return std::nullopt;
+  if (root.isMember("modules")) return PipelineLayout::Chain;
+  if (root.isMember(kModules) || root.isMember(kChain)) return PipelineLayout::Named;
+  if (root.isMember("mainModule")) return PipelineLayout::Object;
+  return std::nullopt;
+}
+
+cppbind::Faults checkPipelineFile(const boost::filesystem::path& path,
+                                  const cppbind::ClassRegisterBase& reg, bool ignoreUnknownKeys) {
+  return check(*Checker::ofFile(path, &reg), ignoreUnknownKeys);
+}
+
+cppbind::Faults checkPipelineText(const std::string& text, const cppbind::ClassRegisterBase& reg,
+                                  bool ignoreUnknownKeys) {
+  Checker checker(text, &reg);
+  return check(checker, ignoreUnknownKeys);
+}
+
+}  // namespace libvarrow

@@ -1,0 +1,51 @@
+// All faults of rule files in one call, also those that end the process when they are loaded.
+#include "libvarrow/xrule/rule_check.h"
+
+#include "libvarrow/xrule/RuleLoader.h"
+#include "support/support.h"
+#include "xrule/checks.h"
+
+namespace xrule_test {
+
+using namespace libvarrow;
+using namespace test_support;
+
+std::string faultsIn(const std::string& text) {
+  const cppbind::ClassRegister reg = checks();
+  std::string lines;
+  for (const cppbind::Fault& fault : checkRuleText(text, reg).first) lines += fault.text() + "\n";
+  return lines;
+}
+
+TEST(RuleCheck, AllFaultsOfAFileAreFound) {
+  const int before = AtMost::alive();
+  EXPECT_EQ(
+      "2:13: error: AtMost.limit: not found\n"
+      "3:1: error: AtMots miss register; did you mean \"AtMost\"?\n"
+      "4:36: error: rule_list[0].Never: unknown json key:[odd]\n"
+      "5:3: error: rule_list[1]: class NoRule is not a rule\n"
+      "6:16: error: rule_list[2].rule_level: should be an integer\n"
+      "6:34: error: rule_list[2].rule_list: should be a list\n"
+      "7:1: error: rule_list[3]: should be a object\n",
+      faultsIn(R"({"$schema": "rules.schema.json",
+  "AtMost": {},
+"AtMots": {"limit": 1}, "rule_list": [
+{"AtMost": {"limit": 1}, "Never": {"odd": 1}},
+{ "NoRule": {}},
+{"rule_level": 1.5, "rule_list": {}},
+null]})"));
+  EXPECT_EQ("", faultsIn(R"([{"atmost": {"limit": 1, "rule_level": 2}, "rule_level": 2}, {}])"));
+  EXPECT_EQ("", faultsIn("null"));
+  EXPECT_EQ(before, AtMost::alive());
+}
+
+TEST(RuleCheck, FilesThatEndTheProcessHaveFaults) {
+  const cppbind::ClassRegister reg = checks();
+  for (const char* text :
+       {R"({"rule_list": {}})", R"({"rule_level": null})", R"({"NoRule": {}})", "[1]", "1"}) {
+    EXPECT_NE("", faultsIn(text)) << text;
+    expectAbort("", [&] { RuleLoader::loadRules(json(text), &reg); });
+  }
+}
+
+}  // namespace xrule_test
