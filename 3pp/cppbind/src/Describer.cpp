@@ -230,6 +230,16 @@ Description describeType(const FieldType& type, const ClassRegisterBase* reg,
   return describer.result(std::move(root));
 }
 
+Description describeObjects(const ClassRegisterBase& reg, bool (*fits)(const ObjFactory&)) {
+  Describer describer(nullptr, nullptr);
+  ValueDescription root;
+  {
+    const Describer::RegisterScope scope(describer, &reg);
+    describer.describeObject(root, fits);
+  }
+  return describer.result(std::move(root));
+}
+
 void throwNullObject(const ObjFactory& factory) {
   factory.throwNull();
 }

@@ -1,29 +1,23 @@
 #include "cppbind/Description.h"
 
 #include <algorithm>
-#include <cmath>
 #include <memory>
 #include <stdexcept>
 
-#include "base/json_text.h"
-#include "base/number_text.h"
+#include "base/readable_json.h"
 #include "cppbind/cppbind.h"
 
 namespace cppbind {
 
 namespace {
 
-std::string textOf(const Json::Value& value) {
-  if (value.type() != Json::realValue) return libvarrow::base::json_text::onOneLine(value);
-  const double number = value.asDouble();
-  return std::isnan(number) ? "NaN" : libvarrow::base::number_text::shortest(number);
-}
+using libvarrow::base::readable_json::onOneLine;
 
 std::string listed(const std::vector<Json::Value>& values) {
   std::string text;
   for (const Json::Value& value : values) {
     if (!text.empty()) text += ", ";
-    text += textOf(value);
+    text += onOneLine(value);
   }
   return text;
 }
@@ -41,14 +35,30 @@ const ObjectDescription& withId(const std::vector<ObjectDescription>& objects,
 std::string Constraint::violation(const Json::Value& value) const {
   switch (kind) {
     case ConstraintKind::AtLeast:
-      return textOf(value) + " is less than " + listed(values);
+      return onOneLine(value) + " is less than " + listed(values);
     case ConstraintKind::AtMost:
-      return textOf(value) + " is more than " + listed(values);
+      return onOneLine(value) + " is more than " + listed(values);
     case ConstraintKind::OneOf:
-      if (values.empty()) return textOf(value) + " is not allowed: oneOf() has no values";
-      return textOf(value) + " is not one of " + listed(values);
+      if (values.empty()) return onOneLine(value) + " is not allowed: oneOf() has no values";
+      return onOneLine(value) + " is not one of " + listed(values);
     case ConstraintKind::NotEmpty:
       return "is empty";
+    case ConstraintKind::Satisfies:
+      break;
+  }
+  return words;
+}
+
+std::string Constraint::condition() const {
+  switch (kind) {
+    case ConstraintKind::AtLeast:
+      return "at least " + listed(values);
+    case ConstraintKind::AtMost:
+      return "at most " + listed(values);
+    case ConstraintKind::OneOf:
+      return values.empty() ? "no value is allowed" : "one of " + listed(values);
+    case ConstraintKind::NotEmpty:
+      return "not empty";
     case ConstraintKind::Satisfies:
       break;
   }

@@ -1,5 +1,6 @@
 #include "cppbind/imp/field_codec.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -147,6 +148,10 @@ void describeScalar(ValueDescription& value, const std::type_info& type) {
   value.kind = type == typeid(bool)          ? ValueKind::Boolean
                : type == typeid(std::string) ? ValueKind::Text
                                              : ValueKind::Number;
+  if (type == typeid(float)) {
+    value.minimum = static_cast<double>(std::numeric_limits<float>::lowest());
+    value.maximum = static_cast<double>(std::numeric_limits<float>::max());
+  }
   const IntegerType integers[] = {
       integerType<signed char>(), integerType<unsigned char>(),
       integerType<short>(),       integerType<unsigned short>(),
@@ -162,9 +167,34 @@ void describeScalar(ValueDescription& value, const std::type_info& type) {
   }
 }
 
-void describeNames(ValueDescription& value, const EnumTable& names) {
+namespace {
+
+// Returns the identifier at the end of the text of a probed value; nothing for one that is a number
+// or that the compiler writes in another form.
+std::string_view enumeratorIn(std::string_view text) {
+  if (text.empty() || text.back() != ']') return {};
+  text.remove_suffix(1);
+  const std::size_t before = text.find_last_of(":) ");
+  if (before != std::string_view::npos) text.remove_prefix(before + 1);
+  const bool isNumber = text.empty() || text.front() == '-' || (text[0] >= '0' && text[0] <= '9');
+  return isNumber ? std::string_view() : text;
+}
+
+bool hasName(std::int64_t value, const EnumTable& names) {
+  return std::any_of(names.entries, names.entries + names.count,
+                     [&](const EnumEntry& entry) { return entry.value == value; });
+}
+
+}  // namespace
+
+void describeNames(ValueDescription& value, const EnumTable& names, const ProbedValues& probed) {
   value.kind = ValueKind::Enumeration;
   for (std::size_t i = 0; i < names.count; ++i) value.names.emplace_back(names.entries[i].name);
+  for (std::size_t i = 0; i < probed.count; ++i) {
+    const std::string_view enumerator = enumeratorIn(probed.texts[i]);
+    const std::int64_t number = probed.first + static_cast<std::int64_t>(i);
+    if (!enumerator.empty() && !hasName(number, names)) value.unnamed.emplace_back(enumerator);
+  }
 }
 
 std::int64_t valueNamed(const Json::Value& json, const EnumTable& names) {

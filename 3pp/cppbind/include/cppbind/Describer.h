@@ -68,6 +68,8 @@ class CPPBIND_API Describer {
   friend Description detail::describeType(const detail::FieldType& type,
                                           const ClassRegisterBase* reg,
                                           boost::shared_ptr<const ConverterTable> converters);
+  friend Description detail::describeObjects(const ClassRegisterBase& reg,
+                                             bool (*fits)(const ObjFactory& factory));
   struct Known;
 
   // RAII guard: objects are of classes in `reg`; null: in the binder's register.

@@ -19,6 +19,7 @@ namespace cppbind {
 class ClassRegisterBase;
 class Describer;
 class JsonDecodeBinder;
+class ObjFactory;
 
 namespace detail {
 struct FieldType;
@@ -61,15 +62,20 @@ struct CPPBIND_API Constraint {
 
   /// Returns the message for `value`, which breaks the constraint: "0 is less than 1".
   std::string violation(const Json::Value& value) const;
+  /// Returns the condition for users: "at least 1", or the words.
+  std::string condition() const;
 };
 
 /// The description of one value.
 struct CPPBIND_API ValueDescription {
-  ValueKind kind = ValueKind::Any;         ///< the kind
-  bool isNullable = false;                 ///< null is a value, too
-  Json::Value minimum{};                   ///< of Integer: the least value of the C++ type
-  Json::Value maximum{};                   ///< of Integer: the greatest value of the C++ type
-  std::vector<std::string> names{};        ///< of Enumeration: the names; of Record, Object: ids
+  ValueKind kind = ValueKind::Any;   ///< the kind
+  bool isNullable = false;           ///< null is a value, too
+  Json::Value minimum{};             ///< of Integer, and of Number for float: the least
+  Json::Value maximum{};             ///< and the greatest value of the C++ type; else null
+  std::vector<std::string> names{};  ///< of Enumeration: the names; of Record, Object: ids
+  /// Of Enumeration: enumerators without a name in JSON, as in the code. Only those near the named
+  /// ones are found.
+  std::vector<std::string> unnamed{};
   std::vector<ValueDescription> elements;  ///< of List, Set and Map: one, their elements
   std::vector<Constraint> constraints{};   ///< the conditions, in the order of their declaration
   std::string about{};                     ///< the text for users; may be empty
@@ -178,6 +184,10 @@ CPPBIND_API Description describe(const ClassRegisterBase& reg,
 namespace detail {
 CPPBIND_API Description describeType(const FieldType& type, const ClassRegisterBase* reg,
                                      boost::shared_ptr<const ConverterTable> converters);
+/// Describes an object of one of the classes in `reg` that `fits` accepts, read by a binder without
+/// register.
+CPPBIND_API Description describeObjects(const ClassRegisterBase& reg,
+                                        bool (*fits)(const ObjFactory& factory));
 }  // namespace detail
 
 /// Returns the description of the type `T` in the same way. Objects that JSON names by class are of

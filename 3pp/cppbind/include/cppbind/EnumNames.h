@@ -2,8 +2,10 @@
 #pragma once
 
 #include <array>
+#include <boost/current_function.hpp>
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <string_view>
 #include <type_traits>
 #include <utility>
@@ -76,6 +78,68 @@ template <class E>
 EnumTable enumTable() {
   static constexpr auto table = enumNames(E{});
   return {table.entries.data(), table.entries.size()};
+}
+
+// The values from `first` on as the compiler writes them.
+struct ProbedValues {
+  std::int64_t first;
+  const char* const* texts;
+  std::size_t count;
+};
+
+// Returns a text that ends with "Order::fifo]", or with "(Order)5]" for a value without enumerator.
+template <auto Value>
+constexpr const char* probedText() {
+  return BOOST_CURRENT_FUNCTION;
+}
+
+template <class E, std::int64_t First, std::size_t... Offsets>
+ProbedValues probedValues(std::index_sequence<Offsets...>) {
+  static constexpr const char* texts[] = {
+      probedText<static_cast<E>(First + static_cast<std::int64_t>(Offsets))>()...};
+  return {First, texts, sizeof...(Offsets)};
+}
+
+// True when every value of the underlying type is one of E.
+template <class E, class = void>
+struct HasFixedType : std::false_type {};
+template <class E>
+struct HasFixedType<E, std::void_t<decltype(E{std::underlying_type_t<E>{}})>> : std::true_type {};
+
+struct ProbedRange {
+  std::int64_t first;
+  std::size_t count;
+};
+
+// Returns the range of the named values and some around them. It is bounded, as each value costs
+// time to compile.
+template <class E>
+constexpr ProbedRange probedRange() {
+  using Type = std::underlying_type_t<E>;
+  constexpr std::int64_t around = HasFixedType<E>::value ? 3 : 0;
+  constexpr std::uint64_t maxCount = 64;
+  constexpr auto lowest = static_cast<std::int64_t>(std::numeric_limits<Type>::min());
+  constexpr std::uint64_t typeMost = std::numeric_limits<Type>::max();
+  constexpr std::int64_t wideMost = std::numeric_limits<std::int64_t>::max();
+  constexpr std::int64_t highest =
+      typeMost > std::uint64_t{wideMost} ? wideMost : static_cast<std::int64_t>(typeMost);
+  const auto table = enumNames(E{});
+  std::int64_t least = table.entries[0].value;
+  std::int64_t most = least;
+  for (const EnumEntry& entry : table.entries) {
+    least = entry.value < least ? entry.value : least;
+    most = entry.value > most ? entry.value : most;
+  }
+  const std::int64_t first = least < lowest + around ? lowest : least - around;
+  const std::int64_t last = most > highest - around ? highest : most + around;
+  const std::uint64_t more = static_cast<std::uint64_t>(last) - static_cast<std::uint64_t>(first);
+  return {first, static_cast<std::size_t>(more < maxCount ? more + 1 : maxCount)};
+}
+
+template <class E>
+ProbedValues probedValues() {
+  constexpr ProbedRange range = probedRange<E>();
+  return probedValues<E, range.first>(std::make_index_sequence<range.count>());
 }
 
 }  // namespace detail

@@ -57,7 +57,8 @@ CPPBIND_API void requireArray(const Json::Value& json, const char* complaint);
 CPPBIND_API void requireObject(const Json::Value& json);
 [[noreturn]] CPPBIND_API void throwNotFound();
 CPPBIND_API void describeScalar(ValueDescription& value, const std::type_info& type);
-CPPBIND_API void describeNames(ValueDescription& value, const EnumTable& names);
+CPPBIND_API void describeNames(ValueDescription& value, const EnumTable& names,
+                               const ProbedValues& probed);
 /// Returns the value of the name in `json`. Throws ParseErrorException when it has none.
 CPPBIND_API std::int64_t valueNamed(const Json::Value& json, const EnumTable& names);
 /// Returns the name of `value`. Throws ParseErrorException when it has none.
@@ -151,7 +152,7 @@ struct DefaultCodec<T, std::enable_if_t<HasEnumNames<T>::value>> {
     json = Json::Value(name.data(), name.data() + name.size());
   }
   static void describe(ValueDescription& value, Describer&) {
-    describeNames(value, enumTable<T>());
+    describeNames(value, enumTable<T>(), probedValues<T>());
   }
 };
 

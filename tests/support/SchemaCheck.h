@@ -1,0 +1,16 @@
+// Validation by a JSON Schema, by another program.
+#pragma once
+
+#include <json/value.h>
+
+#include <string>
+#include <vector>
+
+namespace test_support {
+
+/// Returns for each document whether it is valid for the schema in `schemaText`. Fails when the
+/// schema is not valid draft-07.
+std::vector<bool> validBySchema(const std::string& schemaText,
+                                const std::vector<Json::Value>& documents);
+
+}  // namespace test_support
