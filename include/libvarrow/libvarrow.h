@@ -19,6 +19,7 @@
 #include "libvarrow/module/ModuleExecutor.h"
 #include "libvarrow/module/ModuleLoader.h"
 #include "libvarrow/module/pipeline_check.h"
+#include "libvarrow/module/pipeline_schema.h"
 #include "libvarrow/statistics/CommonStatistics.h"
 #include "libvarrow/statistics/CountStatistics.h"
 #include "libvarrow/statistics/DistributionStatistics.h"
@@ -53,6 +54,7 @@
 #include "libvarrow/xrule/RuleValidatorReason.h"
 #include "libvarrow/xrule/ValidatorReason.h"
 #include "libvarrow/xrule/rule_check.h"
+#include "libvarrow/xrule/rule_file_schema.h"
 
 /// @namespace libvarrow
 /// The frame of a program (pipelines, statistics, logs, failures) and its vocabulary (calendars,

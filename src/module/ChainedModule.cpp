@@ -8,6 +8,7 @@ namespace libvarrow {
 
 void ChainedModule::Data4Bind::setBind(cppbind::Binder* binder, bool bindFields) {
   if (!bindFields) return;
+  binder->about("Runs modules in order.");
   if (!binder->isReading()) return binder->bind("modules", modules);
   std::vector<boost::shared_ptr<Module>> created;
   binder->bind("modules", created);

@@ -7,7 +7,9 @@
 namespace libvarrow {
 
 void ChainedModuleV2::setBind(cppbind::Binder* binder, bool bindFields) {
-  if (bindFields) binder->bind("modules", modules_);
+  if (!bindFields) return;
+  binder->about("Runs modules in order.");
+  binder->bind("modules", modules_);
 }
 
 void ChainedModuleV2::addModule(boost::shared_ptr<Module> module) {

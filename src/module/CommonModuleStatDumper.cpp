@@ -3,7 +3,8 @@
 namespace libvarrow {
 
 void CommonModuleStatDumper::Data4Bind::setBind(cppbind::Binder* binder, bool) {
-  binder->bind("file", file);
+  binder->about("Writes the statistics that the data carries to a file.");
+  binder->field("file", file).about("The file to write.");
 }
 
 void CommonModuleStatDumper::processImp(ModuleData* data) {
