@@ -47,6 +47,7 @@ void CalendarSettings::setBind(cppbind::Binder* binder, bool bindFields) {
   binder->bind("days", days, kUsualDays);
   shop.setBind(binder, bindFields);
   binder->bind("machines", machines, {});
+  if (binder->isDescribing()) return;
   require(!start.is_special(), "start", "expected a date and a time");
   require(!timeUnit.is_special() && timeUnit >= boost::posix_time::seconds(1), "time_unit",
           "expected at least 00:00:01");

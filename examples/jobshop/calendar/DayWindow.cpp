@@ -53,6 +53,7 @@ void DayWindow::setBind(cppbind::Binder* binder, bool bindFields) {
   binder->bind("from", from);
   binder->bind("to", to);
   binder->bind("days", days, everyDay());
+  if (binder->isDescribing()) return;
   requireWindow(*this);
   cppbind::withKey("days", [this] { requireKnownDays(days); });
 }

@@ -25,6 +25,13 @@ void FieldCodec<jobshop::DispatchRule>::write(JsonEncodeBinder&, const jobshop::
   json = field.name;
 }
 
+void FieldCodec<jobshop::DispatchRule>::describe(ValueDescription& value, Describer&) {
+  value.kind = ValueKind::Enumeration;
+  for (const jobshop::DispatchRule& rule : jobshop::dispatchRules()) {
+    value.names.emplace_back(rule.name);
+  }
+}
+
 }  // namespace cppbind
 
 namespace jobshop {

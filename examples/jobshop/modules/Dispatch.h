@@ -63,6 +63,7 @@ struct FieldCodec<jobshop::DispatchRule> {
                    jobshop::DispatchRule& field);
   static void write(JsonEncodeBinder& encoder, const jobshop::DispatchRule& field,
                     Json::Value& json);
+  static void describe(ValueDescription& value, Describer&);
 };
 
 }  // namespace cppbind
