@@ -15,7 +15,6 @@
 #include "base/NeverDestroyed.h"
 #include "cppbind/CodeOwner.h"
 #include "libvarrow/log/log.h"
-#include "libvarrow/utility/PlugInBuild.h"
 #include "libvarrow/utility/RegistersManager.h"
 #include "libvarrow/utility/UTFConverter.h"
 #include "utility/build_mismatch.h"
@@ -164,9 +163,11 @@ class DllManager::Plugin {
   // Runs no code of the plug-in. One that does not state its build is trusted to match.
   void requireSameBuild() const {
     if (!library_.has(kBuild)) return;
-    const PlugInBuild& build = library_.get<const PlugInBuild>(kBuild);
-    if (holderOf(&build) != library_.location()) return;
-    const std::string mismatch = buildMismatch(build);
+    const char* const build = &library_.get<char>(kBuild);
+    boost::system::error_code isNowhere;  // an absolute or thread-local symbol
+    const fs::path holder = boost::dll::symbol_location_ptr(build, isNowhere);
+    if (!isNowhere && holder != library_.location()) return;  // see holderOf
+    const std::string mismatch = isNowhere ? kNotABuild : buildMismatch(build);
     if (!mismatch.empty()) refuse(mismatch);
   }
 
@@ -250,11 +251,11 @@ const boost::dll::shared_library* DllManager::load(const std::string& name, cons
   plugins_.emplace(name, plugin);
   try {
     if (plugin == opened) plugin->start();
+    LIBVARROW_LOG_INFO("%s%s", utility::fromUtf8("成功加载动态库:").c_str(), name.c_str());
   } catch (...) {
     plugins_.erase(name);
     throw;
   }
-  LIBVARROW_LOG_INFO("%s%s", utility::fromUtf8("成功加载动态库:").c_str(), name.c_str());
   return &plugin->library();
 }
 

@@ -102,7 +102,9 @@ TEST_F(DllManagerTest, ARefusedFileIsNamedNotKeptAndMayBeCorrected) {
   const auto failure = [](const std::string& name) {
     return "threw shared library:" + at(name + ".so") + " err:";
   };
-  const std::string self = ", this is libvarrow " LIBVARROW_VERSION " (" LIBVARROW_ABI ")!";
+  const std::string self = ", this library is libvarrow " LIBVARROW_VERSION " (" LIBVARROW_ABI
+                           "); build it again with the headers of this libvarrow!";
+  const std::string notABuild = "libvarrowPlugInBuild is not a LIBVARROW_PLUG_IN_BUILD!";
   const std::pair<std::string, std::string> cases[] = {
       {"gone", failure("gone")},
       {"missing", ::dgettext("libc", "No such file or directory")},
@@ -112,8 +114,11 @@ TEST_F(DllManagerTest, ARefusedFileIsNamedNotKeptAndMayBeCorrected) {
       {"borrowing", "has no initModule of its own: the one found is that of "},
       {"plain_function",
        failure("plain_function") + "initModule is not a BOOST_DLL_ALIAS of a function!"},
+      {"foreign_build", failure("foreign_build") + notABuild},
+      {"thread_build", failure("thread_build") + notABuild},
       {"other_version", failure("other_version") +
-                            "the plug-in was built against libvarrow 2.20.3 (" LIBVARROW_ABI ")" +
+                            "another major version: the plug-in was built against libvarrow 2.20.3 "
+                            "(?[31m?)" +
                             self},
       {"other_abi", "_STD_CONFIG, JsonCpp " JSONCPP_VERSION_STRING ")" + self},
       {"throwing", "threw out of order"}};

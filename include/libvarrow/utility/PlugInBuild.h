@@ -36,25 +36,39 @@
 #define LIBVARROW_ABI_TIME ""
 #endif
 
+/// @def LIBVARROW_ABI_LOCKS
+/// The locks in Boost's shared pointers, which a macro of Boost changes.
+#ifdef BOOST_SP_USE_PTHREADS
+#define LIBVARROW_ABI_LOCKS ", BOOST_SP_USE_PTHREADS"
+#else
+#define LIBVARROW_ABI_LOCKS ""
+#endif
+
 /// Names the settings that two libraries must share to exchange objects. Versions of the compiler
 /// and of the standard library are missing, as these keep their ABI; Boost and JsonCpp do not.
-#define LIBVARROW_ABI                                                            \
-  LIBVARROW_ABI_STANDARD_LIBRARY ", Boost " BOOST_LIB_VERSION LIBVARROW_ABI_TIME \
-                                 ", JsonCpp " JSONCPP_VERSION_STRING
+#define LIBVARROW_ABI                                                 \
+  LIBVARROW_ABI_STANDARD_LIBRARY                                      \
+  ", Boost " BOOST_LIB_VERSION LIBVARROW_ABI_TIME LIBVARROW_ABI_LOCKS \
+  ", JsonCpp " JSONCPP_VERSION_STRING
+
+/// Begins every PlugInBuild, so that another symbol of the same name is not mistaken for one.
+#define LIBVARROW_PLUG_IN_MARK "varrow1"
 
 namespace libvarrow {
 
 /// The version and the ABI that a plug-in was built against. Plain data of a fixed layout, so that
 /// every version of the library can read it without running code of the plug-in.
 struct PlugInBuild {
+  char mark[8];                 ///< LIBVARROW_PLUG_IN_MARK
   std::uint32_t versionNumber;  ///< LIBVARROW_VERSION_NUMBER
-  char abi[252];                ///< LIBVARROW_ABI, followed by null characters
+  char abi[244];                ///< LIBVARROW_ABI, followed by null characters
 };
 
 }  // namespace libvarrow
 
 /// Exports the version and the ABI that a plug-in is built against, for DllManager to check.
 /// Belongs in one source of the plug-in, beside the alias "initModule".
-#define LIBVARROW_PLUG_IN_BUILD()                                                   \
-  extern "C" BOOST_SYMBOL_EXPORT const libvarrow::PlugInBuild libvarrowPlugInBuild; \
-  const libvarrow::PlugInBuild libvarrowPlugInBuild = {LIBVARROW_VERSION_NUMBER, LIBVARROW_ABI}
+#define LIBVARROW_PLUG_IN_BUILD()                                                     \
+  extern "C" BOOST_SYMBOL_EXPORT const ::libvarrow::PlugInBuild libvarrowPlugInBuild; \
+  const ::libvarrow::PlugInBuild libvarrowPlugInBuild = {LIBVARROW_PLUG_IN_MARK,      \
+                                                         LIBVARROW_VERSION_NUMBER, LIBVARROW_ABI}
