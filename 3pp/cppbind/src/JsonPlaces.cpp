@@ -18,11 +18,13 @@ using libvarrow::base::JsonTokens;
 
 constexpr std::size_t kNone = JsonPlaces::kNone;
 constexpr std::size_t kUsualBytesPerValue = 16;
+// More than the length of any name.
+constexpr std::size_t kEscaped = kNone / 2 + 1;
 
 struct Value {
   std::size_t offset;
-  std::size_t key;         // kNone if it has no key
-  std::size_t nameLength;  // kNone if the key has escape sequences
+  std::size_t key;   // kNone if it has no key
+  std::size_t name;  // its length, or kEscaped + the index of the name in escapedNames
   std::size_t firstChild;
   std::size_t childCount;
 
@@ -33,9 +35,10 @@ bool beginsBefore(const Value& left, const Value& right) {
   return left.begin() < right.begin();
 }
 
-// Returns the index in "[2]", kNone for other elements.
+// Returns the index in "[2]", kNone for other elements. Errors never name "[02]".
 std::size_t indexIn(const std::string& element) {
   if (element.size() < 3 || element.front() != '[' || element.back() != ']') return kNone;
+  if (element[1] == '0' && element.size() > 3) return kNone;
   std::size_t index = 0;
   const char* const end = element.data() + element.size() - 1;
   const auto [stop, error] = std::from_chars(element.data() + 1, end, index);
@@ -45,17 +48,12 @@ std::size_t indexIn(const std::string& element) {
 }  // namespace
 
 struct JsonPlaces::Index {
-  struct EscapedKey {
-    std::size_t offset;
-    std::string name;
-  };
-
   std::string text;
   // The children of each value are adjacent: elements in their order, members sorted by name, equal
   // names by offset.
   std::vector<Value> values;
-  Value root{0, kNone, kNone, 0, 0};
-  std::vector<EscapedKey> escapedKeys;  // sorted by offset
+  Value root{0, kNone, 0, 0, 0};
+  std::vector<std::string> escapedNames;  // without their escape sequences
   std::vector<std::size_t> repeatedKeys;
   std::size_t textAfterValue = kNone;
 
@@ -74,13 +72,8 @@ struct JsonPlaces::Index {
 };
 
 std::string_view JsonPlaces::Index::nameOf(const Value& member) const {
-  if (member.nameLength != kNone) {
-    return std::string_view(text).substr(member.key + 1, member.nameLength);
-  }
-  return std::lower_bound(
-             escapedKeys.begin(), escapedKeys.end(), member.key,
-             [](const EscapedKey& key, std::size_t offset) { return key.offset < offset; })
-      ->name;
+  if (member.name >= kEscaped) return escapedNames[member.name - kEscaped];
+  return std::string_view(text).substr(member.key + 1, member.name);
 }
 
 const Value* JsonPlaces::Index::childOf(const Value& value, const std::string& element) const {
@@ -117,7 +110,7 @@ class JsonPlaces::Builder {
 
   void build() {
     index_.values.reserve(index_.text.size() / kUsualBytesPerValue);
-    bool isValid = beginValue(tokens_.nextAfterComments(), kNone, kNone);
+    bool isValid = beginValue(tokens_.nextAfterComments(), kNone, 0);
     while (isValid && !open_.empty()) isValid = open_.back().isList ? readElement() : readMember();
     if (isValid) noteTextAfterValue();
     while (!open_.empty()) close();
@@ -134,11 +127,11 @@ class JsonPlaces::Builder {
     bool mayEnd;  // the parser accepts a comma before "}" if the last key is empty
   };
 
-  bool beginValue(const JsonToken& token, std::size_t key, std::size_t nameLength);
+  bool beginValue(const JsonToken& token, std::size_t key, std::size_t name);
   bool readElement();
   bool readMember();
   bool endsMember(bool& isEnd);
-  bool readName(const JsonToken& token, std::size_t& nameLength);
+  bool readName(const JsonToken& token, std::size_t& name);
   void close();
   void sortMembers(std::size_t first);
   void noteTextAfterValue();
@@ -149,8 +142,7 @@ class JsonPlaces::Builder {
   std::vector<Value> pending_;  // those whose parent is open
 };
 
-bool JsonPlaces::Builder::beginValue(const JsonToken& token, std::size_t key,
-                                     std::size_t nameLength) {
+bool JsonPlaces::Builder::beginValue(const JsonToken& token, std::size_t key, std::size_t name) {
   const bool isList = token.kind == JsonTokenKind::ArrayBegin;
   const bool isOpened = isList || token.kind == JsonTokenKind::ObjectBegin;
   if (!isOpened && token.kind != JsonTokenKind::String &&
@@ -158,7 +150,7 @@ bool JsonPlaces::Builder::beginValue(const JsonToken& token, std::size_t key,
     return false;
   }
   if (isOpened) open_.push_back({pending_.size(), isList, true, true});
-  pending_.push_back({token.begin, key, nameLength, 0, 0});
+  pending_.push_back({token.begin, key, name, 0, 0});
   return true;
 }
 
@@ -172,7 +164,7 @@ bool JsonPlaces::Builder::readElement() {
   if (!isFirst && token.kind != JsonTokenKind::Comma) return false;
   // A comment before the first element requires one: the parser rejects "[/**/]".
   if (!isFirst || token.kind == JsonTokenKind::Comment) token = tokens_.nextAfterComments();
-  return beginValue(token, kNone, kNone);
+  return beginValue(token, kNone, 0);
 }
 
 bool JsonPlaces::Builder::readMember() {
@@ -184,16 +176,16 @@ bool JsonPlaces::Builder::readMember() {
       return true;
     }
   }
-  const JsonToken name = tokens_.nextAfterComments();
-  if (name.kind == JsonTokenKind::ObjectEnd && open_.back().mayEnd) {
+  const JsonToken key = tokens_.nextAfterComments();
+  if (key.kind == JsonTokenKind::ObjectEnd && open_.back().mayEnd) {
     close();
     return true;
   }
-  std::size_t nameLength = 0;
-  if (!readName(name, nameLength)) return false;
-  open_.back().mayEnd = nameLength == 0;
+  std::size_t name = 0;
+  if (!readName(key, name)) return false;
+  open_.back().mayEnd = name == 0;
   if (tokens_.next().kind != JsonTokenKind::Colon) return false;
-  return beginValue(tokens_.nextAfterComments(), name.begin, nameLength);
+  return beginValue(tokens_.nextAfterComments(), key.begin, name);
 }
 
 // Reads the token after a member, and sets `isEnd` if it is the end of the object. After a comment
@@ -206,15 +198,15 @@ bool JsonPlaces::Builder::endsMember(bool& isEnd) {
   return isEnd || isAfterComment || token.kind == JsonTokenKind::Comma;
 }
 
-bool JsonPlaces::Builder::readName(const JsonToken& token, std::size_t& nameLength) {
-  nameLength = token.end - token.begin - 2;
+bool JsonPlaces::Builder::readName(const JsonToken& token, std::size_t& name) {
+  name = token.end - token.begin - 2;
   if (token.kind == JsonTokenKind::String) return true;
   if (token.kind != JsonTokenKind::EscapedString) return false;
-  std::string name;
-  const std::string_view text = std::string_view(index_.text).substr(token.begin + 1, nameLength);
-  if (!libvarrow::base::unescapeJson(text, name)) return false;
-  index_.escapedKeys.push_back({token.begin, std::move(name)});
-  nameLength = kNone;
+  std::string unescaped;
+  const std::string_view text = std::string_view(index_.text).substr(token.begin + 1, name);
+  if (!libvarrow::base::unescapeJson(text, unescaped)) return false;
+  name = kEscaped + index_.escapedNames.size();
+  index_.escapedNames.push_back(std::move(unescaped));
   return true;
 }
 
@@ -254,7 +246,7 @@ JsonPlaces::JsonPlaces(std::string text) {
   index_ = index;
 }
 
-const std::string& JsonPlaces::text() const noexcept {
+const std::string& JsonPlaces::textOfIndex() const noexcept {
   return index_->text;
 }
 
@@ -269,7 +261,7 @@ JsonPlaces::Place JsonPlaces::find(const std::vector<std::string>& path) const {
   return {depth, value->key, value->offset};
 }
 
-const std::vector<std::size_t>& JsonPlaces::repeatedKeys() const noexcept {
+const std::vector<std::size_t>& JsonPlaces::repeatedKeysOfIndex() const noexcept {
   return index_->repeatedKeys;
 }
 

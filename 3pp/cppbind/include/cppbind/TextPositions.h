@@ -2,7 +2,9 @@
 #pragma once
 
 #include <cstddef>
+#include <string>
 #include <string_view>
+#include <type_traits>
 #include <vector>
 
 #include "cppbind/Export.h"
@@ -24,6 +26,9 @@ class CPPBIND_API TextPositions {
  public:
   /// Takes O(n).
   explicit TextPositions(std::string_view text);
+  /// Rejects a temporary string, which would be destroyed before the object.
+  template <class Text, class = std::enable_if_t<std::is_same_v<const Text, const std::string>>>
+  explicit TextPositions(Text&& text) = delete;
 
   /// Returns the position of the character that contains the byte at `offset`. Offsets beyond the
   /// end give the end of the text. O(1), however long the lines are.
