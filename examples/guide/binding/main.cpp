@@ -1,5 +1,7 @@
 // Reads an order from JSON and writes it back, with one field of every kind.
 #include <cppbind/ClassRegister.h>
+#include <cppbind/JsonPlaces.h>
+#include <cppbind/TextPositions.h>
 #include <cppbind/imp/binder.h>
 #include <libvarrow/json/json.h>
 
@@ -148,6 +150,17 @@ std::string textOf(const Order& order) {
 }
 // [/read]
 
+// [place]
+// Returns "FILE:LINE:COLUMN: " of the value that the error names; for an unknown key this is the
+// object.
+std::string placeOf(const cppbind::ParseErrorException& error, const std::string& file) {
+  const cppbind::JsonPlaces places(libvarrow::utility::readUTF8File(file));
+  const std::size_t offset = places.find(error.path()).value;
+  const cppbind::TextPosition at = cppbind::TextPositions(places.text()).at(offset);
+  return file + ":" + std::to_string(at.line) + ":" + std::to_string(at.column) + ": ";
+}
+// [/place]
+
 }  // namespace
 
 int main(int, char** argv) {
@@ -159,6 +172,8 @@ int main(int, char** argv) {
   } catch (const cppbind::ClassMissRegException& error) {  // the derived type first
     std::cerr << error.what() << "; did its plug-in load?\n";
   } catch (const cppbind::ParseErrorException& error) {
+    const bool isInFile = !error.path().empty() && boost::filesystem::exists(argv[1]);
+    if (isInFile) std::cerr << placeOf(error, argv[1]);
     std::cerr << "at \"" << error.pathText() << "\": " << error.message() << '\n';
   } catch (const std::exception& error) {
     std::cerr << error.what() << '\n';
