@@ -1,12 +1,16 @@
 // When memory runs out, each call does all of its work or nothing.
 #include <boost/filesystem/operations.hpp>
 #include <cstdlib>
+#include <memory>
 #include <new>
 
 #include "cppbind/Assert.h"
 #include "libvarrow/backtrace/Check.h"
+#include "libvarrow/module/ModuleLoader.h"
 #include "libvarrow/statistics/TimedStatDumper.h"
+#include "libvarrow/utility/DllManager.h"
 #include "libvarrow/utility/RegistersManager.h"
+#include "libvarrow/utility/UTFConverter.h"
 #include "reliability/failing_new.h"
 #include "support/blocks.h"
 #include "support/support.h"
@@ -62,6 +66,47 @@ TEST_F(MemoryFaultTest, FilesAndRegistersAreCompleteOrUnchanged) {
       [&] {
         RegistersManager::unregisterAllOf(boost::make_shared<cppbind::LoadedCode>());
         EXPECT_FALSE(RegistersManager::unregister(name, "None"));
+      });
+}
+
+TEST_F(MemoryFaultTest, ConversionsAndLoadedFilesAreCompleteOrUnchanged) {
+  const std::string invalid = std::string(100, 'x') + "\xFF \xE5\xB0\x8F";
+  writeFile("text.txt", invalid);
+  writeFile("pipeline.json", R"({"named_modules": {"first": {"ChainedModule": {"modules": []}}},
+                                 "chained_module": ["first", "first"]})");
+  const std::pair<const char*, std::function<std::string()>> readers[] = {
+      {"fromUtf8", [&] { return utility::fromUtf8(invalid); }},
+      {"fromUtf8 of a temporary text", [&] { return utility::fromUtf8(std::string(invalid)); }},
+      {"toUtf8", [&] { return utility::toUtf8(invalid); }},
+      {"a file", [] { return utility::readUTF8File("text.txt"); }}};
+  std::string text;
+  for (const auto& [name, read] : readers) {
+    expectAllOrNothing(
+        name, [&, call = read] { text = call(); }, [&] { return text; }, [&] { text = "old"; });
+  }
+  std::unique_ptr<ModuleLoader> loader;
+  expectAllOrNothing(
+      "a pipeline", [&] { loader->loadFile("pipeline.json"); },
+      [&] {
+        return loader->mainModule() == nullptr ? "none"
+                                               : std::to_string(loader->namedModules().size());
+      },
+      [&] { loader = std::make_unique<ModuleLoader>(); });
+}
+
+TEST_F(MemoryFaultTest, APlugInIsLoadedOrLoadsAtTheNextCall) {
+  std::unique_ptr<DllManager> manager;
+  const auto load = [&] { manager->findOrCreateDll("good", PLUGINS); };
+  expectAllOrNothing(
+      "a plug-in", load,
+      [&] {
+        const auto* classes = RegistersManager::getRegister("plug-ins");
+        return std::to_string(manager->findDll("good") != nullptr) +
+               std::to_string(classes != nullptr && !classes->empty());
+      },
+      [&] {
+        if (manager) load();
+        manager = std::make_unique<DllManager>();
       });
 }
 
