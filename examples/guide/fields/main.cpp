@@ -1,8 +1,10 @@
-// Reads an object whose fields have conditions, or lists the fields of a class.
+// Reads an object whose fields have conditions, lists the fields of a class, checks a pipeline
+// file, or writes the schema of pipeline files.
 #include <cppbind/cppbind.h>
-#include <libvarrow/json/json.h>
+#include <libvarrow/libvarrow.h>
 
 #include <boost/date_time/posix_time/posix_time.hpp>
+#include <fstream>
 #include <iostream>
 #include <map>
 #include <optional>
@@ -20,7 +22,7 @@ constexpr auto enumNames(Order) {
 }
 // [/names]
 
-class Dispatch : public cppbind::Object {
+class Dispatch : public libvarrow::Module {
  public:
   // [conditions]
   void setBind(cppbind::Binder* binder, bool bindFields) {
@@ -36,6 +38,8 @@ class Dispatch : public cppbind::Object {
   }
   // [/conditions]
 
+  void processImp(libvarrow::ModuleData*) override {}
+
  private:
   std::string rule_;
   int tries_ = 1;
@@ -48,7 +52,7 @@ class Dispatch : public cppbind::Object {
   // [/kinds]
 };
 
-class Shift : public cppbind::Object {
+class Shift : public libvarrow::Module {
  public:
   void setBind(cppbind::Binder* binder, bool bindFields) {
     if (!bindFields) return;
@@ -60,6 +64,8 @@ class Shift : public cppbind::Object {
     }
     // [/describing]
   }
+
+  void processImp(libvarrow::ModuleData*) override {}
 
  private:
   int from_ = 0;
@@ -76,6 +82,28 @@ void listFields(const cppbind::ClassRegister& classes, const std::string& name) 
   // [/describe]
 }
 
+int checkFile(const cppbind::ClassRegister& classes) {
+  // [check]
+  const cppbind::Faults faults = libvarrow::checkPipelineFile("pipeline.json", classes);
+  for (const cppbind::Fault& fault : faults.first) {
+    std::cerr << "pipeline.json:" << fault.text() << '\n';
+  }
+  return faults.hasErrors() ? 1 : 0;
+  // [/check]
+}
+
+void writeSchema(const cppbind::ClassRegister& classes) {
+  // [schema]
+  std::ofstream("pipeline.schema.json") << cppbind::schemaText(libvarrow::pipelineSchema(classes));
+  // [/schema]
+}
+
+void testClasses(const cppbind::ClassRegister& classes) {
+  // [test]
+  for (const std::string& fault : cppbind::descriptionFaults(classes)) std::cout << fault << '\n';
+  // [/test]
+}
+
 }  // namespace
 
 int main(int, char** argv) {
@@ -88,6 +116,11 @@ int main(int, char** argv) {
       boost::shared_ptr<cppbind::Object> object;
       cppbind::JsonDecodeBinder(&classes).bindDynamicType(libvarrow::Str2Json(argument), object);
       std::cout << libvarrow::Json2Str(cppbind::JsonEncodeBinder().jsonOf(*object));
+    } else if (argument == "check") {
+      return checkFile(classes);
+    } else if (argument == "schema") {
+      writeSchema(classes);
+      testClasses(classes);
     } else {
       listFields(classes, argument);
     }
