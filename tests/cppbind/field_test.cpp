@@ -126,7 +126,7 @@ TEST(Field, AValueThatBreaksItsConditionIsRefusedAtItsPath) {
             read<boost::shared_ptr<std::string>>(R"("b")", [](auto& f) { f.atLeast("c"); }));
 }
 
-TEST(Field, EachNamesTheElement) {
+TEST(Field, ErrorsOfEachNameTheElement) {
   const auto positive = [](auto& f) { f.notEmpty().each().atLeast(1); };
   EXPECT_EQ("f[1]: 0 is less than 1", read<std::vector<int>>("[3, 0, -1]", positive));
   EXPECT_EQ("f: is empty", read<std::vector<int>>("[]", positive));

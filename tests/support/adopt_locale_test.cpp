@@ -5,7 +5,7 @@
 
 #include "support/support.h"
 
-TEST(AdoptLocale, IsTheOneAskedForOrTheClassicOne) {
+TEST(AdoptLocale, TheLocaleIsThatOfTheEnvironmentOrC) {
   const char* name = std::getenv("VARROW_ADOPT_LOCALE") != nullptr ? std::getenv("LC_ALL") : "C";
   EXPECT_STREQ(name, std::locale().name().c_str());
   EXPECT_STREQ(name, std::setlocale(LC_ALL, nullptr));

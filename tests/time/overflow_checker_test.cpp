@@ -27,7 +27,7 @@ std::uint64_t excessOfDates(std::initializer_list<int> daysOfMonth, long window,
   return found;
 }
 
-TEST(OverflowCheckerTest, DatesInAWindowAreLessThanItsLengthApart) {
+TEST(OverflowCheckerTest, AWindowOfDatesExcludesItsEnd) {
   EXPECT_EQ(1u, excessOfDates({1, 2, 3, 4}, 7, 3, {1, 4}));
   EXPECT_EQ(0u, excessOfDates({1, 8}, 7, 1));
   EXPECT_EQ(1u, excessOfDates({1, 7}, 7, 1, {1, 7}));

@@ -91,7 +91,7 @@ TEST(TimeBlockTest, EmptyIntervalsAndUnsortedSlots) {
   EXPECT_EQ("0-2 10-12 20-22 4-6", text(unsorted));
 }
 
-TEST(TimeBlockTest, NoWorkingTimeIsAMicrosecondOrNothing) {
+TEST(TimeBlockTest, SearchesForZeroTime) {
   const auto after = [](int hour, int length) {
     return kThreeSlots.getBlockAtPos4Dur(at(hour), hours(length));
   };
@@ -157,7 +157,7 @@ std::string slotJson(int begin, int end) {
   return "{\"timeBegin\":" + time(begin) + ",\"timeEnd\":" + time(end) + "}";
 }
 
-TEST(TimeBlockTest, JsonIsAListOfSlotsThatIsOnlySorted) {
+TEST(TimeBlockTest, ReadingJsonSortsSlotsWithoutMerging) {
   const TimeBlock block =
       read("[" + slotJson(12, 14) + "," + slotJson(13, 15) + "," + slotJson(8, 5) + "]");
   EXPECT_EQ("8-5 12-14 13-15", text(block));

@@ -49,7 +49,7 @@ class DllManagerTest : public InTemporaryDirectory {
   }
 };
 
-TEST_F(DllManagerTest, APlugInIsStartedOnceWhateverItIsLoadedAs) {
+TEST_F(DllManagerTest, APlugInLoadedUnderTwoNamesStartsOnce) {
   provide("good", "libdecorated.so");
   boost::filesystem::create_symlink("libdecorated.so", "other.so");
   const std::string output = run([&] {
@@ -97,7 +97,7 @@ TEST_F(DllManagerTest, AFaultInADirectoryBesideTheProgramKeepsWhatIsLoaded) {
   EXPECT_TRUE(contains(output, isGoodFirst ? "\n1\n" : "\n0\n")) << output;
 }
 
-TEST_F(DllManagerTest, ARefusedFileIsNamedNotKeptAndMayBeCorrected) {
+TEST_F(DllManagerTest, ACorrectedFileLoadsAfterARefusal) {
   boost::filesystem::create_directory("folder.so");
   const auto failure = [](const std::string& name) {
     return "threw shared library:" + at(name + ".so") + " err:";
@@ -159,7 +159,7 @@ TEST_F(DllManagerTest, AClassNameThatIsTakenNamesThePlugIn) {
   });
 }
 
-TEST_F(DllManagerTest, ThePlugInsCodeGoesWhenNothingOfItIsAlive) {
+TEST_F(DllManagerTest, AnUnusedPlugInIsUnloaded) {
   provide("good", "good.so");
   provide("throwing", "libgood.so");  // second choice
   const auto isLoaded = [] {
@@ -186,7 +186,7 @@ TEST_F(DllManagerTest, ThePlugInsCodeGoesWhenNothingOfItIsAlive) {
   }
 }
 
-TEST_F(DllManagerTest, ErrorsOutliveTheManagerThatTheyFlyPast) {
+TEST_F(DllManagerTest, AnExceptionInFlightKeepsThePlugInLoaded) {
   provide("good", "good.so");
   const std::string output = run([&] {
     for (const bool isOwn : {true, false}) {
