@@ -96,7 +96,7 @@ TEST_F(MemoryFaultTest, ConversionsAndLoadedFilesAreCompleteOrUnchanged) {
 
 TEST_F(MemoryFaultTest, APlugInIsLoadedOrLoadsAtTheNextCall) {
 #if defined(__SANITIZE_ADDRESS__)
-  GTEST_SKIP() << "AddressSanitizer aborts in the loader when memory fails";
+  GTEST_SKIP() << "a sanitized static object of the plug-in terminates when its memory fails";
 #endif
   std::unique_ptr<DllManager> manager;
   const auto load = [&] { manager->findOrCreateDll("good", PLUGINS); };
