@@ -1,6 +1,8 @@
 #include "DispatchRules.h"
 
-#include <stdexcept>
+#include <libvarrow/backtrace/Check.h>
+
+#include <algorithm>
 
 namespace jobshop {
 
@@ -20,13 +22,25 @@ const std::vector<DispatchRule>& dispatchRules() {
   return rules;
 }
 
-const DispatchRule& findDispatchRule(const std::string& name) {
-  std::string names;
+std::vector<std::string> dispatchRuleNames() {
+  std::vector<std::string> names;
+  for (const DispatchRule& rule : dispatchRules()) names.emplace_back(rule.name);
+  return names;
+}
+
+std::string dispatchRuleMeanings() {
+  std::string text;
   for (const DispatchRule& rule : dispatchRules()) {
-    if (name == rule.name) return rule;
-    names += names.empty() ? rule.name : std::string(", ") + rule.name;
+    text += std::string(text.empty() ? "" : "; ") + rule.name + ": " + rule.meaning;
   }
-  throw std::runtime_error("unknown dispatching rule \"" + name + "\"; known are " + names);
+  return text;
+}
+
+const DispatchRule& findDispatchRule(const std::string& name) {
+  const auto rule = std::find_if(dispatchRules().begin(), dispatchRules().end(),
+                                 [&](const DispatchRule& known) { return name == known.name; });
+  LIBVARROW_CHECK(rule != dispatchRules().end());
+  return *rule;
 }
 
 }  // namespace jobshop

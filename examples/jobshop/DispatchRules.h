@@ -26,7 +26,11 @@ struct DispatchRule {
 
 const std::vector<DispatchRule>& dispatchRules();
 
-/// Returns the rule of that name. Throws std::runtime_error, with all names, when it is unknown.
+std::vector<std::string> dispatchRuleNames();
+/// Returns the names and meanings of all rules: "SPT: shortest processing time; LPT: ...".
+std::string dispatchRuleMeanings();
+
+/// Returns the rule of that name. Aborts when it is unknown.
 const DispatchRule& findDispatchRule(const std::string& name);
 
 }  // namespace jobshop

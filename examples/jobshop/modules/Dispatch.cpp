@@ -8,31 +8,9 @@
 #include <utility>
 
 #include "ActiveScheduler.h"
+#include "DispatchRules.h"
 #include "JobShopData.h"
 #include "progress/ProgressBar.h"
-
-namespace cppbind {
-
-void FieldCodec<jobshop::DispatchRule>::read(JsonDecodeBinder& decoder, const Json::Value& json,
-                                             jobshop::DispatchRule& field) {
-  std::string name;
-  FieldCodec<std::string>::read(decoder, json, name);
-  field = jobshop::findDispatchRule(name);
-}
-
-void FieldCodec<jobshop::DispatchRule>::write(JsonEncodeBinder&, const jobshop::DispatchRule& field,
-                                              Json::Value& json) {
-  json = field.name;
-}
-
-void FieldCodec<jobshop::DispatchRule>::describe(ValueDescription& value, Describer&) {
-  value.kind = ValueKind::Enumeration;
-  for (const jobshop::DispatchRule& rule : jobshop::dispatchRules()) {
-    value.names.emplace_back(rule.name);
-  }
-}
-
-}  // namespace cppbind
 
 namespace jobshop {
 
@@ -42,10 +20,6 @@ constexpr int kMaxTries = 1'000'000;
 // Width of the histograms' buckets, in time units. A bucket is printed by its lower bound times
 // this width.
 constexpr std::uint64_t kBucket = 10;
-
-void require(bool valid, const char* key, const char* expected) {
-  if (!valid) throw cppbind::ParseErrorException(key, expected);
-}
 
 // Returns a number from 0 to 1. The distributions of the standard library differ between its
 // implementations.
@@ -59,15 +33,19 @@ Dispatch::Dispatch() : schedulesBuilt_(moduleStatistics.getCountStatistics("sche
 
 void Dispatch::setBind(cppbind::Binder* binder, bool bindFields) {
   if (!bindFields) return;
-  binder->bind("rule", rule_);
-  binder->bind("tries", tries_, 1);
-  binder->bind("noise", noise_, 0.3);
-  binder->bind("seed", seed_, 1);
-  binder->bind("keep_best", keepBest_, true);
-  require(tries_ >= 1 && tries_ <= kMaxTries, "tries", "expected a number from 1 to 1000000");
-  require(noise_ >= 0 && noise_ <= 1, "noise", "expected a number from 0 to 1");
+  binder->about("Builds active schedules: one strictly by a rule, others with random changes.");
+  binder->field("rule", rule_).oneOf(dispatchRuleNames()).about(dispatchRuleMeanings());
+  binder->field("tries", tries_, 1)
+      .between(1, kMaxTries)
+      .about("The number of schedules to build, the first strictly by the rule.");
+  binder->field("noise", noise_, 0.3)
+      .between(0, 1)
+      .about("The largest random change of an operation's urgency, as a part of it.");
+  binder->field("seed", seed_, 1).about("The seed of the random numbers.");
+  binder->field("keep_best", keepBest_, true)
+      .about("True: keeps an earlier schedule unless the new one is shorter. False: replaces it.");
   if (!binder->isReading()) return;
-  progress_ = boost::make_shared<SearchProgress>(rule_.name, static_cast<std::uint64_t>(tries_));
+  progress_ = boost::make_shared<SearchProgress>(rule_, static_cast<std::uint64_t>(tries_));
 }
 
 void Dispatch::processImp(libvarrow::ModuleData* data) {
@@ -91,25 +69,26 @@ void Dispatch::processImp(libvarrow::ModuleData* data) {
 }
 
 Schedule Dispatch::search(const JobShopData& shop, libvarrow::NumStatistics& makespans) const {
+  const DispatchRule& rule = findDispatchRule(rule_);
   const auto tries = static_cast<std::uint64_t>(tries_);
   // addStat() takes ownership.
   auto* const triesDone = new libvarrow::SimpleProgressStatistics(tries);
   shop.statistics().addStat("tries", triesDone);
-  ProgressBar bar(rule_.name, tries, shop.settings().progressColumns);
+  ProgressBar bar(rule_, tries, shop.settings().progressColumns);
   std::mt19937_64 random(seed_);
   const auto bent = [&](const Candidate& candidate) {
-    return rule_.urgency(candidate) * (1 + noise_ * (2 * nextFraction(random) - 1));
+    return rule.urgency(candidate) * (1 + noise_ * (2 * nextFraction(random) - 1));
   };
   Schedule best;
   Time bestMakespan = 0;
   for (std::uint64_t done = 0; done < tries;) {
     Schedule schedule;
     schedule.operations = buildActiveSchedule(
-        shop.instance(), done == 0 ? Urgency(rule_.urgency) : bent, shop.calendar());
+        shop.instance(), done == 0 ? Urgency(rule.urgency) : bent, shop.calendar());
     const Time makespan = schedule.makespan();
     ++done;
     if (done == 1 || makespan < bestMakespan) {
-      schedule.origin = rule_.name;
+      schedule.origin = rule_;
       if (done > 1) schedule.origin += ", try " + std::to_string(done);
       best = std::move(schedule);
       bestMakespan = makespan;

@@ -5,8 +5,8 @@
 
 #include <boost/shared_ptr.hpp>
 #include <cstdint>
+#include <string>
 
-#include "DispatchRules.h"
 #include "Instance.h"
 #include "Schedule.h"
 #include "progress/SearchProgress.h"
@@ -24,14 +24,6 @@ class Dispatch : public LongModule {
  public:
   Dispatch();
 
-  /// Binds:
-  /// - "rule", required: the name of one of dispatchRules();
-  /// - "tries", by default 1: the number of schedules to build, the first strictly by the rule;
-  /// - "noise", by default 0.3: the largest random change of an operation's urgency in the others,
-  ///   as a part of it, from 0 to 1;
-  /// - "seed", by default 1: the seed of the random numbers;
-  /// - "keep_best", by default true: keeps the schedule of an earlier module unless this one's is
-  ///   shorter; false: always replaces it.
   void setBind(cppbind::Binder* binder, bool bindFields);
 
   void processImp(libvarrow::ModuleData* data) override;
@@ -43,7 +35,7 @@ class Dispatch : public LongModule {
   void record(const Schedule& schedule, JobShopData& shop) const;
   void recordInterruptions(const Schedule& schedule, JobShopData& shop) const;
 
-  DispatchRule rule_;
+  std::string rule_;  // the name of one of dispatchRules()
   int tries_ = 1;
   double noise_ = 0;
   std::uint64_t seed_ = 1;
@@ -53,17 +45,3 @@ class Dispatch : public LongModule {
 };
 
 }  // namespace jobshop
-
-namespace cppbind {
-
-/// Codec of rules: JSON has the name.
-template <>
-struct FieldCodec<jobshop::DispatchRule> {
-  static void read(JsonDecodeBinder& decoder, const Json::Value& json,
-                   jobshop::DispatchRule& field);
-  static void write(JsonEncodeBinder& encoder, const jobshop::DispatchRule& field,
-                    Json::Value& json);
-  static void describe(ValueDescription& value, Describer&);
-};
-
-}  // namespace cppbind
