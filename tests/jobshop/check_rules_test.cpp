@@ -69,9 +69,8 @@ TEST_F(Rules, ReportsAreWrittenAlsoWhenTheRunStops) {
 }
 
 TEST_F(Rules, FaultsInARuleFileNameTheFileAndTheirPlace) {
-  EXPECT_EQ(
-      (directory.path() / "rules.json").string() + ": MaxWait.limit: expected a number from 0",
-      check(R"({"MaxWait": {"limit": -1}})"));
+  EXPECT_EQ((directory.path() / "rules.json").string() + ": MaxWait.limit: -1 is less than 0",
+            check(R"({"MaxWait": {"limit": -1}})"));
 }
 
 }  // namespace

@@ -7,8 +7,8 @@ namespace jobshop {
 void LatestFinish::setBind(cppbind::Binder* binder, bool bindFields) {
   if (!bindFields) return;
   JobRule::setBind(binder, bindFields);
-  binder->bind("limit", limit_);
-  requireLimit(limit_);
+  binder->about("Limits the end of jobs.");
+  binder->field("limit", limit_).atLeast(0).about("The latest end of a job, in time units.");
 }
 
 ScheduleRule::Complaint LatestFinish::complaintOf(const JobParameter& parameter) const {

@@ -8,8 +8,6 @@ namespace jobshop {
 /// Rule, in JSON {"LatestFinish": {"limit": 60, "job": 3}}.
 class LatestFinish : public JobRule {
  public:
-  /// Binds "limit", required: the latest end of the last operation, in time units from 0; and the
-  /// keys of JobRule.
   void setBind(cppbind::Binder* binder, bool bindFields);
 
  private:

@@ -19,9 +19,10 @@ std::string percent(double part) {
 void MachineLoad::setBind(cppbind::Binder* binder, bool bindFields) {
   if (!bindFields) return;
   MachineRule::setBind(binder, bindFields);
-  binder->bind("at_most", atMost_);
-  if (atMost_ >= 0 && atMost_ <= 1) return;
-  throw cppbind::ParseErrorException("at_most", "expected a number from 0 to 1");
+  binder->about("Limits the load of machines.");
+  binder->field("at_most", atMost_)
+      .between(0, 1)
+      .about("The largest part of its working time, up to the makespan, that a machine is busy.");
 }
 
 ScheduleRule::Complaint MachineLoad::complaintOf(const MachineParameter& parameter) const {

@@ -29,8 +29,10 @@ Interruption longestIn(const MachineParameter& parameter) {
 void MaxInterruption::setBind(cppbind::Binder* binder, bool bindFields) {
   if (!bindFields) return;
   MachineRule::setBind(binder, bindFields);
-  binder->bind("limit", limit_);
-  requireLimit(limit_);
+  binder->about("Limits the interruptions of operations.");
+  binder->field("limit", limit_)
+      .atLeast(0)
+      .about("The longest time off within an operation; 0 allows none.");
 }
 
 ScheduleRule::Complaint MaxInterruption::complaintOf(const MachineParameter& parameter) const {

@@ -7,8 +7,10 @@ namespace jobshop {
 void MaxWait::setBind(cppbind::Binder* binder, bool bindFields) {
   if (!bindFields) return;
   JobRule::setBind(binder, bindFields);
-  binder->bind("limit", limit_);
-  requireLimit(limit_);
+  binder->about("Limits the waiting times of jobs.");
+  binder->field("limit", limit_)
+      .atLeast(0)
+      .about("The longest time between two operations of a job.");
 }
 
 ScheduleRule::Complaint MaxWait::complaintOf(const JobParameter& parameter) const {

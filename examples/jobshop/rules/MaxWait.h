@@ -8,8 +8,6 @@ namespace jobshop {
 /// Rule, in JSON {"MaxWait": {"limit": 20}}.
 class MaxWait : public JobRule {
  public:
-  /// Binds "limit", required: the longest time between the end of an operation and the start of the
-  /// next one of its job; and the keys of JobRule.
   void setBind(cppbind::Binder* binder, bool bindFields);
 
  private:

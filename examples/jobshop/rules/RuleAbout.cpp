@@ -9,7 +9,7 @@ template <class Parameter>
 void RuleAbout<Parameter>::setBind(cppbind::Binder* binder, bool bindFields) {
   if (!bindFields) return;
   ScheduleRule::setBind(binder, bindFields);
-  binder->bind(Parameter::kKind, number_);
+  binder->field(Parameter::kKind, number_).about("The only one to check; by default all.");
 }
 
 template <class Parameter>

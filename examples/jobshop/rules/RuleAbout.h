@@ -12,8 +12,8 @@ namespace jobshop {
 template <class Parameter>
 class RuleAbout : public ScheduleRule {
  public:
-  /// Binds the keys of ScheduleRule, and the kind ("job" or "machine"): the number of the only one
-  /// to check, by default all.
+  /// Binds the keys of ScheduleRule, and the kind ("job" or "machine") for the number of the only
+  /// one to check. A derived class calls it first.
   void setBind(cppbind::Binder* binder, bool bindFields);
 
   void requireFits(const Instance& instance) const override;

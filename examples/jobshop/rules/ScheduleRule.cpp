@@ -11,8 +11,9 @@ void ScheduleRule::setBind(cppbind::Binder* binder, bool bindFields) {
   if (!bindFields) return;
   bool enabled = isEnabled();
   bool all = getValidateAllFlag();
-  binder->bind("enabled", enabled, true);
-  binder->bind("all", all, false);
+  binder->field("enabled", enabled, true).about("False disables the rule.");
+  binder->field("all", all, false)
+      .about("True: reports each object that breaks the rule. False: only the first.");
   enabled ? enable() : disable();
   setValidateAllFlag(all);
 }
@@ -32,10 +33,6 @@ bool ScheduleRule::validate(libvarrow::RuleValidateContext& context) {
   dynamic_cast<libvarrow::RuleValidatorReason&>(*result.getReason())
       .appendReason(new libvarrow::RuleReason(this, detail));
   return false;
-}
-
-void requireLimit(Time limit) {
-  if (limit < 0) throw cppbind::ParseErrorException("limit", "expected a number from 0");
 }
 
 }  // namespace jobshop

@@ -15,9 +15,7 @@ namespace jobshop {
 /// Rule that checks one object of a schedule at a time and ignores objects of other kinds.
 class ScheduleRule : public libvarrow::Rule {
  public:
-  /// Binds the keys of every rule:
-  /// - "enabled", by default true: false disables the rule;
-  /// - "all", by default false: whether to continue after the first object that breaks the rule.
+  /// Binds the keys of every rule. A derived class calls it first.
   void setBind(cppbind::Binder* binder, bool bindFields);
 
   /// Returns true when the context's parameter keeps the rule, and counts the result. Otherwise
@@ -38,8 +36,5 @@ class ScheduleRule : public libvarrow::Rule {
   /// Returns the complaint about `parameter`. Precondition: isAbout(parameter).
   virtual Complaint complaintAbout(const libvarrow::RuleParameter& parameter) const = 0;
 };
-
-/// Throws cppbind::ParseErrorException for the key "limit" when `limit` is negative.
-void requireLimit(Time limit);
 
 }  // namespace jobshop
