@@ -44,15 +44,18 @@ TEST(Calendar, OperationsRunInTheWorkingTimeOfTheirMachine) {
 
 TEST(Calendar, ErrorsNameTheKeyOrTheMachine) {
   const std::pair<std::string, std::string> cases[] = {
-      {R"("start": "2024-03-01", "time_unit": "00:00:00")",
-       "time_unit: expected at least 00:00:01"},
+      {R"("start": "+infinity")", "start: must be a date and a time"},
+      {R"("start": "2024-03-01", "time_unit": "+infinity")",
+       "time_unit: \"+infinity\" is more than \"24:00:00\""},
       {R"("start": "9999-12-01 00:00:00")", "days: expected an end before the year 10000"},
       {kFriday + R"("machines": [{"machine": 0}, {"machine": 2}])",
        "machines[1].machine: unknown machine 2; the instance has 0 to 1"},
       {kFriday + R"("shifts": [{"from": "24:00:00", "to": "25:00:00"}])",
-       "shifts[0].from: expected a time of day "},
+       "shifts[0].from: \"24:00:00\" is more than \"23:59:59\""},
+      {kFriday + R"("shifts": [{"from": "06:00:00", "to": "+infinity"}])",
+       "shifts[0].to: expected a time after \"from\", 06:00:00, by at most 24 hours; "},
       {kFriday + R"("shifts": [{"from": "06:00:00", "to": "07:00:00", "days": ["Mon"]}])",
-       "shifts[0].days[0]: unknown day \"Mon\""},
+       "shifts[0].days[0]: \"Mon\" is not one of \"mon\", \"tue\", "},
       {kFriday + R"("machines": [{"machine": 0, "closed": [
           {"timeBegin": "2024-03-02 00:00:00", "timeEnd": "+infinity"}]}])",
        "machines[0].closed: expected \"timeEnd\" after \"timeBegin\", found "},

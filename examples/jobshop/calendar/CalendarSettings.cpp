@@ -36,24 +36,35 @@ void requireEachOnce(const std::vector<MachineHours>& machines) {
 
 void MachineHours::setBind(cppbind::Binder* binder, bool bindFields) {
   if (!bindFields) return;
-  binder->bind("machine", machine);
+  binder->about("The hours and the pace of one machine. Missing keys are those of the shop.");
+  binder->field("machine", machine).about("The number of the machine.");
   WorkingHours::setBind(binder, bindFields);
 }
 
 void CalendarSettings::setBind(cppbind::Binder* binder, bool bindFields) {
   if (!bindFields) return;
-  binder->bind("start", start);
-  binder->bind("time_unit", timeUnit, boost::posix_time::minutes(1));
-  binder->bind("days", days, kUsualDays);
+  binder->field("start", start)
+      .satisfies(isPointInTime, "must be a date and a time")
+      .about("The time of unit 0.");
+  bindTimeUnit(*binder, timeUnit);
+  binder->field("days", days, kUsualDays)
+      .between(1, kMaxDays)
+      .about("The length of the calendars, in days.");
   shop.setBind(binder, bindFields);
-  binder->bind("machines", machines, {});
+  binder->field("machines", machines, {}).about("Machines that differ from the shop.");
   if (binder->isDescribing()) return;
-  require(!start.is_special(), "start", "expected a date and a time");
-  require(!timeUnit.is_special() && timeUnit >= boost::posix_time::seconds(1), "time_unit",
-          "expected at least 00:00:01");
-  require(days >= 1 && days <= kMaxDays, "days", "expected a number from 1 to 36600");
   require(isWithinTime(*this), "days", "expected an end before the year 10000");
   cppbind::withKey("machines", [this] { requireEachOnce(machines); });
+}
+
+bool isPointInTime(const ptime& time) {
+  return !time.is_special();
+}
+
+void bindTimeUnit(cppbind::Binder& binder, boost::posix_time::time_duration& timeUnit) {
+  binder.field("time_unit", timeUnit, boost::posix_time::minutes(1))
+      .between(boost::posix_time::seconds(1), boost::posix_time::hours(24))
+      .about("The length of a time unit.");
 }
 
 }  // namespace jobshop

@@ -12,7 +12,6 @@ namespace jobshop {
 struct MachineHours : WorkingHours {
   std::uint64_t machine = 0;
 
-  /// Binds the keys of WorkingHours, and "machine", required.
   void setBind(cppbind::Binder* binder, bool bindFields);
 };
 
@@ -28,9 +27,15 @@ struct CalendarSettings {
 
   boost::posix_time::ptime end() const { return start + boost::posix_time::hours(24 * days); }
 
-  /// Binds "start", required, "time_unit", "days", "machines" and the keys of WorkingHours. Throws
-  /// cppbind::ParseErrorException when a value is out of range or a machine occurs twice.
+  /// Binds the keys above and those of WorkingHours. Throws cppbind::ParseErrorException when the
+  /// calendar ends after the year 9999 or a machine occurs twice.
   void setBind(cppbind::Binder* binder, bool bindFields);
 };
+
+/// Returns true for a date and a time. Predicate of fields: files may have infinite times.
+bool isPointInTime(const boost::posix_time::ptime& time);
+
+/// Binds "time_unit", by default a minute.
+void bindTimeUnit(cppbind::Binder& binder, boost::posix_time::time_duration& timeUnit);
 
 }  // namespace jobshop

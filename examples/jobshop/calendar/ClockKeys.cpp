@@ -4,15 +4,14 @@ namespace jobshop {
 
 void ClockKeys::setBind(cppbind::Binder* binder, bool bindFields) {
   if (!bindFields) return;
-  binder->bind("start", start, boost::posix_time::ptime());
-  binder->bind("time_unit", timeUnit, boost::posix_time::minutes(1));
-  if (timeUnit.is_special() || timeUnit < boost::posix_time::seconds(1)) {
-    throw cppbind::ParseErrorException("time_unit", "expected at least 00:00:01");
-  }
+  binder->field("start", start)
+      .satisfies(isPointInTime, "must be a date and a time")
+      .about("Adds clock times: the time of unit 0, by default that of the calendar.");
+  bindTimeUnit(*binder, timeUnit);
 }
 
 ShopClock ClockKeys::clockFor(const ShopCalendar& calendar) const {
-  return start.is_special() ? calendar.clock() : ShopClock(start, timeUnit);
+  return start ? ShopClock(*start, timeUnit) : calendar.clock();
 }
 
 }  // namespace jobshop

@@ -10,29 +10,12 @@ namespace jobshop {
 namespace {
 
 using boost::posix_time::hours;
-using cppbind::ParseErrorException;
 
-void requireKnownDays(const std::vector<std::string>& days) {
-  const std::vector<std::string>& known = DayWindow::everyDay();
-  if (days.empty()) throw ParseErrorException("expected at least one day");
-  for (std::size_t i = 0; i < days.size(); ++i) {
-    if (std::find(known.begin(), known.end(), days[i]) != known.end()) continue;
-    cppbind::withIndex(i, [&] {
-      throw ParseErrorException("unknown day \"" + days[i] +
-                                "\"; known are mon, tue, wed, thu, fri, sat, sun");
-    });
-  }
-}
-
-void requireWindow(const DayWindow& window) {
-  if (window.from.is_special() || window.from.is_negative() || window.from >= hours(24)) {
-    throw ParseErrorException("from", "expected a time of day from 00:00:00 to 23:59:59");
-  }
-  if (window.to.is_special() || window.to <= window.from || window.to > window.from + hours(24)) {
-    throw ParseErrorException("to", "expected a time after \"from\", " +
-                                        libvarrow::time2str(window.from) +
-                                        ", by at most 24 hours; 06:00 on the next day is 30:00:00");
-  }
+void requireOrder(const DayWindow& window) {
+  if (window.from < window.to && window.to <= window.from + hours(24)) return;
+  throw cppbind::ParseErrorException(
+      "to", "expected a time after \"from\", " + libvarrow::time2str(window.from) +
+                ", by at most 24 hours; 06:00 on the next day is 30:00:00");
 }
 
 }  // namespace
@@ -50,12 +33,18 @@ bool DayWindow::startsOn(const boost::gregorian::date& day) const {
 
 void DayWindow::setBind(cppbind::Binder* binder, bool bindFields) {
   if (!bindFields) return;
-  binder->bind("from", from);
-  binder->bind("to", to);
-  binder->bind("days", days, everyDay());
-  if (binder->isDescribing()) return;
-  requireWindow(*this);
-  cppbind::withKey("days", [this] { requireKnownDays(days); });
+  binder->about("A daily window, such as a shift or a break.");
+  binder->field("from", from)
+      .between(hours(0), hours(24) - boost::posix_time::seconds(1))
+      .about("The time of day at which it begins.");
+  binder->field("to", to).about(
+      "The time at which it ends, by the same midnight: 06:00 on the next day is 30:00:00.");
+  binder->field("days", days, everyDay())
+      .notEmpty()
+      .about("The days on which it begins.")
+      .each()
+      .oneOf(everyDay());
+  if (!binder->isDescribing()) requireOrder(*this);
 }
 
 }  // namespace jobshop

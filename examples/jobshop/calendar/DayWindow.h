@@ -24,8 +24,8 @@ struct DayWindow {
 
   bool startsOn(const boost::gregorian::date& day) const;
 
-  /// Binds the keys above; without "days", the window is for every day. Throws
-  /// cppbind::ParseErrorException when a value is invalid.
+  /// Binds the keys above. Throws cppbind::ParseErrorException when the window has no time or more
+  /// than 24 hours.
   void setBind(cppbind::Binder* binder, bool bindFields);
 };
 

@@ -7,7 +7,7 @@
 namespace jobshop {
 
 Efficiency::Efficiency(double workInTimeUnit) {
-  LIBVARROW_CHECK(isValid(workInTimeUnit));
+  LIBVARROW_CHECK(workInTimeUnit >= kMin && workInTimeUnit <= kMax);
   millionths_ = std::llround(workInTimeUnit * kMillion);
 }
 

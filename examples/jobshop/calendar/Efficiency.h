@@ -18,10 +18,6 @@ class Efficiency {
   /// Sets the efficiency. Aborts when `workInTimeUnit` is not from kMin to kMax.
   explicit Efficiency(double workInTimeUnit);
 
-  static bool isValid(double workInTimeUnit) {
-    return workInTimeUnit >= kMin && workInTimeUnit <= kMax;
-  }
-
   /// Returns the working time that `work` takes, rounded up to whole units.
   Time timeFor(Time work) const;
 

@@ -24,11 +24,6 @@ void requireWindows(const TimeBlock& closed) {
   }
 }
 
-void requireEfficiency(const std::optional<double>& efficiency) {
-  if (!efficiency || Efficiency::isValid(*efficiency)) return;
-  throw ParseErrorException("efficiency", "expected a number from 0.001 to 1000");
-}
-
 bool isEmpty(const std::optional<std::vector<DayWindow>>& windows) {
   return !windows || windows->empty();
 }
@@ -50,12 +45,14 @@ TimeBlock repeated(const std::vector<DayWindow>& windows, const ptime& from, con
 
 void WorkingHours::setBind(cppbind::Binder* binder, bool bindFields) {
   if (!bindFields) return;
-  binder->bind("shifts", shifts);
-  binder->bind("breaks", breaks);
-  binder->bind("closed", closed, TimeBlock());
-  binder->bind("efficiency", efficiency);
+  binder->field("shifts", shifts).about("Daily working hours; by default around the clock.");
+  binder->field("breaks", breaks).about("Daily windows that are removed from the shifts.");
+  binder->field("closed", closed, TimeBlock())
+      .about("Intervals that are also removed from the shifts: holidays, maintenance.");
+  binder->field("efficiency", efficiency)
+      .between(Efficiency::kMin, Efficiency::kMax)
+      .about("The work done in a unit of working time; by default 1.");
   requireWindows(closed);
-  requireEfficiency(efficiency);
 }
 
 WorkingHours WorkingHours::within(const WorkingHours& shop) const {

@@ -17,9 +17,7 @@ struct WorkingHours {
   libvarrow::TimeBlock closed;                   ///< also taken from them, such as maintenance
   std::optional<double> efficiency;              ///< none: 1
 
-  /// Binds the optional keys "shifts", "breaks", "closed" and "efficiency". Throws
-  /// cppbind::ParseErrorException when the efficiency is out of range or a closed window is
-  /// invalid.
+  /// Binds the keys above. Throws cppbind::ParseErrorException when a closed window is reversed.
   void setBind(cppbind::Binder* binder, bool bindFields);
 
   /// Returns these hours, with those of `shop` where these are not set. The closed windows of both
