@@ -11,7 +11,7 @@ void ChainedModule::Data4Bind::setBind(cppbind::Binder* binder, bool bindFields)
   binder->about("Runs modules in order.");
   if (!binder->isReading()) return binder->bind("modules", modules);
   std::vector<boost::shared_ptr<Module>> created;
-  binder->bind("modules", created);
+  binder->field("modules", created).about("The modules, in their order.");
   modules.insert(modules.end(), created.begin(), created.end());
 }
 

@@ -8,7 +8,10 @@ namespace jobshop {
 
 void DrawGantt::setBind(cppbind::Binder* binder, bool bindFields) {
   if (!bindFields) return;
-  binder->bind("file", file_, "gantt.svg");
+  binder->about("Draws the schedule.");
+  binder->field("file", file_, "gantt.svg")
+      .notEmpty()
+      .about("The chart, from the run's folder unless absolute.");
   clock_.setBind(binder, bindFields);
 }
 

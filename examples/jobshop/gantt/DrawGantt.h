@@ -13,9 +13,6 @@ namespace jobshop {
 /// Module, in JSON {"DrawGantt": {"file": "gantt.svg", "start": "2024-03-05 06:00:00"}}.
 class DrawGantt : public libvarrow::Module {
  public:
-  /// Binds:
-  /// - "file", by default "gantt.svg": the file to write, from the run's folder unless absolute;
-  /// - the keys of ClockKeys.
   void setBind(cppbind::Binder* binder, bool bindFields);
 
   /// Draws the schedule. Throws std::runtime_error when the file cannot be written.

@@ -50,11 +50,15 @@ std::string reportText(const ValidatorReason& report, const std::string& verdict
 
 void CheckRules::setBind(cppbind::Binder* binder, bool bindFields) {
   if (!bindFields) return;
-  binder->bind("file", file_);
-  binder->bind("stop", stop_, true);
-  binder->bind("json", json_, "rule_report.json");
-  binder->bind("json_v2", jsonV2_, "rule_report_v2.json");
-  binder->bind("text", text_, "rule_report.txt");
+  binder->about("Reports which rules the schedule breaks, and why.");
+  binder->field("file", file_)
+      .notEmpty()
+      .about("The rule file, from the pipeline file's folder unless absolute.");
+  binder->field("stop", stop_, true).about("Whether a broken rule ends the run.");
+  const std::string report = " report, from the run's folder unless absolute; \"\" for none.";
+  binder->field("json", json_, "rule_report.json").about("The file of the full" + report);
+  binder->field("json_v2", jsonV2_, "rule_report_v2.json").about("The file of the flat" + report);
+  binder->field("text", text_, "rule_report.txt").about("The file of the readable" + report);
 }
 
 void CheckRules::processImp(libvarrow::ModuleData* data) {

@@ -17,12 +17,6 @@ class RuleFile;
 /// In JSON: {"CheckRules": {"file": "rules.json"}}.
 class CheckRules : public libvarrow::Module {
  public:
-  /// Binds:
-  /// - "file", required: the rule file, from the pipeline file's folder unless absolute;
-  /// - "stop", by default true: whether a broken rule ends the run;
-  /// - "json", "json_v2" and "text", by default "rule_report.json", "rule_report_v2.json" and
-  ///   "rule_report.txt": the files of the full, the flat and the readable report, from the run's
-  ///   folder unless absolute; "" omits one.
   void setBind(cppbind::Binder* binder, bool bindFields);
 
   /// Checks the rules and writes the reports. Throws std::runtime_error like RuleFile, when a file

@@ -11,6 +11,10 @@
 
 namespace jobshop {
 
+void CheckSchedule::setBind(cppbind::Binder* binder, bool) {
+  binder->about("Ends the run if the schedule is not feasible.");
+}
+
 void CheckSchedule::processImp(libvarrow::ModuleData* data) {
   JobShopData& shop = JobShopData::of(data);
   const Schedule& schedule = shop.schedule();

@@ -11,7 +11,10 @@ namespace jobshop {
 
 void ReadInstance::setBind(cppbind::Binder* binder, bool bindFields) {
   if (!bindFields) return;
-  binder->bind("file", file_);
+  binder->about("Reads the instance to plan.");
+  binder->field("file", file_)
+      .notEmpty()
+      .about("A path from the pipeline file's folder, or absolute; --instance replaces it.");
 }
 
 void ReadInstance::processImp(libvarrow::ModuleData* data) {

@@ -11,8 +11,6 @@ namespace jobshop {
 /// Module, in JSON {"ReadInstance": {"file": "data/ft06.txt"}}.
 class ReadInstance : public libvarrow::Module {
  public:
-  /// Binds "file", required: a path, from the pipeline file's folder unless absolute. The program's
-  /// --instance replaces it.
   void setBind(cppbind::Binder* binder, bool bindFields);
 
   void processImp(libvarrow::ModuleData* data) override;

@@ -10,6 +10,7 @@
 namespace jobshop {
 
 void SetCalendars::setBind(cppbind::Binder* binder, bool bindFields) {
+  binder->about("Sets a clock and the working time of machines for all modules after it.");
   settings_.setBind(binder, bindFields);
 }
 

@@ -10,8 +10,10 @@ namespace jobshop {
 
 void WriteSchedule::setBind(cppbind::Binder* binder, bool bindFields) {
   if (!bindFields) return;
-  binder->bind("json", json_, "schedule.json");
-  binder->bind("csv", csv_, "schedule.csv");
+  binder->about("Writes the schedule to files.");
+  const std::string file = " file, from the run's folder unless absolute; \"\" for none.";
+  binder->field("json", json_, "schedule.json").about("The JSON" + file);
+  binder->field("csv", csv_, "schedule.csv").about("The CSV" + file);
   clock_.setBind(binder, bindFields);
 }
 

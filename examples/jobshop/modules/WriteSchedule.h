@@ -13,10 +13,6 @@ namespace jobshop {
 /// Module, in JSON {"WriteSchedule": {"csv": "plan.csv", "start": "2024-03-05 06:00:00"}}.
 class WriteSchedule : public libvarrow::Module {
  public:
-  /// Binds:
-  /// - "json" and "csv", by default "schedule.json" and "schedule.csv": the files to write, from
-  ///   the run's folder unless absolute; "" omits one;
-  /// - the keys of ClockKeys.
   void setBind(cppbind::Binder* binder, bool bindFields);
 
   /// Writes the schedule. Throws std::runtime_error when a file cannot be written.
