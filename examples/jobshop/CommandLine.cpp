@@ -43,8 +43,10 @@ Plans a job shop. The pipeline file selects the modules, their order and their s
   --instance FILE  the instance to plan, in place of that of the pipeline file
   --help           this text
 
-Exit status: 0 when the run succeeded; 1 when it failed, with one line on standard error that gives the
-reason; 2 for wrong arguments.
+Before the run, all faults of the pipeline file and its rule files are written to standard error.
+
+Exit status: 0 when the run succeeded; 1 when it failed, with the reason in the last line on
+standard error; 2 for wrong arguments.
 )";
 }
 

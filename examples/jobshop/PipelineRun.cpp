@@ -9,6 +9,7 @@
 #include <boost/filesystem/operations.hpp>
 #include <stdexcept>
 
+#include "FileCheck.h"
 #include "OneLine.h"
 #include "RunSummary.h"
 #include "modules/registerModules.h"
@@ -26,15 +27,12 @@ fs::path pluginFolder() {
   return boost::dll::program_location().parent_path() / "plugins";
 }
 
-libvarrow::ModuleExecutor readPipeline(const fs::path& file, cppbind::ClassRegister& classes) {
-  try {
-    return {&classes, file.generic_string(), false};
-  } catch (const cppbind::ClassMissRegException& error) {
-    const fs::path plugins = pluginFolder();
-    throw std::runtime_error(std::string(error.what()) + "; plug-ins are loaded from " +
-                             plugins.generic_string() +
-                             (fs::is_directory(plugins) ? "" : ", which does not exist"));
-  }
+void requireNoFaults(const RunFolder& run, const cppbind::ClassRegister& classes) {
+  const std::size_t count = reportFaults(run, classes);
+  if (count == 0) return;
+  const std::string folder = pluginFolder().generic_string();
+  throw std::runtime_error(std::to_string(count) + (count == 1 ? " error" : " errors") +
+                           (fs::is_directory(folder) ? "" : "; no plug-ins in " + folder));
 }
 
 // Returns the name of the step that failed: it leaves its dump path in the data.
@@ -59,7 +57,8 @@ std::optional<std::string> runPipeline(const RunFolder& run) {
     registerRules();
     const auto classes = registerModules();
     plugins.autoLoad(pluginFolder().generic_string());
-    const libvarrow::ModuleExecutor executor = readPipeline(run.pipeline, *classes);
+    requireNoFaults(run, *classes);
+    const libvarrow::ModuleExecutor executor(classes.get(), run.pipeline.generic_string(), false);
     addRunProgress(*executor.mainModule(), statistics);
     executor.process(&data);
   } catch (const std::exception& error) {

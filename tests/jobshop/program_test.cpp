@@ -2,6 +2,7 @@
 #include <libvarrow/json/json.h>
 #include <unistd.h>
 
+#include <boost/algorithm/string/erase.hpp>
 #include <boost/filesystem/operations.hpp>
 #include <cstdlib>
 
@@ -90,12 +91,57 @@ TEST_F(Program, ThePipelineSelectsTheModulesAndTheirOutput) {
   EXPECT_FALSE(fs::exists("run/schedule.csv"));
 }
 
-TEST_F(Program, AnInvalidPipelineIsReportedInOneLineWithThePath) {
+TEST_F(Program, TellsAllFaultsOfItsFilesBeforeTheRun) {
+  writeFile("shop/p.json", R"({"modules": [
+  {"No\npe%s%n\u001b[31m": {}},
+  {"ReadInstance": {"fiel": "ft06.txt"}},
+  {"Dispach": {"rule": "SPT"}},
+  {"Dispatch": {"rule": "EDD", "tries": 0, "noise": "much", "seed": -1, "speed": 2}},
+  {"SetCalendars": {
+    "start": "tomorrow", "days": 1.5, "efficiency": 0,
+    "shifts": [{"from": "24:00:00", "to": "25:00:00"}, {"from": "06:00:00", "days": ["Mon"]}],
+    "closed": {}}},
+  {"SetCalendars": {"start": "2024-03-01", "machines": [{"machine": 1}, {"machine": 1}]}},
+  {"CHAINEDMODULE": {"modules": [{"CheckSchedule": {}, "WriteSchedule": {}}]}},
+  {"DrawGantt": {"file": "a.svg", "file": "b.svg"}},
+  {"checkrules": {"file": "rules.json"}}
+]})");
+  writeFile("shop/rules.json", R"([
+  {"MaxWait": {"limit": -1}}, {"rule_level": "2"}, {"rule_list": {}}
+])");
+  const ChildResult run = jobshopRun({"shop/p.json", "run"});
+  EXPECT_EQ(1, run.exitCode);
+  EXPECT_EQ(R"(
+shop/p.json:2:4: error: modules[0]: No pe%s%n [31m miss register
+shop/p.json:3:21: error: modules[1].ReadInstance.file: not found; did you mean "file"?
+shop/p.json:4:4: error: modules[2]: Dispach miss register; did you mean "Dispatch"?
+shop/p.json:5:25: error: modules[3].Dispatch.rule: "EDD" is not one of "SPT", "LPT", "MWKR", "MOPNR", "FIFO"
+shop/p.json:5:41: error: modules[3].Dispatch.tries: 0 is less than 1
+shop/p.json:5:53: error: modules[3].Dispatch.noise: Value is not convertible to double.
+shop/p.json:5:69: error: modules[3].Dispatch.seed: LargestInt out of UInt64 range
+shop/p.json:5:73: error: modules[3].Dispatch: unknown json key:[speed]; did you mean "seed"?
+shop/p.json:7:14: error: modules[4].SetCalendars.start: cant not parse [tomorrow] as time
+shop/p.json:7:34: error: modules[4].SetCalendars.days: Value is not convertible to Int.
+shop/p.json:7:53: error: modules[4].SetCalendars.efficiency: 0 is less than 0.001
+shop/p.json:8:25: error: modules[4].SetCalendars.shifts[0].from: "24:00:00" is more than "23:59:59"
+shop/p.json:8:56: error: modules[4].SetCalendars.shifts[1].to: not found
+shop/p.json:8:86: error: modules[4].SetCalendars.shifts[1].days[0]: "Mon" is not one of "mon", "tue", "wed", "thu", "fri", "sat", "sun"
+shop/p.json:9:15: error: modules[4].SetCalendars.closed: should be a list
+shop/p.json:10:30: warning: modules[5].SetCalendars.start: means "2024-03-01 00:00:00"
+shop/p.json:10:85: error: modules[5].SetCalendars.machines[1].machine: machine 1 already has hours
+shop/p.json:11:34: error: modules[6].CHAINEDMODULE.modules[0]: DynamicType object must have a unique key as it's type
+shop/p.json:12:35: warning: modules[7].DrawGantt.file: the key is given twice; the last one counts
+shop/rules.json:2:25: error: [0].MaxWait.limit: -1 is less than 0
+shop/rules.json:2:46: error: [1].rule_level: should be an integer
+shop/rules.json:2:66: error: [2].rule_list: should be a list
+jobshop: shop/p.json: 20 errors
+)",
+            '\n' + boost::erase_all_copy(run.errors, directory.path().string() + "/"));
+  EXPECT_FALSE(fs::exists("run/dump"));
+}
+
+TEST_F(Program, AFailedRunIsReportedInOneLineWithTheStep) {
   const std::pair<std::string, std::string> cases[] = {
-      {R"({"No\npe%s%n\u001b[31m": {}})", "modules[0]: No pe%s%n [31m miss register"},
-      {R"({"Dispatch": {"rule": "EDD"}})",
-       "modules[0].Dispatch.rule: \"EDD\" is not one of \"SPT\", \"LPT\", \"MWKR\", "},
-      // An error of a run is reported with the step's path among the dumps.
       {R"({"ChainedModule": {"modules": [{"ReadInstance": {"file": "bad.txt"}}]}})",
        "0_ChainedModule/0_ReadInstance: " + directory.path().string() +
            "/bad.txt:2: expected a time from 0 to 1000000000, found \"x\""},
@@ -118,7 +164,7 @@ TEST_F(Program, WrongArgumentsAreReportedInOneLine) {
   expectOneLine(jobshopRun({"a", "b", "c"}), 2, ": too many arguments; see jobshop --help\n");
   expectOneLine(jobshopRun({"--in\nst", "x"}), 2, ": unknown option --in st; see jobshop --help\n");
   expectOneLine(jobshopRun({kPipeline, "file/run"}), 1, "file/run");
-  expectOneLine(jobshopRun({"gone.json", "run"}), 1, "jobshop: gone.json: conf ");
+  EXPECT_TRUE(contains(jobshopRun({"gone.json", "run"}).errors, "gone.json: error: Can not open "));
   const ChildResult help = jobshopRun({"--help"});
   EXPECT_TRUE(help.exitCode == 0 && contains(help.output, "\nUsage: jobshop")) << help.output;
 }
