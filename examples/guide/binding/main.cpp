@@ -1,5 +1,7 @@
 // Reads an order from JSON and writes it back, with one field of every kind.
 #include <cppbind/ClassRegister.h>
+#include <cppbind/Describer.h>
+#include <cppbind/EnumNames.h>
 #include <cppbind/JsonPlaces.h>
 #include <cppbind/TextPositions.h>
 #include <cppbind/imp/binder.h>
@@ -42,12 +44,7 @@ class Packing : public cppbind::Object {
 class Box : public Packing {
  public:
   void setBind(cppbind::Binder* binder, bool bindFields) {
-    if (!bindFields) return;
-    binder->bind("weight", weight_);
-    // A check that no type can express. The key becomes the path of the error.
-    if (binder->isReading() && weight_ <= 0) {
-      throw cppbind::ParseErrorException("weight", std::to_string(weight_) + " is not positive");
-    }
+    if (bindFields) binder->field("weight", weight_).atLeast(1);  // a condition on the value
   }
   int weight() const override { return weight_; }
 
@@ -82,23 +79,32 @@ class Pallet : public Packing {
 // [/record]
 
 enum class Priority { Normal, Urgent };
+constexpr auto enumNames(Priority) {
+  return cppbind::names<Priority>({{Priority::Normal, "normal"}, {Priority::Urgent, "urgent"}});
+}
+
+struct Size {
+  int width = 0;
+  int height = 0;
+};
 
 }  // namespace
 
 // [codec]
 // A new kind of field: one specialisation, in the same header as the type.
 template <>
-struct cppbind::FieldCodec<Priority> {
-  static void read(JsonDecodeBinder& decoder, const Json::Value& json, Priority& field) {
-    std::string name;
-    FieldCodec<std::string>::read(decoder, json, name);
-    if (name != "normal" && name != "urgent") {
-      throw ParseErrorException("\"" + name + "\" is neither \"normal\" nor \"urgent\"");
-    }
-    field = name == "urgent" ? Priority::Urgent : Priority::Normal;
+struct cppbind::FieldCodec<Size> {
+  static void read(JsonDecodeBinder& decoder, const Json::Value& json, Size& field) {
+    std::vector<int> sides;
+    FieldCodec<std::vector<int>>::read(decoder, json, sides);
+    if (sides.size() != 2) throw ParseErrorException("expected [WIDTH, HEIGHT]");
+    field = {sides[0], sides[1]};
   }
-  static void write(JsonEncodeBinder&, const Priority& field, Json::Value& json) {
-    json = field == Priority::Urgent ? "urgent" : "normal";
+  static void write(JsonEncodeBinder& encoder, const Size& field, Json::Value& json) {
+    FieldCodec<std::vector<int>>::write(encoder, {field.width, field.height}, json);
+  }
+  static void describe(ValueDescription& value, Describer& describer) {  // optional, for schemas
+    describer.describeElements<int>(value, ValueKind::List);
   }
 };
 // [/codec]
@@ -111,6 +117,7 @@ struct Order {
   ptime due;
   boost::gregorian::date ordered;
   Priority priority = Priority::Normal;
+  Size size;
   std::set<std::string> tags;
   std::vector<Operation> operations;
   boost::shared_ptr<Packing> packing;
@@ -121,6 +128,7 @@ struct Order {
     binder->bind("due", due);
     binder->bind("ordered", ordered, boost::gregorian::date(2024, 1, 1));
     binder->bind("priority", priority, Priority::Normal);
+    binder->bind("size", size, {80, 200});
     binder->bind("tags", tags, {});
     binder->bind("operations", operations);
     binder->bind("packing", packing);

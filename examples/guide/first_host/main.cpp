@@ -101,11 +101,7 @@ class ReadOrders : public libvarrow::Module {
 class SortOrders : public libvarrow::Module {
  public:
   void setBind(cppbind::Binder* binder, bool bindFields) {
-    if (!bindFields) return;
-    binder->bind("by", by_, "due");
-    if (by_ != "due" && by_ != "work") {
-      throw cppbind::ParseErrorException("by", "\"" + by_ + "\" is neither \"due\" nor \"work\"");
-    }
+    if (bindFields) binder->field("by", by_, "due").oneOf({"due", "work"});
   }
 
   void processImp(libvarrow::ModuleData* data) override {
