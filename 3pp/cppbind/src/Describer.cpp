@@ -109,6 +109,11 @@ bool Describer::describeText(ValueDescription& value, const std::type_info& type
   return true;
 }
 
+ValueDescription& Describer::addElements(ValueDescription& value, ValueKind kind) {
+  value.kind = kind;
+  return value.elements.emplace_back();
+}
+
 void Describer::describeField(FieldDescription& field, const detail::FieldType& type) {
   field.type_ = &type;
   const ClassRegisterBase* reg =
@@ -145,9 +150,9 @@ void Describer::describeRecord(ValueDescription& value, const detail::RecordType
     record.name = record.typeName = typeName(type.type());
     record.id = known->second = Known::newId(record.name, known_->takenRecordIds);
     describeFields(record, [&](Binder& binder) {
-      if (type.functions->create == nullptr) throw std::logic_error("no default constructor");
-      const std::unique_ptr<void, void (*)(void*)> object(type.functions->create(),
-                                                          type.functions->destroy);
+      if (type.functions().create == nullptr) throw std::logic_error("no default constructor");
+      const std::unique_ptr<void, void (*)(void*)> object(type.functions().create(),
+                                                          type.functions().destroy);
       type.bind(object.get(), binder);
     });
   }

@@ -1,6 +1,7 @@
 #include "cppbind/Field.h"
 
 #include <algorithm>
+#include <cstring>
 #include <memory>
 #include <string>
 #include <utility>
@@ -44,7 +45,7 @@ class BoundRule {
   // Copies the bounds.
   void own() {
     for (const void*& bound : bounds_) {
-      bound = owned_.emplace_back(type_->copy(bound), type_->destroy).get();
+      bound = owned_.emplace_back(copyOf(bound)).get();
     }
   }
 
@@ -59,9 +60,10 @@ class BoundRule {
   void check(JsonDecodeBinder& decoder, const Json::Value& json, const void* field) const {
     const auto checkValue = [&](const void* value) {
       if (allows(value)) return;
-      const Json::Value written = jsonOf(decoder, *values_->type, value);
+      const Json::Value written = jsonOf(decoder, values_->type(), value);
       throw ParseErrorException(constraint(decoder).violation(written));
     };
+    if (values_->visit == nullptr) return checkValue(field);
     using CheckValue = decltype(checkValue);
     const ValueVisitor visitor{[](const void* context, const void* value) {
                                  (*static_cast<const CheckValue*>(context))(value);
@@ -77,8 +79,15 @@ class BoundRule {
                        [&](const void* bound) { return test_(value, bound); });
   }
 
+  std::shared_ptr<void> copyOf(const void* bound) const {
+    if (type_->copy != nullptr) return {type_->copy(bound), type_->destroy};
+    std::shared_ptr<void> copy(::operator new(type_->size), [](void* p) { ::operator delete(p); });
+    std::memcpy(copy.get(), bound, type_->size);
+    return copy;
+  }
+
   Json::Value jsonOfBound(const BinderImpBase& binder, const void* bound) const {
-    if (type_->json != nullptr) return jsonOf(binder, *type_->json, bound);
+    if (type_->json != nullptr) return jsonOf(binder, type_->json(), bound);
     const auto& text = *static_cast<const std::string_view*>(bound);
     return Json::Value(text.data(), text.data() + text.size());
   }

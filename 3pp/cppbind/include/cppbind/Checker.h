@@ -67,12 +67,12 @@ class CPPBIND_API Checker {
   /// Reads the whole value as a `T`.
   template <class T>
   void check() {
-    check(Path(), json(), detail::fieldType<T>);
+    check(Path(), json(), detail::fieldType<T>());
   }
   /// Reads `json`, which is inside json() at `path`, as a `T`.
   template <class T>
   void check(const Path& path, const Json::Value& json) {
-    check(path, json, detail::fieldType<T>);
+    check(path, json, detail::fieldType<T>());
   }
   /// Reads `json`, which is inside json() at `path`, as an object of the class that the last
   /// element of `path` names. `classes` creates it; objects in its fields are created by the

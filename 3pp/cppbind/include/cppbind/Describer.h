@@ -47,8 +47,7 @@ class CPPBIND_API Describer {
   /// Describes a list, a set or a map of elements of `T`.
   template <class T>
   void describeElements(ValueDescription& value, ValueKind kind) {
-    value.kind = kind;
-    describe<T>(value.elements.emplace_back());
+    describe<T>(addElements(value, kind));
   }
 
   /// Describes text of the converter for `type`. Returns false when the binder has none.
@@ -85,6 +84,7 @@ class CPPBIND_API Describer {
     const ClassRegisterBase* before_;
   };
 
+  static ValueDescription& addElements(ValueDescription& value, ValueKind kind);
   void describeField(FieldDescription& field, const detail::FieldType& type);
   // Returns nothing for a value without a JSON form.
   std::optional<Json::Value> defaultOf(const detail::FieldType& type, const void* value) const;

@@ -203,7 +203,7 @@ template <class T>
 void Binder::bind(std::string_view key, T& field) {
   if (decoder_ == nullptr) return write(key, field);
   const Json::Value* member = claim(key);
-  if (member == nullptr) return missing(key, detail::fieldType<T>, &field);
+  if (member == nullptr) return missing(key, detail::fieldType<T>(), &field);
   withKey(key, [&] {
     if constexpr (isDynamicList<T>) {
       readDynamicList(*decoder_, member, nullptr, field);
@@ -220,7 +220,7 @@ void Binder::bind(std::string_view key, T& field, const detail::Identity<T>& def
     withKey(key, [&] { FieldCodec<T>::read(*decoder_, *member, field); });
   } else {
     field = defaultValue;
-    if (notes_ != nullptr) noteDefault(key, detail::fieldType<T>, &field);
+    if (notes_ != nullptr) noteDefault(key, detail::fieldType<T>(), &field);
   }
 }
 
@@ -229,7 +229,8 @@ void Binder::bind(std::string_view key, std::vector<boost::shared_ptr<T>>& list,
                   const Json::Value* defaultJson, const ClassRegisterBase* reg) {
   if (decoder_ == nullptr) return write(key, list);
   const Json::Value* member = claim(key);
-  if (noteList(key, detail::fieldType<std::vector<boost::shared_ptr<T>>>, defaultJson, reg)) return;
+  if (noteList(key, detail::fieldType<std::vector<boost::shared_ptr<T>>>(), defaultJson, reg))
+    return;
   withKey(key,
           [&] { readDynamicList(*decoder_, member != nullptr ? member : defaultJson, reg, list); });
 }
@@ -238,7 +239,7 @@ template <class T>
 void Binder::bind(T& whole) {
   if (decoder_ != nullptr) {
     const Json::Value* value = claimWhole();
-    if (value == nullptr) return missingWhole(detail::fieldType<T>, &whole);
+    if (value == nullptr) return missingWhole(detail::fieldType<T>(), &whole);
     FieldCodec<T>::read(*decoder_, *value, whole);
   } else {
     requireEncoder();

@@ -435,7 +435,7 @@ void Describer::describe(ValueDescription& value) {
 template <class T>
 Description describe(const ClassRegisterBase* reg,
                      boost::shared_ptr<const ConverterTable> converters) {
-  return detail::describeType(detail::fieldType<T>, reg, std::move(converters));
+  return detail::describeType(detail::fieldType<T>(), reg, std::move(converters));
 }
 
 }  // namespace cppbind

@@ -32,9 +32,9 @@ bool isAtLeast(const T& value, const Other& bound) {
 // Functions of the type of bounds, or of a predicate. Descriptions keep copies of bounds.
 struct BoundType {
   std::size_t size;
-  void* (*copy)(const void* bound);
-  void (*destroy)(void* bound);
-  const FieldType* json;  // writes a bound; null for text and predicates
+  void* (*copy)(const void* bound);  // null for a type whose bytes can be copied
+  void (*destroy)(void* bound);      // null, too
+  const FieldType& (*json)();        // writes a bound; null for text and predicates
 };
 
 template <class Bound>
@@ -59,14 +59,21 @@ inline void destroyTextCopy(void* text) {
 }
 
 template <class Bound>
-inline constexpr BoundType boundType{sizeof(Bound), &copyOf<Bound>, &destroyCopy<Bound>,
-                                     &fieldType<Bound>};
+constexpr BoundType boundTypeOf(const FieldType& (*json)()) {
+  if constexpr (std::is_trivially_copyable_v<Bound>) {
+    return {sizeof(Bound), nullptr, nullptr, json};
+  } else {
+    return {sizeof(Bound), &copyOf<Bound>, &destroyCopy<Bound>, json};
+  }
+}
+
+template <class Bound>
+inline constexpr BoundType boundType = boundTypeOf<Bound>(&fieldType<Bound>);
 template <>
 inline constexpr BoundType boundType<std::string_view>{sizeof(std::string_view), &copyText,
                                                        &destroyTextCopy, nullptr};
 template <class Predicate>
-inline constexpr BoundType predicateType{sizeof(Predicate), &copyOf<Predicate>,
-                                         &destroyCopy<Predicate>, nullptr};
+inline constexpr BoundType predicateType = boundTypeOf<Predicate>(nullptr);
 
 // A condition, with borrowed bounds.
 struct Rule {
@@ -104,8 +111,9 @@ struct Tests {
 
 // Functions of the values that a condition on a field of one type applies to.
 struct RuledValues {
-  const FieldType* type;  // of the values
-  std::size_t depth;      // of elements in elements
+  const FieldType& (*type)();  // of the values
+  std::size_t depth;           // of elements in elements
+  // Null: the field is the value.
   void (*visit)(JsonDecodeBinder& decoder, const Json::Value& json, const void* field,
                 const ValueVisitor& visitor);
 };
@@ -119,7 +127,16 @@ CPPBIND_COLD void visitValues(JsonDecodeBinder& decoder, const Json::Value& json
 }
 
 template <class T, class Path>
-inline constexpr RuledValues ruledValues{&fieldType<typename Path::template Value<T>>, Path::depth,
-                                         &visitValues<T, Path>};
+constexpr RuledValues ruledValuesOf() {
+  using Value = typename Path::template Value<T>;
+  if constexpr (std::is_same_v<Path, Itself> && std::is_same_v<Value, T>) {
+    return {&fieldType<Value>, Path::depth, nullptr};
+  } else {
+    return {&fieldType<Value>, Path::depth, &visitValues<T, Path>};
+  }
+}
+
+template <class T, class Path>
+inline constexpr RuledValues ruledValues = ruledValuesOf<T, Path>();
 
 }  // namespace cppbind::detail

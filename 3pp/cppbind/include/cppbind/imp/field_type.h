@@ -3,6 +3,7 @@
 
 #include <json/value.h>
 
+#include <string>
 #include <type_traits>
 #include <typeinfo>
 #include <utility>
@@ -36,9 +37,9 @@ struct FieldType {
 
 // A class with a setBind.
 struct RecordType {
-  // A function, because the address of an imported type is not a constant on every platform.
+  // Functions, because the address of an imported object is not a constant on every platform.
   const std::type_info& (*type)();
-  const FieldType* functions;
+  const FieldType& (*functions)();
   void (*bind)(void* object, Binder& binder);
 };
 
@@ -80,13 +81,39 @@ struct FieldFunctions {
 };
 
 template <class T>
-inline constexpr FieldType fieldType{isDynamicList<T>,
-                                     FieldFunctions<T>::nullReader(),
-                                     &FieldFunctions<T>::read,
-                                     &FieldFunctions<T>::write,
-                                     FieldFunctions<T>::creator(),
-                                     FieldFunctions<T>::destroyer(),
-                                     FieldFunctions<T>::describer()};
+const FieldType& fieldTable(const T*) {
+  static constexpr FieldType table{isDynamicList<T>,
+                                   FieldFunctions<T>::nullReader(),
+                                   &FieldFunctions<T>::read,
+                                   &FieldFunctions<T>::write,
+                                   FieldFunctions<T>::creator(),
+                                   FieldFunctions<T>::destroyer(),
+                                   FieldFunctions<T>::describer()};
+  return table;
+}
+///@{
+/// Returns a table in the library: hosts compile faster without one for each scalar type.
+CPPBIND_API const FieldType& fieldTable(const bool*);
+CPPBIND_API const FieldType& fieldTable(const signed char*);
+CPPBIND_API const FieldType& fieldTable(const unsigned char*);
+CPPBIND_API const FieldType& fieldTable(const short*);
+CPPBIND_API const FieldType& fieldTable(const unsigned short*);
+CPPBIND_API const FieldType& fieldTable(const int*);
+CPPBIND_API const FieldType& fieldTable(const unsigned int*);
+CPPBIND_API const FieldType& fieldTable(const long*);
+CPPBIND_API const FieldType& fieldTable(const unsigned long*);
+CPPBIND_API const FieldType& fieldTable(const long long*);
+CPPBIND_API const FieldType& fieldTable(const unsigned long long*);
+CPPBIND_API const FieldType& fieldTable(const float*);
+CPPBIND_API const FieldType& fieldTable(const double*);
+CPPBIND_API const FieldType& fieldTable(const std::string*);
+///@}
+
+// Returns the table of the type.
+template <class T>
+const FieldType& fieldType() {
+  return fieldTable(static_cast<const T*>(nullptr));
+}
 
 template <class T>
 CPPBIND_COLD void bindFields(void* object, Binder& binder) {
