@@ -18,6 +18,7 @@
 #include "libvarrow/module/ModuleData.h"
 #include "libvarrow/module/ModuleExecutor.h"
 #include "libvarrow/module/ModuleLoader.h"
+#include "libvarrow/module/RunObserver.h"
 #include "libvarrow/module/pipeline_check.h"
 #include "libvarrow/module/pipeline_schema.h"
 #include "libvarrow/statistics/CommonStatistics.h"

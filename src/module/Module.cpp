@@ -3,6 +3,8 @@
 #include <boost/filesystem/operations.hpp>
 #include <string_view>
 
+#include "module/observed_step.h"
+
 namespace libvarrow {
 
 namespace {
@@ -37,10 +39,15 @@ void Module::setAutoChangeCurrentDirToDumpPath(bool) {
 }
 
 void Module::process(ModuleData* data) {
+  ObservedStep step(*this, *data);
   const std::string pathAtEntry = data->dumpPath;
-  dumpBefore(*data, pathAtEntry);
+  dumpBefore(*data, pathAtEntry, step.dumpLevel());
   const boost::filesystem::path directoryAtEntry = boost::filesystem::current_path();
-  if (autoChangeCurrentDirToDumpPath_) boost::filesystem::current_path(pathAtEntry);
+  if (autoChangeCurrentDirToDumpPath_) {
+    // Dumps create the directory; without them nothing else does.
+    if (step.dumpLevel() != DumpLevel::All) boost::filesystem::create_directories(pathAtEntry);
+    boost::filesystem::current_path(pathAtEntry);
+  }
 
   StatisticsContainer* const parent = data->statisticsContainer;
   if (parent != nullptr) enterStatistics(*data, *parent);
@@ -52,17 +59,20 @@ void Module::process(ModuleData* data) {
 
   if (autoChangeCurrentDirToDumpPath_) boost::filesystem::current_path(directoryAtEntry);
   // Uses the current path, because a module may redirect its output.
-  dumpAfter(*data, std::string(data->dumpPath));
+  dumpAfter(*data, std::string(data->dumpPath), step.dumpLevel());
+  step.end();
 }
 
-void Module::dumpBefore(ModuleData& data, const std::string& path) const {
-  dumpInfo(data, path, "in_info.json");
+void Module::dumpBefore(ModuleData& data, const std::string& path, DumpLevel level) const {
+  if (level != DumpLevel::None) dumpInfo(data, path, "in_info.json");
+  if (level != DumpLevel::All) return;
   data.dumpDetailInfo(joined(path, "in_detail.txt"));
   data.dump4Debug(joined(path, "before_process/"));
 }
 
-void Module::dumpAfter(ModuleData& data, const std::string& path) const {
-  dumpInfo(data, path, "out_info.json");
+void Module::dumpAfter(ModuleData& data, const std::string& path, DumpLevel level) const {
+  if (level != DumpLevel::None) dumpInfo(data, path, "out_info.json");
+  if (level != DumpLevel::All) return;
   data.dumpDetailInfo(joined(path, "out_detail.txt"));
   data.dump4Debug(joined(path, "after_process/"));
   moduleStatistics.dumpToFile(joined(path, "module_stat.json"));

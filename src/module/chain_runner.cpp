@@ -10,6 +10,7 @@ namespace libvarrow {
 
 void runChainedStep(Module& module, std::size_t index, const std::string& chainPath,
                     ModuleData& data) {
+  throwIfEndRequested(data);
   const std::string name = module.getModuleName();
   const std::string prefix =
       chainPath.empty() ? boost::uuids::to_string(boost::uuids::random_generator()()) : chainPath;

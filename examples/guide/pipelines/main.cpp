@@ -11,6 +11,7 @@
 #include <libvarrow/stream/AutoCreateDirFileStream.h>
 
 #include <algorithm>
+#include <fstream>
 #include <functional>
 #include <iostream>
 #include <stdexcept>
@@ -168,6 +169,21 @@ int flowOfSortAlone(const std::string& fields) {
 }
 // [/alone]
 
+// [observer]
+// Prints the steps of a run, writes only their key figures, and ends the run at a file "stop".
+class Steps : public libvarrow::RunObserver {
+ public:
+  void stepBegins(libvarrow::Module&, libvarrow::ModuleData& data) override {
+    std::cout << "begins " << data.dumpPath << std::endl;
+  }
+  void stepFails(libvarrow::Module& step, libvarrow::ModuleData&) noexcept override {
+    std::cout << "fails " << step.getModuleName() << std::endl;
+  }
+  libvarrow::DumpLevel dumpLevel() const override { return libvarrow::DumpLevel::Brief; }
+  bool isEndRequested() const noexcept override { return std::ifstream("stop").is_open(); }
+};
+// [/observer]
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -184,6 +200,8 @@ int main(int argc, char** argv) {
   Jobs jobs;
   jobs.statisticsContainer = &statistics;
   jobs.dumpPath = "run/";
+  Steps steps;
+  if (layout == "--steps") jobs.setObserver(&steps);
   int status = 0;
   try {
     const auto pipeline = layout == "--named"    ? namedChainOf(file)

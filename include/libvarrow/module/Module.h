@@ -6,6 +6,7 @@
 #include "cppbind/Object.h"
 #include "libvarrow/Export.h"
 #include "libvarrow/module/ModuleData.h"
+#include "libvarrow/module/RunObserver.h"
 #include "libvarrow/statistics/StatisticsContainer.h"
 
 namespace libvarrow {
@@ -43,6 +44,10 @@ class LIBVARROW_API Module : public cppbind::Object {
   ///  - dumps again: P"out_info.json", P"out_detail.txt", P"after_process/", with the current P;
   ///  - writes moduleStatistics to P"module_stat.json".
   ///
+  /// The data's observer, if any, is told before the first and after the last of these, and selects
+  /// the dumps. With less than DumpLevel::All, the frame creates the directory for
+  /// setAutoChangeCurrentDirToDumpPath().
+  ///
   /// Catches nothing. After an exception, the data's statistics container, its dumpPath and the
   /// current directory are as the failing step left them: a caller that continues must restore
   /// them.
@@ -67,8 +72,8 @@ class LIBVARROW_API Module : public cppbind::Object {
   StatisticsContainer moduleStatistics;
 
  private:
-  void dumpBefore(ModuleData& data, const std::string& path) const;
-  void dumpAfter(ModuleData& data, const std::string& path) const;
+  void dumpBefore(ModuleData& data, const std::string& path, DumpLevel level) const;
+  void dumpAfter(ModuleData& data, const std::string& path, DumpLevel level) const;
   void enterStatistics(ModuleData& data, StatisticsContainer& parent);
 
   bool autoChangeCurrentDirToDumpPath_ = false;

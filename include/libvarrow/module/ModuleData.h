@@ -9,7 +9,22 @@
 
 namespace libvarrow {
 
+class RunObserver;
 class StatisticsContainer;
+
+namespace detail {
+
+// A pointer that copies do not take over: a copy of the data belongs to no run.
+class ObserverLink {
+ public:
+  ObserverLink() = default;
+  ObserverLink(const ObserverLink&) noexcept {}
+  ObserverLink& operator=(const ObserverLink&) noexcept { return *this; }
+
+  RunObserver* observer = nullptr;
+};
+
+}  // namespace detail
 
 /// Base of a host's shared data object. A host overrides the functions for the dumps that are
 /// written before and after every module. Not thread-safe.
@@ -44,6 +59,15 @@ class LIBVARROW_API ModuleData {
   /// appended unchanged: "" dumps into the current directory, and "run" next to it, as
   /// "runin_info.json".
   std::string dumpPath;
+
+  /// Sets the observer of the run; not owned. Null, the initial value, also of copies: none. An
+  /// assignment does not change it. Call it before the run, not in a step.
+  void setObserver(RunObserver* observer) { link_.observer = observer; }
+  /// Returns the observer of the run, or null.
+  RunObserver* observer() const { return link_.observer; }
+
+ private:
+  detail::ObserverLink link_;
 };
 
 }  // namespace libvarrow

@@ -1,0 +1,79 @@
+// The observer of a run: hears of its steps, limits their dumps and can end it.
+#pragma once
+
+#include <stdexcept>
+#include <string>
+
+#include "libvarrow/Export.h"
+
+namespace libvarrow {
+
+class Module;
+class ModuleData;
+
+/// The files that a step's frame writes, see Module::process().
+enum class DumpLevel {
+  All,    ///< all of them
+  Brief,  ///< the key figures only: in_info.json and out_info.json
+  None    ///< none
+};
+
+/// Ends a run on request. Thrown before the next step of a chain, and by throwIfEndRequested().
+class LIBVARROW_API RunEnded : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+/// Observer of a run. A host derives a class and gives the run's data a pointer to it:
+///
+///     class Progress : public libvarrow::RunObserver {
+///      public:
+///       void stepBegins(libvarrow::Module& step, libvarrow::ModuleData& data) override {
+///         std::cerr << data.dumpPath << ' ' << step.getModuleName() << '\n';
+///       }
+///     };
+///     Progress progress;
+///     data.setObserver(&progress);
+///     executor.process(&data);
+///
+/// A step is one call of Module::process(), chains included. The functions for steps and rules are
+/// called by the thread that runs the step. The base does nothing, and asks for all dumps.
+class LIBVARROW_API RunObserver {
+ public:
+  RunObserver() = default;
+  RunObserver(const RunObserver&) = delete;
+  RunObserver& operator=(const RunObserver&) = delete;
+  virtual ~RunObserver();
+
+  /// Called before the step's first dump. An exception ends the run; stepFails() is then not called
+  /// for this step.
+  virtual void stepBegins(Module& step, ModuleData& data);
+  /// Called after the step's last dump. An exception ends the run, likewise.
+  virtual void stepEnds(Module& step, ModuleData& data);
+  /// Called while an exception leaves the step, for each step that it leaves, the inner one first.
+  /// The data is as the failing step left it.
+  virtual void stepFails(Module& step, ModuleData& data) noexcept;
+
+  /// Called by a module whose plan breaks rules, with a text for users. The run continues.
+  virtual void rulesBroken(const std::string& text);
+
+  /// Returns the files that the next step writes. Called once for each step, before stepBegins().
+  virtual DumpLevel dumpLevel() const;
+  /// Returns true when the run must end as soon as possible. Called before each step of a chain,
+  /// and by modules from any thread: an override is thread-safe.
+  virtual bool isEndRequested() const noexcept;
+};
+
+/// Returns true when the run of `data` must end as soon as possible; false without an observer.
+/// Thread-safe as long as no thread sets the observer.
+LIBVARROW_API bool isEndRequested(const ModuleData& data) noexcept;
+
+/// Throws RunEnded when isEndRequested(). A long module calls it where its data is consistent:
+///
+///     for (const Order& order : orders) {
+///       libvarrow::throwIfEndRequested(*data);
+///       place(order);
+///     }
+LIBVARROW_API void throwIfEndRequested(const ModuleData& data);
+
+}  // namespace libvarrow

@@ -1,0 +1,34 @@
+#include "libvarrow/module/RunObserver.h"
+
+#include "libvarrow/module/ModuleData.h"
+
+namespace libvarrow {
+
+RunObserver::~RunObserver() = default;
+
+void RunObserver::stepBegins(Module&, ModuleData&) {}
+
+void RunObserver::stepEnds(Module&, ModuleData&) {}
+
+void RunObserver::stepFails(Module&, ModuleData&) noexcept {}
+
+void RunObserver::rulesBroken(const std::string&) {}
+
+DumpLevel RunObserver::dumpLevel() const {
+  return DumpLevel::All;
+}
+
+bool RunObserver::isEndRequested() const noexcept {
+  return false;
+}
+
+bool isEndRequested(const ModuleData& data) noexcept {
+  const RunObserver* const observer = data.observer();
+  return observer != nullptr && observer->isEndRequested();
+}
+
+void throwIfEndRequested(const ModuleData& data) {
+  if (isEndRequested(data)) throw RunEnded("the run was ended on request");
+}
+
+}  // namespace libvarrow
