@@ -2,48 +2,11 @@
 #include "cppbind/imp/binder.h"
 
 #include <any>
-#include <boost/date_time/posix_time/posix_time.hpp>
-#include <boost/make_shared.hpp>
-#include <set>
 
-#include "cppbind/cppbind.h"
+#include "cppbind/classes.h"
 #include "support/CommaLocale.h"
-#include "support/support.h"
 
 namespace cppbind_test {
-
-using namespace cppbind;
-using boost::gregorian::date;
-using namespace boost::posix_time;
-using namespace test_support;
-
-struct Slot {
-  int machine = 0;
-  double load = 0;
-  void setBind(Binder* binder, bool) {
-    binder->bind("machine", machine);
-    binder->bind("load", load, 0.5);
-  }
-};
-
-struct Step : Object {};
-using StepPtr = boost::shared_ptr<Step>;
-using StepList = std::vector<StepPtr>;
-
-struct Wait : Step {
-  time_duration length;
-  void setBind(Binder* binder, bool) { binder->bind("length", length); }
-};
-
-struct Group : Step {
-  StepList steps;
-  void setBind(Binder* binder, bool) { binder->bind("steps", steps); }
-};
-
-template <class Error>
-struct Broken : Step {
-  Broken() { throw Error(); }
-};
 
 // Classes that do not compile in a registry.
 class Secret : public Step {
@@ -59,21 +22,11 @@ static_assert(hasUselessSetBind<Secret> && hasUselessSetBind<Closed>);
 static_assert(hasMisspeltSetBind<Misspelt> && !hasMisspeltSetBind<Wait>);
 static_assert(!hasUselessSetBind<Step> && !hasUselessSetBind<Wait> && !hasUselessRecord<Step>);
 
-struct Classes : ClassRegister {
-  Classes() {
-    regClass<Broken<std::bad_any_cast>>("Broken");
-    regClass<Broken<std::bad_alloc>>("Greedy");
-    regClass<Step>("Step");
-    regClass<Wait>("Wait");
-    regClass<Group>("Group");
-    regClass<Object>("Other");
-  }
-};
-
 struct BinderTest : testing::Test {
+  BinderTest() { reg.regClass<Broken<std::bad_alloc>>("Greedy"); }
   Classes reg;
   JsonDecodeBinder binder{&reg};
-  Group group;
+  Group::Data4Bind group;
 };
 
 struct Rendering {
@@ -132,15 +85,15 @@ TEST_F(BinderTest, EveryKindOfFieldIsWrittenAsItWasRead) {
       {reread<boost::shared_ptr<std::string>>, R"("night")"},
       {reread<std::vector<bool>>, "[true, false]"},
       {reread<std::vector<ptime>>, R"(["2024-03-05 07:08:09"])"},
-      {reread<std::vector<Slot>>, R"([{"machine": 1, "load": 0.25}])"},
+      {reread<std::vector<Slot>>, R"([{"machine": 1, "load": 0.25, "parts": []}])"},
       {reread<std::set<std::string>>, R"(["a", "b"])"},
       {reread<Rendering>, R"("<3>")"},
       {reread<StepPtr>, R"({"Wait": {"length": "00:10:00"}})"},
       {reread<StepList>,
-       R"([{"group": {"steps": [{"WAIT": {"length": "01:00:00"}}]}}, {"Step": {}}])"}};
+       R"([{"group": {"spare": {"Step": {}}, "steps": [{"WAIT": {"length": "01:00:00"}}]}}])"}};
   for (const Field& f : fields) EXPECT_EQ(json(f.text).toStyledString(), f.reread(f.text));
   EXPECT_EQ("2.0\n", reread<double>("2")) << "an integer is accepted";
-  const std::string slot = json(R"({"machine": 1, "load": 0.5})").toStyledString();
+  const std::string slot = json(R"({"machine": 1, "load": 0.5, "parts": []})").toStyledString();
   EXPECT_EQ(slot, reread<Slot>(R"({"machine": 1})"));
   EXPECT_EQ(slot, reread<Slot>(R"({"machine": 1, "load": null})"))
       << "null counts as missing, but not as unknown";
@@ -234,7 +187,7 @@ TEST_F(BinderTest, AConverterOfTheHostReadsAndWrites) {
 }
 
 TEST_F(BinderTest, AHostMayCallSetBindToReadOrToWrite) {
-  Json::Value value = json(R"({"machine": 4, "load": 2.0})");
+  Json::Value value = json(R"({"machine": 4, "load": 2.0, "parts": []})");
   Slot slot;
   Binder reading(&binder, value);
   slot.setBind(&reading, true);
@@ -243,7 +196,7 @@ TEST_F(BinderTest, AHostMayCallSetBindToReadOrToWrite) {
   Binder writing(&encoder, written);
   slot.setBind(&writing, true);
   EXPECT_EQ(value, written);
-  EXPECT_EQ((std::vector<std::string>{"machine", "load"}), writing.keys());
+  EXPECT_EQ((std::vector<std::string>{"machine", "load", "parts"}), writing.keys());
 }
 
 class JsonFileTest : public InTemporaryDirectory {

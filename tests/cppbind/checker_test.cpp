@@ -2,28 +2,14 @@
 #include "cppbind/Checker.h"
 
 #include <cstdlib>
-#include <iostream>
-#include <map>
-#include <optional>
 #include <random>
-#include <set>
-#include <sstream>
 
-#include "cppbind/cppbind.h"
-#include "support/json_paths.h"
-#include "support/support.h"
+#include "cppbind/classes.h"
 
+namespace cppbind_test {
 namespace {
 
-using namespace cppbind;
-using namespace test_support;
-
-enum class Mode { fast, exact };
-constexpr auto enumNames(Mode) {
-  return names<Mode>({{Mode::fast, "fast"}, {Mode::exact, "exact"}});
-}
-
-struct Slot {
+struct Shift {
   void setBind(Binder* binder, bool) {
     binder->bind("from", from);
     binder->bind("to", to);
@@ -37,14 +23,14 @@ struct Slot {
   boost::posix_time::time_duration pause;
 };
 
-struct Step : Object {
+struct Task : Step {
   void setBind(Binder* binder, bool) {
     binder->field("rule", rule).oneOf({"SPT", "MWKR"});
     binder->field("tries", tries, 1).between(1, 9);
     binder->field("sizes", sizes, {}).each().atLeast(1).atMost(5);
     binder->bind("weights", weights, {});
     binder->bind("limit", limit);
-    binder->bind("mode", mode, Mode::fast);
+    binder->bind("mode", mode, Order::fifo);
     binder->bind("slots", slots, {});
     binder->field("tags", tags, {}).each().notEmpty();
   }
@@ -53,28 +39,15 @@ struct Step : Object {
   std::vector<int> sizes;
   std::map<std::string, double> weights;
   std::optional<unsigned> limit;
-  Mode mode = Mode::fast;
-  std::vector<Slot> slots;
+  Order mode = Order::fifo;
+  std::vector<Shift> slots;
   std::set<std::string> tags;
 };
 
-struct Chain : Object {
-  void setBind(Binder* binder, bool) {
-    binder->bind("modules", modules);
-    binder->bind("spare", spare, nullptr);
-  }
-  std::vector<boost::shared_ptr<Object>> modules;
-  boost::shared_ptr<Object> spare;
-};
-
-struct Fragile : Object {
-  Fragile() { throw std::runtime_error("broken"); }
-};
-
 // Its description ends early.
-struct Closed : Object {
+struct Closed : Step {
   void setBind(Binder* binder, bool) {
-    boost::shared_ptr<Object> object;
+    StepPtr object;
     binder->bind("object", object);
     if (object == nullptr) throw std::logic_error("no object");
     int other = 0;
@@ -84,36 +57,39 @@ struct Closed : Object {
 
 // A field of either kind: the faults of the first attempt do not count.
 struct Either {
-  Slot slot;
+  Shift shift;
   std::vector<int> list;
 };
 
 }  // namespace
+}  // namespace cppbind_test
 
 template <>
-struct cppbind::FieldCodec<Either> {
-  static void read(JsonDecodeBinder& decoder, const Json::Value& json, Either& field) {
+struct cppbind::FieldCodec<cppbind_test::Either> {
+  static void read(JsonDecodeBinder& decoder, const Json::Value& json,
+                   cppbind_test::Either& field) {
     try {
-      FieldCodec<Slot>::read(decoder, json, field.slot);
+      FieldCodec<cppbind_test::Shift>::read(decoder, json, field.shift);
     } catch (const ParseErrorException&) {
       FieldCodec<std::vector<int>>::read(decoder, json, field.list);
     }
   }
-  static void write(JsonEncodeBinder&, const Either&, Json::Value&) {}
+  static void write(JsonEncodeBinder&, const cppbind_test::Either&, Json::Value&) {}
 };
 
+namespace cppbind_test {
 namespace {
 
-struct Choice : Object {
+struct Choice : Step {
   void setBind(Binder* binder, bool) { binder->bind("either", either); }
   Either either;
 };
 
 ClassRegister classes() {
   ClassRegister reg;
-  reg.regClass<Step>("Step");
-  reg.regClass<Chain>("Chain");
-  reg.regClass<Fragile>("Fragile");
+  reg.regClass<Task>("Task");
+  reg.regClass<Group>("Group");
+  reg.regClass<Broken<std::bad_any_cast>>("Broken");
   reg.regClass<Closed>("Closed");
   reg.regClass<Choice>("Choice");
   return reg;
@@ -124,121 +100,121 @@ std::string faultsIn(const std::string& text) {
   const ClassRegister reg = classes();
   testing::internal::CaptureStdout();
   std::string lines;
-  const Faults faults = check<Chain>(text, &reg);
+  const Faults faults = check<Group::Data4Bind>(text, &reg);
   for (const Fault& fault : faults.first) lines += fault.text() + "\n";
   if (faults.unlistedCount() > 0) lines += std::to_string(faults.unlistedCount()) + " more\n";
   return lines + testing::internal::GetCapturedStdout();
 }
 
-std::string faultsOfStep(const std::string& fields) {
-  return faultsIn("{\"modules\": [\n{\"Step\": {" + fields + "}}]}");
+std::string faultsOfTask(const std::string& fields) {
+  return faultsIn("{\"steps\": [\n{\"Task\": {" + fields + "}}]}");
 }
 
 TEST(Checker, AllFaultsOfAFileAreFoundAtTheirPlaces) {
   EXPECT_EQ(
-      "3:12: error: modules[0].Step.rule: \"FOO\" is not one of \"SPT\", \"MWKR\"\n"
-      "3:28: error: modules[0].Step.tries: 0 is less than 1\n"
-      "3:41: error: modules[0].Step.sizes[0]: 0 is less than 1\n"
-      "3:47: error: modules[0].Step.sizes[2]: 7 is more than 5\n"
-      "4:20: error: modules[0].Step.weights.a: Value is not convertible to double.\n"
-      "4:30: error: modules[0].Step.weights.c: not found\n"
-      "5:12: error: modules[0].Step.mode: \"exat\" is not one of \"fast\", \"exact\"\n"
-      "6:13: error: modules[0].Step.slots[0].to: not found\n"
-      "6:14: error: modules[0].Step.slots[0].from: not found; did you mean \"from\"?\n"
-      "6:26: error: modules[0].Step.slots[1]: should be a object\n"
-      "7:1: error: modules[0].Step: unknown json key:[trie]; did you mean \"tries\"?\n"
-      "8:4: error: modules[1]: Stepp miss register; did you mean \"Step\"?\n"
-      "9:15: error: modules[2].Fragile: broken\n"
-      "10:3: error: modules[3]: DynamicType object must have a unique key as it's type\n"
-      "10:7: error: modules[4]: should be a object\n"
-      "11:12: error: modules[5].Step.rule: not found\n"
+      "3:12: error: steps[0].Task.rule: \"FOO\" is not one of \"SPT\", \"MWKR\"\n"
+      "3:28: error: steps[0].Task.tries: 0 is less than 1\n"
+      "3:41: error: steps[0].Task.sizes[0]: 0 is less than 1\n"
+      "3:47: error: steps[0].Task.sizes[2]: 7 is more than 5\n"
+      "4:20: error: steps[0].Task.weights.a: Value is not convertible to double.\n"
+      "4:30: error: steps[0].Task.weights.c: not found\n"
+      "5:12: error: steps[0].Task.mode: \"EDF\" is not one of \"FIFO\", \"EDD\", \"due\"\n"
+      "6:13: error: steps[0].Task.slots[0].to: not found\n"
+      "6:14: error: steps[0].Task.slots[0].from: not found; did you mean \"from\"?\n"
+      "6:26: error: steps[0].Task.slots[1]: should be a object\n"
+      "7:1: error: steps[0].Task: unknown json key:[trie]; did you mean \"tries\"?\n"
+      "8:4: error: steps[1]: Taskk miss register; did you mean \"Task\"?\n"
+      "9:14: error: steps[2].Broken: bad any_cast\n"
+      "10:3: error: steps[3]: DynamicType object must have a unique key as it's type\n"
+      "10:7: error: steps[4]: should be a object\n"
+      "11:12: error: steps[5].Task.rule: not found\n"
       "11:27: error: spare: DynamicType object must have a unique key as it's type\n",
-      faultsIn(R"({"modules": [
-{"Step": {
+      faultsIn(R"({"steps": [
+{"Task": {
   "rule":  "FOO", "tries": 0, "sizes": [0, 1, 7],
   "weights": {"a": "x", "c": null},
-  "mode":  "exat",
+  "mode":  "EDF",
   "slots": [{"fron": 1}, 3],
 "trie": 2}},
-  {"Stepp": {"anything": 1}},
-  {"Fragile": {}},
+  {"Taskk": {"anything": 1}},
+  {"Broken": {}},
   {}, 1,
-  {"Step": {}}], "spare": 1})"));
+  {"Task": {}}], "spare": 1})"));
 }
 
 TEST(Checker, AMisspeltKeyIsOneFault) {
-  EXPECT_EQ("2:11: error: modules[0].Step.rule: not found; did you mean \"rule\"?\n",
-            faultsOfStep(R"("Rul": "SPT", "limit": 1)"));
+  EXPECT_EQ("2:11: error: steps[0].Task.rule: not found; did you mean \"rule\"?\n",
+            faultsOfTask(R"("Rul": "SPT", "limit": 1)"));
   EXPECT_EQ(
-      "2:10: error: modules[0].Step.rule: not found\n"
-      "2:11: error: modules[0].Step: unknown json key:[other]\n",
-      faultsOfStep(R"("other": "SPT")"));
-  EXPECT_EQ("1:2: error: modules: should be a object array; did you mean \"modules\"?\n",
-            faultsIn(R"({"moduls": [{"Step": 1}]})"));
-  EXPECT_EQ("2:26: error: modules[0].Step: unknown json key:[ruel]; did you mean \"rule\"?\n",
-            faultsOfStep(R"("rule": "SPT", "ruel": 1)"));
+      "2:10: error: steps[0].Task.rule: not found\n"
+      "2:11: error: steps[0].Task: unknown json key:[other]\n",
+      faultsOfTask(R"("other": "SPT")"));
+  EXPECT_EQ("1:2: error: steps: should be a object array; did you mean \"steps\"?\n",
+            faultsIn(R"({"stesp": [{"Task": 1}]})"));
+  EXPECT_EQ("2:26: error: steps[0].Task: unknown json key:[ruel]; did you mean \"rule\"?\n",
+            faultsOfTask(R"("rule": "SPT", "ruel": 1)"));
 }
 
 TEST(Checker, SurprisingTextsAreWarnings) {
   EXPECT_EQ(
-      "2:26: warning: modules[0].Step.rule: the key is given twice; the last one counts\n"
-      "3:20: warning: modules[0].Step.slots[0].from: means \"2024-03-05\"\n"
-      "3:42: warning: modules[0].Step.slots[0].to: means \"2024-03-05 07:08:09\"\n"
-      "4:10: warning: modules[0].Step.slots[0].pause: means \"90:00:00\"\n"
+      "2:26: warning: steps[0].Task.rule: the key is given twice; the last one counts\n"
+      "3:20: warning: steps[0].Task.slots[0].from: means \"2024-03-05\"\n"
+      "3:42: warning: steps[0].Task.slots[0].to: means \"2024-03-05 07:08:09\"\n"
+      "4:10: warning: steps[0].Task.slots[0].pause: means \"90:00:00\"\n"
       "4:21: warning: text after the value is ignored\n",
-      faultsOfStep(R"("rule": "SPT", "rule": "SPT",
+      faultsOfTask(R"("rule": "SPT", "rule": "SPT",
 "slots": [{"from": "2024-03-05x", "to":  "2024-03-05 07:08:09 and more",
 "pause": "90"}]}}]} null //)"));
-  EXPECT_EQ("", faultsOfStep(R"("rule": "SPT", "slots": [{"from": "2024-03-05",
+  EXPECT_EQ("", faultsOfTask(R"("rule": "SPT", "slots": [{"from": "2024-03-05",
             "to": "not-a-date-time", "pause": "26:05:03"}])"));
   // Errors win over warnings at the same path.
-  EXPECT_EQ("2:37: error: modules[0].Step.rule: Value is not convertible to string.\n",
-            faultsOfStep(R"("rule": "SPT", "rule":    3)"));
+  EXPECT_EQ("2:37: error: steps[0].Task.rule: Value is not convertible to string.\n",
+            faultsOfTask(R"("rule": "SPT", "rule":    3)"));
 }
 
 TEST(Checker, CodeOfTheHostIsNotMisledAndNotJudged) {
   const auto choice = [](const std::string& value) {
-    return faultsIn(R"({"modules": [{"Choice": {"either": )" + value + "}}]}");
+    return faultsIn(R"({"steps": [{"Choice": {"either": )" + value + "}}]}");
   };
   EXPECT_EQ("", choice("[1, 2]"));
-  EXPECT_EQ("1:40: error: modules[0].Choice.either[1]: Value is not convertible to Int.\n",
+  EXPECT_EQ("1:38: error: steps[0].Choice.either[1]: Value is not convertible to Int.\n",
             choice(R"([1, ""])"));
   // Only the first fault is known.
   EXPECT_EQ(
-      "1:36: error: modules[0].Closed.object: DynamicType object must have a unique key as it's "
+      "1:34: error: steps[0].Closed.object: DynamicType object must have a unique key as it's "
       "type\n"
-      "1:64: error: spare: DynamicType object must have a unique key as it's type\n",
-      faultsIn(R"({"modules": [{"Closed": {"object": 1, "other": ""}}], "spare": 1})"));
+      "1:62: error: spare: DynamicType object must have a unique key as it's type\n",
+      faultsIn(R"({"steps": [{"Closed": {"object": 1, "other": ""}}], "spare": 1})"));
   const std::string slot = R"("slots": [{"from": "2024-03-05", "to": "2024-03-04 00:00:00"}])";
-  EXPECT_EQ("2:64: error: modules[0].Step.slots[0].to: is before \"from\"\n",
-            faultsOfStep(R"("rule":"SPT", )" + slot));
+  EXPECT_EQ("2:64: error: steps[0].Task.slots[0].to: is before \"from\"\n",
+            faultsOfTask(R"("rule":"SPT", )" + slot));
 }
 
 TEST(Checker, PlacesAreThoseOfEditors) {
-  const std::string fault = "error: modules[0].Step.rule: Value is not convertible to string.\n";
+  const std::string fault = "error: steps[0].Task.rule: Value is not convertible to string.\n";
   const std::pair<const char*, const char*> cases[] = {
-      {"\xEF\xBB\xBF{\"modules\":[{\"Step\":{\"rule\":1}}]}", "1:29: "},
-      {"{\"modules\":[{\"Step\":{/*\t\xC3\xA4\xF0\x9F\x98\x80*/\"rule\":1}}]}", "1:36: "},
-      {"{\"modules\":\r\n[{\"Step\":\r{\"rule\":1}}]}", "3:9: "},
-      {"{\"modules\":[{\"St\\u0065p\":{\"r\\u0075le\":1}}]}", "1:39: "},
-      {"{\"modules\":[{\"Step\":{\"rule\":\"SPT\",\"rule\":1}}]}", "1:42: "},
+      {"\xEF\xBB\xBF{\"steps\":[{\"Task\":{\"rule\":1}}]}", "1:27: "},
+      {"{\"steps\":[{\"Task\":{/*\t\xC3\xA4\xF0\x9F\x98\x80*/\"rule\":1}}]}", "1:34: "},
+      {"{\"steps\":\r\n[{\"Task\":\r{\"rule\":1}}]}", "3:9: "},
+      {"{\"steps\":[{\"T\\u0061sk\":{\"r\\u0075le\":1}}]}", "1:37: "},
+      {"{\"steps\":[{\"Task\":{\"rule\":\"SPT\",\"rule\":1}}]}", "1:40: "},
   };
   for (const auto& [text, place] : cases) EXPECT_EQ(place + fault, faultsIn(text)) << text;
   EXPECT_EQ("2:5: error: * Line 2, Column 5   Syntax error: value, object or array expected. ",
-            faultsIn("\xEF\xBB\xBF{\"modules\":\n  [ ?]}").substr(0, 80));
+            faultsIn("\xEF\xBB\xBF{\"steps\":\n  [ ?]}").substr(0, 80));
   EXPECT_EQ("error: Can not open file [none.json]",
             Checker::ofFile("none.json")->faults().first.at(0).text());
 }
 
 TEST(Checker, ManyAndDeepFaultsAreCounted) {
   std::string elements = "{}";
-  for (int i = 0; i < 10000; ++i) elements += R"(,{"Stepp": {}},{"Step": {"tries": "x"}})";
-  EXPECT_TRUE(contains(faultsIn(R"({"modules": [)" + elements + "]}"), "\n29901 more\n"));
+  for (int i = 0; i < 10000; ++i) elements += R"(,{"Taskk": {}},{"Task": {"tries": "x"}})";
+  EXPECT_TRUE(contains(faultsIn(R"({"steps": [)" + elements + "]}"), "\n29901 more\n"));
   std::string deep;
-  for (int i = 0; i < 300; ++i) deep += R"({"Chain": {"spare": 1, "odd": 1, "modules": [1,)";
+  for (int i = 0; i < 300; ++i) deep += R"({"Group": {"spare": 1, "odd": 1, "steps": [1,)";
   deep += "2";
   for (int i = 0; i < 300; ++i) deep += "]}}";
-  EXPECT_TRUE(contains(faultsIn(R"({"modules": [)" + deep + "]}"), "\n801 more\n"));
+  EXPECT_TRUE(contains(faultsIn(R"({"steps": [)" + deep + "]}"), "\n801 more\n"));
 }
 
 // A random change of a valid file.
@@ -290,14 +266,14 @@ class Changes {
     return object.getMemberNames()[below(object.size())];
   }
   std::string anyKey() {
-    const char* keys[] = {"rule", "tries", "Step", "Chain", "modules", "", "a.b", "[0]", "to"};
+    const char* keys[] = {"rule", "tries", "Task", "Group", "steps", "", "a.b", "[0]", "to"};
     return keys[below(std::size(keys))];
   }
   Json::Value anyValue() {
-    static const Json::Value values = json(R"([null, true, 0, -1, 3, 2.5, 1e300, "", "SPT", "fast",
-        "2024-03-05", "2024-3-5 1", "90", [], [1], {}, {"Step": {"rule": "MWKR"}}, {"None": {}},
-        {"Choice": {"either": []}}, {"Closed": {"object": {"Step": {}}}}, {"Fragile": null},
-        {"chain": {"modules": [{"STEP": {}}]}}])");
+    static const Json::Value values = json(R"([null, true, 0, -1, 3, 2.5, 1e300, "", "SPT", "FIFO",
+        "2024-03-05", "2024-3-5 1", "90", [], [1], {}, {"Task": {"rule": "MWKR"}}, {"None": {}},
+        {"Choice": {"either": []}}, {"Closed": {"object": {"Task": {}}}}, {"Broken": null},
+        {"group": {"steps": [{"TASK": {}}]}}])");
     return values[static_cast<Json::ArrayIndex>(below(values.size()))];
   }
 
@@ -307,9 +283,9 @@ class Changes {
 // Returns the exception that loading throws, or nothing.
 std::optional<std::pair<std::vector<std::string>, std::string>> loadingError(
     const std::string& text, ClassRegister& reg) {
-  Chain chain;
+  Group::Data4Bind group;
   try {
-    JsonDecodeBinder(&reg).decode(json(text), chain);
+    JsonDecodeBinder(&reg).decode(json(text), group);
   } catch (const ParseErrorException& error) {
     return std::make_pair(error.path(), error.message());
   }
@@ -319,11 +295,11 @@ std::optional<std::pair<std::vector<std::string>, std::string>> loadingError(
 TEST(Checker, CheckingAndLoadingAgree) {
   const char* const count = std::getenv("VARROW_AGREEMENT_FILES");
   const int files = count == nullptr ? 1500 : std::atoi(count);
-  const Json::Value valid = json(R"({"modules": [
-      {"Step": {"rule": "SPT", "tries": 3, "sizes": [1, 5], "weights": {"a": 1}, "limit": null,
-                "mode": "exact", "tags": ["x", "y"],
+  const Json::Value valid = json(R"({"steps": [
+      {"Task": {"rule": "SPT", "tries": 3, "sizes": [1, 5], "weights": {"a": 1}, "limit": null,
+                "mode": "EDD", "tags": ["x", "y"],
                 "slots": [{"from": "2024-03-05", "to": "2024-03-06 07:00:00", "pause": "01:00:00"}]}},
-      {"Chain": {"modules": [{"Step": {"rule": "MWKR"}}, {"Choice": {"either": [1]}}]}}]})");
+      {"Group": {"steps": [{"Task": {"rule": "MWKR"}}, {"Choice": {"either": [1]}}]}}]})");
   ClassRegister reg = classes();
   int loaded = 0;
   testing::internal::CaptureStdout();
@@ -333,7 +309,7 @@ TEST(Checker, CheckingAndLoadingAgree) {
     for (std::size_t n = 1 + changes.below(4); n > 0; --n) changes.change(changed);
     const std::string text = Json::FastWriter().write(changed);
     const auto error = loadingError(text, reg);
-    const Faults faults = check<Chain>(text, &reg);
+    const Faults faults = check<Group::Data4Bind>(text, &reg);
     loaded += error ? 0 : 1;
     ASSERT_EQ(error.has_value(), faults.hasErrors()) << text << faults.first.at(0).text();
     if (!error) continue;
@@ -352,3 +328,4 @@ TEST(Checker, CheckingAndLoadingAgree) {
 }
 
 }  // namespace
+}  // namespace cppbind_test

@@ -1,102 +1,67 @@
-// Descriptions of types and registers.
+// Descriptions of types and registers, their reference in Markdown, and the faults in them.
 #include "cppbind/Description.h"
 
-#include <boost/date_time/posix_time/posix_time.hpp>
-#include <map>
-#include <optional>
-#include <set>
+#include "cppbind/classes.h"
 
-#include "cppbind/cppbind.h"
-#include "support/support.h"
-
-namespace describe_test {
-
-using namespace cppbind;
-using boost::gregorian::date;
-using namespace boost::posix_time;
-using namespace test_support;
-
-enum class Order { fifo, edd };
-constexpr auto enumNames(Order) {
-  return names<Order>({{Order::fifo, "FIFO"}, {Order::edd, "EDD"}});
-}
+namespace cppbind_test {
 
 struct Unknown {};
 
-struct Step : Object {};
-using StepPtr = boost::shared_ptr<Step>;
+enum Old { kOne = 1, kTwo, kThree };
+constexpr auto enumNames(Old) {
+  return names<Old>({{kOne, "one"}, {kThree, "three"}});
+}
 
-// A record that contains itself.
-struct Slot {
-  int machine = 3;
-  std::vector<Slot> parts;
-  void setBind(Binder* binder, bool) {
-    binder->about("A slot.");
-    binder->bind("machine", machine);
-    binder->bind("parts", parts, {});
-  }
+struct Odd {
+  Old old = kOne;
+  void setBind(Binder* binder, bool) { binder->bind("a|b", old, kOne); }
 };
 
-struct Everything : Step {
-  bool on = false;
-  unsigned char count = 0;
+struct Faulty : Object {
+  int number = 0;
   double share = 0;
-  std::optional<std::string> name;
-  ptime begin;
-  date day;
-  time_duration length;
+  std::string rule;
   Order order = Order::fifo;
-  std::vector<std::set<int>> sizes;
-  std::map<std::string, Slot> slots;
+  date day;
+  std::set<unsigned char> sizes;
+  Odd odd;
   Unknown unknown;
-  StepPtr step;
 
   void setBind(Binder* binder, bool) {
-    binder->bind("on", on, true);
-    binder->field("count", count, 7).between(1, 9).about("early").about("How many.");
-    binder->field("share", share, 0.1).oneOf({0.1, 0.5});
-    binder->field("name", name).notEmpty();
-    binder->bind("begin", begin);
-    binder->field("day", day).atLeast(date(2024, 3, 5));
-    binder->bind("length", length, hours(30));
-    binder->bind("order", order, Order::edd);
-    binder->field("sizes", sizes, {{1}}).each().each().atLeast(1).about("Pieces.");
-    binder->field("slots", slots).satisfies([](const auto& m) { return m.size() < 9; }, "few");
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    binder->about("All is wrong.");
+    binder->field("low", number, 0).atLeast(1).about("As <low>\nas possible.");
+    binder->field("high", number).atLeast(5).atMost(1);
+    binder->field("nan", share).atMost(nan);
+    binder->field("rule", rule).oneOf(std::vector<std::string>());
+    binder->field("none", rule).oneOf({"", "b"}).notEmpty().atLeast("c");
+    binder->field("day", day).atMost(date(2024, 3, 4)).oneOf({});
+    binder->bind("order", order);
+    binder->field("sizes", sizes, {1, 3}).each().satisfies([](int n) { return n < 3; }, "below 3");
+    binder->bind("odd", odd);
     binder->bind("unknown", unknown);
-    // Not created by name: it has no JSON form.
-    binder->bind("step", step, boost::make_shared<Everything>());
   }
 };
 
-// Virtual bases are found, too.
-struct Group : virtual Step {
-  struct Data4Bind {
-    std::vector<StepPtr> steps;
-    void setBind(Binder* binder, bool) { binder->bind("steps", steps); }
-  };
-  explicit Group(const Data4Bind&) {}
-  Data4Bind getData4Bind() const { return {}; }
-};
-
-struct Base : Step {
-  void setBind(Binder* binder, bool) { binder->about("The base."); }
-};
-struct Strict : Base {
-  int limit = 0;
-  void setBind(Binder* binder, bool bindFields) {
-    Base::setBind(binder, bindFields);
-    binder->about("The strict one.");
-    binder->bind("limit", limit);
-    EXPECT_TRUE(binder->isReading() && binder->isDescribing());
-    if (limit < 1) throw ParseErrorException("limit", "0 is too small");
-    binder->bind("later", limit);
-  }
-};
-
-struct Numbers : Object {
-  std::vector<int> numbers;
-  void setBind(Binder* binder, bool) { binder->field(numbers).each().atMost(9); }
-};
+TEST(Describe, FaultsAreFoundInAllClasses) {
+  ClassRegister reg;
+  reg.regClass<Faulty>("Faulty");
+  reg.regClass<Strict>("Strict");
+  reg.regClass<Wait>("Wait");
+  const std::vector<std::string> expected = {
+      "Faulty.low: default 0: 0 is less than 1",
+      "Faulty.high: no value is at least 5, at most 1",
+      "Faulty.nan: no value is at most NaN",
+      "Faulty.rule: no value is allowed",
+      "Faulty.none: no value is one of \"\", \"b\", not empty, at least \"c\"",
+      "Faulty.day: no value is allowed",
+      "Faulty.order: lifo has no name",
+      "Faulty.order: spt has no name",
+      "Faulty.sizes: default [1, 3]: [1]: below 3",
+      "Strict: incomplete: limit: not read",
+      "cppbind_test::Odd.a|b: kTwo has no name"};
+  EXPECT_EQ(expected, descriptionFaults(reg));
+}
 
 class OwnFactory : public ObjFactory {
   Object* create(const std::string&, const Json::Value&, BinderImpBase*) override {
@@ -105,89 +70,103 @@ class OwnFactory : public ObjFactory {
   std::string typeName() const override { return "own"; }
 };
 
-struct Classes : ClassRegister {
-  Classes() {
-    regClass<Strict>("strict");
-    regClass<Everything>("Everything");
-    regClass<Group>("Group");
-    regClass<Numbers>("Numbers");
-    regClass("Own", boost::make_shared<OwnFactory>());
-  }
-};
-
-// A line for each value, so that a whole description is one text.
-std::string textOf(const ValueDescription& value) {
-  static const char* const kinds[] = {"any",  "bool", "int",    "number",   "text",
-                                      "date", "time", "span",   "one name", "list",
-                                      "set",  "map",  "record", "object"};
-  std::string text = kinds[static_cast<int>(value.kind)];
-  if (value.isNullable) text += "?";
-  if (value.kind == ValueKind::Integer) {
-    text += " " + value.minimum.asString() + ".." + value.maximum.asString();
-  }
-  for (const std::string& name : value.names) text += " " + name;
-  for (const Constraint& constraint : value.constraints) {
-    text += " (" + constraint.violation("V") + ")";
-  }
-  if (!value.about.empty()) text += " # " + value.about;
-  for (const ValueDescription& element : value.elements) text += " of " + textOf(element);
-  return text;
-}
-
-std::string textOf(const ObjectDescription& object) {
-  std::string text = object.id + " # " + object.about + "\n";
-  for (const FieldDescription& field : object.fields) {
-    text += "  " + field.key + (field.isRequired ? "!" : "") + " " + textOf(field.value);
-    if (field.defaultValue) text += " = " + Json::FastWriter().write(*field.defaultValue);
-    if (text.back() != '\n') text += "\n";
-  }
-  for (const FieldDescription& field : object.whole)
-    text += "  whole " + textOf(field.value) + "\n";
-  if (!object.isComplete()) text += "  " + object.incompleteBecause + "\n";
-  return text;
-}
-
-std::string textOf(const Description& description) {
-  std::string text = textOf(description.root) + "\n";
-  for (const ObjectDescription& object : description.classes) text += textOf(object);
-  for (const ObjectDescription& record : description.records) text += textOf(record);
-  return text;
-}
-
 TEST(Describe, ARegisterIsDescribedWithoutReading) {
-  const Classes reg;
-  const std::string expected = R"(object Everything Group Numbers Own strict
-Everything # 
-  on bool = true
-  count int 0..255 ("V" is less than 1) ("V" is more than 9) # How many. = 7
-  share number ("V" is not one of 0.1, 0.5) = 0.10000000000000001
-  name text? (is empty)
-  begin! time
-  day! date ("V" is less than "2024-03-05")
-  length span = "30:00:00"
-  order one name FIFO EDD = "EDD"
-  sizes list of set of int -2147483648..2147483647 ("V" is less than 1) # Pieces. = [[1]]
-  slots! map (few) of record describe_test::Slot
-  unknown! any
-  step object Everything Group strict
-Group # 
-  steps! list of object Everything Group strict
-Numbers # 
-  whole list of int -2147483648..2147483647 ("V" is more than 9)
-Own # 
-  the factory does not describe its class
-strict # The strict one.
-  limit! int -2147483648..2147483647
-  limit: 0 is too small
-describe_test::Slot # A slot.
-  machine! int -2147483648..2147483647
-  parts list of record describe_test::Slot = []
+  ClassRegister reg;
+  reg.regClass<Everything>("Everything");
+  reg.regClass<Faulty>("Faulty");
+  reg.regClass<Numbers>("List");
+  reg.regClass<Strict>("Strict");
+  reg.regClass<Object>("Other");
+  reg.regClass("Own", boost::make_shared<OwnFactory>());
+  const std::string expected = R"(## Classes
+
+### Everything
+
+| Key | Value | Default | Meaning |
+|---|---|---|---|
+| `on` | true or false | required |  |
+| `count` | integer from 0 to 255 (at least 1, at most 9, at most 200) | `7` | How many. |
+| `large` | integer from 0 | `7` |  |
+| `share` | number (one of 0.1, 1.5, 300) | `0.1` |  |
+| `noise` | number (at least -inf, at most 2.5) | required |  |
+| `name` | text (not empty) or null | none |  |
+| `rule` | text (one of "x", "EDD", "", one of "EDD", "") | required |  |
+| `day` | date such as `"2024-03-05"` (at least "2023-12-09", at most "2024-03-05") | required |  |
+| `begin` | time such as `"2024-03-05 07:08:09"` | required |  |
+| `length` | duration such as `"26:05:03"` (at most "26:00:00") | `"25:00:00"` | Until the end. |
+| `order` | one of `"FIFO"`, `"EDD"`, `"due"` (one of "EDD") or null | none |  |
+| `orders` | list of one of `"FIFO"`, `"EDD"`, `"due"` | `["EDD"]` |  |
+| `sizes` | object with any keys of set, as a list, of integer (at least 0) (not empty) (not empty) | required | Each: Each: Pieces. |
+| `slots` | object with any keys of `cppbind_test::Slot` (few) | `{}` |  |
+| `more` | list of `cppbind_test::Slot` or null | none |  |
+| `step` | object of one of the classes `Everything`, `List`, `Strict` | required |  |
+| `spare` | object of one of the classes `Everything`, `List`, `Strict` | none |  |
+| `steps` | list of object of one of the classes `Everything`, `List`, `Strict` | `[]` |  |
+
+### Faulty
+
+All is wrong.
+
+| Key | Value | Default | Meaning |
+|---|---|---|---|
+| `low` | integer (at least 1) | `0` | As &lt;low> as possible. |
+| `high` | integer (at least 5, at most 1) | required |  |
+| `nan` | number (at most NaN) | required |  |
+| `rule` | text (no value is allowed) | required |  |
+| `none` | text (one of "", "b", not empty, at least "c") | required |  |
+| `day` | date such as `"2024-03-05"` (at most "2024-03-04", no value is allowed) | required |  |
+| `order` | one of `"FIFO"`, `"EDD"`, `"due"` | required |  |
+| `sizes` | set, as a list, of integer from 0 to 255 (below 3) | `[1, 3]` |  |
+| `odd` | `cppbind_test::Odd` | required |  |
+| `unknown` | any value | required |  |
+
+### List
+
+The value is: list of number (at most 180) (not empty)
+
+### Other
+
+It has no keys.
+
+### Own
+
+This description is incomplete: the factory does not describe its class
+
+
+### Strict
+
+Has a limit.
+
+This description is incomplete: limit: not read
+
+| Key | Value | Default | Meaning |
+|---|---|---|---|
+| `length` | duration such as `"26:05:03"` | `"01:00:00"` |  |
+| `limit` | integer | required |  |
+
+## Records
+
+### cppbind_test::Odd
+
+| Key | Value | Default | Meaning |
+|---|---|---|---|
+| `a\|b` | one of `"one"`, `"three"` | `"one"` |  |
+
+### cppbind_test::Slot
+
+A slot.
+
+| Key | Value | Default | Meaning |
+|---|---|---|---|
+| `machine` | integer | required | A "machine" é. |
+| `load` | number | `0.5` |  |
+| `parts` | list of `cppbind_test::Slot` | `[]` |  |
 )";
   testing::internal::CaptureStdout();
-  EXPECT_EQ(expected, textOf(describe(reg)));
+  EXPECT_EQ(expected, markdownReference(describe(reg)));
   EXPECT_EQ("", testing::internal::GetCapturedStdout());
-  EXPECT_EQ(expected, textOf(describe(reg)));
-  EXPECT_EQ("describe_test::Group", describe(reg).classWithId("Group").typeName);
+  EXPECT_EQ(expected, markdownReference(describe(reg)));
+  EXPECT_EQ("cppbind_test::Numbers", describe(reg).classWithId("List").typeName);
 }
 
 struct Upper : StringConverter {
@@ -196,18 +175,18 @@ struct Upper : StringConverter {
 };
 
 TEST(Describe, ATypeIsDescribedWithTheConvertersOfItsBinder) {
-  EXPECT_EQ("list of date\n", textOf(describe<std::vector<date>>()));
+  using Days = std::vector<date>;
   JsonDecodeBinder binder;
   binder.setConverter(typeid(date), boost::make_shared<Upper>());
-  EXPECT_EQ("list of text\n", textOf(describe<std::vector<date>>(nullptr, binder.converters())));
-  EXPECT_EQ("object\n", textOf(describe<StepPtr>()));
+  EXPECT_EQ(ValueKind::Date, describe<Days>().root.elements.at(0).kind);
+  EXPECT_EQ(ValueKind::Text, describe<Days>(nullptr, binder.converters()).root.elements.at(0).kind);
+  EXPECT_EQ(std::vector<std::string>(), describe<StepPtr>().root.names);
 }
 
 // A setBind that uses another register for one of its fields.
 struct Mixed {
   StepPtr step;
   std::vector<boost::shared_ptr<Object>> others;
-  const ClassRegisterBase* reg = nullptr;
   void setBind(Binder* binder, bool) {
     static ClassRegister own;
     if (own.empty()) own.regClass<Strict>("Strict");
@@ -219,33 +198,32 @@ struct Mixed {
 
 TEST(Describe, ClassesOfSeveralRegistersHaveDifferentIds) {
   ClassRegister reg;
-  reg.regClass<Base>("Strict");
+  reg.regClass<Wait>("Strict");
   const Description description = describe<Mixed>(&reg);
-  const ObjectDescription& mixed = description.recordWithId("describe_test::Mixed");
-  EXPECT_EQ("list of object Strict", textOf(mixed.field("others")->value));
-  EXPECT_EQ("object Strict (2)", textOf(mixed.field("step")->value));
+  const ObjectDescription& mixed = description.recordWithId("cppbind_test::Mixed");
+  EXPECT_EQ("Strict", mixed.field("others")->value.elements.at(0).names.at(0));
+  EXPECT_EQ("Strict (2)", mixed.field("step")->value.names.at(0));
   EXPECT_EQ("Strict", description.classWithId("Strict (2)").name);
   EXPECT_THROW(description.classWithId("Strict (3)"), std::out_of_range);
 }
 
 TEST(Describe, AFieldIsCheckedAsItWouldBeRead) {
-  const Classes reg;
-  Classes registers;
+  Classes reg;
   Description description = describe(reg);
   const ObjectDescription everything = description.classWithId("Everything");
   description = Description();  // copies are complete
-  JsonDecodeBinder decoder(&registers);
+  JsonDecodeBinder decoder(&reg);
   const auto faultIn = [&](const char* key, const char* text) {
     return errorOf([&] { EXPECT_TRUE(everything.field(key)->check(decoder, json(text)[0])); });
   };
   EXPECT_EQ("no error", faultIn("count", "[9]"));
   EXPECT_EQ("0 is less than 1", faultIn("count", "[0]"));
   EXPECT_EQ("value out of unsigned char range", faultIn("count", "[256]"));
-  EXPECT_EQ("[1][1]: 0 is less than 1", faultIn("sizes", "[[[1], [2, 0]]]"));
+  EXPECT_EQ("b[1]: -1 is less than 0", faultIn("sizes", R"([{"a": [1], "b": [2, -1]}])"));
   EXPECT_EQ("a.machine: not found", faultIn("slots", R"([{"a": {}}])"));
   EXPECT_EQ("no error", faultIn("name", "[null]"));
   EXPECT_EQ("not found", faultIn("day", "[null]"));
-  EXPECT_EQ("Numbers miss register", faultIn("step", R"([{"Numbers": [1]}])"));
+  EXPECT_EQ("Other miss register", faultIn("step", R"([{"Other": {}}])"));
 }
 
-}  // namespace describe_test
+}  // namespace cppbind_test

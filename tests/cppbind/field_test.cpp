@@ -1,27 +1,13 @@
 // Conditions on fields, and the kinds of fields that need no codec of a host.
 #include "cppbind/Field.h"
 
-#include <boost/date_time/posix_time/posix_time.hpp>
 #include <cmath>
 #include <functional>
-#include <map>
-#include <optional>
-#include <set>
 
-#include "cppbind/cppbind.h"
-#include "support/support.h"
+#include "cppbind/classes.h"
 
+namespace cppbind_test {
 namespace {
-
-using namespace cppbind;
-using boost::gregorian::date;
-using namespace boost::posix_time;
-using namespace test_support;
-
-enum class Order { fifo, edd, lifo };
-constexpr auto enumNames(Order) {
-  return names<Order>({{Order::fifo, "FIFO"}, {Order::edd, "EDD"}, {Order::edd, "due"}});
-}
 
 enum class Nameless { one };
 
@@ -30,18 +16,21 @@ struct Host {
 };
 
 }  // namespace
+}  // namespace cppbind_test
 
 // Of a host: it wins over the kinds of the library.
 template <>
-struct cppbind::FieldCodec<std::optional<Host>> {
-  static void read(JsonDecodeBinder&, const Json::Value& json, std::optional<Host>& field) {
-    field = Host{json.asInt() + 1};
+struct cppbind::FieldCodec<std::optional<cppbind_test::Host>> {
+  using Field = std::optional<cppbind_test::Host>;
+  static void read(JsonDecodeBinder&, const Json::Value& json, Field& field) {
+    field = cppbind_test::Host{json.asInt() + 1};
   }
-  static void write(JsonEncodeBinder&, const std::optional<Host>& field, Json::Value& json) {
+  static void write(JsonEncodeBinder&, const Field& field, Json::Value& json) {
     json = field->value;
   }
 };
 
+namespace cppbind_test {
 namespace {
 
 // An object whose only field is bound by a function.
@@ -195,7 +184,7 @@ TEST(Field, OptionalsMapsAndEnumerationsNeedNoCodec) {
   EXPECT_EQ("f: error: jv=1", plain<Order>(R"({"f": 1})"));
   EXPECT_EQ("the value 2 has no name", errorOf([] {
               JsonEncodeBinder().encode(
-                  One<Order>{[](Binder& b, Order& f) { b.bind("f", f); }, Order::lifo});
+                  One<Order>{[](Binder& b, Order& f) { b.bind("f", f); }, Order::spt});
             }));
   EXPECT_TRUE(contains(plain<Nameless>(R"({"f": "one"})"), "please register converter for"));
 }
@@ -219,3 +208,4 @@ TEST(Field, CodecsAndConvertersOfAHostWin) {
 }
 
 }  // namespace
+}  // namespace cppbind_test
