@@ -1,13 +1,9 @@
 // Classes by name.
 #include "cppbind/ClassRegister.h"
 
-#include "cppbind/cppbind.h"
-#include "support/support.h"
+#include "cppbind/classes.h"
 
 namespace cppbind_test {
-
-using namespace cppbind;
-using namespace test_support;
 
 struct Shape : Object {};
 
@@ -17,8 +13,6 @@ struct Square : Shape {
   Square(const Square&) = delete;  // created in place
   void setBind(Binder* binder, bool) { binder->bind("label", label, "none"); }
 };
-
-struct Plain : Object {};
 
 struct Family : Object {
   std::vector<boost::shared_ptr<Object>> members;
@@ -34,7 +28,7 @@ class ClassRegisterTest : public testing::Test {
  protected:
   ClassRegisterTest() {
     reg.regClass<Square>("Square", json(R"({"color": "red"})"));
-    reg.regClass<Plain>("Plain");
+    reg.regClass<Step>("Plain");
     reg.regClass<Family>("Family");
   }
   ClassRegister reg;
@@ -73,9 +67,9 @@ TEST_F(ClassRegisterTest, NestedObjectsKeepTheirJsonAfterTheOuterOne) {
 }
 
 TEST_F(ClassRegisterTest, ASecondClassUnderANameEndsTheProcess) {
-  const auto taken = runInChild([this] { reg.regClass<Plain>("SQUARE"); });
+  const auto taken = runInChild([this] { reg.regClass<Step>("SQUARE"); });
   EXPECT_EQ(SIGABRT, taken.signal);
-  EXPECT_EQ("Error square alread registered cppbind_test::Square when register cppbind_test::Plain",
+  EXPECT_EQ("Error square alread registered cppbind_test::Square when register cppbind_test::Step",
             taken.output);
   EXPECT_TRUE(contains(taken.errors, "Assertion `false' failed"));
 }

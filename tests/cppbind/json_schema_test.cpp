@@ -1,4 +1,4 @@
-// The JSON Schema of descriptions agrees with reading.
+// The JSON Schema of descriptions, and its agreement with checking and reading.
 #include "cppbind/JsonSchema.h"
 
 #include "cppbind/classes.h"
@@ -32,7 +32,25 @@ void vary(Json::Value& root, Json::Value& node, std::vector<Json::Value>& varian
   for (Json::Value& child : node) vary(root, child, variants);
 }
 
-TEST(JsonSchema, AgreesWithReading) {
+// Checks and reads `document`: the error that reading throws must be among the faults. Returns
+// whether there is none.
+bool isReadable(const Json::Value& document, ClassRegister& reg) {
+  const std::string text = Json::FastWriter().write(document);
+  const Faults faults = check<Everything>(text, &reg);
+  Everything everything;
+  try {
+    JsonDecodeBinder(&reg).decode(document, everything);
+  } catch (const ParseErrorException& error) {
+    std::set<std::string> found;
+    for (const Fault& fault : faults.first) EXPECT_TRUE(found.insert(fault.what()).second) << text;
+    EXPECT_EQ(1u, found.count(error.what())) << text << error.what();
+    return false;
+  }
+  EXPECT_FALSE(faults.hasErrors()) << text << faults.first.at(0).text();
+  return true;
+}
+
+TEST(JsonSchema, AgreesWithCheckingAndReading) {
   Json::Value whole = json(R"({"on": true, "count": 5, "large": 18446744073709551615, "share": 1.5,
       "noise": -1, "name": "n", "rule": "EDD", "day": "2024-03-05", "begin": "1999-12-31 23:59:59",
       "length": "25:59:59", "order": "EDD", "orders": ["due"], "sizes": {"a": [1]},
@@ -41,6 +59,10 @@ TEST(JsonSchema, AgreesWithReading) {
       "steps": [{"Wait": {"length": "02:00:00"}}, {"Group": {"steps": []}}]})");
   std::vector<Json::Value> documents = {whole};
   vary(whole, whole, documents);
+  for (std::size_t i = 300; i < documents.size() && documents.size() < 2000; i += 300) {
+    Json::Value changed = documents[i];
+    vary(changed, changed, documents);
+  }
   for (const char* day : {"2024-03-06", "2024-10-01", "2023-12-09", "2023-12-08", "2022-12-10"}) {
     documents.push_back(whole);
     documents.back()["day"] = day;
@@ -50,13 +72,10 @@ TEST(JsonSchema, AgreesWithReading) {
   const std::vector<bool> verdicts = validBySchema(schema, documents);
   std::size_t validCount = 0;
   for (std::size_t i = 0; i < documents.size(); ++i) {
-    Everything everything;
-    const std::string error =
-        errorOf([&] { JsonDecodeBinder(&reg).decode(documents[i], everything); });
-    EXPECT_EQ(error == "no error", verdicts[i]) << documents[i] << error;
+    EXPECT_EQ(isReadable(documents[i], reg), verdicts[i]) << documents[i];
     validCount += verdicts[i];
   }
-  EXPECT_LT(documents.size() / 10, validCount);
+  EXPECT_LT(documents.size() / 20, validCount);
 }
 
 TEST(JsonSchema, DocumentsForPeople) {
