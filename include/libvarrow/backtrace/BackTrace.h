@@ -22,7 +22,7 @@ LIBVARROW_API void useCrashStack();
 
 /// Writes the call stack as addresses to standard error, once per process, then logs it with names
 /// at ERROR (before InitRootLogger only to standard error), writes the dump file if enabled, and
-/// aborts. The process always ends by SIGABRT, so a segmentation fault is logged a second time. An
+/// aborts. The process always ends by SIGABRT, so any other signal is logged a second time. An
 /// exception of the log is reported, and the handler continues. A second fault ends the process
 /// immediately. The process also ends when the handler does nothing for 4 seconds, because the
 /// crash left a lock held, or still works after a minute.
