@@ -108,6 +108,8 @@ TEST(Field, AValueThatBreaksItsConditionIsRefusedAtItsPath) {
   const auto soon = [](auto& f) { f.atLeast(date(2024, 3, 5)); };
   EXPECT_EQ(R"(f: "2024-03-04" is less than "2024-03-05")", read<date>(R"("2024-03-04")", soon));
   EXPECT_EQ(R"({"f":"2024-03-05"})", read<date>(R"("2024-03-05")", soon));
+  EXPECT_EQ(R"(f: "not-a-date-time" is less than "2024-03-05")",
+            read<date>(R"("not-a-date-time")", soon));
   EXPECT_EQ(
       R"(f: "not-a-date-time" is more than "2024-03-05 00:00:00")",
       read<ptime>(R"("not-a-date-time")", [](auto& f) { f.atMost(ptime(date(2024, 3, 5))); }));

@@ -19,12 +19,29 @@ namespace cppbind::detail {
 template <class T>
 using BoundOf = std::conditional_t<std::is_same_v<T, std::string>, std::string_view, T>;
 
+///@{
+/// Returns true for not-a-date-time. Its operators order it after all dates and times.
+template <class T>
+auto isWithoutOrder(const T& value, int) -> decltype(value.is_not_a_date_time()) {
+  return value.is_not_a_date_time();
+}
+template <class T>
+auto isWithoutOrder(const T& value, int) -> decltype(value.is_not_a_date()) {
+  return value.is_not_a_date();
+}
+template <class T>
+bool isWithoutOrder(const T&, long) {
+  return false;
+}
+///@}
+
 // Returns false for a value without an order, such as NaN and not-a-date-time.
 template <class T, class Other>
 bool isAtLeast(const T& value, const Other& bound) {
   if constexpr (std::is_arithmetic_v<T>) {
     return value >= bound;
   } else {
+    if (isWithoutOrder(value, 0) || isWithoutOrder(bound, 0)) return false;
     return bound < value || bound == value;
   }
 }
