@@ -67,6 +67,12 @@ TEST(JsonSchema, AgreesWithCheckingAndReading) {
     documents.push_back(whole);
     documents.back()["day"] = day;
   }
+  for (const char* begin : {"not-a-date-time", "+infinity", "-infinity"}) {
+    documents.push_back(whole);
+    documents.back()["begin"] = begin;
+    documents.push_back(whole);
+    documents.back()["length"] = begin;
+  }
   Classes reg;
   const std::string schema = schemaText(jsonSchema(describe<Everything>(&reg)));
   const std::vector<bool> verdicts = validBySchema(schema, documents);

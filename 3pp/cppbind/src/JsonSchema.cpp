@@ -25,10 +25,11 @@ struct TextForm {
 
 TextForm textForm(ValueKind kind) {
   const std::string day = "(1[4-9]|[2-9][0-9])[0-9]{2}-(0[1-9]|1[0-2])-(0[1-9]|[12][0-9]|3[01])";
-  const std::string ofHour = ":[0-5][0-9]:[0-5][0-9]$";
-  if (kind == ValueKind::Date) return {"^" + day + "$", "2024-03-05"};
-  if (kind == ValueKind::Duration) return {"^[0-9]{2}" + ofHour, "26:05:03"};
-  return {"^" + day + " ([01][0-9]|2[0-3])" + ofHour, "2024-03-05 07:08:09"};
+  const std::string ofHour = ":[0-5][0-9]:[0-5][0-9]";
+  const std::string end = "|not-a-date-time|[+-]infinity)$";
+  if (kind == ValueKind::Date) return {"^(" + day + end, "2024-03-05"};
+  if (kind == ValueKind::Duration) return {"^([0-9]{2}" + ofHour + end, "26:05:03"};
+  return {"^(" + day + " ([01][0-9]|2[0-3])" + ofHour + end, "2024-03-05 07:08:09"};
 }
 
 bool isTimeText(ValueKind kind) {
@@ -36,7 +37,7 @@ bool isTimeText(ValueKind kind) {
 }
 
 // Returns a pattern for texts of the form of `bound` that are equal or later, or earlier. All
-// numbers in them have a fixed number of digits.
+// numbers in them have a fixed number of digits. A sign is that of an infinity.
 std::string orderPattern(const std::string& bound, bool isLeast) {
   std::string pattern = "^(" + bound;
   for (std::size_t i = 0; i < bound.size(); ++i) {
@@ -47,7 +48,7 @@ std::string orderPattern(const std::string& bound, bool isLeast) {
     pattern += isLeast ? std::string{next, '-', '9'} : std::string{'0', '-', next};
     pattern += "]";
   }
-  return pattern + ")";
+  return pattern + (isLeast ? "|\\+)" : "|-)");
 }
 
 bool hasForm(const Json::Value& text, ValueKind kind) {
