@@ -30,6 +30,8 @@ TEST_F(PipelineCheckTest, EveryLayoutIsRecognised) {
   EXPECT_EQ("1:34: error: modules[0].Add: unknown json key:[odd]\n",
             faultsIn(R"({"modules": [{"Add": {"amount":1,"odd": 2}}], "$schema": "s.json"})"));
   EXPECT_EQ("", faultsIn(R"({"modules": [{"Add": {"amount":1,"odd": 2}}]})", true));
+  EXPECT_EQ("1:16: error: unknown json key:[$schema]\n",
+            faultsIn(R"({"modules":[], "$schema": 1})"));
   EXPECT_EQ("1:25: error: mainModule.Add.amount: not found\n",
             faultsIn(R"({"mainModule":  {"Add": {}}})"));
   EXPECT_EQ("1:1: error: modules: should be a object array\n", faultsIn("{}"));

@@ -56,7 +56,7 @@ struct Checker::State {
       json = Json::Value();
       found_.addAt(offsetIn(text, errors), {Severity::Error, {}, source + errors});
     }
-    if (json.isObject()) json.removeMember("$schema");
+    if (json.isObject() && json.get("$schema", 0).isString()) json.removeMember("$schema");
     // Objects share this value instead of copies of theirs.
     json_.emplace(decoder_, json);
   }

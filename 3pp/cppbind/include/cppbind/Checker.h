@@ -34,7 +34,7 @@ namespace cppbind {
 /// key given twice, text after the value, and a date, time or duration that is not in the form in
 /// which it is written ("90" means "90:00:00").
 ///
-/// A key "$schema" at the top is ignored, though loading refuses it.
+/// A text under the key "$schema" at the top is ignored, though loading refuses it.
 ///
 /// Constructors and setBind of the classes run; nothing is printed. Takes about as long as loading.
 /// Throws only std::bad_alloc. Not thread-safe.

@@ -26,7 +26,7 @@ namespace cppbind {
 ///   exactly; bounds of float are written in the fewest digits;
 /// - a class whose description is incomplete may have any further keys.
 ///
-/// When the root is a record, its member "$schema" is valid, too.
+/// When the root is a record, a text as its member "$schema" is valid, too.
 CPPBIND_API Json::Value jsonSchema(const Description& description);
 
 /// Returns `schema` as indented text with a line end. Numbers have the fewest digits that read
