@@ -2,6 +2,7 @@
 #include "cppbind/Checker.h"
 
 #include "cppbind/classes.h"
+#include "support/CommaLocale.h"
 
 namespace cppbind_test {
 namespace {
@@ -183,8 +184,16 @@ TEST(Checker, PlacesAreThoseOfEditors) {
       {"{\"steps\":\r\n[{\"Task\":\r{\"rule\":1}}]}", "3:9: "},
       {"{\"steps\":[{\"T\\u0061sk\":{\"r\\u0075le\":1}}]}", "1:37: "},
       {"{\"steps\":[{\"Task\":{\"rule\":\"SPT\",\"rule\":1}}]}", "1:40: "},
+      {"{\"steps\":[{\"Task\":{\"weights\":{\"a\":1.5},\"rule\":1}}]}", "1:47: "},
   };
-  for (const auto& [text, place] : cases) EXPECT_EQ(place + fault, faultsIn(text)) << text;
+  const auto checkAll = [&] {
+    for (const auto& [text, place] : cases) EXPECT_EQ(place + fault, faultsIn(text)) << text;
+    const std::string lines(1500, '\n');
+    EXPECT_EQ("1501:3: error: * Line 1501", faultsIn(lines + "[ ?]").substr(0, 26));
+  };
+  checkAll();
+  const CommaLocale locale;
+  checkAll();
   EXPECT_EQ("2:5: error: * Line 2, Column 5   Syntax error: value, object or array expected. ",
             faultsIn("\xEF\xBB\xBF{\"steps\":\n  [ ?]}").substr(0, 80));
   EXPECT_EQ("error: Can not open file [none.json]",
