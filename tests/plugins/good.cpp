@@ -3,6 +3,7 @@
 #include <boost/dll/alias.hpp>
 #include <iostream>
 
+#include "libvarrow/module/Module.h"
 #include "libvarrow/utility/PlugInBuild.h"
 #include "libvarrow/utility/RegistersManager.h"
 
@@ -25,6 +26,16 @@ struct Faulty : cppbind::Object {
   }
 };
 
+struct Paint : libvarrow::Module {
+  void setBind(cppbind::Binder* binder, bool) {
+    binder->field("coats", coats).between(1, 3).about("How often.");
+    binder->bind("modules", modules, {});
+  }
+  void processImp(libvarrow::ModuleData*) override {}
+  int coats = 0;
+  std::map<std::string, boost::shared_ptr<Module>> modules;
+};
+
 cppbind::ClassRegister& classes() {
   return *libvarrow::RegistersManager::createRegister("plug-ins");
 }
@@ -37,6 +48,7 @@ cppbind::ClassRegister& classes() {
 void registerClasses() {
   classes().regClass<Greeter>("Greeter");
   classes().regClass<Faulty>("Faulty");
+  classes().regClass<Paint>("Paint");
 #ifdef THROWING
   throw OwnError();
 #endif

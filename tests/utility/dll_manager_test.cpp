@@ -11,7 +11,10 @@
 #include <iterator>
 #include <memory>
 
+#include "cppbind/cppbind.h"
 #include "libvarrow/log/log.h"
+#include "libvarrow/module/pipeline_check.h"
+#include "libvarrow/module/pipeline_schema.h"
 #include "libvarrow/utility/PlugInBuild.h"
 #include "libvarrow/utility/RegistersManager.h"
 #include "support/support.h"
@@ -146,6 +149,34 @@ TEST_F(DllManagerTest, ACorrectedFileLoadsAfterARefusal) {
     EXPECT_EQ(contains(end, "error"), contains(output, "initModule\nINFO")) << output;
     EXPECT_EQ(output.find("initModule\n"), output.rfind("initModule\n")) << output;
   }
+}
+
+TEST_F(DllManagerTest, ClassesOfAPlugInAreCheckedAndDescribed) {
+  provide("good", "good.so");
+  const std::string output = run([&] {
+    std::string schema, reference;
+    {
+      DllManager manager;
+      manager.findOrCreateDll("good", at(""));
+      const auto reg = RegistersManager::createRegister("plug-ins");
+      const auto faults = libvarrow::checkPipelineText(R"({"modules": [{"Paint": {"coats": 4,
+"modules": {"a": {"paint": {"coat": 1}}, "b": {"Greeter": {}}}}}]})",
+                                                       *reg);
+      for (const cppbind::Fault& fault : faults.first) std::cout << fault.text() << '\n';
+      schema = cppbind::schemaText(libvarrow::pipelineSchema(*reg));
+      reference = libvarrow::pipelineReference(*reg);
+      std::cout << cppbind::descriptionFaults(*reg).size() << '\n';
+    }
+    std::cout << contains(schema, "\"maximum\": 3") << contains(schema, "class.Greeter")
+              << contains(reference, "How often.");
+  });
+  EXPECT_TRUE(contains(
+      output,
+      "1:34: error: modules[0].Paint.coats: 4 is more than 3\n"
+      "2:29: error: modules[0].Paint.modules.a.paint.coats: not found; did you mean \"coats\"?\n"
+      "2:48: error: modules[0].Paint.modules.b: Greeter miss register\n"
+      "1\n101"))
+      << output;
 }
 
 TEST_F(DllManagerTest, AClassNameThatIsTakenNamesThePlugIn) {
