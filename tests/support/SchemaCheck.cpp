@@ -12,7 +12,7 @@
 namespace test_support {
 
 std::vector<bool> validBySchema(const std::string& schemaText,
-                                const std::vector<Json::Value>& documents) {
+                                const std::vector<Json::Value>& documents, bool asDouble) {
   const TemporaryDirectory directory;
   Json::StreamWriterBuilder oneLine;
   oneLine["indentation"] = "";
@@ -21,9 +21,10 @@ std::vector<bool> validBySchema(const std::string& schemaText,
     lines += Json::writeString(oneLine, document) + "\n";
   writeFile("schema.json", schemaText);
   writeFile("documents", lines);
-  const ChildResult check = runInChild([] {
+  const ChildResult check = runInChild([asDouble] {
     ::dup2(::open("documents", O_RDONLY | O_CLOEXEC), STDIN_FILENO);
-    ::execlp("python3", "python3", CHECK_SCHEMA, "schema.json", nullptr);
+    ::execlp("python3", "python3", CHECK_SCHEMA, "schema.json", asDouble ? "double" : nullptr,
+             nullptr);
     std::_Exit(98);
   });
   EXPECT_EQ("", check.errors);

@@ -1,14 +1,16 @@
 #!/usr/bin/env python3
 """Prints for each line of standard input, a JSON document, whether it is valid for the JSON Schema in
-the file SCHEMA. Fails when the schema itself is not valid draft-07: check_schema.py SCHEMA"""
+the file SCHEMA. Fails when the schema itself is not valid draft-07. With "double", integers are
+rounded as editors round them: check_schema.py SCHEMA [double]"""
 import json
 import sys
 
 import jsonschema
 
+integer = float if "double" in sys.argv else int
 with open(sys.argv[1], encoding="utf-8") as file:
-    schema = json.load(file)
+    schema = json.load(file, parse_int=integer)
 jsonschema.Draft7Validator.check_schema(schema)
 validator = jsonschema.Draft7Validator(schema)
 for line in sys.stdin:
-    print("valid" if validator.is_valid(json.loads(line)) else "invalid")
+    print("valid" if validator.is_valid(json.loads(line, parse_int=integer)) else "invalid")
