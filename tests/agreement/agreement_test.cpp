@@ -135,7 +135,8 @@ class Agreement : public InTemporaryDirectory, public testing::WithParamInterfac
  protected:
   Agreement() {
     const char* const count = std::getenv("VARROW_AGREEMENT_FILES");
-    const auto files = randomFiles(GetParam(), count == nullptr ? 300 : std::atoi(count));
+    const auto files =
+        randomFiles(GetParam(), count == nullptr ? 300 : static_cast<unsigned>(std::atoi(count)));
     for (const Json::Value& file : files) files_.emplace_back(GetParam(), file);
   }
   std::vector<Json::Value> jsonOfAll(Json::Value File::*member) const {
