@@ -131,6 +131,7 @@ bool explains(const cppbind::Fault& fault, const Outcome& outcome) {
   }
   const std::pair<const char*, const char*> assertions[] = {
       {"module_type_names.size() == 1", "DynamicType object must have a unique key as it's type"},
+      {"Assertion `rule'", " is not a rule"},
       {"jv.isArray()", "should be a list"},
       {"jv_module.isString()", "should be a string"},
       {"named_modules.find(module_name)", " is no named module"},
