@@ -1,6 +1,8 @@
 #!/usr/bin/env bash
-# Cross-compiles everything for Windows with mingw-w64 and runs the tests under wine, without a
-# display. Usage: scripts/test_windows.sh [CTEST_ARGUMENT...]. See docs/windows.md.
+# Cross-compiles everything for Windows with mingw-w64 and tests it under wine, without a display:
+# all tests with code page 1252, those of texts with 936, and the demo, whose files must be those of
+# Linux. Usage: scripts/test_windows.sh [CTEST_ARGUMENT...]; with arguments it runs only those tests.
+# See docs/windows.md.
 #
 # The dependencies are built once, into $VARROW_WINDOWS_DEPENDENCIES (default
 # ~/.cache/varrow/windows, or below $XDG_CACHE_HOME).
@@ -12,6 +14,8 @@ dependencies=${VARROW_WINDOWS_DEPENDENCIES:-${XDG_CACHE_HOME:-$HOME/.cache}/varr
 "$here/install_packages.sh" windows
 cd "$here/.."
 build=$PWD/build/windows
+linux=$PWD/build/windows_linux  # lists its tests and plans the demo
+jobs=$(nproc)
 "$here/windows/dependencies.sh" "$dependencies" "$build/dependencies"
 
 cmake -S . -B "$build" -G Ninja -DCMAKE_TOOLCHAIN_FILE=cmake/mingw-w64.cmake \
@@ -19,8 +23,30 @@ cmake -S . -B "$build" -G Ninja -DCMAKE_TOOLCHAIN_FILE=cmake/mingw-w64.cmake \
   -DCMAKE_CROSSCOMPILING_EMULATOR="$here/windows/wine.sh;$build;$dependencies" \
   -DCMAKE_BUILD_TYPE=RelWithDebInfo -DCMAKE_CXX_FLAGS_RELWITHDEBINFO="-O2 -g1" \
   -DVARROW_BUILD_BENCHMARKS=OFF
-cmake --build "$build" --parallel "$(nproc)"
+cmake --build "$build" --parallel "$jobs"
 
 trap '"$here/windows/wine.sh" "$build" "$dependencies" --stop' EXIT
+
+# Runs tests with a code page, which wine takes from the locale.
+run_tests() {
+  local page=$1 locale=$2
+  shift 2
+  "$here/windows/wine.sh" "$build" "$dependencies" --stop
+  LOCPATH=$build/locales LC_ALL=$locale VARROW_TEST_CODE_PAGE=$page \
+    ctest --test-dir "$build" --output-on-failure --no-tests=error --parallel "$jobs" "$@"
+}
+
+mkdir -p "$build/locales"
+localedef -i zh_CN -f UTF-8 "$build/locales/zh_CN.UTF-8" || [ -d "$build/locales/zh_CN.UTF-8" ]
 "$here/windows/wine.sh" "$build" "$dependencies" --start
-ctest --test-dir "$build" --output-on-failure --parallel "$(nproc)" "$@"
+if [ $# -gt 0 ]; then
+  run_tests CP1252 C.UTF-8 "$@"
+  exit
+fi
+run_tests CP1252 C.UTF-8
+run_tests CP936 zh_CN.UTF-8 -R '^(UTFConverter|Json|Time|Scheduling|DllManager|Log|Utility|Rule|Module)'
+
+cmake -S . -B "$linux" -G Ninja -DCMAKE_BUILD_TYPE=Release -DVARROW_BUILD_BENCHMARKS=OFF > /dev/null
+cmake --build "$linux" --target jobshop jobshop_gantt --parallel "$jobs"
+"$here/windows/compare_demo.sh" "$build" "$dependencies" "$linux/examples/jobshop/jobshop"
+"$here/windows/share.sh" "$build" "$linux"

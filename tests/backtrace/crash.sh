@@ -24,6 +24,7 @@ crash() {
   mkdir "$folder/$1" && cd "$folder/$1"
   # The shell's message about the end of a child is written to the same file.
   { timeout --signal=KILL 180 "$host" "$way" >/dev/null || status=$?; } 2>"$folder/$1.err"
+  sed -i 's/\r$//' "$folder/$1.err"
   find . -name '*.coredump' -size +0 -printf 'dump file\n' >>"$folder/$1.err"
   echo "$status" >"$folder/$1.status"
 }

@@ -76,7 +76,7 @@ TEST_F(BinderTest, EveryKindOfFieldIsWrittenAsItWasRead) {
       {reread<unsigned char>, "255"},
       {reread<int>, "-7"},
       {reread<unsigned int>, "4000000000"},
-      {reread<long>, "-9000000000"},
+      {reread<long long>, "-9000000000"},
       {reread<unsigned long long>, "18446744073709551615"},
       {reread<float>, "0.5"},
       {reread<double>, "0.1"},
@@ -103,7 +103,7 @@ TEST_F(BinderTest, ErrorsNameTheWholePath) {
   const Field fields[] = {
       {reread<unsigned int>, "-1", "f: LargestInt out of UInt range"},
       {reread<signed char>, "-129", "f: value out of signed char range"},
-      {reread<long>, "9223372036854775808", "f: LargestUInt out of Int64 range"},
+      {reread<long long>, "9223372036854775808", "f: LargestUInt out of Int64 range"},
       {reread<unsigned long>, "18446744073709551616", "f: double out of UInt64 range"},
       {reread<float>, "1e300", "f: value out of float range"},
       {reread<double>, R"("1")", "f: Value is not convertible to double."},

@@ -23,7 +23,7 @@ command='' expected=()
 # Succeeds when the printed lines match the expected ones.
 matches() {
   local at=0 any=no line pattern lines
-  mapfile -t lines <"$printed"
+  mapfile -t lines < <(tr -d '\r' <"$printed")
   for line in "${expected[@]}"; do
     if [ "$line" = ... ]; then any=yes && continue; fi
     pattern=$(sed 's/[][*?\\]/\\&/g; s/\.\.\./*/g' <<<"$line")

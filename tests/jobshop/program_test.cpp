@@ -1,10 +1,8 @@
 // The program, run as a process.
 #include <libvarrow/json/json.h>
-#include <unistd.h>
 
 #include <boost/algorithm/string/erase.hpp>
 #include <boost/filesystem/operations.hpp>
-#include <cstdlib>
 
 #include "support/support.h"
 
@@ -17,14 +15,8 @@ const std::string kPipeline = JOBSHOP_FOLDER "/pipeline.json";
 
 /// Runs the program.
 ChildResult jobshopRun(std::vector<std::string> arguments) {
-  return runInChild([&] {
-    arguments.insert(arguments.begin(), JOBSHOP_PROGRAM);
-    std::vector<char*> argv;
-    for (std::string& argument : arguments) argv.push_back(argument.data());
-    argv.push_back(nullptr);
-    ::execv(argv.front(), argv.data());
-    std::_Exit(98);
-  });
+  arguments.insert(arguments.begin(), JOBSHOP_PROGRAM);
+  return runProgram(arguments);
 }
 
 Json::Value scheduleIn(const std::string& folder) {
@@ -143,7 +135,7 @@ jobshop: shop/p.json: 20 errors
 TEST_F(Program, AFailedRunIsReportedInOneLineWithTheStep) {
   const std::pair<std::string, std::string> cases[] = {
       {R"({"ChainedModule": {"modules": [{"ReadInstance": {"file": "bad.txt"}}]}})",
-       "0_ChainedModule/0_ReadInstance: " + directory.path().string() +
+       "0_ChainedModule/0_ReadInstance: " + directory.path().generic_string() +
            "/bad.txt:2: expected a time from 0 to 1000000000, found \"x\""},
       {R"({"ReadInstance": {"file": "one.txt"}}, {"WriteSchedule": {}})",
        "1_WriteSchedule: no schedule: Dispatch must run before this module"},

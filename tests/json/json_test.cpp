@@ -2,6 +2,8 @@
 #include "libvarrow/json/json.h"
 
 #include <boost/filesystem/operations.hpp>
+
+#include "libvarrow/utility/UTFConverter.h"
 #include "support/support.h"
 
 namespace {
@@ -19,7 +21,7 @@ class JsonTest : public InTemporaryDirectory {
     const std::string thrown = errorOf(call);
     return {thrown, testing::internal::GetCapturedStderr()};
   }
-  const std::string folder = directory.path().string() + "/";
+  const std::string folder = directory.path().generic_string() + "/";
 };
 
 TEST_F(JsonTest, TextIsParsedWithCommentsAndWrittenIndented) {
@@ -45,11 +47,11 @@ TEST_F(JsonTest, ParseErrorsAreLoggedAndThrownWithTheFileName) {
 }
 
 TEST_F(JsonTest, Utf8FilesAreWrittenWithTheirFoldersAndReadBack) {
-  const std::string longText = std::string(20000, 'y') + std::string("\0小", 4);
+  const std::string longText = std::string(20000, 'y') + '\0' + fromUtf8("小é");
   writeFileForUTF8(folder + "a/b/c.txt", longText);
   EXPECT_EQ(longText, readUTF8File("a/b/c.txt"));
-  writeFileForUTF8(folder + "a/b/c.txt", "小时\nx");
-  EXPECT_EQ("小时\nx", readFile("a/b/c.txt"));
+  writeFileForUTF8(folder + "a/b/c.txt", fromUtf8("小时é\nx"));
+  EXPECT_EQ(toUtf8(fromUtf8("小时é\nx")), readFile("a/b/c.txt"));
   writeFileForUTF8(folder + "v.json", Str2Json("{\"k\": [\"v\"]}"));
   EXPECT_EQ("{\"k\":[\"v\"]}\n", readFile("v.json"));
 }

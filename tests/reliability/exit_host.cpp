@@ -1,7 +1,5 @@
 // A host that creates its static objects in the order given by its arguments. The destructor of
 // each uses the library again. Usage: ORDER PLUGINS return|thread|quick|_exit
-#include <unistd.h>
-
 #include <boost/filesystem/operations.hpp>
 #include <chrono>
 #include <cstdlib>
@@ -108,6 +106,6 @@ int main(int, char** arguments) {
     std::this_thread::sleep_for(std::chrono::milliseconds(1));  // the other file may be incomplete
   }
   if (way == "quick") std::quick_exit(0);
-  if (way == "_exit") ::_exit(0);
+  if (way == "_exit") std::_Exit(0);
   if (way == "thread") std::thread([] { std::exit(0); }).join();
 }

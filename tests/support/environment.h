@@ -1,4 +1,4 @@
-// Environment variables of this process.
+// Properties of this process and its system.
 #pragma once
 
 #include <string>
@@ -10,5 +10,14 @@ void unsetVariable(const char* name);
 
 /// Makes the C library read the time zone from the variable TZ again.
 void readTimeZone();
+
+bool isLibraryLoaded(const std::string& path);
+
+/// Returns whether a call stack names functions and lines. On Windows that needs a debugging
+/// engine.
+bool framesHaveNames();
+
+/// Ends this process when it has used so much processor time, where the system has such a limit.
+void limitProcessorTime(unsigned seconds);
 
 }  // namespace test_support

@@ -1,5 +1,6 @@
 #include <windows.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <ctime>
 
@@ -19,6 +20,26 @@ void unsetVariable(const char* name) {
 
 void readTimeZone() {
   ::_tzset();
+}
+
+bool isLibraryLoaded(const std::string& path) {
+  std::string name = path;
+  std::replace(name.begin(), name.end(), '/', '\\');
+  return GetModuleHandleA(name.c_str()) != nullptr;
+}
+
+bool framesHaveNames() {
+  return false;
+}
+
+void limitProcessorTime(unsigned seconds) {
+  constexpr LONGLONG kTicks = 10000000;  // of 100 ns in a second
+  JOBOBJECT_BASIC_LIMIT_INFORMATION limit{};
+  limit.LimitFlags = JOB_OBJECT_LIMIT_PROCESS_TIME;
+  limit.PerProcessUserTimeLimit.QuadPart = seconds * kTicks;
+  const HANDLE job = CreateJobObjectW(nullptr, nullptr);
+  SetInformationJobObject(job, JobObjectBasicLimitInformation, &limit, sizeof limit);
+  AssignProcessToJobObject(job, GetCurrentProcess());
 }
 
 }  // namespace test_support

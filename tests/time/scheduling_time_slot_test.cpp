@@ -90,7 +90,7 @@ TEST(SchedulingTimeSlotTest, APieceCopiesEverythingExceptTheLock) {
       piece.dumpAsString());
   EXPECT_EQ(hours(8), piece.getShiftDur());
   EXPECT_EQ(whole.getOriginalSlot(), piece.getOriginalSlot());
-  EXPECT_EQ("时间范围错误，开始时间:2024-03-05 10:00:00 晚于结束时间:2024-03-05 09:00:00",
+  EXPECT_EQ(fromUtf8("时间范围错误，开始时间:2024-03-05 10:00:00 晚于结束时间:2024-03-05 09:00:00"),
             errorOf([&] { whole.newFromThis(at(10), at(9), 1); }));
 }
 
@@ -139,7 +139,8 @@ TEST(SchedulingTimeSlotTest, TagsAreReadButNotWritten) {
   TimeSlot tagged = slot(8, 10, 3);
   tagged.setTag(TimeSlot::Tag::Host1, true);
   cppbind::JsonDecodeBinder().decode(slotJson(R"(,"tags":["x","frozen","x"])"), tagged);
-  EXPECT_EQ("不支持的tag:x 受支持的列表参考:frozen\n", testing::internal::GetCapturedStderr());
+  EXPECT_EQ(fromUtf8("不支持的tag:x 受支持的列表参考:frozen\n"),
+            testing::internal::GetCapturedStderr());
   EXPECT_EQ("110", tagged.getTags().to_string());
   EXPECT_EQ(3.0F, tagged.getBlockCount());
   EXPECT_EQ(0u, cppbind::JsonEncodeBinder().encode(tagged)["tags"].size());

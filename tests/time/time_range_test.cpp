@@ -2,12 +2,15 @@
 #include "libvarrow/time/time_range.h"
 
 #include <boost/date_time/posix_time/posix_time.hpp>
+
+#include "libvarrow/utility/UTFConverter.h"
 #include "support/support.h"
 
 namespace {
 
 using namespace libvarrow;
 using boost::gregorian::date;
+using libvarrow::utility::fromUtf8;
 using namespace test_support;
 using namespace boost::posix_time;
 
@@ -74,14 +77,16 @@ TEST(TimeTextTest, EveryFormWritesValuesAndPointers) {
   const time_duration length(26, 5, 3);
   EXPECT_EQ("2024-03-05 07:08:09|2024-03-05 07:08|2024-03-05 07:08", texts(time));
   EXPECT_EQ(texts(time), texts(&time));
-  EXPECT_EQ("26:05:03|26:05|26小时05分钟03秒", texts(length));
+  EXPECT_EQ("26:05:03|26:05|" + fromUtf8("26小时05分钟03秒"), texts(length));
   EXPECT_EQ(texts(length), texts(&length));
   EXPECT_EQ("2024-03-05|2024-03-05", time2str(day) + '|' + time2strIgnoreSecond(day));
   EXPECT_EQ("2024-03-05|2024-03-05", time2str(&day) + '|' + time2strIgnoreSecond(&day));
   // Long durations and special values.
-  EXPECT_EQ("01:00:30|01:00|01小时30秒", texts(time_duration(1, 0, 30) + microseconds(999999)));
+  EXPECT_EQ("01:00:30|01:00|" + fromUtf8("01小时30秒"),
+            texts(time_duration(1, 0, 30) + microseconds(999999)));
   EXPECT_EQ("-1:-30:-1|-1:-30|", texts(-time_duration(1, 30, 1) - microseconds(500000)));
-  EXPECT_EQ("2147483647:00:00|2147483647:00|2147483647小时", texts(hours(2147483647)));
+  EXPECT_EQ("2147483647:00:00|2147483647:00|" + fromUtf8("2147483647小时"),
+            texts(hours(2147483647)));
   EXPECT_EQ("not-a-date-time|not-a-date-time|not-a-date-time",
             texts(time_duration(boost::posix_time::not_a_date_time)));
   EXPECT_EQ("-infinity|-infinity|-infinity", texts(ptime(boost::posix_time::neg_infin)));

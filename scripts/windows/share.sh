@@ -1,0 +1,35 @@
+#!/usr/bin/env bash
+# Prints the share of the tests of Linux that a build for Windows has, and those that it lacks.
+# Fails if docs/windows.md does not list one of them, or if fewer than nine of ten are there.
+#
+#     share.sh WINDOWS_BUILD LINUX_BUILD    (that of Linux needs to be configured only)
+set -euo pipefail
+
+windows=$1 linux=$2
+tree=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
+
+names() {
+  ctest --test-dir "$1" -N 2>/dev/null | sed -n 's/^ *Test *#[0-9]*: //p' | sort
+}
+
+# Test programs that are not built have no list of their tests: the sources have it.
+linux_names() {
+  names "$linux" | grep -v 'NOT_BUILT$' || true
+  find "$tree/tests" -name '*_test.cpp' -exec cat {} + |
+    tr '\n' ' ' | grep -oE '\bTEST(_F)?\([A-Za-z0-9]+, *[A-Za-z0-9]+\)' |
+    sed -E 's/^TEST(_F)?\((.*), *(.*)\)$/\2.\3/'
+}
+
+all=$(linux_names | sort -u)
+missing=$(comm -23 <(echo "$all") <(names "$windows"))
+total=$(wc -l <<<"$all")
+here=$((total - $(grep -c . <<<"$missing" || true)))
+echo "$here of the $total tests of Linux ran ($((100 * here / total)) %). These did not:"
+status=0
+for name in $missing; do
+  listed=''
+  grep -qF "\`$name\`" "$tree/docs/windows.md" || { listed=', which docs/windows.md does not list' && status=1; }
+  echo "  $name$listed"
+done
+[ $((10 * here)) -ge $((9 * total)) ] || status=1
+exit $status

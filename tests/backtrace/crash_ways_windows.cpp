@@ -1,0 +1,5 @@
+#include "backtrace/crash_ways.h"
+
+CrashWays systemCrashWays() {
+  return {};
+}
