@@ -17,6 +17,9 @@ bool isLibraryLoaded(const std::string& path);
 /// engine.
 bool framesHaveNames();
 
+/// Ends this process with std::quick_exit, or without exit handlers where the C library lacks it.
+[[noreturn]] void endQuickly();
+
 /// Ends this process when it has used so much processor time, where the system has such a limit.
 void limitProcessorTime(unsigned seconds);
 

@@ -32,6 +32,10 @@ bool framesHaveNames() {
   return false;
 }
 
+void endQuickly() {
+  std::_Exit(0);
+}
+
 void limitProcessorTime(unsigned seconds) {
   constexpr LONGLONG kTicks = 10000000;  // of 100 ns in a second
   JOBOBJECT_BASIC_LIMIT_INFORMATION limit{};
