@@ -11,6 +11,7 @@ namespace {
 
 using namespace boost::posix_time;
 using namespace test_support;
+using libvarrow::utility::fromUtf8;
 using utility::TimeSlot;
 using utility::TimeSlotWithEfficiency;
 

@@ -11,6 +11,7 @@
 #include "libvarrow/stream/StringIndent.h"
 #include "libvarrow/time/time_range.h"
 #include "support/blocks.h"
+#include "support/environment.h"
 #include "support/support.h"
 
 namespace {
