@@ -217,12 +217,24 @@ Description Describer::result(ValueDescription root) {
   return made;
 }
 
+namespace detail {
+
+struct DescriberAccess {
+  using RegisterScope = Describer::RegisterScope;
+
+  static Description result(Describer& describer, ValueDescription root) {
+    return describer.result(std::move(root));
+  }
+};
+
+}  // namespace detail
+
 Description describe(const ClassRegisterBase& reg,
                      boost::shared_ptr<const ConverterTable> converters) {
   Describer describer(&reg, std::move(converters));
   ValueDescription root;
   describer.describeObject(root, [](const ObjFactory&) { return true; });
-  return describer.result(std::move(root));
+  return detail::DescriberAccess::result(describer, std::move(root));
 }
 
 namespace detail {
@@ -232,17 +244,17 @@ Description describeType(const FieldType& type, const ClassRegisterBase* reg,
   Describer describer(reg, std::move(converters));
   ValueDescription root;
   if (type.describe != nullptr) type.describe(root, describer);
-  return describer.result(std::move(root));
+  return DescriberAccess::result(describer, std::move(root));
 }
 
 Description describeObjects(const ClassRegisterBase& reg, bool (*fits)(const ObjFactory&)) {
   Describer describer(nullptr, nullptr);
   ValueDescription root;
   {
-    const Describer::RegisterScope scope(describer, &reg);
+    const DescriberAccess::RegisterScope scope(describer, &reg);
     describer.describeObject(root, fits);
   }
-  return describer.result(std::move(root));
+  return DescriberAccess::result(describer, std::move(root));
 }
 
 void throwNullObject(const ObjFactory& factory) {

@@ -20,6 +20,7 @@ class ObjFactory;
 
 namespace detail {
 class Collector;
+struct DescriberAccess;
 class TimeTexts;
 }  // namespace detail
 
@@ -62,13 +63,7 @@ class CPPBIND_API Describer {
   friend class detail::Collector;
   friend class detail::ObjectNotes;
   friend class detail::TimeTexts;
-  friend Description describe(const ClassRegisterBase& reg,
-                              boost::shared_ptr<const ConverterTable> converters);
-  friend Description detail::describeType(const detail::FieldType& type,
-                                          const ClassRegisterBase* reg,
-                                          boost::shared_ptr<const ConverterTable> converters);
-  friend Description detail::describeObjects(const ClassRegisterBase& reg,
-                                             bool (*fits)(const ObjFactory& factory));
+  friend struct detail::DescriberAccess;  // for functions: GCC refuses a friend function of a DLL
   struct Known;
 
   // RAII guard: objects are of classes in `reg`; null: in the binder's register.
