@@ -57,7 +57,7 @@ ChildResult runProgram(std::vector<std::string> commandLine) {
   arguments.push_back(nullptr);
   return runInChild([&] {
     ::alarm(600);
-    ::execv(arguments.front(), arguments.data());
+    ::execvp(arguments.front(), arguments.data());
     throw std::runtime_error("no " + commandLine.front());
   });
 }

@@ -18,7 +18,8 @@ struct ChildResult {
 /// leaves `body` is printed to standard error and ends the child with 1.
 ChildResult runInChild(const std::function<void()>& body);
 
-/// Runs a program in the current directory: its path and arguments. It has ten minutes.
+/// Runs a program in the current directory: its path, or a name on the search path, and arguments.
+/// It has ten minutes.
 ChildResult runProgram(std::vector<std::string> commandLine);
 
 }  // namespace test_support
