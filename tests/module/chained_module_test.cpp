@@ -7,6 +7,7 @@
 
 #include "libvarrow/module/ChainedModule.h"
 #include "libvarrow/module/ChainedModuleV2.h"
+#include "libvarrow/utility/UTFConverter.h"
 #include "module/recording.h"
 #include "support/support.h"
 
@@ -40,17 +41,18 @@ TYPED_TEST(ChainTest, EveryModuleOfAChainHasANumberedDirectory) {
   twice->action = [this](ModuleData&) {
     for (int i = 0; i < 50; ++i) this->chain.addModule(boost::make_shared<Worker>("More"));
   };
-  for (const auto& module : {twice, boost::make_shared<Worker>("B"), twice}) {
+  const std::string name = utility::fromUtf8("排产表é");
+  for (const auto& module : {twice, boost::make_shared<Worker>(name), twice}) {
     this->chain.addModule(module);
   }
   this->chain.processImp(&this->data);
   const std::vector<std::string>& paths = this->data.workPaths;
   ASSERT_EQ(103u, paths.size());
-  EXPECT_EQ("out/0_A/ out/1_B/ out/2_A/", paths[0] + " " + paths[1] + " " + paths[2]);
+  EXPECT_EQ("out/0_A/ out/1_" + name + "/ out/2_A/", paths[0] + " " + paths[1] + " " + paths[2]);
   EXPECT_EQ("out/102_More/", paths[102]);
   EXPECT_EQ("out/", this->data.dumpPath);
-  EXPECT_TRUE(fs::exists("out/1_B/module_stat.json"));
-  EXPECT_FALSE(fs::exists("out/1_B/_cpu.prof"));
+  EXPECT_TRUE(fs::exists("out/1_" + name + "/module_stat.json"));
+  EXPECT_FALSE(fs::exists("out/1_" + name + "/_cpu.prof"));
   twice->action = [](ModuleData&) { throw std::runtime_error("stop"); };
   EXPECT_THROW(this->chain.processImp(&this->data), std::runtime_error);
   EXPECT_EQ("out/0_A/", this->data.dumpPath);

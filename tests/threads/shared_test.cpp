@@ -115,7 +115,7 @@ TEST_F(SharedTest, ThreadsConvertTextAndShareAConstantCalendar) {
       EXPECT_EQ(hours(10 + i % 10),
                 cppbind::BoostTimeDurationText::fromString(std::to_string(10 + i % 10) + ":00:00"));
       EXPECT_EQ("not-a-date-time", cppbind::BoostPTimeText::toString(boost::posix_time::ptime()));
-      EXPECT_EQ("x", utility::fromUtf8("x"));
+      EXPECT_EQ("é", utility::toUtf8(utility::fromUtf8("é")));
       EXPECT_EQ(hours(16), calendar.getTotalDur());
       EXPECT_TRUE(calendar.haveBlock(slot.time_begin, slot.time_end));
       EXPECT_EQ(2u, cppbind::JsonEncodeBinder().encode(calendar).size());
