@@ -93,25 +93,4 @@ TEST_F(BackTracePosixTest, ALoggedOrDumpedFaultBeginsWithItsFunction) {
   EXPECT_EQ("a file where the directory would be", readFile("coredump"));
 }
 
-TEST_F(BackTracePosixTest, EveryCrashSignalIsNamedAndLogged) {
-  int signals = 0;
-  for (int sig = 1; sig < NSIG; ++sig) {
-    const auto child = runInChild([sig] {
-      init_error_handler(false);
-      struct sigaction fault {};
-      struct sigaction action {};
-      ::sigaction(SIGSEGV, nullptr, &fault);
-      ::sigaction(sig, nullptr, &action);
-      if (action.sa_sigaction == fault.sa_sigaction) ::raise(sig);
-    });
-    if (child.exitCode == 0) continue;  // another action
-    ++signals;
-    EXPECT_EQ(SIGABRT, child.signal);
-    const std::string line = "Signal " + std::to_string(sig) + " (SIG" + ::sigabbrev_np(sig) + ") ";
-    EXPECT_EQ(1u, occurrences(child.errors, line)) << line << child.errors;
-    EXPECT_TRUE(contains(child.errors, "\nbacktrace:\n 0# ")) << child.errors;
-  }
-  EXPECT_LE(2, signals);
-}
-
 }  // namespace

@@ -4,6 +4,7 @@
 #include <boost/assert.hpp>
 #include <boost/filesystem/operations.hpp>
 #include <boost/shared_ptr.hpp>
+#include <csignal>
 #include <cstdlib>
 
 #include "backtrace/crash_reports.h"
@@ -11,6 +12,7 @@
 #include "libvarrow/backtrace/BackTraceException.h"
 #include "libvarrow/backtrace/Check.h"
 #include "libvarrow/log/log.h"
+#include "support/environment.h"
 #include "support/support.h"
 
 namespace {
@@ -24,6 +26,8 @@ TEST(CheckTest, AFailedCheckOrRaisedExceptionPrintsItsNameAndStack) {
   expectAbort("Expression 'px != 0' is false in function '",
               [] { static_cast<void>(boost::shared_ptr<std::string>()->size()); });
   expectAbort("': too late.\nBacktrace:\n 0# ", [] { BOOST_ASSERT_MSG(false, "too late"); });
+  expectAbort("tests/backtrace/backtrace_test.cpp:" + std::to_string(__LINE__ + 1) + ": ",
+              [] { CPPBIND_ASSERT(2 < 1); });
   expectAbort(": Assertion `2 < 1' failed.", [] { CPPBIND_ASSERT(2 < 1); });
   expectAbort(
       "structured exception 1\nExpression 'false' is false in function "
@@ -44,6 +48,23 @@ TEST_F(BackTraceTest, TheFirstSetUpDecidesWhetherACrashWritesADumpFile) {
     EXPECT_EQ(wanted ? 1u : 0u, dumpFiles().size());
     EXPECT_EQ(1u, occurrences(child.errors, "backtrace:\n")) << "without a logger: standard error";
   }
+}
+
+TEST_F(BackTraceTest, EveryCrashSignalIsNamedAndLogged) {
+  int signals = 0;
+  for (int sig = 1; sig < NSIG; ++sig) {
+    const auto child = runInChild([sig] {
+      init_error_handler(false);
+      if (haveSameHandler(sig, SIGSEGV)) std::raise(sig);
+    });
+    if (child.exitCode == 0) continue;  // another action
+    ++signals;
+    EXPECT_EQ(SIGABRT, child.signal);
+    const std::string line = "Signal " + std::to_string(sig) + " (SIG" + signalName(sig) + ") ";
+    EXPECT_EQ(1u, occurrences(child.errors, line)) << line << child.errors;
+    EXPECT_TRUE(contains(child.errors, "\nbacktrace:\n 0# ")) << child.errors;
+  }
+  EXPECT_LE(2, signals);
 }
 
 TEST_F(BackTraceTest, AFailedCheckIsPrintedOnceAndLogged) {

@@ -9,6 +9,7 @@
 #include <thread>
 
 #include "support/FarZone.h"
+#include "support/environment.h"
 #include "support/support.h"
 
 namespace {
@@ -53,6 +54,24 @@ TEST_F(LogTest, TheDefaultLogsToTheConsoleAndTwoFiles) {
   EXPECT_LE(begin, isoTime(found[2]));
   EXPECT_LE(isoTime(found[2]), zone.after());
   EXPECT_TRUE(contains(log, " - " + hostile + " ["));
+}
+
+TEST_F(LogTest, ErrorsReachStandardErrorUntilTheLoggerIsConfigured) {
+  const std::string configuration =
+      "log4cplus.rootLogger=DEBUG, F\n"
+      "log4cplus.appender.F=log4cplus::FileAppender\n"
+      "log4cplus.appender.F.File=mine.txt\n";
+  const auto child = runInChild([&] {
+    LIBVARROW_LOG_INFO("news");
+    LIBVARROW_LOG_ERROR("trouble");
+    registerLogInitedHandler([] { std::cout << "<handler>"; });
+    InitRootLogger(pathOfText(configuration));
+    LIBVARROW_LOG_DEBUG("quiet");
+  });
+  EXPECT_EQ("trouble\n", child.errors);
+  EXPECT_EQ("<handler>", child.output);
+  EXPECT_EQ("DEBUG - quiet\n", readFile("mine.txt"));
+  EXPECT_FALSE(boost::filesystem::exists("log.txt"));
 }
 
 TEST_F(LogTest, HandlersRunAfterEverySetUpUntilAnEmptyOneThrows) {

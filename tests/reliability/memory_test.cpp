@@ -1,20 +1,11 @@
 // Memory and file descriptors of a host that runs its pipeline for days.
-#include <malloc.h>
-#include <boost/filesystem/operations.hpp>
-#include <boost/make_shared.hpp>
-#include <iterator>
-
 #include "libvarrow/libvarrow.h"
+#include "support/environment.h"
 #include "support/support.h"
 
 namespace {
 
 using namespace libvarrow;
-
-auto openFiles() {
-  return std::distance(boost::filesystem::directory_iterator("/proc/self/fd"),
-                       boost::filesystem::directory_iterator());
-}
 
 class Step : public Module {
  public:
@@ -49,13 +40,13 @@ TEST_F(MemoryTest, APipelineKeepsNoMemoryOrFilesAfterARun) {
     }
   };
   run(100);
-  const std::size_t heap = ::mallinfo2().uordblks;
-  const auto files = openFiles();
+  const std::size_t heap = test_support::heapBytes();
+  const std::size_t files = test_support::openObjects();
   constexpr std::size_t kMoreRuns = 900;
   run(kMoreRuns);
   // The smallest block has 16 bytes, so no run leaks one.
-  EXPECT_LT(::mallinfo2().uordblks, heap + 16 * kMoreRuns);
-  EXPECT_EQ(files, openFiles());
+  EXPECT_LT(test_support::heapBytes(), heap + 16 * kMoreRuns);
+  EXPECT_EQ(files, test_support::openObjects());
 }
 
 }  // namespace

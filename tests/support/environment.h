@@ -1,6 +1,7 @@
 // Properties of this process and its system.
 #pragma once
 
+#include <cstddef>
 #include <string>
 
 namespace test_support {
@@ -19,6 +20,19 @@ bool framesHaveNames();
 
 /// Ends this process with std::quick_exit, or without exit handlers where the C library lacks it.
 [[noreturn]] void endQuickly();
+
+/// Returns whether both signals have the same handler.
+bool haveSameHandler(int one, int other);
+
+/// Returns the name of a signal without "SIG".
+std::string signalName(int sig);
+
+/// Returns a path from which `text` can be read: that of a pipe, on Windows of a file.
+std::string pathOfText(const std::string& text);
+
+/// Returns the allocated bytes of the heap, and the number of open files and other system objects.
+std::size_t heapBytes();
+std::size_t openObjects();
 
 /// Ends this process when it has used so much processor time, where the system has such a limit.
 void limitProcessorTime(unsigned seconds);

@@ -1,8 +1,12 @@
+#include <malloc.h>
 #include <windows.h>
 
 #include <algorithm>
+#include <csignal>
+#include <cstdint>
 #include <cstdlib>
 #include <ctime>
+#include <fstream>
 
 #include "support/environment.h"
 
@@ -34,6 +38,41 @@ bool framesHaveNames() {
 
 void endQuickly() {
   std::_Exit(0);
+}
+
+bool haveSameHandler(int one, int other) {
+  const auto handlerOf = [](int sig) {
+    const auto handler = std::signal(sig, SIG_DFL);
+    if (handler != SIG_ERR) std::signal(sig, handler);
+    return handler;
+  };
+  return handlerOf(one) == handlerOf(other);
+}
+
+std::string signalName(int sig) {
+  return sig == SIGABRT ? "ABRT" : sig == SIGSEGV ? "SEGV" : std::to_string(sig);
+}
+
+std::string pathOfText(const std::string& text) {
+  std::ofstream("text") << text;
+  return "text";
+}
+
+std::size_t heapBytes() {
+  const auto heap = reinterpret_cast<HANDLE>(::_get_heap_handle());
+  std::size_t bytes = 0;
+  HeapLock(heap);
+  for (PROCESS_HEAP_ENTRY entry{}; HeapWalk(heap, &entry);) {
+    if ((entry.wFlags & PROCESS_HEAP_ENTRY_BUSY) != 0) bytes += entry.cbData;
+  }
+  HeapUnlock(heap);
+  return bytes;
+}
+
+std::size_t openObjects() {
+  DWORD count = 0;
+  GetProcessHandleCount(GetCurrentProcess(), &count);
+  return count;
 }
 
 void limitProcessorTime(unsigned seconds) {
