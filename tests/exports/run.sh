@@ -1,14 +1,19 @@
 #!/usr/bin/env bash
-# Fails when a library exports a name that no public header declares, or when it can be unloaded while
-# its signal handlers are installed: run.sh LIBRARY HEADERS...
+# Fails when a library exports a name that no public header declares, or when a library of Linux can
+# be unloaded while its signal handlers are installed: run.sh LIBRARY HEADERS...
 set -euo pipefail
 
 library=$1
-readelf --dynamic --wide "$library" | grep 'FLAGS_1.* NODELETE' >/dev/null || {
-  echo "$library can be unloaded" >&2
-  exit 1
-}
-symbols=$(nm --dynamic --defined-only --demangle "$library" | cut -d' ' -f3-)
+if [[ $library == *.dll ]]; then
+  symbols=$(objdump --private-headers "$library" |
+    sed -n '/^\[Ordinal.Name Pointer\] Table/,/^$/s/^\t\[.*\] //p' | c++filt)
+else
+  readelf --dynamic --wide "$library" | grep 'FLAGS_1.* NODELETE' >/dev/null || {
+    echo "$library can be unloaded" >&2
+    exit 1
+  }
+  symbols=$(nm --dynamic --defined-only --demangle "$library" | cut -d' ' -f3-)
+fi
 
 # Without parameters, template arguments, and the result type of function templates.
 names=$(sed -E ':a; s/<[^<>]*>//; ta; s/operator.*/operator/; s/\(.*//; s/\[abi:[a-z0-9]*\]//' \
