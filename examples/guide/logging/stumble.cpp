@@ -26,7 +26,7 @@ void failACheck() {
   loadOf(1, limit);
 }
 
-void raise() {
+void raiseException() {
   throw libvarrow::BackTraceException();
 }
 
@@ -63,7 +63,7 @@ void leaveAnErrorUncaught() {
 
 int main(int, char** argv) {
   const std::map<std::string, std::function<void()>> ways = {{"check", failACheck},
-                                                             {"raise", raise},
+                                                             {"raise", raiseException},
                                                              {"fault", fault},
                                                              {"recurse", [] { recurse(0); }},
                                                              {"thread", recurseOnCrashStack},
