@@ -28,6 +28,7 @@ quietly() {
 fetch() {
   local apt=$scratch/apt
   mkdir -p "$apt/lists/partial" "$scratch/src"
+  # shellcheck disable=SC2016  # apt expands the names
   apt-get indextargets 'Identifier: Packages' 'Origin: Debian' \
     --format 'deb-src [signed-by=/usr/share/keyrings/debian-archive-keyring.gpg] $(REPO_URI) $(RELEASE) $(COMPONENT)' |
     sort -u > "$apt/sources.list"
@@ -42,7 +43,7 @@ fetch() {
 
 # Returns the folder of an unpacked source package.
 source_of() {
-  ls -d "$scratch/src/$1"-*/ | head -n 1
+  find "$scratch/src" -maxdepth 1 -type d -name "$1-*"
 }
 
 build_boost() {
