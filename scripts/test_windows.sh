@@ -32,13 +32,13 @@ run_tests() {
   local page=$1 locale=$2
   shift 2
   "$here/windows/wine.sh" "$build" "$dependencies" --stop
-  LOCPATH=$build/locales LC_ALL=$locale VARROW_TEST_CODE_PAGE=$page \
-    ctest --test-dir "$build" --output-on-failure --no-tests=error --parallel "$jobs" "$@"
+  local -x LOCPATH=$build/locales LC_ALL=$locale VARROW_TEST_CODE_PAGE=$page
+  "$here/windows/wine.sh" "$build" "$dependencies" --start
+  ctest --test-dir "$build" --output-on-failure --no-tests=error --parallel "$jobs" "$@"
 }
 
 mkdir -p "$build/locales"
 localedef -i zh_CN -f UTF-8 "$build/locales/zh_CN.UTF-8" || [ -d "$build/locales/zh_CN.UTF-8" ]
-"$here/windows/wine.sh" "$build" "$dependencies" --start
 if [ $# -gt 0 ]; then
   run_tests CP1252 C.UTF-8 "$@"
   exit

@@ -2,7 +2,7 @@
 # Runs a Windows program under wine, without a display, in the Windows of a build directory.
 #
 #     wine.sh BUILD DEPENDENCIES PROGRAM [ARGUMENT...]
-#     wine.sh BUILD DEPENDENCIES --start    installs that Windows if it is missing
+#     wine.sh BUILD DEPENDENCIES --start    starts its server, and installs it if it is missing
 #     wine.sh BUILD DEPENDENCIES --stop     ends its programs and its server, and no others
 set -euo pipefail
 
@@ -27,7 +27,12 @@ WINEPATH=$(search_path "$build/src" "$build/examples/jobshop" "$dependencies/bin
 
 case $1 in
   --start)
-    [ -f "$WINEPREFIX/system.reg" ] || timeout 300 "$wine" wineboot --init < /dev/null
+    if [ ! -f "$WINEPREFIX/system.reg" ]; then
+      timeout 300 "$wine" wineboot --init < /dev/null
+      timeout 60 "$WINESERVER" --wait || true  # it writes the registry at its end
+    fi
+    # Else the first program starts the server, under the limits of that program.
+    timeout 60 "$WINESERVER" --persistent > /dev/null 2>&1 < /dev/null || true
     ;;
   --stop)
     timeout 60 "$WINESERVER" --kill || true
