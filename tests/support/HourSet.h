@@ -2,6 +2,7 @@
 #pragma once
 
 #include <algorithm>
+#include <cstddef>
 #include <iterator>
 #include <map>
 #include <set>
@@ -121,7 +122,7 @@ class HourSet {
     for (int hour = hourOf(begin); hour < hourOf(end); ++hour) hours_.insert(hour);
   }
   bool has(int hour) const { return hours_.count(hour) > 0; }
-  long count(int from, int to) const {
+  std::ptrdiff_t count(int from, int to) const {
     return std::distance(hours_.lower_bound(from), hours_.lower_bound(to));
   }
   // A time between two hours belongs to both.
