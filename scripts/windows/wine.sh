@@ -38,6 +38,16 @@ case $1 in
     timeout 60 "$WINESERVER" --kill || true
     ;;
   *)
-    exec timeout --kill-after=10 "$seconds" "$wine" "$@" < /dev/null
+    # The services that a program starts keep its output open, so it is no pipe of the caller.
+    output=$(mktemp) errors=$(mktemp) status=0
+    trap 'rm -f "$output" "$errors"' EXIT
+    if [ /dev/fd/1 -ef /dev/fd/2 ]; then
+      timeout --kill-after=10 "$seconds" "$wine" "$@" > "$output" 2>&1 < /dev/null || status=$?
+    else
+      timeout --kill-after=10 "$seconds" "$wine" "$@" > "$output" 2> "$errors" < /dev/null || status=$?
+    fi
+    cat "$output"
+    cat "$errors" >&2
+    exit "$status"
     ;;
 esac

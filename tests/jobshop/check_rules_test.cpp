@@ -63,13 +63,14 @@ TEST_F(Rules, ReportsAreWrittenAlsoWhenTheRunStops) {
   EXPECT_EQ("no error", check(rules, R"(, "stop": false, "json": "deep/full.json")"));
   EXPECT_EQ(2u, libvarrow::File2Json("deep/full.json")["ruleValidatorReasonList"].size());
   EXPECT_EQ("rules: 2 of 2 broken; LatestFinish: job 1 ends at 76, 6 after 70; more in " +
-                (directory.path() / "rule_report.txt").string(),
+                (directory.path() / "rule_report.txt").generic_string(),
             check(rules));
   EXPECT_EQ(2u, libvarrow::File2Json("rule_report_v2.json")["rulesBreak"].size());
 }
 
 TEST_F(Rules, FaultsInARuleFileNameTheFileAndTheirPlace) {
-  EXPECT_EQ((directory.path() / "rules.json").string() + ": MaxWait.limit: -1 is less than 0",
+  EXPECT_EQ((directory.path() / "rules.json").generic_string() +
+                ": MaxWait.limit: -1 is less than 0",
             check(R"({"MaxWait": {"limit": -1}})"));
 }
 

@@ -61,8 +61,10 @@ void expectDigitsOfLexicalCast() {
 TEST(FastStringStreamTest, FloatingPointDigitsEqualThoseOfLexicalCast) {
   expectDigitsOfLexicalCast<float>();
   expectDigitsOfLexicalCast<double>();
-  const bool areExact = boost::lexical_cast<std::string>(0.5L) == "0.5";  // not in every C library
-  if (areExact) expectDigitsOfLexicalCast<long double>();
+  // The C library of mingw-w64 writes long doubles as doubles for lexical_cast.
+  const bool isLong =
+      boost::lexical_cast<std::string>(0.1L) != boost::lexical_cast<std::string>(0.1);
+  if (isLong) expectDigitsOfLexicalCast<long double>();
 }
 
 TEST(StringIndentTest, IndentsGrowAsCopies) {

@@ -12,10 +12,9 @@
 
 namespace test_support {
 
-// A variable with an empty value exists for the system, but not for the C library.
+// The C library removes a variable with an empty value.
 void setVariable(const char* name, const std::string& value) {
-  ::_putenv_s(name, value.c_str());
-  SetEnvironmentVariableA(name, value.c_str());
+  ::_putenv_s(name, value.empty() ? " " : value.c_str());
 }
 
 void unsetVariable(const char* name) {

@@ -147,12 +147,15 @@ TEST_F(DllManagerTest, ACorrectedFileLoadsAfterARefusal) {
       boost::system::error_code inUse;
       boost::filesystem::remove(file, inUse);
       if (!inUse) provide("good", plugin);
+      if (inUse) std::cout << "in use: " << inUse.message() << std::endl;
       print(errorOf([&] { load(&manager); }));
     });
     EXPECT_TRUE(contains(output, at(file)) && contains(output, text)) << text << "\nin\n" << output;
     EXPECT_NE(output.find(text), output.rfind(text)) << "again as at first: " << output;
-    // The code of an entry that threw stays in the process.
-    const auto& end = name == "throwing" ? "threw out of order\n1\n" : "threw no error\n0\n";
+    // The code of an entry that threw stays in the process, and under wine an incomplete library.
+    const char* const end = name == "throwing"             ? "threw out of order\n1\n"
+                            : contains(output, "in use: ") ? "!\n1\n"
+                                                           : "threw no error\n0\n";
     EXPECT_TRUE(contains(output, end)) << output;
     EXPECT_EQ(contains(end, "error"), contains(output, "initModule\nINFO")) << output;
     EXPECT_EQ(output.find("initModule\n"), output.rfind("initModule\n")) << output;
