@@ -5,9 +5,14 @@ namespace libvarrow::base {
 
 /// Returns the result of `use` for the calling thread's object, which `make` makes at first use.
 /// Static objects of a host are destroyed after the main thread's object: from then on every call
-/// makes a temporary one.
+/// makes a temporary one. So does every call with mingw-w64, which frees the memory of a thread's
+/// objects before it calls their destructors.
 template <class Make, class Use>
 auto withThreadLocal(Make make, Use use) {
+#if defined(__MINGW32__)
+  auto&& object = make();
+  return use(object);
+#else
   thread_local bool isDestroyed = false;
   struct Holder {
     decltype(make()) object;
@@ -19,6 +24,7 @@ auto withThreadLocal(Make make, Use use) {
   }
   thread_local Holder holder{make()};
   return use(holder.object);
+#endif
 }
 
 }  // namespace libvarrow::base

@@ -2,26 +2,27 @@
 
 #include <utility>
 
+#include "base/NeverDestroyed.h"
+
 namespace cppbind {
 
 namespace {
 
-CodeOwner& current() {
-  thread_local CodeOwner owner;
-  return owner;
-}
+// A pointer, as it needs no destructor at the end of a thread.
+thread_local const CodeOwner* current = nullptr;
 
 }  // namespace
 
 const CodeOwner& currentCodeOwner() {
-  return current();
+  static libvarrow::base::NeverDestroyed<const CodeOwner> none;
+  return current == nullptr ? *none : *current;
 }
 
 CodeOwnerScope::CodeOwnerScope(CodeOwner owner)
-    : previous_(std::exchange(current(), std::move(owner))) {}
+    : owner_(std::move(owner)), previous_(std::exchange(current, &owner_)) {}
 
 CodeOwnerScope::~CodeOwnerScope() {
-  current() = std::move(previous_);
+  current = previous_;
 }
 
 }  // namespace cppbind

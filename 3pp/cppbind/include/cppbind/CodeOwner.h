@@ -30,7 +30,8 @@ class CPPBIND_API CodeOwnerScope : private boost::noncopyable {
   ~CodeOwnerScope();
 
  private:
-  CodeOwner previous_;
+  CodeOwner owner_;
+  const CodeOwner* previous_;
 };
 
 }  // namespace cppbind
