@@ -69,9 +69,9 @@ TEST_F(Rules, ReportsAreWrittenAlsoWhenTheRunStops) {
 }
 
 TEST_F(Rules, FaultsInARuleFileNameTheFileAndTheirPlace) {
-  EXPECT_EQ((directory.path() / "rules.json").generic_string() +
-                ": MaxWait.limit: -1 is less than 0",
-            check(R"({"MaxWait": {"limit": -1}})"));
+  EXPECT_EQ(
+      (directory.path() / "rules.json").generic_string() + ": MaxWait.limit: -1 is less than 0",
+      check(R"({"MaxWait": {"limit": -1}})"));
 }
 
 }  // namespace
