@@ -20,14 +20,17 @@ class ModuleTest : public InTemporaryDirectory {
   Worker worker;
 };
 
-TEST_F(ModuleTest, DumpsBeforeAndAfterTheWorkUseThePathOfThatMoment) {
+TEST_F(ModuleTest, AStepDumpsInsideItsEventsToThePathOfThatMoment) {
+  Listener listener;
+  data.setObserver(&listener);
   data.dumpPath = "out/pre_";
   data.movesTo = "moved/";
   worker.action = [](ModuleData& d) { d.dumpPath = "later/"; };
   worker.process(&data);
   const std::vector<std::string> expected = {
-      "detail out/pre_in_detail.txt", "debug out/pre_before_process/", "work moved/",
-      "detail later/out_detail.txt", "debug later/after_process/"};
+      "begins Worker", "detail out/pre_in_detail.txt", "debug out/pre_before_process/",
+      "work moved/",   "detail later/out_detail.txt",  "debug later/after_process/",
+      "ends Worker"};
   EXPECT_EQ(expected, data.calls);
   EXPECT_EQ("{\n \"steps\" : 0\n}\n", readFile("out/pre_in_info.json"));
   EXPECT_EQ("{\n \"steps\" : 1\n}\n", readFile("later/out_info.json"));

@@ -1,16 +1,19 @@
-// Modules and data that record their calls.
+// Modules, data and an observer that record their calls.
 #pragma once
 
 #include <functional>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
 #include "cppbind/cppbind.h"
 #include "libvarrow/module/Module.h"
 #include "libvarrow/module/ModuleData.h"
+#include "libvarrow/module/RunObserver.h"
 
 namespace module_test {
 
+using libvarrow::Module;
 using libvarrow::ModuleData;
 
 /// Records every call of the frame, with its path.
@@ -31,8 +34,27 @@ struct RecordingData : ModuleData {
   std::vector<std::string> workPaths;
 };
 
+/// Adds its calls to those of the data.
+struct Listener : libvarrow::RunObserver {
+  static void add(const char* event, Module& step, ModuleData& data) {
+    static_cast<RecordingData&>(data).calls.push_back(event + step.getModuleName());
+  }
+  void stepBegins(Module& step, ModuleData& data) override {
+    if (throwsAtBegin) throw std::runtime_error("not now");
+    add("begins ", step, data);
+  }
+  void stepEnds(Module& step, ModuleData& data) override { add("ends ", step, data); }
+  void stepFails(Module& step, ModuleData& data) noexcept override { add("fails ", step, data); }
+  libvarrow::DumpLevel dumpLevel() const override { return level; }
+  bool isEndRequested() const noexcept override { return endsNow; }
+
+  libvarrow::DumpLevel level = libvarrow::DumpLevel::All;
+  bool throwsAtBegin = false;
+  bool endsNow = false;
+};
+
 /// Records its runs, and calls the function of the test.
-class Worker : public libvarrow::Module {
+class Worker : public Module {
  public:
   explicit Worker(std::string name = "Worker") : name_(std::move(name)) {}
 
@@ -53,7 +75,7 @@ class Worker : public libvarrow::Module {
 };
 
 /// A registered module with a configuration.
-class Add : public libvarrow::Module {
+class Add : public Module {
  public:
   void processImp(ModuleData* data) override {
     static_cast<RecordingData&>(*data).steps += amount_;
