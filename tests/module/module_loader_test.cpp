@@ -63,16 +63,6 @@ TEST_F(ModuleLoaderTest, MissingAndInvalidPartsChangeNothing) {
   EXPECT_NE(main, loader.mainModule());
 }
 
-TEST_F(ModuleLoaderTest, BrokenStructureEndsTheProcess) {
-  const std::pair<const char*, std::string> cases[] = {
-      {R"({"named_modules": {"a": 5}})", "module_type_names.size() == 1"},
-      {R"({"chained_module": {}})", "jv.isArray()"},
-      {R"({"chained_module": [1]})", "jv_module.isString()"}};
-  for (const auto& c : cases) {
-    expectAbort("Expression '" + c.second + "' is false", [&] { loader.loadJson(json(c.first)); });
-  }
-}
-
 TEST_F(ModuleLoaderTest, SingleChainsAndTheObjectLayoutAreStrict) {
   const std::unique_ptr<ChainedModule> chain(
       loader.loadChainedModule(json(R"({"modules": [{"Add": {"amount": 1}}]})")));
