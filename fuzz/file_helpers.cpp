@@ -1,9 +1,8 @@
-// Fuzzes text conversion, file names and directories with arbitrary bytes.
+// Fuzzes text conversion and file names with arbitrary bytes.
 #include <boost/filesystem/operations.hpp>
 
 #include "harness.h"
 #include "libvarrow/json/json.h"
-#include "libvarrow/utility/DirCreator.h"
 #include "libvarrow/utility/UTFConverter.h"
 #include "libvarrow/utility/file_name.h"
 #include "libvarrow/utility/text.h"
@@ -39,27 +38,11 @@ void adjustName(const std::string& text) {
   fuzz::requireSame(name, again, "adjusted twice");
 }
 
-// Skips parent directories, which lead out of the scratch directory.
-void createDirectory(const std::string& text) {
-  if (text.find("..") != std::string::npos) return;
-  const std::string top = fuzz::scratch("made");
-  const std::string directory = top + "/" + text;
-  const DirCreator folder(directory, true);
-  const DirCreator parent(directory + "/file", false);
-  const boost::filesystem::path path(directory);
-  const bool isPossible =
-      text.find('\0') == std::string::npos && directory.size() < 4000 &&
-      std::all_of(path.begin(), path.end(), [](const auto& name) { return name.size() <= 255; });
-  fuzz::require(!isPossible || boost::filesystem::is_directory(path), "directory made");
-  fuzz::require(utility::removeIfExist(top) && !boost::filesystem::exists(top), "removed");
-}
-
 }  // namespace
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const std::string text = fuzz::textOf(data, size);
   convertText(text);
   adjustName(text);
-  createDirectory(text);
   return 0;
 }
