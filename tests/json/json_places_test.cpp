@@ -1,11 +1,7 @@
 // Places of values and keys in JSON text, and their lines and columns.
 #include "cppbind/JsonPlaces.h"
 
-#include <random>
-
 #include "cppbind/TextPositions.h"
-#include "support/CommaLocale.h"
-#include "support/json_paths.h"
 #include "support/support.h"
 
 namespace {
@@ -24,7 +20,6 @@ std::string lineAndColumn(const std::string& text, std::size_t offset) {
 }
 
 TEST(JsonPlacesTest, KeysAndValuesHaveTheirLineAndColumn) {
-  const std::string surrogates = R"({"\ud83d\ude00\u0041\n\/": 1})";
   const std::string deep = std::string(900, '[') + "{\"k\" : 5}" + std::string(900, ']');
   const struct {
     std::string text;
@@ -42,16 +37,14 @@ TEST(JsonPlacesTest, KeysAndValuesHaveTheirLineAndColumn) {
       {"[ // one ]\n1, /* two\n{[\" */ 2 /**/, 3]", {"[1]"}, "-", "3:8", 1},
       {"// one\r/* \n *//**/{\"a\" // b\n: 1}", {"b"}, "-", "3:8", 0},
       {"{/**/ \"a\": /*\"b\": 2*/ 1 /**/ , //\n \"b\":2}", {"b"}, "2:2", "2:6", 1},
+      // The parser takes any token after a comment for a comma, and a comma after an empty key.
+      {"{\"a\": 1 /**/; \"b\": 2 // c\n] \"d\": 3}", {"d"}, "2:3", "2:8", 1},
+      {R"([{"b": 2, "": 0, }, 3])", {"[1]"}, "-", "1:21", 1},
       {R"({"a": {"x": 1}, "b": 0, "a": {"y": 2}})", {"a", "y"}, "1:31", "1:36", 2},
       {R"({"a": {"x": 1}, "b": 0, "a": {"y": 2}})", {"a", "x"}, "1:25", "1:30", 1},
       {R"({"\u0041b": 1, "Ab": 2})", {"Ab"}, "1:16", "1:22", 1},
       {R"({"Ab": 2, "\u0041b": 1})", {"Ab"}, "1:11", "1:22", 1},
-      {surrogates,
-       {"\xF0\x9F\x98\x80"
-        "A\n/"},
-       "1:2",
-       "1:28",
-       1},
+      {R"({"\ud83d\ude00\u0041\n\/": 1})", {"\U0001F600A\n/"}, "1:2", "1:28", 1},
       {R"({"a\u0000": 1, "a": 2, "": {"[2]": 3}})", {"", "[2]"}, "1:29", "1:36", 2},
       {R"({"a\u0000": 1})", {std::string("a\0", 2)}, "1:2", "1:13", 1},
       {R"({"a.b": [0, {"c": "\"}"}, -1.5e+3]})", {"a.b", "[2]"}, "-", "1:27", 2},
@@ -116,65 +109,6 @@ TEST(JsonPlacesTest, PositionsInLongTextsAreThoseCountedFromTheBeginning) {
   }
   EXPECT_EQ(expected, found);
   EXPECT_EQ(text.size() / unit.size() * 3 + 1, positions.at(kNone).line);
-}
-
-// Text of random values, with all that the parser accepts between tokens.
-class RandomText {
- public:
-  explicit RandomText(unsigned seed) : random_(seed) {}
-  std::string value(int depth) {
-    switch (below(depth > 0 ? 6 : 4)) {
-      case 0:
-        return "-12.5e1";
-      case 1:
-        return "null";
-      case 2:
-        return "\"]}, // \\\"\\\\\"";
-      case 3:
-        return below(2) == 0 ? "{}" : "[ ]";
-      case 4:
-        return "[" + children(depth, false) + "]";
-      default:
-        return "{" + children(depth, true) + (below(9) == 0 ? ", \"\": 0, }" : "}");
-    }
-  }
-
- private:
-  unsigned below(unsigned limit) { return static_cast<unsigned>(random_() % limit); }
-  template <std::size_t count>
-  std::string oneOf(const char* const (&texts)[count]) {
-    return texts[below(count)];
-  }
-  std::string gap() { return oneOf({"", "", " ", "\n\t", "/*[*/", "// }\r"}); }
-  std::string children(int depth, bool hasKeys) {
-    std::string text;
-    for (unsigned i = below(4) + 1; i > 0; --i) {
-      text += gap();
-      if (hasKeys) text += oneOf({"\"a\"", "\"\\u0061\"", "\"[1]\"", "\"\"", "\"b.c\""}) + " :";
-      text += gap() + value(depth - 1) + gap();
-      if (i > 1) text += hasKeys ? oneOf({",", ",", "/**/ ;", "//\n]", "/**/\"\""}) : ",";
-    }
-    return text;
-  }
-  std::minstd_rand random_;
-};
-
-TEST(JsonPlacesTest, EveryValueOfARandomTextIsAtItsPlace) {
-  const CommaLocale locale;
-  std::size_t found = 0;
-  for (unsigned seed = 1; seed <= 2000; ++seed) {
-    const std::string text = RandomText(seed).value(5);
-    const JsonPlaces places(text);
-    Path start;
-    forEachPath(json(text), start, [&](const Path& path, const Json::Value& value) {
-      const JsonPlaces::Place place = places.find(path);
-      ASSERT_EQ(path.size(), place.depth) << text;
-      ASSERT_EQ(value, json(text.substr(place.value))) << text;
-      ASSERT_EQ(path, places.pathTo(place.value)) << text;
-      ++found;
-    });
-  }
-  EXPECT_LT(3000u, found);
 }
 
 }  // namespace
