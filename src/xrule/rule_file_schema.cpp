@@ -63,7 +63,6 @@ Json::Value ruleFileSchema(const cppbind::ClassRegisterBase& reg) {
   for (const char* type : {"object", "array", "null"}) schema["type"].append(type);
   schema["items"] = groups["items"];
   schema["definitions"] = rules["definitions"];
-  schema["definitions"].removeMember("object.1");
   schema["definitions"]["group"] = group;
   return schema;
 }

@@ -19,11 +19,13 @@ namespace cppbind {
 
 namespace {
 
-// Returns the offset that the parser's message "* Line 2, Column 5 ..." names.
+// Returns the offset that the parser's message "* Line 2, Column 5 ..." names, if any.
 std::size_t offsetIn(const std::string& text, const std::string& errors) {
   std::size_t line = 0;
   std::size_t column = 0;
-  if (std::sscanf(errors.c_str(), "* Line %zu, Column %zu", &line, &column) != 2) return 0;
+  if (std::sscanf(errors.c_str(), "* Line %zu, Column %zu", &line, &column) != 2) {
+    return JsonPlaces::kNone;
+  }
   std::size_t offset = libvarrow::base::byteOrderMarkLength(text);
   for (; line > 1 && offset < text.size(); ++offset) {
     const bool isEndOfLine =

@@ -13,8 +13,13 @@ namespace cppbind {
 
 namespace {
 
-// Returns false for NaN, as conditions do.
-bool isAtLeast(const Json::Value& value, const Json::Value& bound) {
+// Returns false for NaN, as conditions do. Among texts of durations the longer one has more hours.
+bool isAtLeast(const Json::Value& value, const Json::Value& bound, ValueKind kind) {
+  if (kind == ValueKind::Duration) {
+    const std::string text = value.asString();
+    const std::string least = bound.asString();
+    if (text.size() != least.size()) return text.size() > least.size();
+  }
   return bound < value || bound == value;
 }
 
@@ -22,12 +27,12 @@ bool isEmpty(const Json::Value& value) {
   return value.isString() ? value.asString().empty() : value.empty();
 }
 
-bool allows(const Constraint& constraint, const Json::Value& value) {
+bool allows(const Constraint& constraint, const Json::Value& value, ValueKind kind) {
   switch (constraint.kind) {
     case ConstraintKind::AtLeast:
-      return isAtLeast(value, constraint.values.at(0));
+      return isAtLeast(value, constraint.values.at(0), kind);
     case ConstraintKind::AtMost:
-      return isAtLeast(constraint.values.at(0), value);
+      return isAtLeast(constraint.values.at(0), value, kind);
     case ConstraintKind::OneOf:
       return std::count(constraint.values.begin(), constraint.values.end(), value) > 0;
     case ConstraintKind::NotEmpty:
@@ -48,11 +53,11 @@ std::vector<Json::Value> candidates(const std::vector<Constraint>& constraints) 
   return bounds;
 }
 
-bool allowNothing(const std::vector<Constraint>& constraints) {
+bool allowNothing(const std::vector<Constraint>& constraints, ValueKind kind) {
   const std::vector<Json::Value> values = candidates(constraints);
   return !values.empty() && std::none_of(values.begin(), values.end(), [&](const auto& value) {
     return std::all_of(constraints.begin(), constraints.end(),
-                       [&](const auto& constraint) { return allows(constraint, value); });
+                       [&](const auto& constraint) { return allows(constraint, value, kind); });
   });
 }
 
@@ -110,7 +115,9 @@ class FaultFinder {
           constraint.kind == ConstraintKind::OneOf && constraint.values.empty();
       if (isEmptyOneOf) add(place, constraint.condition());
     }
-    if (allowNothing(value.constraints)) add(place, "no value is " + listed(value.constraints));
+    if (allowNothing(value.constraints, value.kind)) {
+      add(place, "no value is " + listed(value.constraints));
+    }
     for (const ValueDescription& element : value.elements) checkValue(place + "[]", element);
   }
 

@@ -6,6 +6,7 @@
 #include <boost/filesystem/path.hpp>
 #include <memory>
 #include <string>
+#include <type_traits>
 #include <typeindex>
 #include <vector>
 
@@ -64,14 +65,16 @@ class CPPBIND_API Checker {
   /// Returns the value of the text, without "$schema".
   const Json::Value& json() const;
 
-  /// Reads the whole value as a `T`.
+  /// Reads the whole value as a `T`, which has a default constructor.
   template <class T>
   void check() {
+    static_assert(std::is_default_constructible_v<T>);
     check(Path(), json(), detail::fieldType<T>());
   }
   /// Reads `json`, which is inside json() at `path`, as a `T`.
   template <class T>
   void check(const Path& path, const Json::Value& json) {
+    static_assert(std::is_default_constructible_v<T>);
     check(path, json, detail::fieldType<T>());
   }
   /// Reads `json`, which is inside json() at `path`, as an object of the class that the last

@@ -130,7 +130,8 @@ class CPPBIND_API Binder {
   bool isReading() const { return decoder_ != nullptr; }
   /// Returns true when the class is only described, see cppbind::describe(): no field is read, and
   /// fields without a default keep their values. A setBind that uses a field that it has just
-  /// bound, such as a required pointer, or that chooses keys by a value, asks this first.
+  /// bound, such as a required pointer, or that chooses keys by a value, asks this first; the
+  /// latter then binds all its keys, each with a default.
   bool isDescribing() const { return notes_ != nullptr; }
   /// Returns the underlying reading or writing binder; not null, not owned.
   BinderImpBase* implementation() const { return imp_; }

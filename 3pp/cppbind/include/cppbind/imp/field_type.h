@@ -58,9 +58,13 @@ struct FieldFunctions {
   CPPBIND_COLD static void write(JsonEncodeBinder& encoder, const void* value, Json::Value& json) {
     FieldCodec<T, void>::write(encoder, *static_cast<const T*>(value), json);
   }
-  // Global operators: a class may have deleted its own ones.
-  CPPBIND_COLD static void* create() { return ::new T(); }
-  CPPBIND_COLD static void destroy(void* value) { ::delete static_cast<T*>(value); }
+  // A member, since a class may have deleted its operators, or have virtual functions without a
+  // virtual destructor.
+  struct Held {
+    T value{};
+  };
+  CPPBIND_COLD static void* create() { return new Held(); }
+  CPPBIND_COLD static void destroy(void* value) { delete static_cast<Held*>(value); }
 
   static constexpr auto creator() -> void* (*)() {
     if constexpr (std::is_default_constructible_v<T>) return &create;
