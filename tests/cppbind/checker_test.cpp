@@ -196,6 +196,8 @@ TEST(Checker, PlacesAreThoseOfEditors) {
   checkAll();
   EXPECT_EQ("2:5: error: * Line 2, Column 5   Syntax error: value, object or array expected. ",
             faultsIn("\xEF\xBB\xBF{\"steps\":\n  [ ?]}").substr(0, 80));
+  EXPECT_EQ("1:15: error: unknown json key:[a\xC3\xA4 b [2J]\n",
+            faultsIn("{\"steps\": [], \"a\xC3\xA4\\rb\\u001b[2J\": 1}"));
   EXPECT_EQ("error: Can not open file [none.json]",
             Checker::ofFile("none.json")->faults().first.at(0).text());
 }

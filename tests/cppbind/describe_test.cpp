@@ -23,6 +23,7 @@ struct Faulty : Object {
   std::string rule;
   Order order = Order::fifo;
   date day;
+  time_duration length;
   std::set<unsigned char> sizes;
   Odd odd;
   Unknown unknown;
@@ -36,6 +37,7 @@ struct Faulty : Object {
     binder->field("rule", rule).oneOf(std::vector<std::string>());
     binder->field("none", rule).oneOf({"", "b"}).notEmpty().atLeast("c");
     binder->field("day", day).atMost(date(2024, 3, 4)).oneOf({});
+    binder->field("length", length).between(hours(26), hours(100));
     binder->bind("order", order);
     binder->field("sizes", sizes, {1, 3}).each().satisfies([](int n) { return n < 3; }, "below 3");
     binder->bind("odd", odd);
@@ -115,6 +117,7 @@ All is wrong.
 | `rule` | text (no value is allowed) | required |  |
 | `none` | text (one of "", "b", not empty, at least "c") | required |  |
 | `day` | date such as `"2024-03-05"` (at most "2024-03-04", no value is allowed) | required |  |
+| `length` | duration such as `"26:05:03"` (at least "26:00:00", at most "100:00:00") | required |  |
 | `order` | one of `"FIFO"`, `"EDD"`, `"due"` | required |  |
 | `sizes` | set, as a list, of integer from 0 to 255 (below 3) | `[1, 3]` |  |
 | `odd` | `cppbind_test::Odd` | required |  |

@@ -2,6 +2,8 @@
 #include "libvarrow/xrule/rule_check.h"
 
 #include "libvarrow/xrule/RuleLoader.h"
+#include "libvarrow/xrule/rule_file_schema.h"
+#include "support/SchemaCheck.h"
 #include "support/support.h"
 #include "xrule/checks.h"
 
@@ -44,6 +46,29 @@ TEST(RuleCheck, FilesThatEndTheProcessHaveFaults) {
     EXPECT_NE("", faultsIn(text)) << text;
     expectAbort("", [&] { RuleLoader::loadRules(json(text), &reg); });
   }
+}
+
+// A rule of rules of the same register.
+struct AllOf : Rule {
+  static cppbind::ClassRegister& reg() {
+    static cppbind::ClassRegister rules = [] {
+      cppbind::ClassRegister made = checks();
+      made.regClass<AllOf>("AllOf");
+      return made;
+    }();
+    return rules;
+  }
+  void setBind(cppbind::Binder* binder, bool) { binder->bind("parts", parts, nullptr, &reg()); }
+  std::vector<boost::shared_ptr<Rule>> parts;
+};
+
+TEST(RuleCheck, TheSchemaContainsRulesOfRules) {
+  const auto fileWith = [](const char* part) {
+    return json("{\"AllOf\": {\"parts\": [{\"AtMost\": " + std::string(part) + "}]}}");
+  };
+  EXPECT_EQ((std::vector<bool>{true, false}),
+            validBySchema(cppbind::schemaText(ruleFileSchema(AllOf::reg())),
+                          {fileWith(R"({"limit": 1})"), fileWith("{}")}));
 }
 
 }  // namespace xrule_test

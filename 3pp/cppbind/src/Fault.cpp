@@ -19,8 +19,9 @@ std::string Fault::text() const {
   text += severity == Severity::Error ? "error: " : "warning: ";
   text += what();
   if (!hint.empty()) text += "; did you mean \"" + hint + "\"?";
-  // Messages of the JSON parser have several lines.
-  std::replace(text.begin(), text.end(), '\n', ' ');
+  // Messages of the JSON parser have several lines, and names in a file may control a terminal.
+  const auto isControl = [](unsigned char c) { return c < ' ' || c == 0x7F; };
+  std::replace_if(text.begin(), text.end(), isControl, ' ');
   return text;
 }
 
