@@ -163,7 +163,7 @@ TEST_F(DllManagerTest, ACorrectedFileLoadsAfterARefusal) {
 }
 
 TEST_F(DllManagerTest, ClassesOfAPlugInAreCheckedAndDescribed) {
-  provide("good", "good.so");
+  provide("good", "good");
   const std::string output = run([&] {
     std::string schema, reference;
     {
