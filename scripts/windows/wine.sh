@@ -38,7 +38,7 @@ case $1 in
     timeout 60 "$WINESERVER" --kill || true
     ;;
   *)
-    # The services that a program starts keep its output open, so it is no pipe of the caller.
+    # Output goes to files: the services of wine, which a program starts, would keep a pipe open.
     output=$(mktemp) errors=$(mktemp) status=0
     trap 'rm -f "$output" "$errors"' EXIT
     if [ /dev/fd/1 -ef /dev/fd/2 ]; then

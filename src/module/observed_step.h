@@ -1,8 +1,6 @@
 // Tells a run's observer of one step.
 #pragma once
 
-#include <exception>
-
 #include "libvarrow/module/ModuleData.h"
 #include "libvarrow/module/RunObserver.h"
 

@@ -230,33 +230,6 @@ std::vector<Layout> layoutsWithSchema() {
   return layouts;
 }
 
-TEST(Warnings, NameTheValueThatCounts) {
-  const std::string object =
-      R"({"Times": {"day": 1, "day": "2024-02-01", "end": "2024-03-05 07:08:09 and",
-"begin": "2024-03-05", "length": "13", "shifts": {"a": "01:02:03.5", "b": "01:02:03"}}})";
-  const struct {
-    const Layout& layout;
-    std::string path, before, after;
-  } cases[] = {{kLayouts[0], "modules[0]", "{\"modules\": [", "]}"},
-               {kLayouts[2], "named_modules.a", "{\"named_modules\": {\"a\":", "}}"},
-               {kLayouts[3], "mainModule", "{\"mainModule\":", "}"},
-               {kLayouts[4], "[0]", "[", "]"}};
-  for (const auto& [layout, path, before, after] : cases) {
-    const std::string warning = ": warning: " + path + ".Times.";
-    std::string found;
-    std::string text = before;
-    text += "\n" + object + "\n" + after + " end";
-    for (const Fault& fault : layout.check(text).first) found += fault.text() + "\n";
-    EXPECT_EQ("2:22" + warning + "day: the key is given twice; the last one counts\n" + "2:50" +
-                  warning + "end: means \"2024-03-05 07:08:09\"\n" + "3:10" + warning +
-                  "begin: means \"2024-03-05 00:00:00\"\n" + "3:34" + warning +
-                  "length: means \"13:00:00\"\n" + "3:56" + warning +
-                  "shifts.a: means \"01:02:03\"\n" + "4:" + std::to_string(after.size() + 2) +
-                  ": warning: text after the value is ignored\n",
-              found);
-  }
-}
-
 INSTANTIATE_TEST_SUITE_P(Files, WithoutSchema, testing::ValuesIn(kLayouts), &nameOf);
 INSTANTIATE_TEST_SUITE_P(Files, Agreement, testing::ValuesIn(layoutsWithSchema()), &nameOf);
 

@@ -42,43 +42,12 @@ struct Task : Step {
   std::set<std::string> tags;
 };
 
-// A field of either kind: the faults of the first attempt do not count.
-struct Either {
-  Shift shift;
-  std::vector<int> list;
-};
-
-}  // namespace
-}  // namespace cppbind_test
-
-template <>
-struct cppbind::FieldCodec<cppbind_test::Either> {
-  static void read(JsonDecodeBinder& decoder, const Json::Value& json,
-                   cppbind_test::Either& field) {
-    try {
-      FieldCodec<cppbind_test::Shift>::read(decoder, json, field.shift);
-    } catch (const ParseErrorException&) {
-      FieldCodec<std::vector<int>>::read(decoder, json, field.list);
-    }
-  }
-  static void write(JsonEncodeBinder&, const cppbind_test::Either&, Json::Value&) {}
-};
-
-namespace cppbind_test {
-namespace {
-
-struct Choice : Step {
-  void setBind(Binder* binder, bool) { binder->bind("either", either); }
-  Either either;
-};
-
 ClassRegister classes() {
   ClassRegister reg;
   reg.regClass<Task>("Task");
   reg.regClass<Group>("Group");
   reg.regClass<Broken<std::bad_any_cast>>("Broken");
   reg.regClass<Strict>("Strict");
-  reg.regClass<Choice>("Choice");
   return reg;
 }
 
@@ -159,13 +128,7 @@ TEST(Checker, SurprisingTextsAreWarnings) {
             faultsOfTask(R"("rule": "SPT", "rule":    3)"));
 }
 
-TEST(Checker, CodeOfTheHostIsNotMisledAndNotJudged) {
-  const auto choice = [](const std::string& value) {
-    return faultsIn(R"({"steps": [{"Choice": {"either": )" + value + "}}]}");
-  };
-  EXPECT_EQ("", choice("[1, 2]"));
-  EXPECT_EQ("1:38: error: steps[0].Choice.either[1]: Value is not convertible to Int.\n",
-            choice(R"([1, ""])"));
+TEST(Checker, FaultsOfTheHostsCodeAreFound) {
   // The description ends at the first fault.
   EXPECT_EQ(
       "1:33: error: steps[0].Strict.limit: too small\n"
