@@ -37,8 +37,8 @@ namespace cppbind {
 ///
 /// A text under the key "$schema" at the top is ignored, though loading refuses it.
 ///
-/// Constructors and setBind of the classes run; nothing is printed. Takes about as long as loading.
-/// Throws only std::bad_alloc. Not thread-safe.
+/// Constructors and setBind of the classes run; nothing is printed. A text with few faults takes at
+/// most about twice as long as loading. Throws only std::bad_alloc. Not thread-safe.
 class CPPBIND_API Checker {
  public:
   /// The path of a value: keys and indices ("[2]").

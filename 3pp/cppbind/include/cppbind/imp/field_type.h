@@ -58,8 +58,8 @@ struct FieldFunctions {
   CPPBIND_COLD static void write(JsonEncodeBinder& encoder, const void* value, Json::Value& json) {
     FieldCodec<T, void>::write(encoder, *static_cast<const T*>(value), json);
   }
-  // A member, since a class may have deleted its operators, or have virtual functions without a
-  // virtual destructor.
+  // A member, which has the address of the whole, since a class may have deleted its operators, or
+  // have virtual functions without a virtual destructor.
   struct Held {
     T value{};
   };
