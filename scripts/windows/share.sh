@@ -8,16 +8,18 @@ set -euo pipefail
 windows=$1 linux=$2
 tree=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
 
+# A test with parameters counts once.
 names() {
-  ctest --test-dir "$1" -N 2>/dev/null | sed -n 's/^ *Test *#[0-9]*: //p' | sort
+  ctest --test-dir "$1" -N 2>/dev/null | sed -n 's/^ *Test *#[0-9]*: //p' |
+    sed -E 's|^[A-Za-z]+/([^/]*)/.*|\1|' | sort -u
 }
 
 # Test programs that are not built have no list of their tests: the sources have it.
 linux_names() {
   names "$linux" | grep -v 'NOT_BUILT$' || true
   find "$tree/tests" -name '*_test.cpp' -exec cat {} + |
-    tr '\n' ' ' | grep -oE '\bTEST(_F)?\([A-Za-z0-9]+, *[A-Za-z0-9]+\)' |
-    sed -E 's/^TEST(_F)?\((.*), *(.*)\)$/\2.\3/'
+    tr '\n' ' ' | grep -oE '\bTEST(_F|_P)?\([A-Za-z0-9]+, *[A-Za-z0-9]+\)' |
+    sed -E 's/^TEST(_F|_P)?\((.*), *(.*)\)$/\2.\3/'
 }
 
 all=$(linux_names | sort -u)
