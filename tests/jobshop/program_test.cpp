@@ -128,7 +128,7 @@ shop/rules.json:2:46: error: [1].rule_level: should be an integer
 shop/rules.json:2:66: error: [2].rule_list: should be a list
 jobshop: shop/p.json: 20 errors
 )",
-            '\n' + boost::erase_all_copy(run.errors, directory.path().string() + "/"));
+            '\n' + boost::erase_all_copy(run.errors, directory.path().generic_string() + "/"));
   EXPECT_FALSE(fs::exists("run/dump"));
 }
 

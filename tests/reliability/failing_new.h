@@ -1,5 +1,5 @@
-// An allocation that fails. A program that links failing_new.cpp replaces operator new, also for
-// the libraries that it loads.
+// An allocation that fails. A program that links failing_new.cpp and the file of its system
+// replaces operator new, also for the libraries that it loads.
 #pragma once
 
 #include <cstdint>
@@ -13,5 +13,8 @@ namespace test_support {
 /// allocations.
 std::uint64_t failEachAllocation(const std::function<void()>& attempt,
                                  const std::function<void(bool)>& check);
+
+/// Returns whether the allocation that begins now fails.
+bool isAllocationDue();
 
 }  // namespace test_support

@@ -1,6 +1,5 @@
 // When memory runs out, each call does all of its work or nothing.
 #include <boost/filesystem/operations.hpp>
-#include <cstdlib>
 #include <memory>
 #include <new>
 
@@ -13,6 +12,7 @@
 #include "libvarrow/utility/UTFConverter.h"
 #include "reliability/failing_new.h"
 #include "support/blocks.h"
+#include "support/environment.h"
 #include "support/support.h"
 
 namespace {
@@ -40,7 +40,7 @@ class MemoryFaultTest : public InTemporaryDirectory {
 };
 
 TEST_F(MemoryFaultTest, AFailedCheckIsReportedAndEndsTheProcess) {
-  const auto survived = [](bool) { std::quick_exit(0); };
+  const auto survived = [](bool) { endQuickly(); };
   expectAbort("Assertion `2 < 1' failed",
               [&] { failEachAllocation([] { CPPBIND_ASSERT(2 < 1); }, survived); });
   expectAbort("Expression '2 < 1' is false",

@@ -1,14 +1,11 @@
 // Processes that are killed while a timer writes the statistics.
-#include <sys/wait.h>
-#include <unistd.h>
-
 #include <boost/filesystem/operations.hpp>
 #include <chrono>
-#include <cstdlib>
-#include <ctime>
+#include <iostream>
 #include <random>
 
 #include "libvarrow/statistics/TimedStatDumper.h"
+#include "support/environment.h"
 #include "support/support.h"
 
 namespace {
@@ -21,30 +18,20 @@ constexpr const char* kFile = "run/stat.json";
 
 class TimerProcessTest : public InTemporaryDirectory {
  protected:
-  TimerProcessTest() { ::setenv("LIBVARROW_TIMED_STAT_DUMP", "1", 1); }
-  ~TimerProcessTest() override { ::unsetenv("LIBVARROW_TIMED_STAT_DUMP"); }
+  TimerProcessTest() { setVariable("LIBVARROW_TIMED_STAT_DUMP", "1"); }
+  ~TimerProcessTest() override { unsetVariable("LIBVARROW_TIMED_STAT_DUMP"); }
 
   // Returns the signal that ended a process that only writes. It is killed after `life` of
   // processor time, so that a busy machine gives it as much time as an idle one.
   int killed(std::chrono::microseconds life) {
-    const pid_t child = ::fork();
-    if (child == 0) {
+    const auto child = runInChild([&] {
+      const auto end = processorTime() + life;
       TimedStatDumper dumper(&statistics_, kFile);
       dumper.restart(1);
-      for (;;) ::pause();
-    }
-    clockid_t clock{};
-    ::clock_getcpuclockid(child, &clock);
-    std::timespec used{};
-    const auto isOver = [&] {
-      ::clock_gettime(clock, &used);
-      return std::chrono::seconds(used.tv_sec) + std::chrono::nanoseconds(used.tv_nsec) >= life;
-    };
-    EXPECT_TRUE(eventually(isOver));
-    ::kill(child, SIGKILL);
-    int status = 0;
-    ::waitpid(child, &status, 0);
-    return WIFSIGNALED(status) ? WTERMSIG(status) : 0;
+      eventually([&] { return processorTime() >= end; });
+      killThisProcess();
+    });
+    return child.signal;
   }
 
   StatisticsContainer statistics_{"run"};
@@ -62,7 +49,7 @@ TEST_F(TimerProcessTest, AKilledProcessLeavesACompleteFileOrNone) {
   int written = 0;
   for (int i = 1; i <= kKills; ++i) {
     rows_->inc();
-    ASSERT_EQ(SIGKILL, killed(std::chrono::microseconds(lifeUs(random))));
+    EXPECT_EQ(kKillSignal, killed(std::chrono::microseconds(lifeUs(random))));
     if (!fs::exists(kFile)) continue;
     Json::Value entries;
     ASSERT_NO_THROW(entries = File2Json(kFile)["run"]) << "kill " << i << ", seed " << kSeed;

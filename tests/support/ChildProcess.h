@@ -19,7 +19,7 @@ struct ChildResult {
 ChildResult runInChild(const std::function<void()>& body);
 
 /// Runs a program in the current directory: its path, or a name on the search path, and arguments.
-/// It has ten minutes.
+/// It has ten minutes, on Windows those of the test.
 ChildResult runProgram(std::vector<std::string> commandLine);
 
 }  // namespace test_support

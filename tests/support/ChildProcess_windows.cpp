@@ -1,26 +1,34 @@
 // A child is the test program again with the same test alone. It repeats the test up to the call,
 // runs the body there and ends.
+#include <Poco/Exception.h>
+#include <Poco/Pipe.h>
+#include <Poco/PipeStream.h>
+#include <Poco/Process.h>
 #include <gtest/gtest.h>
-#include <io.h>
 #include <windows.h>
 
-#include <array>
+#include <boost/algorithm/string/erase.hpp>
+#include <boost/dll/runtime_symbol_info.hpp>
+#include <boost/filesystem/operations.hpp>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <iostream>
-#include <stdexcept>
+#include <iterator>
 #include <string>
+#include <thread>
 
+#include "libvarrow/utility/UTFConverter.h"
 #include "support/ChildProcess.h"
+#include "support/environment.h"
 
 namespace test_support {
 
 namespace {
 
-constexpr const char* kCallVariable = "VARROW_TEST_CHILD";  // which call has the body
-constexpr UINT kTimeOut = 99;                               // exit code of a process that was ended
+constexpr const char* kCallVariable = "VARROW_TEST_CHILD";           // which call has the body
 constexpr const char* kFolderVariable = "VARROW_TEST_CHILD_FOLDER";  // where the body runs
+const std::string kBegin = "\n--- the body begins ---\n";  // after the repetition's output
 
 std::string variable(const char* name) {
   const char* value = std::getenv(name);
@@ -37,18 +45,10 @@ int numberOfCall() {
   return ++calls;
 }
 
-// Removes what the repetition of the test has written.
-void empty(std::FILE* file) {
-  std::fflush(file);
-  std::rewind(file);
-  ::_chsize(::_fileno(file), 0);
-}
-
 [[noreturn]] void runBody(const std::function<void()>& body) {
-  std::cout << std::flush;
-  empty(stdout);
-  empty(stderr);
-  SetCurrentDirectoryA(variable(kFolderVariable).c_str());
+  std::cout << kBegin << std::flush;
+  std::cerr << kBegin;
+  boost::filesystem::current_path(variable(kFolderVariable));
   ::_putenv_s(kCallVariable, "");
   UINT exitCode = 0;
   try {
@@ -63,97 +63,41 @@ void empty(std::FILE* file) {
   std::abort();
 }
 
-/// An inheritable file for the output of a child.
-class OutputFile {
- public:
-  OutputFile() {
-    std::array<char, MAX_PATH> folder{}, name{};
-    GetTempPathA(MAX_PATH, folder.data());
-    GetTempFileNameA(folder.data(), "var", 0, name.data());
-    name_ = name.data();
-    SECURITY_ATTRIBUTES inherited{sizeof inherited, nullptr, TRUE};
-    handle_ =
-        CreateFileA(name_.c_str(), GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE,
-                    &inherited, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
-    if (handle_ == INVALID_HANDLE_VALUE) throw std::runtime_error("no file for a child process");
-  }
-  ~OutputFile() {
-    CloseHandle(handle_);
-    DeleteFileA(name_.c_str());
-  }
-  OutputFile(const OutputFile&) = delete;
-  OutputFile& operator=(const OutputFile&) = delete;
-
-  HANDLE handle() const { return handle_; }
-
-  std::string content() const {
-    std::string text;
-    std::FILE* file = std::fopen(name_.c_str(), "r");  // as text, without carriage returns
-    if (file == nullptr) throw std::runtime_error("no output of a child process");
-    for (int c = std::fgetc(file); c != EOF; c = std::fgetc(file)) text += static_cast<char>(c);
-    std::fclose(file);
-    return text;
-  }
-
- private:
-  std::string name_;
-  HANDLE handle_ = nullptr;
-};
-
-// Quotes an argument as the C library reads it.
-std::string quoted(const std::string& argument) {
-  std::string text = "\"";
-  for (const char c : argument) {
-    if (c == '"') text += '\\';
-    text += c;
-  }
-  return text + '"';
-}
-
-std::string sameTestAlone() {
-  std::array<char, MAX_PATH> program{};
-  GetModuleFileNameA(nullptr, program.data(), MAX_PATH);
-  const testing::TestInfo* test = testing::UnitTest::GetInstance()->current_test_info();
-  return '"' + std::string(program.data()) + "\" --gtest_filter=" + test->test_suite_name() + '.' +
-         test->name() + " --gtest_repeat=1 --gtest_output=";
-}
-
-DWORD exitCodeOf(std::string command, const OutputFile& output, const OutputFile& errors) {
-  STARTUPINFOA start{};
-  start.cb = sizeof start;
-  start.dwFlags = STARTF_USESTDHANDLES;
-  start.hStdInput = GetStdHandle(STD_INPUT_HANDLE);
-  start.hStdOutput = output.handle();
-  start.hStdError = errors.handle();
-  PROCESS_INFORMATION child{};
-  if (!CreateProcessA(nullptr, command.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &start,
-                      &child)) {
-    throw std::runtime_error("no child process");
-  }
-  DWORD exitCode = 0;
-  constexpr DWORD kLongestMs = 600000;
-  if (WaitForSingleObject(child.hProcess, kLongestMs) == WAIT_TIMEOUT) {
-    TerminateProcess(child.hProcess, kTimeOut);
-    WaitForSingleObject(child.hProcess, INFINITE);
-  }
-  GetExitCodeProcess(child.hProcess, &exitCode);
-  CloseHandle(child.hThread);
-  CloseHandle(child.hProcess);
-  return exitCode;
+// Returns the output of a process up to its end.
+std::string outputOf(const Poco::Pipe& pipe) {
+  Poco::PipeInputStream stream(pipe);
+  std::string text(std::istreambuf_iterator<char>(stream), {});
+  boost::erase_all(text, "\r");
+  const std::size_t begin = text.find(kBegin);
+  return begin == std::string::npos ? text : text.substr(begin + kBegin.size());
 }
 
 // Returns the signal of a process that ended with `exitCode`, or 0.
 int signalOf(DWORD exitCode) {
   constexpr DWORD kAborted = 3;
   if (exitCode == kAborted) return SIGABRT;
+  if (exitCode == 128 + kKillSignal) return kKillSignal;
   return exitCode == EXCEPTION_ACCESS_VIOLATION || exitCode == EXCEPTION_STACK_OVERFLOW ? SIGSEGV
                                                                                         : 0;
 }
 
-ChildResult resultOf(DWORD exitCode, const OutputFile& output, const OutputFile& errors) {
-  const int signal = signalOf(exitCode);
-  return {signal == 0 ? static_cast<int>(exitCode) : -1, signal, output.content(),
-          errors.content()};
+ChildResult run(std::vector<std::string> commandLine) {
+  for (std::string& part : commandLine) part = libvarrow::utility::toUtf8(part);
+  Poco::Pipe output, errors;
+  const auto process = Poco::Process::launch(
+      commandLine.front(), {commandLine.begin() + 1, commandLine.end()}, nullptr, &output, &errors);
+  ChildResult result;
+  std::thread reader([&] { result.errors = outputOf(errors); });
+  result.output = outputOf(output);
+  reader.join();
+  int exitCode = 0;
+  try {
+    exitCode = process.wait();
+  } catch (const Poco::SystemException&) {  // under wine, for a program that is not for Windows
+  }
+  result.signal = signalOf(static_cast<DWORD>(exitCode));
+  if (result.signal == 0) result.exitCode = exitCode;
+  return result;
 }
 
 }  // namespace
@@ -163,21 +107,18 @@ ChildResult runInChild(const std::function<void()>& body) {
   const std::string callOfBody = variable(kCallVariable);
   if (callOfBody == std::to_string(call)) runBody(body);
   if (!callOfBody.empty()) return {};
-  std::array<char, MAX_PATH> folder{};
-  GetCurrentDirectoryA(MAX_PATH, folder.data());
-  ::_putenv_s(kFolderVariable, folder.data());
+  ::_putenv_s(kFolderVariable, boost::filesystem::current_path().string().c_str());
   ::_putenv_s(kCallVariable, std::to_string(call).c_str());
-  const OutputFile output, errors;
-  const DWORD exitCode = exitCodeOf(sameTestAlone(), output, errors);
+  const testing::TestInfo* test = testing::UnitTest::GetInstance()->current_test_info();
+  const std::string filter = "--gtest_filter=" + std::string(test->test_suite_name()) + '.';
+  const ChildResult result = run({boost::dll::program_location().string(), filter + test->name(),
+                                  "--gtest_repeat=1", "--gtest_output="});
   ::_putenv_s(kCallVariable, "");
-  return resultOf(exitCode, output, errors);
+  return result;
 }
 
 ChildResult runProgram(std::vector<std::string> commandLine) {
-  std::string command;
-  for (const std::string& argument : commandLine) command += quoted(argument) + ' ';
-  const OutputFile output, errors;
-  return resultOf(exitCodeOf(command, output, errors), output, errors);
+  return run(std::move(commandLine));
 }
 
 }  // namespace test_support

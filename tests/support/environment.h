@@ -1,6 +1,7 @@
 // Properties of this process and its system.
 #pragma once
 
+#include <chrono>
 #include <cstddef>
 #include <string>
 
@@ -20,6 +21,13 @@ bool framesHaveNames();
 
 /// Ends this process with std::quick_exit, or without exit handlers where the C library lacks it.
 [[noreturn]] void endQuickly();
+
+/// Ends this process at once, like SIGKILL. For runInChild, that is the signal of its end.
+[[noreturn]] void killThisProcess();
+constexpr int kKillSignal = 9;
+
+/// Returns the processor time of all threads of this process.
+std::chrono::nanoseconds processorTime();
 
 /// Returns whether both signals have the same handler.
 bool haveSameHandler(int one, int other);
