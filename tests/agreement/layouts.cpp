@@ -85,9 +85,10 @@ std::vector<Json::Value> randomFiles(const Layout& layout, unsigned count) {
 
 std::vector<Outcome> outcomesOf(const Layout& layout, const std::vector<Json::Value>& files) {
   std::vector<Outcome> outcomes;
+  // A child may have repeated the test with other outcomes: the number is that in the file.
   const auto loadRest = [&] {
     std::ofstream lines("outcomes");
-    for (std::size_t i = outcomes.size(); i < files.size(); ++i) {
+    for (std::size_t i = std::stoul(readFile("first")); i < files.size(); ++i) {
       Json::Value outcome(Json::arrayValue);
       std::cerr << "\nfile:" << std::flush;
       try {
@@ -106,6 +107,7 @@ std::vector<Outcome> outcomesOf(const Layout& layout, const std::vector<Json::Va
     libvarrow::callStackOf(error);
   }
   while (outcomes.size() < files.size()) {
+    writeFile("first", std::to_string(outcomes.size()));
     const ChildResult child = runInChild(loadRest);
     std::ifstream lines("outcomes");
     for (std::string line; std::getline(lines, line);) {
@@ -118,7 +120,8 @@ std::vector<Outcome> outcomesOf(const Layout& layout, const std::vector<Json::Va
       }
     }
     if (outcomes.size() == files.size()) break;
-    outcomes.push_back({Outcome::Ended, {}, child.errors.substr(child.errors.rfind("\nfile:"))});
+    outcomes.push_back(
+        {Outcome::Ended, {}, child.errors.substr(child.errors.rfind("\nfile:") + 1)});
     if (child.signal == SIGABRT) continue;
     ADD_FAILURE() << files[outcomes.size() - 1] << child.errors;
   }
