@@ -5,8 +5,8 @@
 #
 # SIGNAL: the numbers by which it may end. PATTERN: extended regular expressions that its standard
 # error must match; a line "dump file" is added to it for a dump file that is not empty. The variable
-# CRASH_TIMES replaces TIMES. The host has ten seconds of processor time, and three minutes in case
-# it hangs.
+# CRASH_TIMES replaces TIMES. The host has ten seconds of processor time, or CRASH_SECONDS, and three
+# minutes in case it hangs.
 set -euo pipefail
 
 host=$1 way=$2 times=${CRASH_TIMES:-$3} at_once=$4
@@ -17,7 +17,7 @@ shift
 
 folder=$(mktemp -d)
 trap 'rm -rf "$folder"' EXIT
-ulimit -c 0 -t 10
+ulimit -c 0 -t "${CRASH_SECONDS:-10}"
 export host way folder
 crash() {
   local status=0
