@@ -19,7 +19,7 @@ jobs=$(nproc)
 "$here/windows/dependencies.sh" "$dependencies" "$build/dependencies"
 
 cmake -S . -B "$build" -G Ninja -DCMAKE_TOOLCHAIN_FILE=cmake/mingw-w64.cmake \
-  -DCMAKE_PREFIX_PATH="$dependencies" -DBoost_NO_BOOST_CMAKE=ON \
+  -DCMAKE_PREFIX_PATH="$dependencies" \
   -DCMAKE_CROSSCOMPILING_EMULATOR="$here/windows/wine.sh;$build;$dependencies" \
   -DCMAKE_BUILD_TYPE=RelWithDebInfo -DCMAKE_CXX_FLAGS_RELWITHDEBINFO="-O2 -g1" \
   -DVARROW_BUILD_BENCHMARKS=OFF

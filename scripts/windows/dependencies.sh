@@ -56,6 +56,7 @@ build_boost() {
     --with-thread toolset=gcc-mingw target-os=windows threadapi=win32 abi=ms binary-format=pe \
     architecture=x86 address-model=64 variant=release link=shared runtime-link=shared \
     threading=multi cxxstd=17 boost.locale.iconv=off boost.locale.icu=off stage
+  rm -r "$prefix"/lib/cmake/[Bb]oost*  # these files name the folder of the sources
   # The headers are the same on all systems. /usr/include itself must not be searched.
   mkdir -p "$prefix/include"
   ln -sfn /usr/include/boost "$prefix/include/boost"

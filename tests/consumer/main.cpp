@@ -30,7 +30,7 @@ int main(int argc, char** argv) {
   try {
     const auto modules = libvarrow::RegistersManager::createRegister("modules");
     modules->regClass<Step>("Step");
-    plugins.autoLoad(PLUGINS);
+    plugins.autoLoad("plugins");
     Numbers numbers;
     numbers.dumpPath = "run/";
     libvarrow::ModuleExecutor(modules.get(), PIPELINE, false).process(&numbers);

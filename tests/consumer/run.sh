@@ -1,8 +1,11 @@
 #!/usr/bin/env bash
 # Builds and runs the consumer with the library as a subproject, or from the Debian packages, by CMake
-# and by pkg-config:
+# and by pkg-config, or for Windows with an installed build:
 #
 #     run.sh subproject|package WORK_FOLDER [CXX_FLAGS]
+#     run.sh installation WORK_FOLDER       with the build directory in the variable BUILD
+#
+# For Windows, EMULATOR is the command that runs a program.
 set -euo pipefail
 
 way=$1 work=$2 flags=${3:-}
@@ -17,6 +20,11 @@ configure() {
   cmake --build .
 }
 
+configure_installed() {
+  configure "-DCMAKE_PREFIX_PATH=$prefix/usr"
+  grep -q "^varrow_DIR:PATH=$prefix/usr/lib/" CMakeCache.txt
+}
+
 # With -DNDEBUG, as in Release.
 compile() {
   local options PKG_CONFIG_PATH
@@ -27,8 +35,8 @@ compile() {
   "${CXX:-c++}" -std=c++17 -O1 -DNDEBUG $flags "$here/plugin.cpp" -shared -fPIC \
     -o plugins/shout.so $options
   # shellcheck disable=SC2086
-  "${CXX:-c++}" -std=c++17 -O1 -DNDEBUG $flags "-DPLUGINS=\"$work/plugins\"" \
-    "-DPIPELINE=\"$here/pipeline.json\"" "$here/main.cpp" -o consumer $options \
+  "${CXX:-c++}" -std=c++17 -O1 -DNDEBUG $flags "-DPIPELINE=\"$here/pipeline.json\"" \
+    "$here/main.cpp" -o consumer $options \
     "-Wl,-rpath,$(pkg-config --variable=libdir varrow)"
 }
 
@@ -60,10 +68,13 @@ depends() {
 }
 
 check() {
-  ./consumer | tee output.txt
+  local program=(./consumer)
+  # shellcheck disable=SC2206
+  [ -z "${EMULATOR:-}" ] || program=($EMULATOR ./consumer.exe)
+  "${program[@]}" | tr -d '\r' | tee output.txt
   grep -qx 'run/1_Shout/' output.txt
   grep -qx 'steps: 2' output.txt
-  if ./consumer break-a-check 2>errors.txt; then
+  if "${program[@]}" break-a-check 2>errors.txt; then
     echo "a failed check did not end the process" >&2
     exit 1
   fi
@@ -74,10 +85,14 @@ case $way in
   subproject) configure "-DVARROW_SOURCE=$here/../.." ;;
   package)
     unpack_packages
-    configure "-DCMAKE_PREFIX_PATH=$prefix/usr"
-    grep -q "^varrow_DIR:PATH=$prefix/usr/lib/" CMakeCache.txt
+    configure_installed
     check
     compile
+    ;;
+  installation)
+    cmake --install "$BUILD" --prefix "$prefix/usr" >install.log
+    cp "$prefix"/usr/bin/varrow.dll .
+    configure_installed
     ;;
   *) exit 2 ;;
 esac
