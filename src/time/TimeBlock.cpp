@@ -12,6 +12,7 @@
 #include "libvarrow/stream/StringIndent.h"
 #include "time/saturating_time.h"
 #include "time/share_time.h"
+#include "time/slot_rules.h"
 #include "time/slot_search.h"
 #include "time/slot_sweep.h"
 
@@ -20,6 +21,7 @@ namespace libvarrow {
 using boost::posix_time::ptime;
 using boost::posix_time::time_duration;
 using slot_search::firstNot;
+using slot_search::rowOf;
 using slot_search::Slots;
 using slot_search::SlotsNear;
 
@@ -48,10 +50,6 @@ Slots sortedByBegin(Slots slots) {
 
 bool haveReversed(const Slots& slots) {
   return std::any_of(slots.begin(), slots.end(), isReversed);
-}
-
-slot_sweep::Row rowOf(const Slots& slots) {
-  return {slots.data(), slots.data() + slots.size()};
 }
 
 void writeSlot(FastStringStream& text, const TimeSlot& slot) {
@@ -95,6 +93,12 @@ TimeBlock::TimeBlock(std::vector<TimeSlot>&& slots) : timeslots(std::move(slots)
 
 void TimeBlock::checkOrder() {
   isOrdered_ = slot_search::areOrdered(timeslots);
+}
+
+Slots const& TimeBlock::slotsInOrder(TimeBlock& copy) const {
+  if (isOrdered_) return timeslots;
+  copy.addTimeBlocks(*this);
+  return copy.timeslots;
 }
 
 // ---- Union and subtraction
@@ -214,12 +218,34 @@ void TimeBlock::removeTimeBlock(TimeBlock const* other) {
 
 TimeBlock TimeBlock::intersection(ptime const& start, ptime const& end) const {
   TimeBlock result;
-  const SlotsNear near(timeslots, isOrdered_, start, end);
-  result.timeslots.reserve(near.count());
-  for (const TimeSlot& slot : near) {
+  if (isNarrowedBy(start, end)) {
+    const slot_search::Row row = rowOf(timeslots);
+    const TimeSlot* const first = row.endingAfter(start);
+    const slot_search::Row inside{first, row.beginningFrom(first, end)};
+    result.timeslots.reserve(inside.size());
+    slot_rules::emitInside(inside, start, end, slot_rules::appendTo(result.timeslots));
+    return result;
+  }
+  for (const TimeSlot& slot : timeslots) {
     if (!shareTime(slot.time_begin, slot.time_end, start, end)) continue;
     result.addTimeBlock(std::max(start, slot.time_begin), std::min(slot.time_end, end));
   }
+  return result;
+}
+
+TimeBlock TimeBlock::intersection(TimeBlock const& other) const {
+  TimeBlock ownCopy, otherCopy, result;
+  const Slots& own = slotsInOrder(ownCopy);
+  const Slots& others = other.slotsInOrder(otherCopy);
+  slot_rules::emitCommon(rowOf(own), rowOf(others), slot_rules::appendTo(result.timeslots));
+  return result;
+}
+
+TimeBlock TimeBlock::gaps(ptime const& start, ptime const& end) const {
+  LIBVARROW_CHECK(start <= end);
+  TimeBlock copy, result;
+  slot_rules::emitGaps(rowOf(slotsInOrder(copy)), start, end,
+                       slot_rules::appendTo(result.timeslots));
   return result;
 }
 
@@ -242,18 +268,18 @@ bool TimeBlock::overlap(ptime const& start, ptime const& end) const {
 }
 
 bool TimeBlock::hasIntersection(ptime const& start, ptime const& end) const {
-  for (const TimeSlot& slot : SlotsNear(timeslots, isOrdered_, start, end)) {
-    if (shareTime(slot.time_begin, slot.time_end, start, end)) return true;
-  }
-  return false;
+  if (isNarrowedBy(start, end)) return slot_rules::haveShared(rowOf(timeslots), start, end);
+  return std::any_of(begin(), this->end(), [&](const TimeSlot& slot) {
+    return shareTime(slot.time_begin, slot.time_end, start, end);
+  });
 }
 
 bool TimeBlock::haveBlock(ptime start, ptime end) const {
   CPPBIND_ASSERT(start <= end);
-  for (const TimeSlot& slot : SlotsNear(timeslots, isOrdered_, start, end)) {
-    if (slot.time_begin <= start && end <= slot.time_end) return true;
-  }
-  return false;
+  if (isOrdered_) return slot_rules::haveAll(rowOf(timeslots), start, end);
+  return std::any_of(begin(), this->end(), [&](const TimeSlot& slot) {
+    return slot_rules::containsAll(slot, start, end);
+  });
 }
 
 bool TimeBlock::haveBlock(ptime start, ptime end, time_duration dur) const {
@@ -297,6 +323,14 @@ std::string TimeBlock::dumpAsString() const {
     separator = "\n";
   }
   return text.str();
+}
+
+std::ostream& operator<<(std::ostream& out, TimeBlock const& block) {
+  return out << block.dumpAsString();
+}
+
+FastStringStream& operator<<(FastStringStream& out, TimeBlock const& block) {
+  return out << block.dumpAsString();
 }
 
 void TimeBlock::setBind(cppbind::Binder* binder, bool bindFields) {

@@ -8,6 +8,7 @@
 #include "libvarrow/time/TimeBlock.h"
 #include "libvarrow/time/time_range.h"
 #include "time/saturating_time.h"
+#include "time/slot_rules.h"
 #include "time/slot_search.h"
 
 namespace libvarrow {
@@ -17,6 +18,7 @@ using boost::posix_time::hours;
 using boost::posix_time::microseconds;
 using boost::posix_time::ptime;
 using boost::posix_time::time_duration;
+using slot_search::rowOf;
 using slot_search::SlotsNear;
 
 namespace {
@@ -78,12 +80,6 @@ TimeBlock unionOf(Iterator first, Iterator last) {
   return result;
 }
 
-// The count that represents a real time. Subtracting time points would test each for special
-// values.
-struct RealTime : ptime {
-  static std::int64_t ticks(const ptime& time) { return (time.*&RealTime::time_).time_count(); }
-};
-
 void setFlags(std::vector<bool>& flags, std::int64_t from, std::int64_t to) {
   std::fill(flags.begin() + from, flags.begin() + to, true);
 }
@@ -98,11 +94,11 @@ bool TimeBlock::isOrderedInRealTime() const {
 
 time_duration TimeBlock::getTotalDur() const {
   if (isOrderedInRealTime()) {
-    std::int64_t ticks = 0;
+    std::uint64_t count = 0;
     for (const TimeSlot& slot : timeslots) {
-      ticks += RealTime::ticks(slot.time_end) - RealTime::ticks(slot.time_begin);
+      count += slot_rules::countBetween(slot.time_begin, slot.time_end);
     }
-    return time_duration(0, 0, 0, ticks);
+    return slot_rules::durationOf(count);
   }
   time_duration total;
   for (const TimeSlot& slot : timeslots) total = sumOf(total, slot.dur());
@@ -226,13 +222,44 @@ bool TimeBlock::haveFullDay(date d) const {
   return haveBlock(ptime(d), ptime(d + kOneDay));
 }
 
-// ---- Working time from a position
+// ---- Working time
+
+std::optional<ptime> TimeBlock::workEnd(ptime const& start, time_duration const& work) const {
+  TimeBlock copy;
+  return slot_rules::workEnd(rowOf(slotsInOrder(copy)), start, work);
+}
+
+std::optional<ptime> TimeBlock::workStart(ptime const& end, time_duration const& work) const {
+  TimeBlock copy;
+  return slot_rules::workStart(rowOf(slotsInOrder(copy)), end, work);
+}
+
+std::optional<ptime> TimeBlock::nextWorking(ptime const& t) const {
+  TimeBlock copy;
+  return slot_rules::nextWorking(rowOf(slotsInOrder(copy)), t);
+}
+
+std::optional<ptime> TimeBlock::lastWorking(ptime const& t) const {
+  TimeBlock copy;
+  return slot_rules::lastWorking(rowOf(slotsInOrder(copy)), t);
+}
+
+// ---- The slots of work
 
 TimeBlock TimeBlock::getBlockAtPos4Dur(ptime const& pos, time_duration const& dur) const {
   auto slot = lowerBound(timeslots, pos);
   const time_duration zero;
   if (slot != timeslots.end() && dur == zero) return TimeBlock(pos, shifted(pos, microseconds(1)));
   TimeBlock result;
+  if (zero < dur && !dur.is_special() && !pos.is_special() && isOrderedInRealTime()) {
+    const auto found = slot_rules::findEnd(slot, timeslots.end(), pos, dur);
+    // See below.
+    if (!found || found->slot + 1 == timeslots.end()) return result;
+    result.timeslots.reserve(static_cast<std::size_t>(found->slot - slot) + 1);
+    const slot_search::Row used{&*slot, &*found->slot + 1};
+    slot_rules::emitInside(used, pos, found->time, slot_rules::appendTo(result.timeslots));
+    return result;
+  }
   ptime at = pos;
   time_duration remaining = dur;
   for (; slot != timeslots.end(); ++slot) {

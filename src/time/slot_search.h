@@ -1,6 +1,7 @@
 // Binary searches for the slots of a block that a query needs.
 #pragma once
 
+#include <algorithm>
 #include <boost/date_time/posix_time/posix_time_types.hpp>
 #include <cstddef>
 #include <vector>
@@ -37,10 +38,57 @@ Iterator firstNot(Iterator first, Iterator last, IsBefore isBefore) {
   return first;
 }
 
+///@{
+/// Conditions that firstNot searches for, each with the name of the first slot found.
+inline auto beforeEndFrom(const boost::posix_time::ptime& time) {
+  return [&](const TimeSlot& slot) { return slot.time_end < time; };
+}
+inline auto beforeEndAfter(const boost::posix_time::ptime& time) {
+  return [&](const TimeSlot& slot) { return !(time < slot.time_end); };
+}
+inline auto beforeBeginFrom(const boost::posix_time::ptime& time) {
+  return [&](const TimeSlot& slot) { return slot.time_begin < time; };
+}
+///@}
+
+/// A range of contiguous slots. The searches are for ordered ones.
+struct Row {
+  const TimeSlot* first;
+  const TimeSlot* last;
+
+  const TimeSlot* begin() const { return first; }
+  const TimeSlot* end() const { return last; }
+  /// Returns the first slot that ends at `time` or later.
+  const TimeSlot* endingFrom(const boost::posix_time::ptime& time) const {
+    return firstNot(first, last, beforeEndFrom(time));
+  }
+  /// Returns the first slot that ends after `time`.
+  const TimeSlot* endingAfter(const boost::posix_time::ptime& time) const {
+    return firstNot(first, last, beforeEndAfter(time));
+  }
+  /// Returns the first slot that begins at `time` or later.
+  const TimeSlot* beginningFrom(const boost::posix_time::ptime& time) const {
+    return firstNot(first, last, beforeBeginFrom(time));
+  }
+  /// Returns the same from `slot` on, and takes less time the nearer it is.
+  const TimeSlot* beginningFrom(const TimeSlot* slot, const boost::posix_time::ptime& time) const {
+    std::ptrdiff_t step = 8;
+    while (step < last - slot && slot[step].time_begin < time) {
+      slot += step;
+      step *= 2;
+    }
+    return firstNot(slot, slot + std::min(step, last - slot), beforeBeginFrom(time));
+  }
+  std::size_t size() const { return static_cast<std::size_t>(last - first); }
+};
+
+inline Row rowOf(const Slots& slots) {
+  return {slots.data(), slots.data() + slots.size()};
+}
+
 /// Returns the first slot that ends at `time` or later.
 inline Slots::const_iterator lowerBound(const Slots& slots, const boost::posix_time::ptime& time) {
-  return firstNot(slots.begin(), slots.end(),
-                  [&](const TimeSlot& slot) { return TimeSlot::CompareByTimeEnd(slot, time); });
+  return firstNot(slots.begin(), slots.end(), beforeEndFrom(time));
 }
 
 /// A range of the slots that overlap or touch [from, to], in order: for (slot : SlotsNear(...)).

@@ -9,14 +9,9 @@
 
 namespace libvarrow::slot_sweep {
 
+using slot_search::Row;
 using slot_search::Slots;
 using SlotIterator = Slots::const_iterator;
-
-/// A range of contiguous slots.
-struct Row {
-  const TimeSlot* first;
-  const TimeSlot* last;
-};
 
 /// Returns the slot from the earlier begin to the later end.
 TimeSlot hull(TimeSlot slot, const TimeSlot& other);

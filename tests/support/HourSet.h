@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <iterator>
 #include <map>
+#include <optional>
 #include <set>
 #include <stdexcept>
 #include <vector>
@@ -44,6 +45,18 @@ class HourSet {
     HourSet part;
     part.hours_ = {hours_.lower_bound(hourOf(begin)), hours_.lower_bound(hourOf(end))};
     return part;
+  }
+  HourSet intersection(const HourSet& other) const {
+    HourSet common;
+    std::set_intersection(hours_.begin(), hours_.end(), other.hours_.begin(), other.hours_.end(),
+                          std::inserter(common.hours_, common.hours_.end()));
+    return common;
+  }
+  HourSet gaps(ptime begin, ptime end) const {
+    HourSet gaps;
+    gaps.insert(begin, end);
+    for (const int hour : hours_) gaps.hours_.erase(hour);
+    return gaps;
   }
 
   bool hasIntersection(ptime begin, ptime end) const {
@@ -89,6 +102,31 @@ class HourSet {
       sums[at(hour + 1).date()];  // an end at midnight touches the next day
     }
     return sums;
+  }
+
+  std::optional<ptime> workEnd(ptime start, time_duration work) const {
+    auto hour = hours_.lower_bound(hourOf(start));
+    for (; work > time_duration(); work -= hours(1), ++hour) {
+      if (hour == hours_.end()) return std::nullopt;
+      start = at(*hour + 1);
+    }
+    return start;
+  }
+  std::optional<ptime> workStart(ptime end, time_duration work) const {
+    auto hour = hours_.lower_bound(hourOf(end));
+    for (; work > time_duration(); work -= hours(1)) {
+      if (hour == hours_.begin()) return std::nullopt;
+      end = at(*--hour);
+    }
+    return end;
+  }
+  std::optional<ptime> nextWorking(ptime t) const {
+    const auto hour = hours_.lower_bound(hourOf(t));
+    return hour == hours_.end() ? std::nullopt : std::optional<ptime>(at(*hour));
+  }
+  std::optional<ptime> lastWorking(ptime t) const {
+    const auto hour = hours_.lower_bound(hourOf(t));
+    return hour == hours_.begin() ? std::nullopt : std::optional<ptime>(at(*std::prev(hour) + 1));
   }
 
   ///@{

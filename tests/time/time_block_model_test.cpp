@@ -1,6 +1,7 @@
 // Random changes and queries of a TimeBlock, in order and out of order, against reference models.
 #include <algorithm>
 #include <map>
+#include <optional>
 #include <random>
 #include <string>
 #include <type_traits>
@@ -32,6 +33,9 @@ auto text(const Block& block) -> decltype(text(block.getBlocks())) {
 }
 std::string text(const time_duration& duration) {
   return to_simple_string(duration);
+}
+std::string text(const std::optional<ptime>& time) {
+  return time ? to_iso_string(*time) : "nothing";
 }
 std::string text(bool value) {
   return value ? "yes" : "no";
@@ -67,18 +71,25 @@ class BlockAndModel {
                last = day + days(daysAfter);
     const bool isApart = areApart(own), isSound = isApart && !isWild_;
     const bool isWindow = from<to, isPositive = length> time_duration();
+    const bool isWork = length >= time_duration();
     const bool isForwards = from <= to && areForwards(own);
     const bool isInside =
         isWindow && !own.empty() && block_.beginTime() < to && from < block_.endTime();
 
-    const auto ask = [&](const char* what, bool isForHours, bool isForSlots, auto query) {
+    const auto compare = [&](const char* what, bool isByHours, bool isForSlots, auto query) {
       return [=, &own] {
-        const bool isByHours = isSound && isForHours;
         if (!isByHours && !isForSlots) return;
         HourSet hourSet(isByHours ? own : Slots());
         const std::string expected = isByHours ? answerOf(hourSet, query) : sumOver(own, query);
         same(what, expected, answerOf(block_, query));
       };
+    };
+    const auto ask = [&](const char* what, bool isForHours, bool isForSlots, auto query) {
+      return compare(what, isSound && isForHours, isForSlots, query);
+    };
+    // The answer is that of the block in order.
+    const auto askUnion = [&](const char* what, bool isDefined, auto query) {
+      return compare(what, isDefined && !isWild_ && areForwards(own), false, query);
     };
     const auto change = [&](const char* what, bool isDefined, auto single, auto many) {
       return [=, &own, &changes] {
@@ -122,7 +133,15 @@ class BlockAndModel {
         ask("time of a day", true, false, [=](auto& b) { return b.getStatisticByDay()[day]; }),
         ask("after", isPositive, false, [=](auto& b) { return b.getBlockAtPos4Dur(from, length); }),
         ask("before", isPositive, false,
-            [=](auto& b) { return b.getBlockAtPos4DurByEnd(from, length); }));
+            [=](auto& b) { return b.getBlockAtPos4DurByEnd(from, length); }),
+        askUnion("work end", isWork, [=](auto& b) { return b.workEnd(from, length); }),
+        askUnion("work start", isWork, [=](auto& b) { return b.workStart(from, length); }),
+        askUnion("next", true, [=](auto& b) { return b.nextWorking(from); }),
+        askUnion("last", true, [=](auto& b) { return b.lastWorking(from); }),
+        askUnion("gaps", from <= to, [=](auto& b) { return b.gaps(from, to); }),
+        askUnion("common", areForwards(changes), [&changes](auto& b) {
+          return b.intersection(std::decay_t<decltype(b)>(changes));
+        }));
   }
 
  private:

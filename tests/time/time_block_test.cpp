@@ -7,6 +7,7 @@
 
 #include "cppbind/cppbind.h"
 #include "libvarrow/backtrace/TracedError.h"
+#include "libvarrow/stream/FastStringStream.h"
 #include "libvarrow/stream/StringIndent.h"
 #include "libvarrow/time/time_range.h"
 #include "support/blocks.h"
@@ -87,6 +88,49 @@ TEST(TimeBlockTest, SearchesForZeroTime) {
   EXPECT_TRUE(after(19, 0).empty());
   EXPECT_TRUE(kThreeSlots.getBlockAtPos4DurByEnd(at(13), hours(0)).empty());
   EXPECT_EQ("2024-03-01 09:00:002024-03-01 08:00:00", errorOf([&] { after(9, -1); }));
+}
+
+TEST(TimeBlockTest, WorkInInfiniteSlotsEndsAndStarts) {
+  const ptime never(boost::date_time::pos_infin), always(boost::date_time::neg_infin), unknown;
+  const time_duration endless(boost::date_time::pos_infin);
+  const TimeBlock block = blockOf(
+      {slotOf(always, at(4)), slot(8, 10), slot(11, 11), slot(12, 14), slotOf(at(16), never)});
+  using Time = std::optional<ptime>;
+  EXPECT_EQ(Time(at(17.5)), block.workEnd(at(9), milliseconds(4500 * 3600)));
+  EXPECT_EQ(Time(at(2.5)), block.workStart(at(13), milliseconds(4500 * 3600)));
+  EXPECT_EQ(Time(never), block.workEnd(at(9), endless));
+  EXPECT_EQ(Time(always), block.workStart(at(9), endless));
+  EXPECT_EQ(Time(always), block.workEnd(always, hours(1)));
+  EXPECT_EQ(Time(never), block.workStart(never, hours(1)));
+  EXPECT_EQ(Time(), kThreeSlots.workEnd(always, endless));
+  EXPECT_EQ(Time(), kThreeSlots.workStart(never, endless));
+  EXPECT_EQ(Time(at(18)), kThreeSlots.workEnd(always, hours(6)));
+  EXPECT_EQ(Time(at(8)), kThreeSlots.workStart(never, hours(6)));
+  EXPECT_EQ(Time(), block.workEnd(unknown, hours(1)));
+  EXPECT_EQ(Time(), block.workStart(at(9), time_duration(boost::date_time::not_a_date_time)));
+  EXPECT_EQ(Time(), block.nextWorking(unknown));
+  EXPECT_EQ(Time(), block.nextWorking(never));
+  EXPECT_EQ(Time(never), block.lastWorking(never));
+  EXPECT_EQ(Time(at(12)), block.nextWorking(at(10))) << "the empty slot at 11 is no time";
+  EXPECT_EQ("4-8 10-12 14-16", text(block.gaps(always, never)));
+  EXPECT_EQ("2024-03-01 20:00:002024-03-01 18:00:00",
+            errorOf([] { blockOf({slot(20, 18)}).workEnd(at(9), hours(1)); }));
+}
+
+TEST(TimeBlockTest, WalksComparesAndStreamsItsSlots) {
+  std::string walked;
+  for (const TimeSlot& slot : kThreeSlots.intersection(at(9), at(13)))
+    walked += time2str(slot.dur());
+  EXPECT_EQ("01:00:0001:00:00", walked);
+  EXPECT_EQ(3u, kThreeSlots.size());
+  EXPECT_TRUE(blockOf({slot(8, 10)}) == TimeBlock(at(8), at(10)));
+  EXPECT_TRUE(blockOf({slot(8, 9), slot(9, 10)}) != TimeBlock(at(8), at(10)));
+  std::ostringstream stream;
+  FastStringStream fast;
+  stream << kThreeSlots;
+  fast << kThreeSlots;
+  EXPECT_EQ(kThreeSlots.dumpAsString(), stream.str());
+  EXPECT_EQ(kThreeSlots.dumpAsString(), fast.str());
 }
 
 TEST(TimeBlockTest, AReversedIntervalThrowsBothTimesAndTheCallStack) {
@@ -224,6 +268,9 @@ TEST(TimeBlockTest, ViolatedPreconditionsAbort) {
       {"", noSlots, [&] { none.endTime(); }},
       {"", noSlots, [&] { none.overlap(at(8), at(9)); }},
       {"", noSlots, [&] { (void)(none < block); }},
+      {"", "'start <= end' is false", [&] { block.gaps(at(9), at(8)); }},
+      {"", "'!work.is_negative()' is false", [&] { block.workEnd(at(9), hours(-1)); }},
+      {"", "'!work.is_negative()' is false", [&] { block.workStart(at(9), hours(-1)); }},
       {"", "'t1 <= t2' is false", [] { slot(1, 2).overlap(at(9), at(8)); }},
       {"", "'t1 <= t2' is false", [] { TimeSlot::overlap(at(9), at(8), at(9), at(8)); }},
       {"", "'p1 <= p2' is false", [] { TimeSlot::overlap(at(8), at(9), at(9), at(8)); }},

@@ -3,8 +3,10 @@
 
 #include <boost/date_time/gregorian/gregorian_types.hpp>
 #include <boost/date_time/posix_time/posix_time_types.hpp>
+#include <cstddef>
 #include <iosfwd>
 #include <map>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -18,6 +20,7 @@ class Binder;
 
 namespace libvarrow {
 
+class FastStringStream;
 class StringIndent;
 
 /// One interval of absolute time, [time_begin, time_end]. A value.
@@ -59,6 +62,13 @@ class LIBVARROW_API TimeSlot {
     return time_begin < other.time_begin ||
            (time_begin == other.time_begin && time_end < other.time_end);
   }
+  ///@{
+  /// Compares both times.
+  bool operator==(TimeSlot const& other) const {
+    return time_begin == other.time_begin && time_end == other.time_end;
+  }
+  bool operator!=(TimeSlot const& other) const { return !(*this == other); }
+  ///@}
 
   /// Binds {"timeBegin": "2024-03-05 08:00:00", "timeEnd": "2024-03-05 12:00:00"}. Begin and end
   /// may be in any order.
@@ -75,7 +85,8 @@ class LIBVARROW_API TimeSlot {
 ///     libvarrow::TimeBlock shift(at(8), at(16));      // 8:00 to 16:00
 ///     shift.removeTimeBlock(at(12), at(13));          // [8, 12] [13, 16]
 ///     shift.getTotalDur();                            // 7 hours
-///     shift.getBlockAtPos4Dur(at(9), hours(2));       // [9, 11]
+///     shift.workEnd(at(9), hours(5));                 // 15:00
+///     for (const libvarrow::TimeSlot& slot : shift) draw(slot.time_begin, slot.time_end);
 ///
 /// Violated preconditions abort the process, by CPPBIND_ASSERT or LIBVARROW_CHECK, which differ
 /// only in their messages. Neither prints the times, so validate input first.
@@ -152,6 +163,16 @@ class LIBVARROW_API TimeBlock {
   TimeBlock intersection(boost::posix_time::ptime const& start,
                          boost::posix_time::ptime const& end) const;
 
+  /// Returns the time that both blocks have, in one pass: [8, 12] and [10, 14] have [10, 12]. Slots
+  /// that only touch share nothing; parts that touch become one slot. Blocks that are out of order
+  /// are put in order first (see workEnd).
+  TimeBlock intersection(TimeBlock const& other) const;
+
+  /// Returns the time of [start, end] that the block does not have: with [8, 10] [12, 14], the
+  /// window [9, 16] has [10, 12] [14, 16]. Touching slots leave no gap, and empty slots do not
+  /// split one. A block that is out of order is put in order first. Aborts when end < start.
+  TimeBlock gaps(boost::posix_time::ptime const& start, boost::posix_time::ptime const& end) const;
+
   /// Sets `result` to the common part of two intervals (begin, end), both ends included: [8, 12]
   /// and [12, 13] have [12, 12]. Returns false and leaves `result` unchanged when they are apart.
   static bool intersection(std::pair<boost::posix_time::ptime, boost::posix_time::ptime> const& a,
@@ -195,6 +216,14 @@ class LIBVARROW_API TimeBlock {
   ///@}
   /// Returns whether the block has no slots.
   bool empty() const { return timeslots.empty(); }
+  /// Returns the number of slots.
+  std::size_t size() const { return timeslots.size(); }
+  ///@{
+  /// Iterates over the slots in the order of getBlocks(): for (const TimeSlot& slot : block).
+  /// Iterators are valid until the block changes. The loop may walk a temporary block.
+  std::vector<TimeSlot>::const_iterator begin() const { return timeslots.begin(); }
+  std::vector<TimeSlot>::const_iterator end() const { return timeslots.end(); }
+  ///@}
   /// Returns the slots, in order of time unless given out of order. Valid until the block changes.
   std::vector<TimeSlot> const& getBlocks() const& { return timeslots; }
   /// Returns the slots of a temporary block, as in block.intersection(from, to).getBlocks().
@@ -202,6 +231,12 @@ class LIBVARROW_API TimeBlock {
 
   /// Compares the begins of the first slots only. Aborts when a block is empty.
   bool operator<(TimeBlock const& other) const;
+  ///@{
+  /// Compares the slots one by one. Blocks that have the same time in other slots differ: [8, 10]
+  /// [10, 12] is not [8, 12].
+  bool operator==(TimeBlock const& other) const { return timeslots == other.timeslots; }
+  bool operator!=(TimeBlock const& other) const { return !(*this == other); }
+  ///@}
 
   // ---- Total time
 
@@ -264,7 +299,50 @@ class LIBVARROW_API TimeBlock {
   bool haveFullDay(boost::gregorian::date d) const;
 
   ///@}
-  // ---- Working time from a position. The two searches are not mirror images.
+  /// @name Working time
+  /// Times of work that pauses outside the block. workEnd and workStart are mirror images, and so
+  /// are nextWorking and lastWorking; all are O(log n), and O(k) for the k slots of the work.
+  ///
+  /// Touching slots count as one slot, empty slots as nothing. An infinite slot has any amount of
+  /// time: from 9:00 in [8, +infinity] all work ends, infinite work at +infinity. For
+  /// not-a-date-time the answer is nothing. A block that is out of order is put in order first, in
+  /// O(n log n): time that slots share counts once, and a reversed slot throws as in addTimeBlock.
+  ///@{
+
+  /// Returns the earliest time at which `work` that starts at `start` is over, or nothing when the
+  /// block has less time from there. Aborts when `work` is negative. With [8, 10] [12, 14]:
+  ///
+  ///     (9:00, 2 h)   13:00
+  ///     (9:00, 1 h)   10:00, not 12:00
+  ///     (9:00, 3 h)   14:00: all of the last slot counts
+  ///     (9:00, 4 h)   nothing
+  ///     (11:00, 0 h)  11:00, whether or not the block has time at 11:00
+  std::optional<boost::posix_time::ptime> workEnd(
+      boost::posix_time::ptime const& start, boost::posix_time::time_duration const& work) const;
+
+  /// Returns the latest time at which `work` must start to be over at `end`, or nothing when the
+  /// block has less time before. Aborts when `work` is negative. With [8, 10] [12, 14]:
+  ///
+  ///     (13:00, 2 h)  9:00
+  ///     (13:00, 1 h)  12:00, not 10:00
+  ///     (14:00, 4 h)  8:00
+  ///     (13:00, 4 h)  nothing
+  ///     (11:00, 0 h)  11:00
+  std::optional<boost::posix_time::ptime> workStart(
+      boost::posix_time::ptime const& end, boost::posix_time::time_duration const& work) const;
+
+  /// Returns the earliest time from which the block has time, at `t` or later; nothing after the
+  /// last slot. With [8, 10] [12, 14]: 9:00 for 9:00, and 12:00 for 10:00, where the slot ends.
+  std::optional<boost::posix_time::ptime> nextWorking(boost::posix_time::ptime const& t) const;
+
+  /// Returns the latest time until which the block has time, at `t` or earlier; nothing before the
+  /// first slot. With [8, 10] [12, 14]: 13:00 for 13:00, and 10:00 for 12:00, where the slot
+  /// begins.
+  std::optional<boost::posix_time::ptime> lastWorking(boost::posix_time::ptime const& t) const;
+
+  ///@}
+  // ---- The slots of work. The two searches are not mirror images: for the time at which work ends
+  // or starts use workEnd and workStart.
 
   /// Returns the first `dur` of the block's time from `pos` on. With [8, 10] [12, 14] [16, 18]:
   ///
@@ -308,7 +386,6 @@ class LIBVARROW_API TimeBlock {
   void dumpAsRaw(std::ostream& out, StringIndent const& indent) const;
   /// Returns the same text without indent and without the last line end.
   std::string dumpAsString() const;
-
   /// Binds the block as an array of slots. Reading sorts the slots (TimeSlot's order) but does not
   /// merge or check them; writing sorts them too. To merge the slots read, and have reversed ones
   /// throw:
@@ -326,6 +403,14 @@ class LIBVARROW_API TimeBlock {
   void unite(std::vector<TimeSlot> const& additions);
   void removeOneByOne(std::vector<TimeSlot> const& cuts);
   void subtract(std::vector<TimeSlot> const& cuts);
+  // Returns whether binary searches find the slots in the window. A reversed one is left to the
+  // walk over all slots, which checks it.
+  bool isNarrowedBy(boost::posix_time::ptime const& start,
+                    boost::posix_time::ptime const& end) const {
+    return isOrdered_ && !(end < start);
+  }
+  // Returns the slots of the block, or of `copy`, which receives them in order if they are not.
+  std::vector<TimeSlot> const& slotsInOrder(TimeBlock& copy) const;
 
   std::vector<TimeSlot> timeslots;
   // The invariant "ordered": each slot begins no later than it ends and ends no later than the next
@@ -333,5 +418,11 @@ class LIBVARROW_API TimeBlock {
   // every slot. All changes keep it; only checkOrder() establishes it.
   bool isOrdered_ = true;
 };
+
+///@{
+/// Writes dumpAsString().
+LIBVARROW_API std::ostream& operator<<(std::ostream& out, TimeBlock const& block);
+LIBVARROW_API FastStringStream& operator<<(FastStringStream& out, TimeBlock const& block);
+///@}
 
 }  // namespace libvarrow

@@ -1,0 +1,202 @@
+// The rules of ordered slots, written once for every container of them.
+//
+// A template parameter `Ordered` is a container of ordered slots (slot_search.h) with bidirectional
+// iterators and the searches of slot_search::Row.
+#pragma once
+
+#include <algorithm>
+#include <boost/date_time/posix_time/posix_time_types.hpp>
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+#include "libvarrow/backtrace/Check.h"
+#include "libvarrow/time/TimeBlock.h"
+#include "time/saturating_time.h"
+#include "time/share_time.h"
+
+namespace libvarrow::slot_rules {
+
+using boost::posix_time::ptime;
+using boost::posix_time::time_duration;
+
+// ---- Counts. Arithmetic of time points would test each for special values.
+
+/// The count that represents a time: the smallest for -infinity, the largest two for
+/// not-a-date-time and +infinity.
+struct Count : ptime {
+  static std::int64_t of(const ptime& time) { return (time.*&Count::time_).time_count(); }
+};
+
+/// Returns the count from `begin` to `end`, which is not before it. A slot with an infinite end has
+/// more than all real times.
+inline std::uint64_t countBetween(const ptime& begin, const ptime& end) {
+  return static_cast<std::uint64_t>(Count::of(end)) - static_cast<std::uint64_t>(Count::of(begin));
+}
+
+/// Returns the count of `work`, or that of slightly more than all real times when it is longer.
+inline std::uint64_t countOf(const time_duration& work) {
+  static const std::uint64_t most =
+      countBetween(ptime(boost::date_time::min_date_time), ptime(boost::date_time::max_date_time));
+  return std::min(static_cast<std::uint64_t>(work.ticks()), most + 1);
+}
+
+inline time_duration durationOf(std::uint64_t count) {
+  return time_duration(0, 0, 0, static_cast<std::int64_t>(count));
+}
+
+/// Returns a function that appends [begin, end], which does not begin before the last slot ends. It
+/// ignores an empty interval and joins one that touches the last slot.
+inline auto appendTo(std::vector<TimeSlot>& slots) {
+  return [&slots](const ptime& begin, const ptime& end) {
+    if (!(begin < end)) return;
+    if (!slots.empty() && slots.back().time_end == begin) {
+      slots.back().time_end = end;
+    } else {
+      slots.emplace_back(begin, end);
+    }
+  };
+}
+
+// ---- Relation to an interval
+
+inline bool containsAll(const TimeSlot& slot, const ptime& start, const ptime& end) {
+  return slot.time_begin <= start && end <= slot.time_end;
+}
+
+template <class Ordered>
+bool haveAll(const Ordered& slots, const ptime& start, const ptime& end) {
+  // The slots before end earlier, those after begin later.
+  const auto slot = slots.endingFrom(end);
+  return slot != slots.end() && containsAll(*slot, start, end);
+}
+
+/// Precondition: start <= end.
+template <class Ordered>
+bool haveShared(const Ordered& slots, const ptime& start, const ptime& end) {
+  const auto slot = slots.endingAfter(start);
+  return slot != slots.end() && shareTime(slot->time_begin, slot->time_end, start, end);
+}
+
+/// Calls emit(begin, end) for the time of the slots inside [start, end]. Precondition: start <=
+/// end.
+template <class Ordered, class Emit>
+void emitInside(const Ordered& slots, const ptime& start, const ptime& end, Emit emit) {
+  for (auto slot = slots.endingAfter(start); slot != slots.end() && slot->time_begin < end;
+       ++slot) {
+    emit(std::max(start, slot->time_begin), std::min(slot->time_end, end));
+  }
+}
+
+/// Calls emit(begin, end) for the time of [start, end] outside the slots.
+template <class Ordered, class Emit>
+void emitGaps(const Ordered& slots, const ptime& start, const ptime& end, Emit emit) {
+  ptime from = start;
+  emitInside(slots, start, end, [&](const ptime& begin, const ptime& slotEnd) {
+    if (begin == slotEnd) return;
+    if (from < begin) emit(from, begin);
+    from = slotEnd;
+  });
+  if (from < end) emit(from, end);
+}
+
+/// Calls emit(begin, end) for the time that both containers have.
+template <class OrderedA, class OrderedB, class Emit>
+void emitCommon(const OrderedA& as, const OrderedB& bs, Emit emit) {
+  auto a = as.begin();
+  auto b = bs.begin();
+  if (b == bs.end()) return;
+  a = as.endingAfter(b->time_begin);
+  if (a == as.end()) return;
+  b = bs.endingAfter(a->time_begin);
+  while (a != as.end() && b != bs.end()) {
+    const ptime& begin = std::max(a->time_begin, b->time_begin);
+    const ptime& end = std::min(a->time_end, b->time_end);
+    if (begin < end) emit(begin, end);
+    if (a->time_end < b->time_end) {
+      ++a;
+    } else {
+      ++b;
+    }
+  }
+}
+
+// ---- Working time
+
+/// Returns nothing for not-a-date-time.
+inline std::optional<ptime> known(const ptime& time) {
+  return time.is_not_a_date_time() ? std::nullopt : std::optional<ptime>(time);
+}
+
+template <class Ordered>
+std::optional<ptime> nextWorking(const Ordered& slots, const ptime& t) {
+  if (t.is_not_a_date_time()) return std::nullopt;
+  auto slot = slots.endingAfter(t);
+  while (slot != slots.end() && slot->time_begin == slot->time_end) ++slot;
+  return slot == slots.end() ? std::nullopt : known(std::max(t, slot->time_begin));
+}
+
+template <class Ordered>
+std::optional<ptime> lastWorking(const Ordered& slots, const ptime& t) {
+  if (t.is_not_a_date_time()) return std::nullopt;
+  auto slot = slots.beginningFrom(t);
+  while (slot != slots.begin()) {
+    --slot;
+    if (slot->time_begin != slot->time_end) return known(std::min(slot->time_end, t));
+  }
+  return std::nullopt;
+}
+
+/// The slot in which work ends, and the time.
+template <class Iterator>
+struct WorkPlace {
+  Iterator slot;
+  ptime time;
+};
+
+/// Returns where `work` that starts at `start` ends, from the slot `slot` on, which is the first
+/// that ends after `start`; nothing when the slots have less time. Precondition: `work` is
+/// positive.
+template <class Iterator>
+std::optional<WorkPlace<Iterator>> findEnd(Iterator slot, Iterator last, const ptime& start,
+                                           const time_duration& work) {
+  std::uint64_t left = countOf(work);
+  ptime from = start;
+  for (; slot != last; ++slot) {
+    from = std::max(from, slot->time_begin);
+    if (from.is_neg_infinity()) return WorkPlace<Iterator>{slot, from};
+    const std::uint64_t length = countBetween(from, slot->time_end);
+    if (left <= length) return WorkPlace<Iterator>{slot, shifted(from, durationOf(left))};
+    left -= length;
+  }
+  return std::nullopt;
+}
+
+template <class Ordered>
+std::optional<ptime> workEnd(const Ordered& slots, const ptime& start, const time_duration& work) {
+  LIBVARROW_CHECK(!work.is_negative());
+  if (start.is_not_a_date_time() || work.is_not_a_date_time()) return std::nullopt;
+  if (work == time_duration()) return start;
+  const auto found = findEnd(slots.endingAfter(start), slots.end(), start, work);
+  return found ? known(found->time) : std::nullopt;
+}
+
+template <class Ordered>
+std::optional<ptime> workStart(const Ordered& slots, const ptime& end, const time_duration& work) {
+  LIBVARROW_CHECK(!work.is_negative());
+  if (end.is_not_a_date_time() || work.is_not_a_date_time()) return std::nullopt;
+  if (work == time_duration()) return end;
+  std::uint64_t left = countOf(work);
+  ptime until = end;
+  for (auto slot = slots.beginningFrom(end); slot != slots.begin();) {
+    --slot;
+    until = std::min(until, slot->time_end);
+    if (until.is_pos_infinity()) return until;
+    const std::uint64_t length = countBetween(slot->time_begin, until);
+    if (left <= length) return known(shifted(until, -durationOf(left)));
+    left -= length;
+  }
+  return std::nullopt;
+}
+
+}  // namespace libvarrow::slot_rules
