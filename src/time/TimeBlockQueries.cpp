@@ -3,7 +3,6 @@
 #include <cstdint>
 
 #include "libvarrow/backtrace/Check.h"
-#include "libvarrow/backtrace/TracedError.h"
 #include "libvarrow/log/log.h"
 #include "libvarrow/time/TimeBlock.h"
 #include "libvarrow/time/time_range.h"
@@ -44,13 +43,6 @@ date firstMidnightInside(const TimeSlot& slot) {
 std::int64_t daysBetween(const date& from, const date& to) {
   constexpr std::int64_t kMost = std::int64_t{1} << 32;
   return std::clamp<std::int64_t>((to - from).days(), -kMost, kMost);
-}
-
-// Throws a traced error unless the days from `first` to `last` can be listed.
-void requireCountable(const date& first, const date& last) {
-  if (first.is_special() || last.is_special()) {
-    throwTraced("the days from " + time2str(first) + " to " + time2str(last) + " cannot be listed");
-  }
 }
 
 // Appends the days from `first` to `last`, both included. Returns false when `first` is before the

@@ -1,6 +1,8 @@
-// Saturating arithmetic on times and durations, which the date-time library does not define.
+// Arithmetic on times and durations that saturates instead of overflowing, and the errors of
+// intervals.
 #pragma once
 
+#include <boost/date_time/gregorian/gregorian_types.hpp>
 #include <boost/date_time/posix_time/posix_time_types.hpp>
 
 #include "libvarrow/backtrace/TracedError.h"
@@ -41,6 +43,14 @@ inline void requireForwards(const boost::posix_time::ptime& begin,
                             const boost::posix_time::ptime& end) {
   // Writes no separator: programs that parse these messages know them in this form.
   if (end < begin) throwTraced(time2str(begin) + time2str(end));
+}
+
+/// Throws a traced runtime error unless the days from `first` to `last` can be listed.
+inline void requireCountable(const boost::gregorian::date& first,
+                             const boost::gregorian::date& last) {
+  if (first.is_special() || last.is_special()) {
+    throwTraced("the days from " + time2str(first) + " to " + time2str(last) + " cannot be listed");
+  }
 }
 
 }  // namespace libvarrow

@@ -25,10 +25,14 @@ const std::vector<std::string>& DayWindow::everyDay() {
   return days;
 }
 
-bool DayWindow::startsOn(const boost::gregorian::date& day) const {
-  // The date-time library's week starts on Sunday.
-  const std::string& name = everyDay()[(day.day_of_week().as_number() + 6u) % 7];
-  return std::find(days.begin(), days.end(), name) != days.end();
+libvarrow::Weekdays DayWindow::weekdays() const {
+  libvarrow::Weekdays weekdays{};
+  for (const std::string& name : days) {
+    const auto fromMonday = std::find(everyDay().begin(), everyDay().end(), name);
+    // The date-time library's week starts on Sunday.
+    weekdays.add(boost::date_time::weekdays((fromMonday - everyDay().begin() + 1) % 7));
+  }
+  return weekdays;
 }
 
 void DayWindow::setBind(cppbind::Binder* binder, bool bindFields) {

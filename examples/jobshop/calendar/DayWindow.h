@@ -1,7 +1,8 @@
 // A repeated time of day, such as a shift or a break.
 #pragma once
 
-#include <boost/date_time/gregorian/gregorian_types.hpp>
+#include <libvarrow/time/WeeklyPattern.h>
+
 #include <boost/date_time/posix_time/posix_time_types.hpp>
 #include <string>
 #include <vector>
@@ -22,7 +23,7 @@ struct DayWindow {
   /// Returns "mon" to "sun".
   static const std::vector<std::string>& everyDay();
 
-  bool startsOn(const boost::gregorian::date& day) const;
+  libvarrow::Weekdays weekdays() const;
 
   /// Binds the keys above. Throws cppbind::ParseErrorException when the window has no time or more
   /// than 24 hours.

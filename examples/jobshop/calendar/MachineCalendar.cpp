@@ -15,8 +15,6 @@ MachineCalendar::MachineCalendar(const WorkingHours& hours, const ShopClock& clo
   end_ = clock.unitsUntil(end);
   const TimeBlock working = hours.workingTime(clock.pointAt(0), clock.pointAt(end_));
   for (const TimeSlot& slot : working.getBlocks()) addWhole(slot);
-  // A search treats work that ends in the last slot as not found. This extra slot is never needed.
-  working_.addTimeBlock(clock.pointAt(end_ + 1), clock.pointAt(end_ + 2));
 }
 
 void MachineCalendar::addWhole(const TimeSlot& slot) {
@@ -35,13 +33,16 @@ std::optional<Span> MachineCalendar::run(Time from, Time time) const {
   if (from > end_ || time > end_) return std::nullopt;
   const ptime at = clock_.pointAt(from);
   if (time == 0) {
-    const auto slot = TimeBlock::lowerBound(working_.getBlocks(), at);
+    const auto& slots = working_.getBlocks();
+    const auto slot = TimeBlock::lowerBound(slots, at);
+    if (slot == slots.end()) return std::nullopt;
     const Time start = std::max(from, toSpan(*slot).start);
-    return start > end_ ? std::nullopt : std::optional<Span>(Span{start, start});
+    return Span{start, start};
   }
-  const TimeBlock worked = working_.getBlockAtPos4Dur(at, clock_.pointAt(time) - clock_.pointAt(0));
-  if (worked.empty()) return std::nullopt;
-  return toSpan({worked.beginTime(), worked.endTime()});
+  const auto start = working_.nextWorking(at);
+  const auto end = working_.workEnd(at, clock_.pointAt(time) - clock_.pointAt(0));
+  if (!start || !end) return std::nullopt;
+  return toSpan({*start, *end});
 }
 
 std::vector<Span> MachineCalendar::workingSpans(Time begin, Time end) const {

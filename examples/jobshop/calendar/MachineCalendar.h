@@ -27,7 +27,7 @@ class MachineCalendar {
 
   bool alwaysWorks() const { return alwaysWorks_; }
   /// Returns true when at least one unit is working time.
-  bool hasWorkingTime() const { return alwaysWorks_ || working_.getBlocks().size() > 1; }
+  bool hasWorkingTime() const { return alwaysWorks_ || !working_.empty(); }
   /// Returns the end of the calendar; the largest time when it always works.
   Time end() const { return end_; }
   const Efficiency& efficiency() const { return efficiency_; }
@@ -47,8 +47,7 @@ class MachineCalendar {
   /// Returns the spans of [begin, end] that are not working time.
   std::vector<Span> gaps(Time begin, Time end) const;
 
-  /// Returns the working time on the clock, except when the machine always works. The last slot is
-  /// after the calendar's end and not working time.
+  /// Returns the working time on the clock; empty when the machine always works.
   const libvarrow::TimeBlock& working() const { return working_; }
 
  private:

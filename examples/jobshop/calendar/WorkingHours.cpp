@@ -9,6 +9,7 @@ namespace jobshop {
 
 namespace {
 
+using boost::posix_time::hours;
 using boost::posix_time::ptime;
 using cppbind::ParseErrorException;
 using libvarrow::TimeBlock;
@@ -28,19 +29,6 @@ bool isEmpty(const std::optional<std::vector<DayWindow>>& windows) {
   return !windows || windows->empty();
 }
 
-// Returns every window that may reach into [from, to], also of the day before, since windows may
-// pass midnight.
-TimeBlock repeated(const std::vector<DayWindow>& windows, const ptime& from, const ptime& to) {
-  const boost::gregorian::days oneDay(1);
-  TimeBlock block;
-  for (auto day = from.date() - oneDay; day <= to.date(); day += oneDay) {
-    for (const DayWindow& window : windows) {
-      if (window.startsOn(day)) block.addTimeBlock({day, window.from}, {day, window.to});
-    }
-  }
-  return block;
-}
-
 }  // namespace
 
 void WorkingHours::setBind(cppbind::Binder* binder, bool bindFields) {
@@ -56,15 +44,15 @@ void WorkingHours::setBind(cppbind::Binder* binder, bool bindFields) {
 }
 
 WorkingHours WorkingHours::within(const WorkingHours& shop) const {
-  WorkingHours hours = *this;
-  if (!hours.shifts) hours.shifts = shop.shifts;
-  if (!hours.breaks) hours.breaks = shop.breaks;
-  if (!hours.efficiency) hours.efficiency = shop.efficiency;
+  WorkingHours merged = *this;
+  if (!merged.shifts) merged.shifts = shop.shifts;
+  if (!merged.breaks) merged.breaks = shop.breaks;
+  if (!merged.efficiency) merged.efficiency = shop.efficiency;
   // Adds slots one by one to a new block, since a block from a file may overlap itself.
-  hours.closed = TimeBlock();
-  hours.closed.addTimeBlocks(closed);
-  hours.closed.addTimeBlocks(shop.closed);
-  return hours;
+  merged.closed = TimeBlock();
+  merged.closed.addTimeBlocks(closed);
+  merged.closed.addTimeBlocks(shop.closed);
+  return merged;
 }
 
 bool WorkingHours::isAlways() const {
@@ -72,9 +60,16 @@ bool WorkingHours::isAlways() const {
 }
 
 TimeBlock WorkingHours::workingTime(const ptime& from, const ptime& to) const {
-  TimeBlock block(from, to);
-  if (!isEmpty(shifts)) block = repeated(*shifts, from, to).intersection(from, to);
-  if (!isEmpty(breaks)) block.removeTimeBlock(repeated(*breaks, from, to));
+  libvarrow::WeeklyPattern pattern;
+  if (isEmpty(shifts)) {
+    pattern.addShift(hours(0), hours(24));
+  } else {
+    for (const DayWindow& shift : *shifts) pattern.addShift(shift.from, shift.to, shift.weekdays());
+  }
+  if (breaks) {
+    for (const DayWindow& pause : *breaks) pattern.addBreak(pause.from, pause.to, pause.weekdays());
+  }
+  TimeBlock block = pattern.between(from.date(), to.date()).intersection(from, to);
   block.removeTimeBlock(closed);
   return block;
 }
