@@ -3,11 +3,13 @@
 #include <libvarrow/stream/StringIndent.h>
 #include <libvarrow/time/TimeBlock.h>
 #include <libvarrow/time/TimeSlotWithEfficiency.h>
+#include <libvarrow/time/WeeklyPattern.h>
 #include <libvarrow/time/overflow_checker.h>
 #include <libvarrow/time/time_range.h>
 
 #include <boost/make_shared.hpp>
 #include <iostream>
+#include <optional>
 #include <set>
 #include <string>
 #include <vector>
@@ -18,7 +20,6 @@ using boost::gregorian::date;
 using boost::gregorian::days;
 using boost::posix_time::hours;
 using boost::posix_time::ptime;
-using boost::posix_time::seconds;
 using boost::posix_time::time_duration;
 using libvarrow::time2str;
 using libvarrow::TimeBlock;
@@ -46,8 +47,28 @@ TimeBlock shiftsOfTheWeek() {
 }
 // [/calendar]
 
+// [pattern]
+TimeBlock shiftsOfMay() {
+  using libvarrow::Weekdays;
+  libvarrow::WeeklyPattern pattern;
+  pattern.addShift(hours(6), hours(14), Weekdays::mondayToFriday());
+  pattern.addShift(hours(22), hours(30), {boost::gregorian::Friday});  // to Saturday 6:00
+  pattern.addBreak(hours(10), hours(11));                              // on every day
+  pattern.addHoliday(date(2024, 5, 1));                                // a Wednesday
+  return pattern.between(date(2024, 5, 1), date(2024, 5, 31));
+}
+// [/pattern]
+
+void showPattern() {
+  // [may]
+  const TimeBlock may = shiftsOfMay();
+  std::cout << time2str(may.getTotalDur()) << " in May, at first\n"
+            << may.intersection(at(60, 0), at(63, 0)) << '\n';
+  // [/may]
+}
+
 void showCalendar(const TimeBlock& week) {
-  std::cout << week.dumpAsString() << '\n';
+  std::cout << week << '\n';
   // [ask]
   std::cout << "work in all:  " << time2str(week.getTotalDur()) << '\n'
             << "on Tuesday:   "
@@ -58,39 +79,38 @@ void showCalendar(const TimeBlock& week) {
   // [/ask]
 }
 
-// [search]
-// Returns when interruptible work ends; not-a-date-time when the calendar ends before.
-ptime endOfWork(TimeBlock week, const ptime& start, const time_duration& work) {
-  if (week.empty()) return ptime();
-  // Work that ends in the last slot counts as not found, so add a slot after the horizon.
-  const ptime horizon = week.endTime();
-  week.addTimeBlock(horizon + hours(24), horizon + hours(25));
-  const TimeBlock used = week.getBlockAtPos4Dur(start, work);
-  return used.empty() || used.endTime() > horizon ? ptime() : used.endTime();
+// Returns the time as text, or "never" when there is none.
+std::string textOf(const std::optional<ptime>& time) {
+  return time ? time2str(*time) : "never";
 }
 
-// Returns when work must begin in order to end at `end`.
-ptime beginOfWork(const TimeBlock& week, const ptime& end, const time_duration& work) {
-  if (week.empty() || end <= week.beginTime()) return ptime();
-  // The search ignores a slot that contains `end` or ends there: cut the calendar there and search
-  // from a little later.
-  const TimeBlock before = week.intersection(week.beginTime(), end);
-  const TimeBlock used = before.getBlockAtPos4DurByEnd(end + seconds(1), work);
-  return used.empty() ? ptime() : used.beginTime();
+void showTwo(const TimeBlock& week) {
+  // [two]
+  TimeBlock worker(at(1, 8), at(1, 16));
+  worker.addTimeBlock(at(2, 8), at(2, 16));
+  std::cout << "machine and worker:\n"
+            << week.intersection(worker) << '\n'
+            << "free of work on Tuesday:\n"
+            << week.gaps(at(2, 0), at(3, 0)) << '\n';
+  // [/two]
 }
-// [/search]
 
 void showSearch(const TimeBlock& week) {
-  std::cout << "4 h from Tuesday 8:00 end      " << time2str(endOfWork(week, at(2, 8), hours(4)))
+  // [search]
+  std::cout << "4 h from Tuesday 8:00 end    " << textOf(week.workEnd(at(2, 8), hours(4))) << '\n'
+            << "4 h that end Tuesday 14:00   " << textOf(week.workStart(at(2, 14), hours(4)))
             << '\n'
-            << "4 h that end Tuesday 14:00     " << time2str(beginOfWork(week, at(2, 14), hours(4)))
-            << '\n'
-            << "the last 2 h, in the last slot " << time2str(endOfWork(week, at(5, 20), hours(2)))
-            << '\n'
-            << "3 h there do not fit           " << time2str(endOfWork(week, at(5, 20), hours(3)))
-            << '\n'
-            << "without the slot after it      "
-            << week.getBlockAtPos4Dur(at(5, 20), hours(2)).getBlocks().size() << " slots\n";
+            << "the last 2 h of the week     " << textOf(week.workEnd(at(5, 20), hours(2))) << '\n'
+            << "3 h there do not fit         " << textOf(week.workEnd(at(5, 20), hours(3))) << '\n'
+            << "from Tuesday 10:00, work at  " << textOf(week.nextWorking(at(2, 10))) << '\n'
+            << "before Tuesday 12:00, until  " << textOf(week.lastWorking(at(2, 12))) << '\n';
+  // [/search]
+  // [used]
+  // A slot after the horizon: a search that ends in the last slot finds nothing.
+  TimeBlock calendar = week;
+  calendar.addTimeBlock(week.endTime() + hours(24), week.endTime() + hours(25));
+  std::cout << calendar.getBlockAtPos4Dur(at(2, 8), hours(4)) << '\n';
+  // [/used]
 }
 
 void showDays(const TimeBlock& week) {
@@ -103,7 +123,7 @@ void showDays(const TimeBlock& week) {
 
 void showShortSlots(const TimeBlock& week) {
   // [walk]
-  for (const libvarrow::TimeSlot& slot : week.getBlocks()) {
+  for (const libvarrow::TimeSlot& slot : week) {
     if (slot.dur() >= hours(14)) continue;
     std::cout << "only " << time2str(slot.dur()) << " from " << time2str(slot.time_begin) << " to "
               << time2str(slot.time_end) << '\n';
@@ -168,6 +188,8 @@ int main() {
   const TimeBlock week = shiftsOfTheWeek();
   std::cout << std::boolalpha;
   showCalendar(week);
+  showPattern();
+  showTwo(week);
   showSearch(week);
   showDays(week);
   showShortSlots(week);
