@@ -37,6 +37,7 @@
 #include "libvarrow/time/SchedulingTimeSlot.h"
 #include "libvarrow/time/TimeBlock.h"
 #include "libvarrow/time/TimeSlotWithEfficiency.h"
+#include "libvarrow/time/Timeline.h"
 #include "libvarrow/time/WeeklyPattern.h"
 #include "libvarrow/time/overflow_checker.h"
 #include "libvarrow/time/time_range.h"

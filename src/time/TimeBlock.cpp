@@ -1,7 +1,6 @@
 #include "libvarrow/time/TimeBlock.h"
 
 #include <algorithm>
-#include <array>
 #include <ostream>
 #include <stdexcept>
 #include <type_traits>
@@ -116,12 +115,8 @@ void TimeBlock::addTimeBlock(ptime bstart, ptime bend) {
   if (index > 0) LIBVARROW_CHECK(this->timeslots[index - 1].time_end < bstart);
   if (first != timeslots.cend()) LIBVARROW_CHECK(this->timeslots[index].time_end >= bstart);
 
-  TimeSlot merged(bstart, bend);
-  auto last = first;
-  for (; last != timeslots.cend() && !(merged.time_end < last->time_begin); ++last) {
-    merged = slot_sweep::hull(merged, *last);
-  }
-  slot_sweep::replace(timeslots, first, last, {&merged, &merged + 1});
+  const auto change = slot_rules::addition(first, timeslots.cend(), TimeSlot(bstart, bend));
+  slot_sweep::replace(timeslots, change.first, change.last, change.row());
   if (!isOrdered_ && timeslots.size() == 1) checkOrder();
 }
 
@@ -169,17 +164,10 @@ void TimeBlock::removeTimeBlock(ptime start, ptime end) {
   CPPBIND_ASSERT(start <= end);
   const TimeSlot cut(start, end);
   if (!isOrdered_) return subtract({cut});
-  const auto first = firstNot(timeslots.cbegin(), timeslots.cend(),
-                              [&](const TimeSlot& slot) { return !(start < slot.time_end); });
-  const auto last = firstNot(first, timeslots.cend(),
-                             [&](const TimeSlot& slot) { return slot.time_begin < end; });
-  std::array<TimeSlot, 2> pieces;  // before and after the cut
-  TimeSlot* piecesEnd = pieces.data();
-  for (auto slot = first; slot != last; ++slot) {
-    slot_sweep::emitRest(*slot, {&cut, &cut + 1},
-                         [&](const TimeSlot& piece) { *piecesEnd++ = piece; });
-  }
-  slot_sweep::replace(timeslots, first, last, {pieces.data(), piecesEnd});
+  const auto first =
+      firstNot(timeslots.cbegin(), timeslots.cend(), slot_search::beforeEndAfter(start));
+  const auto change = slot_rules::removal(first, timeslots.cend(), cut);
+  slot_sweep::replace(timeslots, change.first, change.last, change.row());
 }
 
 void TimeBlock::removeTimeBlock(TimeBlock const& other) {
@@ -284,9 +272,7 @@ bool TimeBlock::haveBlock(ptime start, ptime end) const {
 
 bool TimeBlock::haveBlock(ptime start, ptime end, time_duration dur) const {
   for (const TimeSlot& slot : SlotsNear(timeslots, isOrdered_, start, end)) {
-    const ptime& lo = std::max(start, slot.time_begin);
-    const ptime& hi = std::min(slot.time_end, end);
-    if (!(hi < lo) && !(hi - lo < dur)) return true;
+    if (slot_rules::hasRoom(slot, start, end, dur)) return true;
   }
   return false;
 }

@@ -79,36 +79,20 @@ void setFlags(std::vector<bool>& flags, std::int64_t from, std::int64_t to) {
 }  // namespace
 
 bool TimeBlock::isOrderedInRealTime() const {
-  return isOrdered_ && slot_search::haveRealTimesOnly(timeslots);
+  return isOrdered_ && slot_rules::haveRealTimesOnly(timeslots);
 }
 
 // ---- Total time
 
 time_duration TimeBlock::getTotalDur() const {
-  if (isOrderedInRealTime()) {
-    std::uint64_t count = 0;
-    for (const TimeSlot& slot : timeslots) {
-      count += slot_rules::countBetween(slot.time_begin, slot.time_end);
-    }
-    return slot_rules::durationOf(count);
-  }
-  time_duration total;
-  for (const TimeSlot& slot : timeslots) total = sumOf(total, slot.dur());
-  return total;
+  return slot_rules::total(timeslots, isOrderedInRealTime());
 }
 
 time_duration TimeBlock::getTotalDur(ptime const& statistical_time_begin,
                                      ptime const& statistical_time_end) const {
   LIBVARROW_CHECK(statistical_time_begin < statistical_time_end);
-  time_duration total;
-  auto slot = lowerBound(timeslots, statistical_time_begin);
-  for (; slot != timeslots.end() && !(statistical_time_end < slot->time_begin); ++slot) {
-    const ptime& x = std::max(slot->time_begin, statistical_time_begin);
-    const ptime& y = std::min(slot->time_end, statistical_time_end);
-    LIBVARROW_CHECK(x <= y);
-    total = sumOf(total, y - x);
-  }
-  return total;
+  return slot_rules::totalInside(lowerBound(timeslots, statistical_time_begin), timeslots.cend(),
+                                 statistical_time_begin, statistical_time_end);
 }
 
 time_duration TimeBlock::getTotalDur(date const& date_begin, date const& date_end) const {

@@ -5,8 +5,11 @@
 #pragma once
 
 #include <algorithm>
+#include <array>
 #include <boost/date_time/posix_time/posix_time_types.hpp>
+#include <cstddef>
 #include <cstdint>
+#include <iterator>
 #include <optional>
 #include <vector>
 
@@ -14,6 +17,8 @@
 #include "libvarrow/time/TimeBlock.h"
 #include "time/saturating_time.h"
 #include "time/share_time.h"
+#include "time/slot_search.h"
+#include "time/slot_sweep.h"
 
 namespace libvarrow::slot_rules {
 
@@ -58,6 +63,44 @@ inline auto appendTo(std::vector<TimeSlot>& slots) {
   };
 }
 
+// ---- Union and subtraction
+
+/// The slots from `first` to `last` become the pieces.
+template <class Iterator>
+struct Change {
+  explicit Change(Iterator place) : first(place), last(place) {}
+
+  void add(const TimeSlot& piece) { pieces[count++] = piece; }
+  slot_search::Row row() const { return {pieces.data(), pieces.data() + count}; }
+
+  Iterator first;
+  Iterator last;
+  std::array<TimeSlot, 2> pieces;
+  std::size_t count = 0;
+};
+
+/// Returns the union with `slot`; `first` is the first slot that ends at its begin or later.
+template <class Iterator>
+Change<Iterator> addition(Iterator first, Iterator slotsEnd, TimeSlot slot) {
+  Change<Iterator> change(first);
+  for (; change.last != slotsEnd && !(slot.time_end < change.last->time_begin); ++change.last) {
+    slot = slot_sweep::hull(slot, *change.last);
+  }
+  change.add(slot);
+  return change;
+}
+
+/// Returns the removal of `cut`; `first` is the first slot that ends after its begin.
+template <class Iterator>
+Change<Iterator> removal(Iterator first, Iterator slotsEnd, const TimeSlot& cut) {
+  Change<Iterator> change(first);
+  for (; change.last != slotsEnd && change.last->time_begin < cut.time_end; ++change.last) {
+    slot_sweep::emitRest(*change.last, {&cut, &cut + 1},
+                         [&](const TimeSlot& piece) { change.add(piece); });
+  }
+  return change;
+}
+
 // ---- Relation to an interval
 
 inline bool containsAll(const TimeSlot& slot, const ptime& start, const ptime& end) {
@@ -76,6 +119,13 @@ template <class Ordered>
 bool haveShared(const Ordered& slots, const ptime& start, const ptime& end) {
   const auto slot = slots.endingAfter(start);
   return slot != slots.end() && shareTime(slot->time_begin, slot->time_end, start, end);
+}
+
+inline bool hasRoom(const TimeSlot& slot, const ptime& start, const ptime& end,
+                    const time_duration& dur) {
+  const ptime& lo = std::max(start, slot.time_begin);
+  const ptime& hi = std::min(slot.time_end, end);
+  return !(hi < lo) && !(hi - lo < dur);
 }
 
 /// Calls emit(begin, end) for the time of the slots inside [start, end]. Precondition: start <=
@@ -119,6 +169,41 @@ void emitCommon(const OrderedA& as, const OrderedB& bs, Emit emit) {
       ++b;
     }
   }
+}
+
+// ---- Total time
+
+/// Returns whether ordered slots have no infinite time and no not-a-date-time.
+template <class Ordered>
+bool haveRealTimesOnly(const Ordered& slots) {
+  return slots.begin() == slots.end() ||
+         !(slots.begin()->time_begin.is_special() || std::prev(slots.end())->time_end.is_special());
+}
+
+template <class Slots>
+time_duration total(const Slots& slots, bool areOrderedInRealTime) {
+  if (areOrderedInRealTime) {
+    std::uint64_t count = 0;
+    for (const TimeSlot& slot : slots) count += countBetween(slot.time_begin, slot.time_end);
+    return durationOf(count);
+  }
+  time_duration sum;
+  for (const TimeSlot& slot : slots) sum = sumOf(sum, slot.dur());
+  return sum;
+}
+
+/// Returns the time in a window; `slot` is the first that ends at `windowBegin` or later.
+template <class Iterator>
+time_duration totalInside(Iterator slot, Iterator slotsEnd, const ptime& windowBegin,
+                          const ptime& windowEnd) {
+  time_duration sum;
+  for (; slot != slotsEnd && !(windowEnd < slot->time_begin); ++slot) {
+    const ptime& x = std::max(slot->time_begin, windowBegin);
+    const ptime& y = std::min(slot->time_end, windowEnd);
+    LIBVARROW_CHECK(x <= y);
+    sum = sumOf(sum, y - x);
+  }
+  return sum;
 }
 
 // ---- Working time

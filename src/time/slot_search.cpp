@@ -12,9 +12,4 @@ bool areOrdered(const Slots& slots) {
   return true;
 }
 
-bool haveRealTimesOnly(const Slots& slots) {
-  return slots.empty() ||
-         !(slots.front().time_begin.is_special() || slots.back().time_end.is_special());
-}
-
 }  // namespace libvarrow::slot_search

@@ -16,9 +16,6 @@ using Slots = std::vector<TimeSlot>;
 /// ends no later than the next begins. Begins and ends are then ascending.
 bool areOrdered(const Slots& slots);
 
-/// Returns, for ordered slots, whether no time is infinite or not-a-date-time.
-bool haveRealTimesOnly(const Slots& slots);
-
 /// Returns the first element of [first, last) for which `isBefore` is false, by binary search.
 //
 // Not std::lower_bound, whose precondition external slots may violate: this function then finds

@@ -86,9 +86,4 @@ void replace(Slots& slots, SlotIterator first, SlotIterator last, Row pieces) {
   slots.erase(begin + copied, begin + replaced);
 }
 
-void makeRoom(Slots& slots, std::size_t more) {
-  if (slots.capacity() - slots.size() >= more) return;
-  slots.reserve(slots.size() + std::max(slots.size(), more));
-}
-
 }  // namespace libvarrow::slot_sweep

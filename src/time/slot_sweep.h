@@ -1,6 +1,7 @@
 // Union and subtraction of many slots in one pass.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <vector>
 
@@ -46,7 +47,11 @@ Slots subtract(const Slots& slots, bool areOrdered, Row cuts);
 /// memory runs out.
 void replace(Slots& slots, SlotIterator first, SlotIterator last, Row pieces);
 
-/// Reserves memory for `more` further slots, growing as insertion does.
-void makeRoom(Slots& slots, std::size_t more);
+/// Reserves memory for `more` further elements, growing as insertion does.
+template <class T>
+void makeRoom(std::vector<T>& elements, std::size_t more) {
+  if (elements.capacity() - elements.size() >= more) return;
+  elements.reserve(elements.size() + std::max(elements.size(), more));
+}
 
 }  // namespace libvarrow::slot_sweep

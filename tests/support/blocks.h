@@ -4,6 +4,9 @@
 #include <boost/date_time/posix_time/posix_time.hpp>
 #include <cstdint>
 #include <initializer_list>
+#include <optional>
+#include <sstream>
+#include <string>
 #include <vector>
 
 #include "libvarrow/time/TimeBlock.h"
@@ -38,6 +41,34 @@ inline libvarrow::TimeSlot slot(double begin, double end) {
 
 inline libvarrow::TimeBlock blockOf(std::initializer_list<libvarrow::TimeSlot> slots) {
   return libvarrow::TimeBlock(std::vector<libvarrow::TimeSlot>(slots));
+}
+
+/// Returns, as text, the answers of a TimeBlock or a Timeline to all questions that both know.
+/// Precondition: from < to.
+template <class Slots>
+std::string answersOf(const Slots& slots, const ptime& from, const ptime& to) {
+  std::ostringstream text;
+  const auto add = [&](const auto& answer) { text << answer << '\n'; };
+  const auto addTime = [&](const std::optional<ptime>& time) { add(time ? *time : ptime()); };
+  for (const time_duration& work : {time_duration(), time_duration(5, 0, 0), (to - from) / 2}) {
+    if (work.is_negative()) continue;
+    addTime(slots.workEnd(from, work));
+    addTime(slots.workStart(to, work));
+    add(slots.haveBlock(from, to, work));
+  }
+  addTime(slots.nextWorking(from));
+  addTime(slots.lastWorking(to));
+  add(slots.haveBlock(from, to));
+  add(slots.haveBlock(to, to));
+  add(slots.hasIntersection(from, to));
+  add(slots.hasIntersection(to, to));
+  add(slots.intersection(from, to));
+  add(slots.gaps(from, to));
+  add(slots.getTotalDur());
+  add(slots.getTotalDur(from, to));
+  add(slots.size());
+  if (!slots.empty()) add(libvarrow::TimeSlot(slots.beginTime(), slots.endTime()).dur());
+  return text.str();
 }
 
 }  // namespace test_support

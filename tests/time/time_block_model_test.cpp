@@ -8,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include "libvarrow/time/Timeline.h"
 #include "support/HourSet.h"
 #include "support/blocks.h"
 #include "support/support.h"
@@ -16,6 +17,7 @@ namespace {
 
 using namespace test_support;
 using libvarrow::TimeBlock;
+using libvarrow::Timeline;
 using libvarrow::TimeSlot;
 using Slots = std::vector<TimeSlot>;
 
@@ -56,6 +58,25 @@ class BlockAndModel {
     isWild_ = number(4) == 0;
     range_ = number(4) == 0 ? 4 : 40;
     block_ = TimeBlock(slots());
+  }
+
+  // Compares the answers of a timeline with those of its slots as a block.
+  void compareTimeline() {
+    if (!areForwards(block_.getBlocks())) return;
+    TimeBlock united;
+    united.addTimeBlocks(block_);
+    const Timeline timeline(block_);
+    const TimeBlock taken = timeline.toTimeBlock();
+    EXPECT_TRUE(taken == block_ || taken == united) << taken;
+    const ptime from = time(), to = time();
+    if (!(from < to)) return;
+    EXPECT_EQ(answersOf(taken, from, to), answersOf(timeline, from, to));
+    const bool isAddition = number(2) == 0;
+    const auto changed = [&](auto slots) {
+      isAddition ? slots.addTimeBlock(from, to) : slots.removeTimeBlock(from, to);
+      return slots;
+    };
+    EXPECT_EQ(changed(taken), changed(timeline).toTimeBlock());
   }
 
   // Asks one of the questions, and returns how many there are. Leaves out questions that abort the
@@ -240,6 +261,7 @@ TEST(TimeBlockModelTest, AnswersAndChangesAreThoseOfTheModels) {
   std::size_t questions = 0;
   for (int i = 0; i < 10000 && !HasFailure(); ++i) {
     both.start();
+    both.compareTimeline();
     for (int step = 0; step < 8; ++step) {
       SCOPED_TRACE(text(both.block()));
       questions = both.step();

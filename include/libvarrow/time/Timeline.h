@@ -1,0 +1,192 @@
+// The booked or free time of one resource while a plan is made.
+#pragma once
+
+#include <boost/date_time/posix_time/posix_time_types.hpp>
+#include <cstddef>
+#include <iterator>
+#include <optional>
+#include <vector>
+
+#include "libvarrow/Export.h"
+#include "libvarrow/time/TimeBlock.h"
+
+namespace libvarrow {
+
+/// A set of intervals for many small changes: a TimeBlock whose single changes do not move all
+/// later slots. A value.
+///
+///     libvarrow::Timeline free(calendar);             // of a TimeBlock
+///     while (const Job* job = nextJob()) {
+///       const auto end = free.workEnd(job->ready, job->work);
+///       if (end) free.removeTimeBlock(job->ready, *end);
+///     }
+///     libvarrow::TimeBlock left = free.toTimeBlock();
+///
+/// Functions have the names, the rules and the aborts of TimeBlock; their comments there apply. The
+/// slots are always in order: each begins no later than it ends and ends no later than the next
+/// begins. A change takes O(log n) and moves at most a small part of the slots. A change throws
+/// std::bad_alloc when memory runs out and leaves the timeline unchanged.
+///
+/// Threads may share a timeline that none of them changes.
+class LIBVARROW_API Timeline {
+  using Chunk = std::vector<TimeSlot>;
+
+ public:
+  /// Makes a timeline without slots.
+  Timeline() = default;
+  /// Takes the slots of the block. A block that is out of order is put in order, as by
+  /// TimeBlock::addTimeBlocks: slots that overlap or touch merge, and a reversed one throws.
+  explicit Timeline(TimeBlock const& block);
+  /// Returns the slots as a block.
+  TimeBlock toTimeBlock() const;
+
+  // ---- Union and subtraction
+
+  /// As TimeBlock::addTimeBlock.
+  void addTimeBlock(boost::posix_time::ptime const& bstart, boost::posix_time::ptime const& bend);
+  /// As TimeBlock::removeTimeBlock.
+  void removeTimeBlock(boost::posix_time::ptime const& start, boost::posix_time::ptime const& end);
+
+  // ---- Relation to an interval
+
+  ///@{
+  /// As the function of TimeBlock.
+  TimeBlock intersection(boost::posix_time::ptime const& start,
+                         boost::posix_time::ptime const& end) const;
+  TimeBlock gaps(boost::posix_time::ptime const& start, boost::posix_time::ptime const& end) const;
+  bool hasIntersection(boost::posix_time::ptime const& start,
+                       boost::posix_time::ptime const& end) const;
+  bool haveBlock(boost::posix_time::ptime const& start, boost::posix_time::ptime const& end) const;
+  bool haveBlock(boost::posix_time::ptime const& start, boost::posix_time::ptime const& end,
+                 boost::posix_time::time_duration const& dur) const;
+  ///@}
+
+  // ---- Time
+
+  ///@{
+  /// As the function of TimeBlock.
+  boost::posix_time::time_duration getTotalDur() const;
+  boost::posix_time::time_duration getTotalDur(
+      boost::posix_time::ptime const& statistical_time_begin,
+      boost::posix_time::ptime const& statistical_time_end) const;
+  std::optional<boost::posix_time::ptime> workEnd(
+      boost::posix_time::ptime const& start, boost::posix_time::time_duration const& work) const;
+  std::optional<boost::posix_time::ptime> workStart(
+      boost::posix_time::ptime const& end, boost::posix_time::time_duration const& work) const;
+  std::optional<boost::posix_time::ptime> nextWorking(boost::posix_time::ptime const& t) const;
+  std::optional<boost::posix_time::ptime> lastWorking(boost::posix_time::ptime const& t) const;
+  ///@}
+
+  // ---- The slots
+
+  /// Iterates over the slots in order of time. Valid until the timeline changes.
+  class const_iterator {
+   public:
+    ///@{
+    /// The types of a bidirectional iterator.
+    using iterator_category = std::bidirectional_iterator_tag;
+    using value_type = TimeSlot;
+    using difference_type = std::ptrdiff_t;
+    using pointer = TimeSlot const*;
+    using reference = TimeSlot const&;
+    ///@}
+
+    const_iterator() = default;
+    ///@{
+    /// Returns the slot, or moves to the next or the previous one.
+    reference operator*() const { return *slot_; }
+    pointer operator->() const { return slot_; }
+    const_iterator& operator++() {
+      if (++slot_ == chunk_->data() + chunk_->size()) {
+        ++chunk_;
+        slot_ = chunk_ == chunksEnd_ ? nullptr : chunk_->data();
+      }
+      return *this;
+    }
+    const_iterator& operator--() {
+      if (slot_ == nullptr || slot_ == chunk_->data()) {
+        --chunk_;
+        slot_ = chunk_->data() + chunk_->size();
+      }
+      --slot_;
+      return *this;
+    }
+    const_iterator operator++(int) {
+      const const_iterator before = *this;
+      ++*this;
+      return before;
+    }
+    const_iterator operator--(int) {
+      const const_iterator before = *this;
+      --*this;
+      return before;
+    }
+    ///@}
+    ///@{
+    /// Compares iterators of one timeline.
+    bool operator==(const_iterator const& other) const {
+      return chunk_ == other.chunk_ && slot_ == other.slot_;
+    }
+    bool operator!=(const_iterator const& other) const { return !(*this == other); }
+    ///@}
+
+   private:
+    friend class Timeline;
+    const_iterator(Chunk const* chunk, Chunk const* chunksEnd, TimeSlot const* slot)
+        : chunk_(chunk), chunksEnd_(chunksEnd), slot_(slot) {}
+
+    Chunk const* chunk_ = nullptr;
+    Chunk const* chunksEnd_ = nullptr;
+    TimeSlot const* slot_ = nullptr;  // null at the end
+  };
+
+  ///@{
+  /// Returns iterators to the first slot and after the last: for (const TimeSlot& slot : timeline).
+  const_iterator begin() const { return at(0); }
+  const_iterator end() const { return at(chunks_.size()); }
+  ///@}
+  /// Returns whether there are no slots.
+  bool empty() const { return chunks_.empty(); }
+  /// Returns the number of slots.
+  std::size_t size() const { return size_; }
+  ///@{
+  /// Returns the begin of the first slot or the end of the last. Aborts when there are no slots.
+  boost::posix_time::ptime const& beginTime() const;
+  boost::posix_time::ptime const& endTime() const;
+  ///@}
+  ///@{
+  /// Compares the slots one by one, as TimeBlock does.
+  bool operator==(Timeline const& other) const;
+  bool operator!=(Timeline const& other) const { return !(*this == other); }
+  ///@}
+
+ private:
+  struct Ordered;
+
+  const_iterator at(std::size_t chunk) const {
+    Chunk const* const chunksEnd = chunks_.data() + chunks_.size();
+    Chunk const* const first = chunks_.data() + chunk;
+    return {first, chunksEnd, first == chunksEnd ? nullptr : first->data()};
+  }
+  const_iterator inChunk(std::size_t chunk, TimeSlot const* slot) const;
+  struct Place {
+    std::size_t chunk;
+    std::size_t slot;
+  };
+  Place placeOf(const_iterator const& slot) const;
+  template <class Change>
+  void apply(Change const& change);
+  void replace(Place first, std::size_t last, TimeSlot const* pieces, TimeSlot const* piecesEnd);
+  Place makeRoom(Place place);
+  void insertChunk(std::size_t place, std::size_t room);
+  void removeEmpty(std::size_t first, std::size_t last);
+  void mergeWithNext(std::size_t chunk);
+
+  // The slots in order, in parts of limited length, none of which is empty.
+  std::vector<Chunk> chunks_;
+  // The end of the last slot of each chunk, which searches compare.
+  std::vector<boost::posix_time::ptime> ends_;
+  std::size_t size_ = 0;
+};
+
+}  // namespace libvarrow
