@@ -1,30 +1,85 @@
 // A command of a host's command line.
 #pragma once
 
+#include <boost/filesystem/path.hpp>
+#include <cstddef>
 #include <iosfwd>
+#include <memory>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
 #include "libvarrow/host/Export.h"
+#include "libvarrow/host/RunOptions.h"
+#include "libvarrow/host/RunResult.h"
 
 namespace libvarrow {
 
 class Host;
 
-/// Describes the arguments of a command, without the parser's headers.
+/// Wrong arguments that the declaration cannot show: one line on standard error, status
+/// kWrongUsage.
+class LIBVARROW_HOST_API UsageError : public std::runtime_error {
+  using std::runtime_error::runtime_error;
+};
+
+/// Declares the arguments of a command. A variable keeps its value when its option is not given.
+/// Paths are made absolute, from the directory in which the program was started.
 class LIBVARROW_HOST_API CommandOptions {
  public:
-  virtual ~CommandOptions();
-  /// Adds `--NAME VALUE`; the variable keeps its value when the option is not given.
-  virtual void addOption(const std::string& name, std::string& value, const std::string& about) = 0;
+  CommandOptions(const CommandOptions&) = delete;
+  CommandOptions& operator=(const CommandOptions&) = delete;
+  ~CommandOptions();
+
+  ///@{
+  /// Adds `--NAME VALUE`; a vector collects the values of a repeated option.
+  void addOption(const std::string& name, std::string& value, const std::string& about);
+  void addOption(const std::string& name, std::size_t& value, const std::string& about);
+  void addOption(const std::string& name, boost::filesystem::path& value, const std::string& about);
+  void addOption(const std::string& name, std::vector<std::string>& values,
+                 const std::string& about);
+  ///@}
+  /// Adds `--NAME VALUE` with one of `choices`.
+  void addChoice(const std::string& name, std::string& value,
+                 const std::vector<std::string>& choices, const std::string& about);
   /// Adds `--NAME`.
-  virtual void addFlag(const std::string& name, bool& value, const std::string& about) = 0;
-  /// Adds a required argument without a name, called `NAME` in --help.
-  virtual void addArgument(const std::string& name, std::string& value,
-                           const std::string& about) = 0;
-  /// Adds all remaining arguments: at least `least`.
-  virtual void addArguments(const std::string& name, std::vector<std::string>& values,
-                            std::size_t least, const std::string& about) = 0;
+  void addFlag(const std::string& name, bool& value, const std::string& about);
+  ///@{
+  /// Adds an argument without a name, NAME in --help.
+  void addArgument(const std::string& name, std::string& value, const std::string& about);
+  void addOptionalArgument(const std::string& name, std::string& value, const std::string& about);
+  void addArguments(const std::string& name, std::vector<std::string>& values, std::size_t least,
+                    const std::string& about);
+  ///@}
+
+ private:
+  friend class Host;
+  struct Imp;
+  explicit CommandOptions(std::unique_ptr<Imp> imp);
+  std::unique_ptr<Imp> imp_;
+};
+
+/// The program as a running command sees it. Neither log nor plug-ins are loaded, and the current
+/// directory is that of the start.
+class LIBVARROW_HOST_API CommandContext {
+ public:
+  CommandContext(const CommandContext&) = delete;
+  CommandContext& operator=(const CommandContext&) = delete;
+  ~CommandContext();
+
+  Host& host() const;
+  /// Returns standard output. The host flushes it, and fails when it cannot be written.
+  std::ostream& out() const;
+  /// Returns true when --json was given.
+  bool wantsJson() const;
+  /// Runs a pipeline as the command run does: log, signals, summary and last line included.
+  ExitStatus runPipeline(const RunOptions& options) const;
+
+ private:
+  friend class Host;
+  struct Imp;
+  explicit CommandContext(std::unique_ptr<Imp> imp);
+  std::unique_ptr<Imp> imp_;
 };
 
 /// A command of the command line:
@@ -35,8 +90,8 @@ class LIBVARROW_HOST_API CommandOptions {
 ///       void declare(libvarrow::CommandOptions& options) override {
 ///         options.addArgument("FILE", file_, "the orders");
 ///       }
-///       int execute(libvarrow::Host&, std::ostream& out) override {
-///         out << countOrders(file_) << '\n';
+///       int run(libvarrow::CommandContext& context) override {
+///         context.out() << countOrders(file_) << '\n';
 ///         return libvarrow::kDone;
 ///       }
 ///      private:
@@ -44,17 +99,22 @@ class LIBVARROW_HOST_API CommandOptions {
 ///     };
 class LIBVARROW_HOST_API Command {
  public:
-  /// Creates a command with its name on the command line and its line in --help.
+  /// Creates a command with its name, which may have two words ("sweep expand"), and its line in
+  /// --help.
   Command(std::string name, std::string about);
   virtual ~Command();
   const std::string& name() const { return name_; }
   const std::string& about() const { return about_; }
 
-  /// Declares the arguments. Called before the command line is read.
-  virtual void declare(CommandOptions& options) = 0;
-  /// Does the work and returns the exit status. `out` is standard output. An exception becomes one
-  /// line on standard error and the status kFailed.
-  virtual int execute(Host& host, std::ostream& out) = 0;
+  /// Declares the arguments. Called once, when the command is selected.
+  virtual void declare(CommandOptions& options);
+  /// Does the work and returns the exit status. An exception becomes one line on standard error
+  /// and the status failureStatus().
+  virtual int run(CommandContext& context) = 0;
+  /// Returns the status after an exception: kFailed.
+  virtual int failureStatus() const;
+  /// Returns true for a command that needs the host's data: a host without data does not have it.
+  virtual bool needsData() const;
 
  private:
   std::string name_;

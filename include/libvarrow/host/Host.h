@@ -1,32 +1,21 @@
 // A program that runs pipelines: command line, run folders, logs, plug-ins and exit statuses.
 #pragma once
 
-#include <boost/shared_ptr.hpp>
 #include <functional>
 #include <memory>
 #include <string>
-#include <string_view>
-#include <vector>
+#include <type_traits>
 
 #include "cppbind/ClassRegister.h"
+#include "libvarrow/host/Command.h"
 #include "libvarrow/host/Export.h"
 #include "libvarrow/host/RunOptions.h"
 #include "libvarrow/host/RunResult.h"
+#include "libvarrow/host/Summary.h"
 #include "libvarrow/module/Module.h"
 #include "libvarrow/xrule/Rule.h"
 
 namespace libvarrow {
-
-class Command;
-class HostImp;
-
-/// Exit statuses of a host. A signal that ends the run is not a status: the process ends by it.
-enum ExitStatus {
-  kDone = 0,        ///< the command did its work
-  kFailed = 1,      ///< it failed; the last line on standard error gives the place and the reason
-  kWrongUsage = 2,  ///< the command line is wrong
-  kRulesBroken = 3  ///< the run is complete, and its plan breaks rules
-};
 
 /// A program that runs pipelines of registered modules:
 ///
@@ -38,75 +27,101 @@ enum ExitStatus {
 ///       return host.run<PlanData>(argc, argv);
 ///     }
 ///
-/// The commands are run, check, classes and schema; "orders --help" lists them. ChainedModule and
-/// CommonModuleStatDumper are registered.
+/// The commands are run, check, classes and schema; "orders --help" lists them. ChainedModule,
+/// ChainedModuleV2 and CommonModuleStatDumper are registered.
 ///
-/// Create one Host first in main(), before the process has threads. The host owns the loaded
-/// plug-ins; data, modules and caught errors of its runs are destroyed before them. Registration is
-/// not thread-safe; execute() is, once registration has ended.
+/// The constructor changes nothing in the process except the two registers; the destructor removes
+/// the host's classes from them. Registration is not thread-safe; execute() is, after it.
 class LIBVARROW_HOST_API Host {
  public:
-  /// Creates a host. `name` is the program's name in messages and also selects the named registers
-  /// that plug-ins add to: "NAME.modules" and "NAME.rules". `about` is the first line of --help.
-  Host(std::string name, std::string about);
+  /// Creates a host. `name` is the program's name in messages; `about` is the first line of --help.
+  /// `moduleRegister` and `ruleRegister` are the named registers that plug-ins add to; empty:
+  /// "NAME.modules" and "NAME.rules". Throws std::logic_error when another host has one of them.
+  Host(std::string name, std::string about, std::string moduleRegister = "",
+       std::string ruleRegister = "");
   Host(const Host&) = delete;
   Host& operator=(const Host&) = delete;
-  /// Unloads the plug-ins.
   ~Host();
 
-  /// Registers a module under `className`, as a pipeline file names it. Throws when the name is
+  /// Registers a module under `className`, as a pipeline file names it. Aborts when the name is
   /// taken.
   template <class T>
   void regClass(const std::string& className) {
+    static_assert(std::is_base_of_v<Module, T>);
     modules().regClass<T>(className);
   }
-  /// Registers a rule under `className`, as a rule file names it. Throws when the name is taken.
+  /// Registers a rule under `className`, as a rule file names it. Aborts when the name is taken.
   template <class T>
   void regRule(const std::string& className) {
+    static_assert(std::is_base_of_v<Rule, T>);
     rules().regClass<T>(className);
   }
-  /// The registers, for classes that regClass() and regRule() do not cover.
+  /// Returns the register of modules.
   cppbind::ClassRegister& modules();
+  /// Returns the register of rules.
   cppbind::ClassRegister& rules();
 
-  /// Sets the version that --version prints. Initially the version of the library.
+  /// Sets the version that --version prints before that of the library.
   void setVersion(std::string version);
   /// Sets the folder of plug-ins: absolute, or relative to the program. Initially "plugins"; empty:
   /// none. The option --plugins replaces it.
   void setPluginFolder(std::string folder);
+  /// Loads the plug-ins; later calls do nothing. Throws as DllManager::autoLoad() does. The
+  /// commands that need classes call it; call it before the first execute(), which does not.
+  void loadPlugins();
 
-  /// Adds a command, see Command. Throws std::logic_error when its name is taken.
+  /// Adds a command. Throws std::logic_error when its name is taken.
   void addCommand(std::unique_ptr<Command> command);
-  /// Adds an option to the command run: `--NAME VALUE`. The value is set before the data is
-  /// created; `value` must outlive the host.
-  void addOption(const std::string& name, std::string& value, const std::string& about);
-  /// Adds `--NAME` without a value to the command run.
-  void addFlag(const std::string& name, bool& value, const std::string& about);
+  ///@{
+  /// Adds `--NAME VALUE` to the commands run and check: the same as `--set PATH=VALUE`. A relative
+  /// file starts from the directory in which the program was started. Throws std::logic_error when
+  /// the name is taken.
+  void addSetting(const std::string& name, const std::string& path, const std::string& about);
+  void addFileSetting(const std::string& name, const std::string& path, const std::string& about);
+  ///@}
 
-  /// Creates the data of a run. Called by run and execute(), once for each run, with the options
-  /// set and the run folder as the current directory.
-  using DataFactory = std::function<std::unique_ptr<ModuleData>()>;
-  /// Prints the result of a complete run to standard output: one fact a line.
-  using Summary = std::function<void(const ModuleData&, std::ostream&)>;
-  void setSummary(Summary summary);
+  /// Sets the function that states the result of a run that was done or broke rules. Without one,
+  /// the key figures of the data are stated (getBaiscInfoJson()). The host adds the run folder and
+  /// the files that steps recorded by addRunFile().
+  template <class Data>
+  void setSummary(std::function<void(const Data&, Summary&)> state) {
+    setSummaryOfData([state = std::move(state)](const ModuleData& data, Summary& summary) {
+      state(static_cast<const Data&>(data), summary);
+    });
+  }
+  /// Sets a function that is called with the chain before its first step.
+  void setPrepare(std::function<void(Module& chain, ModuleData& data)> prepare);
 
   ///@{
-  /// Runs the command that `argv` gives and returns the exit status. Throws nothing. Installs
-  /// crash and signal handlers, sets the log up and changes the current directory: for main().
+  /// Runs the command that `argv` gives and returns the exit status. Throws nothing. Installs crash
+  /// and signal handlers, sets the log up and changes the current directory; afterwards standard
+  /// output remains redirected to the log. Plug-ins are unloaded before it returns. A run that a
+  /// signal ends does not return. For main(), as its first call.
   template <class Data>
   int run(int argc, char** argv) {
     return run(argc, argv, [] { return std::make_unique<Data>(); });
   }
+  using DataFactory = std::function<std::unique_ptr<ModuleData>()>;
   int run(int argc, char** argv, const DataFactory& createData);
+  /// Has only the commands that need no data.
+  int run(int argc, char** argv);
   ///@}
 
-  /// Runs a pipeline once in the calling process, without a change of signals, log, current
-  /// directory or standard streams: for tests, and for several runs in one process. Several
-  /// threads may call it at the same time with different run folders.
+  /// Runs a pipeline once in the calling process, without changing signals, log, current directory
+  /// or standard streams: for tests, and for several runs in one process. Several threads may call
+  /// it at the same time with different data and folders; each calls useCrashStack() first.
+  ///
+  /// Exceptions become RunResult::End::Failed. `data` must be destroyed before the host. On return
+  /// its observer and its statistics container are those of before; after a failure its dumpPath is
+  /// that of the failed step. Modules that change the current directory must not run.
   RunResult execute(const RunOptions& options, ModuleData& data);
 
  private:
-  std::unique_ptr<HostImp> imp_;
+  using SummaryOfData = std::function<void(const ModuleData&, Summary&)>;
+  void setSummaryOfData(SummaryOfData state);
+
+  struct Imp;
+  std::unique_ptr<Imp> imp_;
 };
 
 }  // namespace libvarrow

@@ -2,35 +2,26 @@
 #pragma once
 
 #include <boost/filesystem/path.hpp>
-#include <functional>
 #include <string>
 #include <vector>
 
-#include "libvarrow/host/Export.h"
 #include "libvarrow/module/RunObserver.h"
 
 namespace libvarrow {
 
-/// Change of a pipeline before it runs.
-struct LIBVARROW_HOST_API Override {
-  enum class Kind {
-    Set,  ///< PATH=VALUE, such as "modules[2].Dispatch.tries=5" or "Dispatch.rule=SPT"
-    With  ///< a JSON file that is merged into the pipeline (RFC 7396)
-  };
-  Kind kind;
-  std::string text;
-};
-
-/// Options of a run, as the command run has them. Relative paths start from the current directory.
-struct LIBVARROW_HOST_API RunOptions {
-  boost::filesystem::path pipeline;  ///< the pipeline file
-  boost::filesystem::path folder;    ///< the run folder; empty: runs/TIME_PIPELINE
-  bool overwrite = false;            ///< replace an earlier run in the folder
-  std::vector<Override> overrides;   ///< files first, then settings in their order
-  boost::filesystem::path inputs;    ///< of InputFile fields; empty: the pipeline's folder
+/// Options of a run. Relative paths start from the current directory.
+struct RunOptions {
+  boost::filesystem::path pipeline{};           ///< the pipeline file
+  boost::filesystem::path folder{};             ///< the run folder: new or empty
+  bool overwrite = false;                       ///< replaces an earlier run in the folder
+  std::vector<boost::filesystem::path> with{};  ///< merged into the pipeline in order (RFC 7396)
+  /// Then applied in order: "modules[2].Dispatch.tries=5", or "Dispatch.rule=SPT" in each Dispatch.
+  std::vector<std::string> set{};
+  boost::filesystem::path inputs{};  ///< of InputFile fields; empty: the pipeline's folder
   DumpLevel dumps = DumpLevel::All;  ///< the files of each step
-  std::string until;                 ///< end after this step, such as "1_Plan"; empty: the last
-  std::function<bool()> isEndRequested;  ///< asked between steps, thread-safe; may be empty
+  std::string until{};  ///< ends after this step, "1_ChainedModule/0_Plan"; empty: last
+  /// Told of the steps after the host itself; may ask for fewer dumps and for the end. Not owned.
+  RunObserver* observer = nullptr;
 };
 
 }  // namespace libvarrow

@@ -6,29 +6,44 @@
 #include <vector>
 
 #include "cppbind/Fault.h"
-#include "libvarrow/host/Export.h"
 
 namespace libvarrow {
 
+/// Exit statuses of a host. A signal that ends the run is not a status: the process ends by it.
+enum ExitStatus {
+  kDone = 0,        ///< the command did its work
+  kFailed = 1,      ///< it failed; the last line on standard error gives the place and the reason
+  kWrongUsage = 2,  ///< the command line is wrong
+  kRulesBroken = 3  ///< the plan breaks rules
+};
+
+/// The faults of one file, or of one override.
+struct FileFaults {
+  std::string origin{};  ///< the file's name, or "--set Plan.tries=x"
+  cppbind::Faults faults{};
+};
+
 /// Outcome of a run.
-struct LIBVARROW_HOST_API RunResult {
+struct RunResult {
   enum class End {
-    Done,         ///< every step ran
-    RulesBroken,  ///< every step ran, and a step reported broken rules
+    Done,         ///< every step ran, or every one until RunOptions::until
+    RulesBroken,  ///< a step reported broken rules, and no step failed otherwise
     Faulty,       ///< a file has faults; no step ran
     Failed,       ///< a step threw, or the run could not start
-    Ended         ///< ended on request, with whole statistics
+    Ended         ///< ended on request before the last step, with whole statistics
   };
 
-  End end = End::Done;
-  boost::filesystem::path folder;        ///< the run folder; empty when none was made
-  std::vector<cppbind::Fault> faults;    ///< of the files
-  std::vector<std::string> brokenRules;  ///< the texts of RunObserver::rulesBroken()
-  std::string step;                      ///< the failed step, such as "1_ChainedModule/0_Plan"
-  std::string error;                     ///< file, position, step and reason in one line
+  End end = End::Failed;
+  boost::filesystem::path folder{};        ///< the run folder; empty when none was made
+  std::vector<FileFaults> faults{};        ///< warnings, too, also of a run that was done
+  std::vector<std::string> brokenRules{};  ///< the texts of reportRulesBroken()
+  std::string step{};                      ///< the failed step, "1_ChainedModule/0_Plan"
+  std::string error{};                     ///< file, position, step and reason in one line
 
-  /// Returns the exit status of a host.
-  int status() const;
+  /// Returns the exit status: kDone, kRulesBroken, or kFailed for the other ends.
+  ExitStatus status() const {
+    return end == End::Done ? kDone : end == End::RulesBroken ? kRulesBroken : kFailed;
+  }
 };
 
 }  // namespace libvarrow
