@@ -2,7 +2,6 @@
 
 #include <libvarrow/backtrace/Check.h>
 
-#include <boost/filesystem/operations.hpp>
 #include <stdexcept>
 #include <utility>
 
@@ -50,10 +49,6 @@ const Instance& JobShopData::instance() const {
 const Schedule& JobShopData::schedule() const {
   if (!schedule_) throw std::runtime_error("no schedule: Dispatch must run before this module");
   return *schedule_;
-}
-
-void JobShopData::addWrittenFile(std::string kind, const boost::filesystem::path& path) {
-  writtenFiles_.push_back({std::move(kind), boost::filesystem::absolute(path)});
 }
 
 libvarrow::StatisticsContainer& JobShopData::statistics() const {

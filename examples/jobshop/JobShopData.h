@@ -5,11 +5,8 @@
 #include <libvarrow/module/ModuleData.h>
 #include <libvarrow/statistics/StatisticsContainer.h>
 
-#include <boost/filesystem/path.hpp>
-#include <cstddef>
 #include <optional>
 #include <string>
-#include <vector>
 
 #include "Instance.h"
 #include "Schedule.h"
@@ -17,27 +14,11 @@
 
 namespace jobshop {
 
-/// Settings from the command line that modules need.
-struct RunSettings {
-  boost::filesystem::path inputFolder;  ///< start of ReadInstance's relative paths
-  std::string instanceFile;             ///< unless empty, replaces the file that the pipeline names
-  std::size_t progressColumns = 0;      ///< largest width of progress bars; 0: no bars
-};
-
-/// Data of a run: the instance, the best schedule so far, and the files written.
+/// Data of a run: the instance and the best schedule so far.
 class JobShopData : public libvarrow::ModuleData {
  public:
-  struct WrittenFile {
-    std::string kind;
-    boost::filesystem::path path;
-  };
-
-  explicit JobShopData(RunSettings settings = {}) : settings_(std::move(settings)) {}
-
   /// Returns `data` as a JobShopData. Aborts when it is not one.
   static JobShopData& of(libvarrow::ModuleData* data);
-
-  const RunSettings& settings() const { return settings_; }
 
   /// Sets the instance; discards calendar and schedule, which belong to another one.
   void setInstance(Instance instance);
@@ -64,9 +45,6 @@ class JobShopData : public libvarrow::ModuleData {
   const std::string& rulesVerdict() const { return rulesVerdict_; }
   void setRulesVerdict(std::string verdict) { rulesVerdict_ = std::move(verdict); }
 
-  void addWrittenFile(std::string kind, const boost::filesystem::path& path);
-  const std::vector<WrittenFile>& writtenFiles() const { return writtenFiles_; }
-
   /// Returns the container that the running module records in. Aborts when the host has set none.
   libvarrow::StatisticsContainer& statistics() const;
 
@@ -80,13 +58,11 @@ class JobShopData : public libvarrow::ModuleData {
   void clearSchedule();
   std::string detailText() const;
 
-  RunSettings settings_;
   std::optional<Instance> instance_;
   ShopCalendar calendar_;
   Time lowerBound_ = 0;
   std::optional<Schedule> schedule_;
   std::string rulesVerdict_;
-  std::vector<WrittenFile> writtenFiles_;
 };
 
 }  // namespace jobshop

@@ -1,5 +1,6 @@
 #include "OutputFile.h"
 
+#include <libvarrow/module/run_files.h>
 #include <libvarrow/stream/AutoCreateDirFileStream.h>
 
 #include <stdexcept>
@@ -12,10 +13,11 @@ void writeText(const std::string& path, const std::string& text) {
   if (!file) throw std::runtime_error("cannot write " + path);
 }
 
-void writeOutput(JobShopData& shop, const char* kind, const std::string& path,
+void writeOutput(const JobShopData& shop, const char* kind, const std::string& path,
                  const std::string& text) {
-  writeText(path, text);
-  shop.addWrittenFile(kind, path);
+  const auto file = libvarrow::outputPath(shop, path);
+  writeText(file.string(), text);
+  libvarrow::addRunFile(shop, kind, file);
 }
 
 }  // namespace jobshop

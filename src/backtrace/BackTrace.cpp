@@ -11,6 +11,7 @@
 #include <string>
 
 #include "backtrace/crash_system.h"
+#include "backtrace/last_line.h"
 #include "backtrace/raw_stack.h"
 #include "backtrace/stack_text.h"
 #include "libvarrow/log/log.h"
@@ -78,6 +79,7 @@ boost::stacktrace::stacktrace withoutHandler(const crash::Stack& stack) {
                         stackText(withoutHandler(stack), Innermost::IsInterrupted).c_str());
   });
   if (dumpFileWanted) attempt([&] { writeDumpFile(place); });
+  crash::printLastLine(sig);
   crash::abortAfter(sig);
 }
 

@@ -10,6 +10,7 @@
 #include <string>
 
 #include "backtrace/crash_system.h"
+#include "backtrace/last_line.h"
 #include "backtrace/raw_stack.h"
 #include "backtrace/stack_text.h"
 
@@ -22,6 +23,7 @@ void assertionFailed(const char* expression, const char* function, const char* m
   std::snprintf(text.data(), text.size(),
                 "Expression '%s' is false in function '%s': %s.\nBacktrace:\n", expression,
                 function, message != nullptr ? message : "<...>");
+  crash::noteReason(text.data());
   try {
     // Uses one write, so that concurrent failures do not mix.
     const std::string whole = text.data() + stackText(boost::stacktrace::stacktrace()) + '\n';

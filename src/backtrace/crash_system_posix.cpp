@@ -16,6 +16,7 @@
 #include "backtrace/crash_signals.h"
 #include "backtrace/crash_system.h"
 #include "backtrace/crash_system_posix.h"
+#include "backtrace/last_line.h"
 #include "libvarrow/backtrace/BackTrace.h"
 
 namespace libvarrow {
@@ -113,7 +114,10 @@ void checkHandler(int) {
   unblock(SIGABRT);
   // Standard error may be the pipe on which the handler hangs.
   pollfd errors{STDERR_FILENO, POLLOUT, 0};
-  if (::poll(&errors, 1, 0) > 0) crash::printText("the crash handler hangs: ending the process\n");
+  if (::poll(&errors, 1, 0) > 0) {
+    crash::printText("the crash handler hangs: ending the process\n");
+    crash::printLastLine(SIGABRT);
+  }
   ::raise(SIGABRT);
 }
 

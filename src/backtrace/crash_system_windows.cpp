@@ -9,6 +9,7 @@
 #include "backtrace/crash_signals.h"
 #include "backtrace/crash_system.h"
 #include "backtrace/crash_system_windows.h"
+#include "backtrace/last_line.h"
 #include "libvarrow/backtrace/BackTrace.h"
 
 namespace libvarrow {
@@ -105,6 +106,7 @@ DWORD WINAPI endHungProcess(void*) {
   // Not written by this thread itself: standard error may be the pipe on which the handler hangs.
   const auto report = [](void*) -> DWORD {
     crash::printText("the crash handler hangs: ending the process\n");
+    crash::printLastLine(SIGABRT);
     return 0;
   };
   if (HANDLE reporter = CreateThread(nullptr, 0, report, nullptr, 0, nullptr)) {

@@ -2,6 +2,7 @@
 
 #include <iostream>
 
+#include "backtrace/last_line.h"
 #include "libvarrow/backtrace/BackTraceException.h"
 #include "libvarrow/log/log.h"
 #include "log/standard_error.h"
@@ -9,6 +10,7 @@
 namespace libvarrow {
 
 void printReason(const std::string& reason) {
+  crash::noteReason(reason);
   std::cout << std::flush;
   std::cerr << reason + '\n' << std::flush;
 }
@@ -19,6 +21,7 @@ void stop(const std::string& reason) {
 }
 
 void stopAfterLogging(const std::string& reason) {
+  crash::noteReason(reason);
   if (!logging::goesToStandardError(logging::Level::Error)) printReason(reason);
   throw BackTraceException();
 }

@@ -1,5 +1,7 @@
 #include "libvarrow/module/CommonModuleStatDumper.h"
 
+#include "libvarrow/module/run_files.h"
+
 namespace libvarrow {
 
 void CommonModuleStatDumper::Data4Bind::setBind(cppbind::Binder* binder, bool) {
@@ -12,7 +14,7 @@ void CommonModuleStatDumper::processImp(ModuleData* data) {
 }
 
 ModuleData* CommonModuleStatDumper::processSpec(ModuleData* data) {
-  data->statisticsContainer->dumpToFile(record_.file);
+  data->statisticsContainer->dumpToFile(outputPath(*data, record_.file));
   return data;
 }
 

@@ -14,6 +14,16 @@ void RunObserver::stepFails(Module&, ModuleData&) noexcept {}
 
 void RunObserver::rulesBroken(const std::string&) {}
 
+boost::filesystem::path RunObserver::outputPath(const boost::filesystem::path& path) {
+  return path;
+}
+
+boost::filesystem::path RunObserver::inputPath(const boost::filesystem::path& path) {
+  return path;
+}
+
+void RunObserver::fileWritten(const std::string&, const boost::filesystem::path&) {}
+
 DumpLevel RunObserver::dumpLevel() const {
   return DumpLevel::All;
 }

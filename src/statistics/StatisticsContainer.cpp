@@ -70,6 +70,18 @@ void StatisticsContainer::merge(StatisticsContainer* other) {
   other->entries_.clear();
 }
 
+void StatisticsContainer::visit(
+    const std::function<void(const std::string&, const CommonStatistics&)>& visit) const {
+  const Lock lock(mutex_);
+  for (const auto& [name, statistic] : entries_) {
+    if (statistic == nullptr) continue;
+    visit(name, *statistic);
+    if (const auto* child = dynamic_cast<const StatisticsContainer*>(statistic.get())) {
+      child->visit(visit);
+    }
+  }
+}
+
 Json::Value StatisticsContainer::toJsonValue4Bind() const {
   const Lock lock(mutex_);
   Json::Value json(Json::objectValue);

@@ -2,11 +2,11 @@
 
 #include <libvarrow/json/json.h>
 #include <libvarrow/log/log.h>
+#include <libvarrow/module/run_files.h>
 #include <libvarrow/stream/FastStringStream.h>
 
 #include <algorithm>
-#include <boost/filesystem/operations.hpp>
-#include <stdexcept>
+#include <set>
 
 #include "JobShopData.h"
 #include "OutputFile.h"
@@ -64,7 +64,7 @@ void CheckRules::setBind(cppbind::Binder* binder, bool bindFields) {
 void CheckRules::processImp(libvarrow::ModuleData* data) {
   JobShopData& shop = JobShopData::of(data);
   const libvarrow::TimeRecoderHelper timer(shop.statistics().getTimeStatistics("checking"));
-  const auto path = boost::filesystem::absolute(file_, shop.settings().inputFolder);
+  const auto path = file_.path(*data);
   // Logged first: an invalid rule file ends the process, and then only the log names the file.
   LIBVARROW_LOG_INFO("reading the rules of %s", path.generic_string().c_str());
   RuleFile rules(path);
@@ -72,7 +72,7 @@ void CheckRules::processImp(libvarrow::ModuleData* data) {
   record(rules, shop.statistics());
   shop.setRulesVerdict(verdictOf(rules));
   writeReports(report, rules, shop);
-  logAndThrowIfBroken(report, rules);
+  tellBroken(report, rules, shop);
 }
 
 void CheckRules::writeReports(const ValidatorReason& report, const RuleFile& rules,
@@ -86,16 +86,16 @@ void CheckRules::writeReports(const ValidatorReason& report, const RuleFile& rul
   }
 }
 
-void CheckRules::logAndThrowIfBroken(const ValidatorReason& report, const RuleFile& rules) const {
+void CheckRules::tellBroken(const ValidatorReason& report, const RuleFile& rules,
+                            const JobShopData& shop) const {
   const auto simple = report.toSimple();
+  std::set<std::string> told;
   for (const auto& [name, reason] : simple->breakRules()) {
     LIBVARROW_LOG_WARN("%s: %s", name.c_str(), reason.c_str());
+    if (told.insert(name).second) libvarrow::reportRulesBroken(shop, name + ": " + reason);
   }
-  if (simple->breakRules().empty() || !stop_) return;
-  const auto& first = simple->breakRules().front();
-  std::string error = "rules: " + verdictOf(rules) + "; " + first.ruleName + ": " + first.reason;
-  if (!text_.empty()) error += "; more in " + boost::filesystem::absolute(text_).generic_string();
-  throw std::runtime_error(error);
+  if (told.empty() || !stop_) return;
+  throw libvarrow::RulesBroken("rules: " + verdictOf(rules));
 }
 
 }  // namespace jobshop

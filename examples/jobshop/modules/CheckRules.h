@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cppbind/imp/binder.h>
+#include <libvarrow/module/InputFile.h>
 #include <libvarrow/module/Module.h>
 #include <libvarrow/xrule/ValidatorReason.h>
 
@@ -19,16 +20,18 @@ class CheckRules : public libvarrow::Module {
  public:
   void setBind(cppbind::Binder* binder, bool bindFields);
 
-  /// Checks the rules and writes the reports. Throws std::runtime_error like RuleFile, when a file
-  /// cannot be written, and, after writing the reports, when a rule that ends the run is broken.
+  /// Checks the rules, writes the reports and tells the run which rules are broken. Throws
+  /// std::runtime_error like RuleFile and when a file cannot be written; afterwards
+  /// libvarrow::RulesBroken when broken rules end the run.
   void processImp(libvarrow::ModuleData* data) override;
 
  private:
   void writeReports(const libvarrow::ValidatorReason& report, const RuleFile& rules,
                     JobShopData& shop) const;
-  void logAndThrowIfBroken(const libvarrow::ValidatorReason& report, const RuleFile& rules) const;
+  void tellBroken(const libvarrow::ValidatorReason& report, const RuleFile& rules,
+                  const JobShopData& shop) const;
 
-  std::string file_;
+  libvarrow::RuleFileName file_;
   bool stop_ = true;
   std::string json_;
   std::string jsonV2_;

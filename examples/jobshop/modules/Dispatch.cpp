@@ -1,8 +1,8 @@
 #include "modules/Dispatch.h"
 
 #include <libvarrow/log/log.h>
+#include <libvarrow/statistics/ProgressStatistics.h>
 
-#include <boost/make_shared.hpp>
 #include <random>
 #include <string>
 #include <utility>
@@ -10,7 +10,6 @@
 #include "ActiveScheduler.h"
 #include "DispatchRules.h"
 #include "JobShopData.h"
-#include "progress/ProgressBar.h"
 
 namespace jobshop {
 
@@ -44,8 +43,6 @@ void Dispatch::setBind(cppbind::Binder* binder, bool bindFields) {
   binder->field("seed", seed_, 1).about("The seed of the random numbers.");
   binder->field("keep_best", keepBest_, true)
       .about("True: keeps an earlier schedule unless the new one is shorter. False: replaces it.");
-  if (!binder->isReading()) return;
-  progress_ = boost::make_shared<SearchProgress>(rule_, static_cast<std::uint64_t>(tries_));
 }
 
 void Dispatch::processImp(libvarrow::ModuleData* data) {
@@ -74,7 +71,6 @@ Schedule Dispatch::search(const JobShopData& shop, libvarrow::NumStatistics& mak
   // addStat() takes ownership.
   auto* const triesDone = new libvarrow::SimpleProgressStatistics(tries);
   shop.statistics().addStat("tries", triesDone);
-  ProgressBar bar(rule_, tries, shop.settings().progressColumns);
   std::mt19937_64 random(seed_);
   const auto bent = [&](const Candidate& candidate) {
     return rule.urgency(candidate) * (1 + noise_ * (2 * nextFraction(random) - 1));
@@ -96,8 +92,7 @@ Schedule Dispatch::search(const JobShopData& shop, libvarrow::NumStatistics& mak
     makespans.add(static_cast<double>(makespan));
     schedulesBuilt_->inc();
     triesDone->inc();
-    progress_->countTry();
-    bar.update(done, bestMakespan);
+    libvarrow::throwIfEndRequested(shop);
   }
   return best;
 }

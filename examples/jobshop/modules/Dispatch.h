@@ -2,15 +2,13 @@
 #pragma once
 
 #include <cppbind/imp/binder.h>
+#include <libvarrow/module/Module.h>
 
-#include <boost/shared_ptr.hpp>
 #include <cstdint>
 #include <string>
 
 #include "Instance.h"
 #include "Schedule.h"
-#include "progress/SearchProgress.h"
-#include "progress/runProgress.h"
 
 namespace jobshop {
 
@@ -20,15 +18,13 @@ class JobShopData;
 /// changes of urgency. The same keys give the same schedules on every machine.
 ///
 /// In JSON: {"Dispatch": {"rule": "MWKR", "tries": 100}}.
-class Dispatch : public LongModule {
+class Dispatch : public libvarrow::Module {
  public:
   Dispatch();
 
   void setBind(cppbind::Binder* binder, bool bindFields);
 
   void processImp(libvarrow::ModuleData* data) override;
-
-  boost::shared_ptr<libvarrow::ProgressStatistics> progress() const override { return progress_; }
 
  private:
   Schedule search(const JobShopData& shop, libvarrow::NumStatistics& makespans) const;
@@ -40,7 +36,6 @@ class Dispatch : public LongModule {
   double noise_ = 0;
   std::uint64_t seed_ = 1;
   bool keepBest_ = true;
-  boost::shared_ptr<SearchProgress> progress_;        // created with the keys
   libvarrow::CountStatistics* const schedulesBuilt_;  // of all runs; owned by moduleStatistics
 };
 

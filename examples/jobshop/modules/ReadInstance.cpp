@@ -2,8 +2,6 @@
 
 #include <libvarrow/log/log.h>
 
-#include <boost/filesystem/operations.hpp>
-
 #include "InstanceReader.h"
 #include "JobShopData.h"
 
@@ -14,15 +12,12 @@ void ReadInstance::setBind(cppbind::Binder* binder, bool bindFields) {
   binder->about("Reads the instance to plan.");
   binder->field("file", file_)
       .notEmpty()
-      .about("A path from the pipeline file's folder, or absolute; --instance replaces it.");
+      .about("A path from the pipeline file's folder, or absolute.");
 }
 
 void ReadInstance::processImp(libvarrow::ModuleData* data) {
   JobShopData& shop = JobShopData::of(data);
-  const RunSettings& settings = shop.settings();
-  const std::string& wanted = settings.instanceFile.empty() ? file_ : settings.instanceFile;
-  const auto path = boost::filesystem::absolute(wanted, settings.inputFolder);
-
+  const auto path = file_.path(*data);
   const libvarrow::TimeRecoderHelper timer(shop.statistics().getTimeStatistics("reading"));
   shop.setInstance(readInstance(path.generic_string()));
   const Instance& instance = shop.instance();

@@ -2,9 +2,8 @@
 #pragma once
 
 #include <cppbind/imp/binder.h>
+#include <libvarrow/module/InputFile.h>
 #include <libvarrow/module/Module.h>
-
-#include <string>
 
 namespace jobshop {
 
@@ -16,7 +15,7 @@ class ReadInstance : public libvarrow::Module {
   void processImp(libvarrow::ModuleData* data) override;
 
  private:
-  std::string file_;
+  libvarrow::InputFile file_;
 };
 
 }  // namespace jobshop

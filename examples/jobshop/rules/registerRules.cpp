@@ -1,7 +1,5 @@
 #include "rules/registerRules.h"
 
-#include <libvarrow/utility/RegistersManager.h>
-
 #include "rules/LatestFinish.h"
 #include "rules/MachineLoad.h"
 #include "rules/MaxInterruption.h"
@@ -9,12 +7,11 @@
 
 namespace jobshop {
 
-void registerRules() {
-  const auto classes = libvarrow::RegistersManager::createRegister(kRuleRegister);
-  classes->regClass<LatestFinish>("LatestFinish");
-  classes->regClass<MachineLoad>("MachineLoad");
-  classes->regClass<MaxInterruption>("MaxInterruption");
-  classes->regClass<MaxWait>("MaxWait");
+void registerRules(cppbind::ClassRegister& classes) {
+  classes.regClass<LatestFinish>("LatestFinish");
+  classes.regClass<MachineLoad>("MachineLoad");
+  classes.regClass<MaxInterruption>("MaxInterruption");
+  classes.regClass<MaxWait>("MaxWait");
 }
 
 }  // namespace jobshop

@@ -1,6 +1,8 @@
 // Crash handling: writes a back-trace to the log and, on request, a dump file.
 #pragma once
 
+#include <string_view>
+
 #include "libvarrow/Export.h"
 
 namespace libvarrow {
@@ -30,5 +32,11 @@ LIBVARROW_API void useCrashStack();
 /// As installed by init_error_handler, it begins the call stack with the call when an address
 /// without code was called, and also writes the registers when the stack cannot be read completely.
 LIBVARROW_API void sig_handler(int sig);
+
+/// Sets the line with which the crash handler ends its report on standard error: `text`, such as
+/// "orders: pipeline.json: 1_Plan", and the reason, as far as the library knows it. Keeps the first
+/// 1,023 bytes, which should have no line feed; "", the initial text: no line. Does not allocate.
+/// One thread may call it while others crash.
+LIBVARROW_API void setCrashLine(std::string_view text) noexcept;
 
 }  // namespace libvarrow

@@ -16,6 +16,9 @@
 namespace libvarrow {
 
 class Host;
+namespace host {
+class CommandRunner;
+}
 
 /// Wrong arguments that the declaration cannot show: one line on standard error, status
 /// kWrongUsage.
@@ -53,14 +56,15 @@ class LIBVARROW_HOST_API CommandOptions {
   ///@}
 
  private:
-  friend class Host;
+  friend class host::CommandRunner;
   struct Imp;
-  explicit CommandOptions(std::unique_ptr<Imp> imp);
-  std::unique_ptr<Imp> imp_;
+  explicit CommandOptions(Imp& imp);
+  Imp& imp_;
 };
 
-/// The program as a running command sees it. Neither log nor plug-ins are loaded, and the current
-/// directory is that of the start.
+/// The program as a running command sees it. Plug-ins are not loaded, the log is not set up, and
+/// the current directory is that of the start. Standard output is at standard error, since modules
+/// and the library print there: results go to out().
 class LIBVARROW_HOST_API CommandContext {
  public:
   CommandContext(const CommandContext&) = delete;
@@ -68,7 +72,8 @@ class LIBVARROW_HOST_API CommandContext {
   ~CommandContext();
 
   Host& host() const;
-  /// Returns standard output. The host flushes it, and fails when it cannot be written.
+  /// Returns the stream of results. The host writes it to the real standard output when the command
+  /// returns, and fails when that cannot be written.
   std::ostream& out() const;
   /// Returns true when --json was given.
   bool wantsJson() const;
@@ -76,10 +81,10 @@ class LIBVARROW_HOST_API CommandContext {
   ExitStatus runPipeline(const RunOptions& options) const;
 
  private:
-  friend class Host;
+  friend class host::CommandRunner;
   struct Imp;
-  explicit CommandContext(std::unique_ptr<Imp> imp);
-  std::unique_ptr<Imp> imp_;
+  explicit CommandContext(Imp& imp);
+  Imp& imp_;
 };
 
 /// A command of the command line:
@@ -115,6 +120,9 @@ class LIBVARROW_HOST_API Command {
   virtual int failureStatus() const;
   /// Returns true for a command that needs the host's data: a host without data does not have it.
   virtual bool needsData() const;
+  /// Returns true for a command that needs registered classes: a host that has none and loads no
+  /// plug-ins does not have it.
+  virtual bool needsClasses() const;
 
  private:
   std::string name_;

@@ -5,6 +5,7 @@
 #include <memory>
 #include <string>
 #include <type_traits>
+#include <utility>
 
 #include "cppbind/ClassRegister.h"
 #include "libvarrow/host/Command.h"
@@ -27,11 +28,11 @@ namespace libvarrow {
 ///       return host.run<PlanData>(argc, argv);
 ///     }
 ///
-/// The commands are run, check, classes and schema; "orders --help" lists them. ChainedModule,
+/// Its commands are run, check, classes and schema; "orders --help" lists them. ChainedModule,
 /// ChainedModuleV2 and CommonModuleStatDumper are registered.
 ///
 /// The constructor changes nothing in the process except the two registers; the destructor removes
-/// the host's classes from them. Registration is not thread-safe; execute() is, after it.
+/// all classes from them. Not thread-safe, except execute().
 class LIBVARROW_HOST_API Host {
  public:
   /// Creates a host. `name` is the program's name in messages; `about` is the first line of --help.
@@ -47,21 +48,22 @@ class LIBVARROW_HOST_API Host {
   /// taken.
   template <class T>
   void regClass(const std::string& className) {
-    static_assert(std::is_base_of_v<Module, T>);
+    static_assert(std::is_base_of_v<Module, T>, "a module derives from libvarrow::Module");
     modules().regClass<T>(className);
   }
   /// Registers a rule under `className`, as a rule file names it. Aborts when the name is taken.
   template <class T>
   void regRule(const std::string& className) {
-    static_assert(std::is_base_of_v<Rule, T>);
+    static_assert(std::is_base_of_v<Rule, T>, "a rule derives from libvarrow::Rule");
     rules().regClass<T>(className);
   }
-  /// Returns the register of modules.
+  ///@{
+  /// Returns the register of modules, or of rules.
   cppbind::ClassRegister& modules();
-  /// Returns the register of rules.
   cppbind::ClassRegister& rules();
+  ///@}
 
-  /// Sets the version that --version prints before that of the library.
+  /// Sets the version of the program, which --version prints beside that of the library.
   void setVersion(std::string version);
   /// Sets the folder of plug-ins: absolute, or relative to the program. Initially "plugins"; empty:
   /// none. The option --plugins replaces it.
@@ -75,7 +77,7 @@ class LIBVARROW_HOST_API Host {
   ///@{
   /// Adds `--NAME VALUE` to the commands run and check: the same as `--set PATH=VALUE`. A relative
   /// file starts from the directory in which the program was started. Throws std::logic_error when
-  /// the name is taken.
+  /// a setting has the name.
   void addSetting(const std::string& name, const std::string& path, const std::string& about);
   void addFileSetting(const std::string& name, const std::string& path, const std::string& about);
   ///@}
@@ -89,31 +91,31 @@ class LIBVARROW_HOST_API Host {
       state(static_cast<const Data&>(data), summary);
     });
   }
-  /// Sets a function that is called with the chain before its first step.
-  void setPrepare(std::function<void(Module& chain, ModuleData& data)> prepare);
 
+  /// Function that creates the data of a run.
+  using DataFactory = std::function<std::unique_ptr<ModuleData>()>;
   ///@{
   /// Runs the command that `argv` gives and returns the exit status. Throws nothing. Installs crash
   /// and signal handlers, sets the log up and changes the current directory; afterwards standard
-  /// output remains redirected to the log. Plug-ins are unloaded before it returns. A run that a
-  /// signal ends does not return. For main(), as its first call.
+  /// output is closed. Plug-ins are unloaded before it returns. A run that a signal ends does not
+  /// return. Call it first in main(), once.
   template <class Data>
   int run(int argc, char** argv) {
     return run(argc, argv, [] { return std::make_unique<Data>(); });
   }
-  using DataFactory = std::function<std::unique_ptr<ModuleData>()>;
   int run(int argc, char** argv, const DataFactory& createData);
   /// Has only the commands that need no data.
   int run(int argc, char** argv);
   ///@}
 
   /// Runs a pipeline once in the calling process, without changing signals, log, current directory
-  /// or standard streams: for tests, and for several runs in one process. Several threads may call
-  /// it at the same time with different data and folders; each calls useCrashStack() first.
+  /// or standard streams: for tests, and for several runs in one process. The options must name a
+  /// folder. Several threads may call it at the same time with different data and folders, after
+  /// useCrashStack().
   ///
-  /// Exceptions become RunResult::End::Failed. `data` must be destroyed before the host. On return
-  /// its observer and its statistics container are those of before; after a failure its dumpPath is
-  /// that of the failed step. Modules that change the current directory must not run.
+  /// Exceptions of the run become RunResult::End::Failed. `data` must be destroyed before the host.
+  /// On return its observer and its statistics container are those of before; after a failure its
+  /// dumpPath is that of the failed step. Modules that change the current directory must not run.
   RunResult execute(const RunOptions& options, ModuleData& data);
 
  private:

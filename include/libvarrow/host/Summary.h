@@ -13,15 +13,17 @@ namespace libvarrow {
 class LIBVARROW_HOST_API Summary {
  public:
   Summary();
-  ~Summary();
   Summary(const Summary&) = delete;
   Summary& operator=(const Summary&) = delete;
+  ~Summary();
 
-  /// Adds a fact: add("makespan", "55").
+  /// Adds a fact: add("makespan", "55"). Facts with the same label are one list in JSON.
   void add(const std::string& label, const std::string& text);
 
+  /// Returns the facts as lines, "makespan     55\n", or as a JSON object.
+  std::string text(bool asJson) const;
+
  private:
-  friend class Host;
   struct Imp;
   std::unique_ptr<Imp> imp_;
 };

@@ -1,6 +1,7 @@
 // The observer of a run: hears of its steps, limits their dumps and can end it.
 #pragma once
 
+#include <boost/filesystem/path.hpp>
 #include <stdexcept>
 #include <string>
 
@@ -36,8 +37,9 @@ class LIBVARROW_API RunEnded : public std::runtime_error {
 ///     data.setObserver(&progress);
 ///     executor.process(&data);
 ///
-/// A step is one call of Module::process(), chains included. The functions for steps and rules are
-/// called by the thread that runs the step. The base does nothing, and asks for all dumps.
+/// A step is one call of Module::process(), chains included. The functions for steps are called by
+/// the thread that runs the step, those for rules and files by any thread of a module. The base
+/// does nothing, and asks for all dumps.
 class LIBVARROW_API RunObserver {
  public:
   RunObserver() = default;
@@ -54,8 +56,16 @@ class LIBVARROW_API RunObserver {
   /// The data is as the failing step left it.
   virtual void stepFails(Module& step, ModuleData& data) noexcept;
 
-  /// Called by a module whose plan breaks rules, with a text for users. The run continues.
+  /// Called by reportRulesBroken(), with a text for users. The run continues.
   virtual void rulesBroken(const std::string& text);
+  /// Returns `path`, from the folder of the run unless it is absolute; see outputPath(). The base
+  /// returns `path`, as inputPath() does.
+  virtual boost::filesystem::path outputPath(const boost::filesystem::path& path);
+  /// Returns `path`, from the folder of inputs unless it is absolute, and records the file; see
+  /// inputPath().
+  virtual boost::filesystem::path inputPath(const boost::filesystem::path& path);
+  /// Called by addRunFile(). The base does nothing.
+  virtual void fileWritten(const std::string& kind, const boost::filesystem::path& path);
 
   /// Returns the files that the next step writes. Called once for each step, before stepBegins().
   virtual DumpLevel dumpLevel() const;

@@ -37,6 +37,8 @@ class LIBVARROW_API SimpleProgressStatistics : public PercentStatistics {
   explicit SimpleProgressStatistics(std::uint64_t total) : PercentStatistics(total) {}
   ~SimpleProgressStatistics() override;
 
+  /// Returns the number of steps.
+  using PercentStatistics::total;
   /// Returns the whole percent, rounded down; more than 100 when more than `total` steps were
   /// counted. Aborts when `total` is 0.
   std::uint64_t getProcessPercent() const;

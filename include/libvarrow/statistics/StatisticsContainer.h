@@ -3,6 +3,7 @@
 
 #include <boost/thread/mutex.hpp>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <utility>
@@ -69,6 +70,11 @@ class LIBVARROW_API StatisticsContainer : public CommonStatistics {
   /// then valid as long as this container lives. Not thread-safe for `other`: only this container
   /// is locked.
   void merge(StatisticsContainer* other);
+
+  /// Calls `visit` with the name of every statistic in the tree and the statistic (not null), in
+  /// the order of rendering; of a child container first with itself, then with its statistics. The
+  /// containers on the way are locked meanwhile: `visit` must not add statistics to them.
+  void visit(const std::function<void(const std::string&, const CommonStatistics&)>& visit) const;
 
   Json::Value toJsonValue4Bind() const override;
 

@@ -1,0 +1,152 @@
+#include "host/CommandRunner.h"
+
+#include <CLI/App.hpp>
+#include <CLI/Config.hpp>
+#include <CLI/Formatter.hpp>
+#include <algorithm>
+#include <exception>
+#include <iostream>
+#include <utility>
+
+#include "base/nearest_name.h"
+#include "host/command_parts.h"
+#include "host/one_line.h"
+#include "host/system.h"
+#include "libvarrow/backtrace/BackTrace.h"
+#include "libvarrow/env/process_init.h"
+#include "libvarrow/version.h"
+
+namespace libvarrow::host {
+
+int CommandRunner::run() {
+  system::openStandardStreams();
+  const int status = runCommand();
+  if (!state_.lastLine.empty()) {
+    system::writeError(state_.name + ": " + oneLine(state_.lastLine) + '\n');
+  }
+  if (state_.endSignal != 0) system::endBy(state_.endSignal);
+  return status;
+}
+
+int CommandRunner::runCommand() {
+  const std::vector<std::string>& arguments = state_.arguments;
+  const std::string first = arguments.empty() ? std::string() : arguments.front();
+  if (first == "--help" || first == "-h") return print(help());
+  if (first == "--version") return print(version());
+  std::string seeHelp = "; see " + state_.name + " --help";
+  try {
+    const auto [command, words] = select();
+    seeHelp = "; see " + state_.name + " " + command->name() + " --help";
+    const auto begin = arguments.begin() + static_cast<std::ptrdiff_t>(words);
+    return execute(*command, {begin, arguments.end()});
+  } catch (const UsageError& error) {
+    state_.lastLine = error.what() + seeHelp;
+    return kWrongUsage;
+  }
+}
+
+int CommandRunner::print(const std::string& text) {
+  std::cout << text << std::flush;
+  if (std::cout) return kDone;
+  state_.lastLine = "cannot write standard output";
+  return kFailed;
+}
+
+int CommandRunner::execute(Command& command, const std::vector<std::string>& arguments) {
+  bool wantsJson = false;
+  const std::string helpText = parse(command, wantsJson, arguments);
+  if (!helpText.empty()) return print(helpText);
+
+  system::ResultStream results;
+  porcessCommonInit();  // prints lines that are no results
+  results.printToStandardError();
+  CommandContext::Imp imp{host_, state_, results, wantsJson};
+  CommandContext context(imp);
+  const int status = executeIn(context, command);
+  state_.plugins.reset();  // warns in the log, before the last line
+  try {
+    results.write(imp.out.str());
+  } catch (const std::exception& error) {
+    if (state_.lastLine.empty()) state_.lastLine = error.what();
+    return status == kDone || status == kRulesBroken ? kFailed : status;
+  }
+  return status;
+}
+
+int CommandRunner::executeIn(CommandContext& context, Command& command) {
+  try {
+    return command.run(context);
+  } catch (const UsageError&) {
+    throw;
+  } catch (const std::exception& error) {
+    state_.lastLine = error.what();
+  } catch (...) {
+    state_.lastLine = "an exception that is not a std::exception";
+  }
+  return command.failureStatus();
+}
+
+std::string CommandRunner::parse(Command& command, bool& wantsJson,
+                                 std::vector<std::string> arguments) const {
+  CLI::App app(command.about(), state_.name + " " + command.name());
+  app.allow_windows_style_options(false);
+  app.set_help_flag("--help", "this text");
+  app.add_flag("--json", wantsJson, "prints results for programs");
+  CommandOptions::Imp imp{app};
+  CommandOptions options(imp);
+  command.declare(options);
+  std::reverse(arguments.begin(), arguments.end());  // as the parser takes them
+  try {
+    app.parse(std::move(arguments));
+  } catch (const CLI::CallForHelp&) {
+    return app.help();
+  } catch (const CLI::ParseError& error) {
+    throw UsageError(error.what());
+  }
+  return std::string();
+}
+
+bool CommandRunner::has(const Command& command) const {
+  return (!command.needsData() || state_.createData != nullptr) &&
+         (!command.needsClasses() || state_.hasClasses());
+}
+
+// Names may have two words, "sweep expand".
+CommandRunner::Selected CommandRunner::select() const {
+  const std::vector<std::string>& arguments = state_.arguments;
+  if (arguments.empty()) throw UsageError("no command is given");
+  const std::string one = arguments[0];
+  const std::string two = arguments.size() > 1 ? one + " " + arguments[1] : one;
+  base::NearestName nearest(one);
+  for (const auto& command : state_.commands) {
+    if (!has(*command)) continue;
+    if (command->name() == one) return {command.get(), 1};
+    if (command->name() == two) return {command.get(), 2};
+    nearest.consider(command->name());
+  }
+  const char* const kind = one.front() == '-' ? "option " : "command ";
+  std::string error = "unknown " + (one.empty() ? "command \"\"" : kind + one);
+  if (!nearest.name().empty()) error += "; did you mean \"" + std::string(nearest.name()) + "\"?";
+  throw UsageError(error);
+}
+
+std::string CommandRunner::help() const {
+  std::string text = state_.about + "\n\nUsage: " + state_.name + " COMMAND ...\n\nCommands:\n";
+  std::size_t width = 0;
+  for (const auto& command : state_.commands) width = std::max(width, command->name().size());
+  for (const auto& command : state_.commands) {
+    if (!has(*command)) continue;
+    const std::string& name = command->name();
+    text += "  " + name + std::string(width - name.size() + 2, ' ') + command->about() + '\n';
+  }
+  text += "\n" + state_.name + " COMMAND --help tells the arguments of a command; " + state_.name +
+          " --version the version.\n";
+  return text;
+}
+
+std::string CommandRunner::version() const {
+  const std::string own = state_.version.empty() ? std::string() : " " + state_.version;
+  return state_.name + own + ", with libvarrow " + LIBVARROW_VERSION + "\n";
+}
+
+}  // namespace libvarrow::host

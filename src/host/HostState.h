@@ -1,0 +1,58 @@
+// The state of a host, which its commands share.
+#pragma once
+
+#include <cppbind/ClassRegister.h>
+
+#include <boost/filesystem/path.hpp>
+#include <boost/shared_ptr.hpp>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "libvarrow/host/Host.h"
+#include "libvarrow/utility/DllManager.h"
+
+namespace libvarrow::host {
+
+/// An option that sets a field of the pipeline.
+struct Setting {
+  std::string name;
+  std::string path;
+  std::string about;
+  bool isFile;
+};
+
+struct HostState {
+  std::string name;
+  std::string about;
+  std::string version{};
+  std::string moduleRegister;
+  std::string ruleRegister;
+
+  // Destroyed after the registers, as their classes may be from plug-ins.
+  std::unique_ptr<DllManager> plugins{};
+  boost::shared_ptr<cppbind::ClassRegister> modules{};
+  boost::shared_ptr<cppbind::ClassRegister> rules{};
+
+  std::string pluginFolder = "plugins";
+  bool isPluginFolderGiven = false;  // by an option: it must exist
+  std::vector<Setting> settings{};
+  std::vector<std::unique_ptr<Command>> commands{};
+  std::function<void(const ModuleData&, Summary&)> summary{};
+  Host::DataFactory createData{};        // empty: a host without data
+  std::vector<std::string> arguments{};  // of the command line, without the program
+  std::string lastLine{};                // of standard error, without the program's name
+  int endSignal = 0;                     // that ended a run; the process ends by it
+
+  /// Returns the absolute folder of plug-ins; empty for none.
+  boost::filesystem::path folderOfPlugins() const;
+  /// Loads the plug-ins once.
+  void loadPlugins();
+  /// Returns true when classes are or may be registered besides those of the library.
+  bool hasClasses() const;
+  /// Returns "; no plug-ins in FOLDER" when that folder is missing, otherwise nothing.
+  std::string missingPlugins() const;
+};
+
+}  // namespace libvarrow::host

@@ -1,0 +1,229 @@
+#include "host/PipelineSource.h"
+
+#include <cppbind/Checker.h>
+#include <cppbind/Description.h>
+#include <cppbind/TextPositions.h>
+
+#include <algorithm>
+#include <boost/filesystem/operations.hpp>
+#include <boost/make_shared.hpp>
+#include <cerrno>
+#include <cstring>
+#include <fstream>
+#include <iterator>
+#include <map>
+#include <utility>
+
+#include "host/fault_text.h"
+#include "host/overrides.h"
+#include "libvarrow/json/json.h"
+#include "libvarrow/module/ChainedModule.h"
+#include "libvarrow/module/InputFile.h"
+#include "libvarrow/module/ModuleLoader.h"
+#include "libvarrow/module/pipeline_check.h"
+#include "libvarrow/xrule/rule_check.h"
+
+namespace libvarrow::host {
+
+namespace {
+
+namespace fs = boost::filesystem;
+using cppbind::Fault;
+using cppbind::JsonPlaces;
+
+// Reads the file once, because a pipe can be read only once.
+bool readFile(const fs::path& path, std::string& text) {
+  errno = 0;
+  std::ifstream file(path.string(), std::ios::binary);
+  text.assign(std::istreambuf_iterator<char>(file), {});
+  return file.is_open() && !file.bad() && !fs::is_directory(path);
+}
+
+// Returns the offset of a position in a text of which each line ends with LF.
+std::size_t offsetOf(const std::string& text, const Fault& fault) {
+  std::size_t offset = 0;
+  for (std::size_t line = 1; line < fault.line; ++line) offset = text.find('\n', offset) + 1;
+  for (std::size_t column = 1; column < fault.column && offset < text.size(); ++column) {
+    do {
+      ++offset;
+    } while (offset < text.size() && (static_cast<unsigned char>(text[offset]) & 0xC0U) == 0x80U);
+  }
+  return offset;
+}
+
+bool covers(const std::vector<JsonPath>& set, const JsonPath& path) {
+  return std::any_of(set.begin(), set.end(),
+                     [&](const JsonPath& setPath) { return beginsWith(path, setPath); });
+}
+
+std::size_t indexIn(const std::string& stepName) {
+  return static_cast<std::size_t>(std::strtoul(stepName.c_str(), nullptr, 10));
+}
+
+}  // namespace
+
+PipelineSource::PipelineSource(const RunOptions& options, const cppbind::ClassRegister& modules) {
+  if (auto json = read(options.pipeline)) {
+    json_ = std::move(*json);
+    apply(options, modules);
+  }
+}
+
+std::optional<Json::Value> PipelineSource::read(const fs::path& file) {
+  Origin& origin = origins_.emplace_back(Origin{file.generic_string()});
+  std::string text;
+  if (!readFile(file, text)) {
+    const char* const reason = fs::is_directory(file) ? "it is a folder" : std::strerror(errno);
+    addFault(origin.name, std::string("cannot be read: ") + reason);
+    return std::nullopt;
+  }
+  cppbind::Checker checker(text);
+  if (!checker.isJson()) {
+    addFaults(origin.name, checker.faults());
+    return std::nullopt;
+  }
+  origin.places.emplace(std::move(text));
+  return checker.json();
+}
+
+void PipelineSource::addFault(const std::string& origin, const std::string& message) {
+  cppbind::Faults faults;
+  faults.first.push_back({cppbind::Severity::Error, {}, message});
+  faults.errorCount = 1;
+  addFaults(origin, std::move(faults));
+}
+
+void PipelineSource::addFaults(std::string origin, cppbind::Faults faults) {
+  if (!faults.first.empty()) faults_.push_back({std::move(origin), std::move(faults)});
+}
+
+void PipelineSource::apply(const RunOptions& options, const cppbind::ClassRegister& modules) {
+  for (const fs::path& file : options.with) {
+    const auto patch = read(file);
+    if (patch) origins_.back().set = mergePatch(*patch, json_);
+  }
+  if (options.set.empty()) return;
+  const cppbind::Description description = cppbind::describe(modules);
+  for (const std::string& setting : options.set) {
+    const std::string name = "--set " + setting;
+    try {
+      origins_.push_back({name, std::nullopt, applySetting(setting, description, json_)});
+    } catch (const std::runtime_error& error) {
+      addFault(name, error.what());
+    }
+  }
+}
+
+void PipelineSource::check(const cppbind::ClassRegister& modules,
+                           const cppbind::ClassRegister& rules, const fs::path& inputs) {
+  if (errorCount(faults_) > 0) return;
+  const RuleFileNames ruleFiles;
+  if (origins_.size() == 1) {
+    addFaults(origins_.front().name, checkPipelineText(origins_.front().places->text(), modules));
+  } else {
+    checkChanged(modules);
+  }
+  for (const std::string& name : ruleFiles.names()) {
+    const fs::path file = fs::absolute(name, inputs);
+    addFaults(file.generic_string(), checkRuleFile(file, rules));
+  }
+}
+
+// Checks the pipeline as it runs, and tells each fault where its value comes from.
+void PipelineSource::checkChanged(const cppbind::ClassRegister& modules) {
+  const std::string text = Json2Str(json_);
+  const JsonPlaces places(text);
+  cppbind::Faults all = checkPipelineText(text, modules);
+  std::map<std::string, cppbind::Faults> ofOrigin;
+  for (Fault& fault : all.first) {
+    JsonPath path = fault.path;
+    bool isKey = false;
+    if (fault.line > 0) {
+      const std::size_t offset = offsetOf(text, fault);
+      path = places.pathTo(offset);
+      isKey = places.find(path).key == offset;
+    }
+    const Origin& origin = originOf(path);
+    locate(fault, path, isKey, origin);
+    cppbind::Faults& faults = ofOrigin[origin.name];
+    ++(fault.severity == cppbind::Severity::Error ? faults.errorCount : faults.warningCount);
+    faults.first.push_back(std::move(fault));
+  }
+  cppbind::Faults& first = ofOrigin[origins_.front().name];
+  const auto listed = [&](std::size_t cppbind::Faults::*count) {
+    std::size_t sum = 0;
+    for (const auto& [name, faults] : ofOrigin) sum += faults.*count;
+    return sum;
+  };
+  first.errorCount += all.errorCount - listed(&cppbind::Faults::errorCount);
+  first.warningCount += all.warningCount - listed(&cppbind::Faults::warningCount);
+  for (const Origin& origin : origins_) addFaults(origin.name, std::move(ofOrigin[origin.name]));
+}
+
+const PipelineSource::Origin& PipelineSource::originOf(const JsonPath& path) const {
+  for (auto origin = origins_.rbegin(); origin != origins_.rend(); ++origin) {
+    if (covers(origin->set, path)) return *origin;
+  }
+  return origins_.front();
+}
+
+void PipelineSource::locate(Fault& fault, const JsonPath& path, bool isKey,
+                            const Origin& origin) const {
+  fault.line = fault.column = 0;
+  if (!origin.places) return;
+  const JsonPlaces::Place place = origin.places->find(path);
+  if (place.depth < path.size() && isKey) return;
+  const std::size_t offset = isKey && place.key != JsonPlaces::kNone ? place.key : place.value;
+  const auto position = cppbind::TextPositions(origin.places->text()).at(offset);
+  fault.line = position.line;
+  fault.column = position.column;
+}
+
+boost::shared_ptr<Module> PipelineSource::load(cppbind::ClassRegister& modules) const {
+  const PipelineLayout layout = pipelineLayout(json_).value_or(PipelineLayout::Chain);
+  if (layout == PipelineLayout::Chain) {
+    cppbind::JsonDecodeBinder binder(&modules);
+    ChainedModule::Data4Bind record;
+    binder.decode(json_, record);
+    return boost::make_shared<ChainedModule>(record);
+  }
+  ModuleLoader loader;
+  if (layout == PipelineLayout::Object) {
+    loader.loadJsonV2(json_, &modules);
+  } else {
+    cppbind::ClassRegister& known = loader.classRegister();
+    for (const auto& [key, registered] : modules.classes()) {
+      if (known.find(key) == nullptr) known.regClass(registered.name, registered.factory);
+    }
+    loader.loadJson(json_);
+  }
+  if (loader.mainModule() == nullptr) throw std::runtime_error("the pipeline has no chain to run");
+  return loader.mainModule();
+}
+
+// Follows the chains of the usual layout; of other steps, only the file is known.
+std::string PipelineSource::placeOf(const std::string& step) const {
+  JsonPath path;
+  const Json::Value* chain = &json_;
+  for (std::size_t begin = 0; begin < step.size();) {
+    const std::size_t end = std::min(step.find('/', begin), step.size());
+    const std::size_t index = indexIn(step.substr(begin, end - begin));
+    if (!chain->isObject() || !(*chain)["modules"].isArray()) break;
+    const Json::Value& modules = (*chain)["modules"];
+    if (index >= modules.size() || !modules[static_cast<Json::ArrayIndex>(index)].isObject()) break;
+    const Json::Value& module = modules[static_cast<Json::ArrayIndex>(index)];
+    path.insert(path.end(), {"modules", indexText(static_cast<Json::ArrayIndex>(index))});
+    if (module.size() != 1) break;
+    chain = &*module.begin();
+    path.push_back(module.begin().name());
+    begin = end + 1;
+  }
+  const Origin& origin = path.empty() ? origins_.front() : originOf(path);
+  if (path.empty() || !origin.places) return origins_.front().name;
+  Fault fault;
+  locate(fault, path, /*isKey=*/true, origin);
+  if (fault.line == 0) return origin.name;
+  return origin.name + ":" + std::to_string(fault.line) + ":" + std::to_string(fault.column);
+}
+
+}  // namespace libvarrow::host

@@ -1,0 +1,66 @@
+// The pipeline of a run: its file, and what the run's options change in it.
+#pragma once
+
+#include <cppbind/ClassRegister.h>
+#include <cppbind/JsonPlaces.h>
+#include <json/value.h>
+
+#include <boost/filesystem/path.hpp>
+#include <boost/shared_ptr.hpp>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "host/json_path.h"
+#include "libvarrow/host/RunOptions.h"
+#include "libvarrow/host/RunResult.h"
+#include "libvarrow/module/Module.h"
+
+namespace libvarrow::host {
+
+class PipelineSource {
+ public:
+  /// Reads the pipeline file and applies the overrides of `options`. Faults are kept.
+  PipelineSource(const RunOptions& options, const cppbind::ClassRegister& modules);
+
+  /// Finds the faults of the pipeline and of the rule files that it names, unless it has some
+  /// already. Relative rule files start from `inputs`.
+  void check(const cppbind::ClassRegister& modules, const cppbind::ClassRegister& rules,
+             const boost::filesystem::path& inputs);
+
+  /// Returns all faults found so far.
+  const std::vector<FileFaults>& faults() const { return faults_; }
+  /// Returns the text of the pipeline file, which was read and is JSON.
+  const std::string& text() const { return origins_.front().places->text(); }
+  /// Returns the pipeline that runs, without "$schema".
+  const Json::Value& json() const { return json_; }
+  /// Returns the chain of the pipeline, in any layout. Throws like the loaders of the library.
+  boost::shared_ptr<Module> load(cppbind::ClassRegister& modules) const;
+
+  /// Returns where the step "1_ChainedModule/0_Plan" is: "pipeline.json:12:5", or the name of the
+  /// file or the override alone.
+  std::string placeOf(const std::string& step) const;
+
+ private:
+  // A file or an option that sets values of the pipeline.
+  struct Origin {
+    std::string name;
+    std::optional<cppbind::JsonPlaces> places{};  // of a file
+    std::vector<JsonPath> set{};
+  };
+
+  // Reads a file and adds it to the origins.
+  std::optional<Json::Value> read(const boost::filesystem::path& file);
+  void addFault(const std::string& origin, const std::string& message);
+  void addFaults(std::string origin, cppbind::Faults faults);
+  void apply(const RunOptions& options, const cppbind::ClassRegister& modules);
+  void checkChanged(const cppbind::ClassRegister& modules);
+  const Origin& originOf(const JsonPath& path) const;
+  void locate(cppbind::Fault& fault, const JsonPath& path, bool isKey, const Origin& origin) const;
+
+  std::vector<Origin> origins_;  // the pipeline file first
+  std::vector<FileFaults> faults_;
+  Json::Value json_;
+};
+
+}  // namespace libvarrow::host

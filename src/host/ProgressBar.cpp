@@ -1,0 +1,101 @@
+#include "host/ProgressBar.h"
+
+#include <algorithm>
+#include <chrono>
+#include <exception>
+#include <utility>
+#include <vector>
+
+#include "host/one_line.h"
+#include "host/system.h"
+#include "libvarrow/backtrace/BackTrace.h"
+#include "libvarrow/statistics/ProgressStatistics.h"
+
+namespace libvarrow::host {
+
+namespace {
+
+constexpr std::uint64_t kWhole = 100;
+constexpr std::chrono::milliseconds kRedraw(200);
+
+using Progress = std::pair<std::string, std::uint64_t>;
+
+std::vector<Progress> unfinished(const StatisticsContainer& statistics) {
+  std::vector<Progress> list;
+  statistics.visit([&](const std::string& name, const CommonStatistics& statistic) {
+    std::uint64_t percent = kWhole;
+    if (const auto* progress = dynamic_cast<const ProgressStatistics*>(&statistic)) {
+      percent = progress->getProcessPercent();
+    } else if (const auto* steps = dynamic_cast<const SimpleProgressStatistics*>(&statistic)) {
+      if (steps->total() != 0) percent = steps->getProcessPercent();
+    }
+    if (percent < kWhole) list.emplace_back(name, percent);
+  });
+  return list;
+}
+
+// Cuts between characters of UTF-8.
+void cut(std::string& text, std::size_t width) {
+  if (text.size() <= width) return;
+  while (width > 0 && (static_cast<unsigned char>(text[width]) & 0xC0U) == 0x80U) --width;
+  text.resize(width);
+}
+
+}  // namespace
+
+std::string progressLine(const std::string& step, const StatisticsContainer& statistics,
+                         std::size_t width) {
+  constexpr std::size_t kBarLength = 20;
+  const std::vector<Progress> list = unfinished(statistics);
+  if (list.empty()) return std::string();
+  std::string line = oneLine(step);
+  for (const auto& [name, percent] : list) {
+    const std::size_t filled = kBarLength * percent / kWhole;
+    line += (line.empty() ? "" : "  ") + oneLine(name) + " [" + std::string(filled, '#') +
+            std::string(kBarLength - filled, '.') + "] " + std::to_string(percent) + " %";
+  }
+  cut(line, width);
+  return line;
+}
+
+ProgressBar::ProgressBar(const StatisticsContainer& statistics, const RunSession& session,
+                         std::size_t columns)
+    : statistics_(statistics), session_(session), columns_(columns) {
+  if (columns > 1) thread_ = std::thread([this] { work(); });
+}
+
+// Erases with blanks, which also works on terminals without escape sequences.
+ProgressBar::~ProgressBar() {
+  if (!thread_.joinable()) return;
+  {
+    const std::lock_guard<std::mutex> lock(mutex_);
+    isEnded_ = true;
+  }
+  ended_.notify_one();
+  thread_.join();
+  if (drawn_ > 0) system::writeError('\r' + std::string(drawn_, ' ') + '\r');
+}
+
+void ProgressBar::work() {
+  useCrashStack();
+  std::unique_lock<std::mutex> lock(mutex_);
+  while (!ended_.wait_for(lock, kRedraw, [this] { return isEnded_; })) {
+    try {
+      draw();
+    } catch (const std::exception&) {
+      return;  // the run matters more than its bar
+    }
+  }
+}
+
+void ProgressBar::draw() {
+  // A line that reaches the last column would wrap and could not be overwritten.
+  std::string line = progressLine(session_.currentStep(), statistics_, columns_ - 1);
+  const std::size_t length = line.size();
+  if (length == 0 && drawn_ == 0) return;
+  line.resize(std::max(length, drawn_), ' ');
+  system::writeError('\r' + line);
+  drawn_ = length;
+}
+
+}  // namespace libvarrow::host

@@ -1,0 +1,46 @@
+// The progress of a run on the terminal.
+#pragma once
+
+#include <condition_variable>
+#include <cstddef>
+#include <mutex>
+#include <string>
+#include <thread>
+
+#include "host/RunSession.h"
+#include "libvarrow/statistics/StatisticsContainer.h"
+
+namespace libvarrow::host {
+
+/// Shows the running step and the progress of everything in the statistics that has one, on one
+/// line of standard error, five times a second from a thread of its own. Does nothing without a
+/// terminal. The destructor erases the line.
+class ProgressBar {
+ public:
+  /// `columns` is the width of the terminal; 0: none.
+  ProgressBar(const StatisticsContainer& statistics, const RunSession& session,
+              std::size_t columns);
+  ProgressBar(const ProgressBar&) = delete;
+  ProgressBar& operator=(const ProgressBar&) = delete;
+  ~ProgressBar();
+
+ private:
+  void work();
+  void draw();
+
+  const StatisticsContainer& statistics_;
+  const RunSession& session_;
+  const std::size_t columns_;
+  std::size_t drawn_ = 0;  // the width of the line on the terminal
+  bool isEnded_ = false;
+  std::mutex mutex_;
+  std::condition_variable ended_;
+  std::thread thread_;
+};
+
+/// Returns the line for `statistics`: the unfinished progress, the innermost last. Empty when there
+/// is none. At most `width` characters of ASCII; names of other characters are cut by bytes.
+std::string progressLine(const std::string& step, const StatisticsContainer& statistics,
+                         std::size_t width);
+
+}  // namespace libvarrow::host

@@ -1,0 +1,169 @@
+#include "host/Run.h"
+
+#include <boost/filesystem/operations.hpp>
+#include <exception>
+#include <utility>
+
+#include "host/one_line.h"
+#include "host/step_names.h"
+#include "host/system.h"
+#include "libvarrow/json/json.h"
+#include "libvarrow/log/log.h"
+#include "libvarrow/module/run_files.h"
+#include "libvarrow/statistics/TimedStatDumper.h"
+
+namespace libvarrow::host {
+
+namespace {
+
+namespace fs = boost::filesystem;
+
+// RAII guard: gives the data to a run, and back as it was.
+class DataOfRun {
+ public:
+  DataOfRun(ModuleData& data, RunObserver& observer, StatisticsContainer& statistics)
+      : data_(data), observer_(data.observer()), statistics_(data.statisticsContainer) {
+    data.setObserver(&observer);
+    data.statisticsContainer = &statistics;
+  }
+  ~DataOfRun() {
+    data_.setObserver(observer_);
+    data_.statisticsContainer = statistics_;
+  }
+  DataOfRun(const DataOfRun&) = delete;
+  DataOfRun& operator=(const DataOfRun&) = delete;
+
+ private:
+  ModuleData& data_;
+  RunObserver* const observer_;
+  StatisticsContainer* const statistics_;
+};
+
+RunPlaces placesOf(const RunFolder& folder, const RunOptions& options) {
+  return {folder.path(), inputFolder(options), (folder / "dump").generic_string() + "/"};
+}
+
+}  // namespace
+
+fs::path inputFolder(const RunOptions& options) {
+  return fs::absolute(options.inputs.empty() ? fs::absolute(options.pipeline).parent_path()
+                                             : options.inputs);
+}
+
+Run::Run(const RunOptions& options, const RunContext& context, const PipelineSource& source,
+         const RunFolder& folder)
+    : options_(options),
+      context_(context),
+      source_(source),
+      folder_(folder),
+      statistics_(context.program),
+      session_(placesOf(folder, options), options, context.isEndAsked, context.crashLine),
+      record_(folder.path(), context.facts) {}
+
+RunResult Run::process(cppbind::ClassRegister& modules, ModuleData& data) {
+  RunResult result;
+  result.folder = folder_.path();
+  result.faults = source_.faults();
+  try {
+    record_.begin();
+    writeWhole(folder_ / "pipeline.json", Json2Str(source_.json()));
+    const DataOfRun dataOfRun(data, session_, statistics_);
+    const TimedStatDumper dumper(&statistics_, (folder_ / "statistics.json").string());
+    runChain(modules, data, result);
+  } catch (const std::exception& error) {
+    fail(result, error.what());
+  }
+  result.brokenRules = session_.brokenRules();
+  try {
+    // The dumper removes a file that it could not write whole.
+    if (result.end != RunResult::End::Failed && !fs::exists(folder_ / "statistics.json")) {
+      fail(result, "cannot write " + (folder_ / "statistics.json").generic_string());
+    }
+    record_.end(result, facts());
+  } catch (const std::exception& error) {
+    if (result.end != RunResult::End::Failed) fail(result, error.what());
+  }
+  return result;
+}
+
+void Run::runChain(cppbind::ClassRegister& modules, ModuleData& data, RunResult& result) {
+  std::string exception;
+  bool brokeRules = false;
+  // The chain may have code of plug-ins, and so may exceptions: both end here.
+  const boost::shared_ptr<Module> chain = source_.load(modules);
+  requireStep(*chain, options_.until);
+  data.dumpPath = session_.places().dumps;
+  try {
+    chain->process(&data);
+  } catch (const RulesBroken& error) {
+    exception = error.what();
+    brokeRules = true;
+  } catch (const std::exception& error) {
+    exception = *error.what() == '\0' ? "an exception without text" : error.what();
+  } catch (...) {
+    exception = "an exception that is not a std::exception";
+  }
+  if (brokeRules && session_.brokenRules().empty()) session_.rulesBroken(exception);
+  if (brokeRules) exception.clear();
+  if (!exception.empty()) dumpAfterFailure(data);
+  judge(result, exception);
+}
+
+// Judges by the state of the run, since a module may wrap the exception that ends it.
+void Run::judge(RunResult& result, const std::string& exception) {
+  const auto rules = session_.brokenRules();
+  const bool isWhole = exception.empty() || session_.isUntilReached();
+  if (!isWhole && session_.isEndRequested()) {
+    result.end = RunResult::End::Ended;
+    const std::string& last = session_.lastStep();
+    const bool isBySignal = context_.isEndAsked != nullptr && context_.isEndAsked();
+    const std::string by =
+        isBySignal ? std::string("by ") + system::signalName(system::EndSignals::received()) + " "
+                   : "";
+    result.error = oneLine(source_.placeOf("") + ": ended " + by +
+                           (last.empty() ? "before the first step" : "after step " + last));
+  } else if (!isWhole) {
+    fail(result, exception);
+  } else if (!rules.empty()) {
+    result.end = RunResult::End::RulesBroken;
+    result.error =
+        oneLine(source_.placeOf("") + ": the plan breaks " + std::to_string(rules.size()) +
+                (rules.size() == 1 ? " rule: " : " rules: ") + rules.front());
+  } else {
+    result.end = RunResult::End::Done;
+  }
+}
+
+void Run::fail(RunResult& result, const std::string& reason) const {
+  result.end = RunResult::End::Failed;
+  result.step = session_.failedStep();
+  const std::string step = result.step.empty() ? std::string() : result.step + ": ";
+  result.error = oneLine(source_.placeOf(result.step) + ": " + step + reason);
+}
+
+// With all dumps, those before the step tell the same.
+void Run::dumpAfterFailure(ModuleData& data) const {
+  if (session_.dumpLevel() == DumpLevel::All) return;
+  try {
+    const Json::Value info = data.getBaiscInfoJson();
+    if (!info.isNull()) CommonStatistics::dumpToFile(data.dumpPath + "failed_info.json", info);
+    data.dumpDetailInfo(data.dumpPath + "failed_detail.txt");
+    data.dump4Debug(data.dumpPath + "failed/");
+  } catch (const std::exception& error) {
+    LIBVARROW_LOG_WARN("the data of the failed step is not dumped: %s", error.what());
+  }
+}
+
+Json::Value Run::facts() const {
+  Json::Value facts(Json::objectValue);
+  facts["inputs"] = session_.inputs();
+  facts["files"] = Json::Value(Json::arrayValue);
+  for (const auto& [kind, path] : session_.files()) {
+    Json::Value& entry = facts["files"].append(Json::Value(Json::objectValue));
+    entry["kind"] = kind;
+    entry["path"] = path;
+  }
+  return facts;
+}
+
+}  // namespace libvarrow::host

@@ -1,0 +1,57 @@
+// One run: a checked pipeline, in its folder, on a host's data.
+#pragma once
+
+#include <string>
+
+#include "host/PipelineSource.h"
+#include "host/RunFolder.h"
+#include "host/RunRecord.h"
+#include "host/RunSession.h"
+#include "libvarrow/host/RunOptions.h"
+#include "libvarrow/host/RunResult.h"
+#include "libvarrow/module/ModuleData.h"
+#include "libvarrow/statistics/StatisticsContainer.h"
+
+namespace libvarrow::host {
+
+/// What the program knows of a run. Empty members: the run is one of several in its process.
+struct RunContext {
+  std::string program;             ///< the program's name
+  bool (*isEndAsked)() = nullptr;  ///< true when a signal asked for the end
+  std::string crashLine{};         ///< the beginning of the line that a crash writes last
+  Json::Value facts{};             ///< the members of run.json that the caller knows
+};
+
+/// Folder of inputs: that of the options, or that of the pipeline file. Absolute.
+boost::filesystem::path inputFolder(const RunOptions& options);
+
+class Run {
+ public:
+  /// Makes nothing yet. The arguments must outlive the object.
+  Run(const RunOptions& options, const RunContext& context, const PipelineSource& source,
+      const RunFolder& folder);
+
+  /// Runs the pipeline on `data` and returns the outcome, exceptions included. Afterwards the
+  /// observer and the statistics container of `data` are those of before. Call it once.
+  RunResult process(cppbind::ClassRegister& modules, ModuleData& data);
+
+  const StatisticsContainer& statistics() const { return statistics_; }
+  const RunSession& session() const { return session_; }
+
+ private:
+  void runChain(cppbind::ClassRegister& modules, ModuleData& data, RunResult& result);
+  void judge(RunResult& result, const std::string& exception);
+  void fail(RunResult& result, const std::string& reason) const;
+  void dumpAfterFailure(ModuleData& data) const;
+  Json::Value facts() const;
+
+  const RunOptions& options_;
+  const RunContext& context_;
+  const PipelineSource& source_;
+  const RunFolder& folder_;
+  StatisticsContainer statistics_;
+  RunSession session_;
+  RunRecord record_;
+};
+
+}  // namespace libvarrow::host

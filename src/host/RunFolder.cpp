@@ -1,0 +1,92 @@
+#include "host/RunFolder.h"
+
+#include <boost/date_time/posix_time/posix_time_types.hpp>
+#include <boost/filesystem/operations.hpp>
+#include <cstdio>
+#include <stdexcept>
+#include <vector>
+
+#include "host/RunRecord.h"
+
+namespace libvarrow::host {
+
+namespace {
+
+namespace fs = boost::filesystem;
+
+constexpr const char* kLock = "run.lock";
+
+[[noreturn]] void refuse(const fs::path& path, const std::string& reason) {
+  throw std::runtime_error("the run folder " + path.generic_string() + " " + reason);
+}
+
+bool isEmpty(const fs::path& folder) {
+  for (const fs::directory_entry& entry : fs::directory_iterator(folder)) {
+    if (entry.path().filename() != kLock) return false;
+  }
+  return true;
+}
+
+// Removes the record last: after an interruption, the folder is still recognised.
+void removeRun(const fs::path& folder) {
+  const std::vector<fs::directory_entry> entries{fs::directory_iterator(folder),
+                                                 fs::directory_iterator()};
+  for (const fs::directory_entry& entry : entries) {
+    const fs::path name = entry.path().filename();
+    if (name != kLock && name != RunRecord::kFileName) fs::remove_all(entry.path());
+  }
+  fs::remove(folder / RunRecord::kFileName);
+}
+
+// Called before the lock, so that nothing is added to a foreign folder, and again with the lock.
+void requireUsable(const fs::path& path, bool overwrite) {
+  if (!fs::is_directory(path)) refuse(path, "is not a folder");
+  if (isEmpty(path)) return;
+  const bool isRun = RunRecord::isIn(path);
+  if (!isRun) refuse(path, "has other files and no run.json of an earlier run");
+  if (!overwrite) refuse(path, "has an earlier run; --overwrite replaces it");
+}
+
+fs::path made(const fs::path& path, bool overwrite) {
+  boost::system::error_code error;
+  fs::create_directories(path, error);
+  if (error && !fs::exists(path)) refuse(path, "cannot be made: " + error.message());
+  requireUsable(path, overwrite);
+  return fs::canonical(path);
+}
+
+std::string timeText() {
+  const auto now = boost::posix_time::second_clock::local_time();
+  const auto day = now.date().year_month_day();
+  const auto clock = now.time_of_day();
+  char text[64];
+  std::snprintf(text, sizeof text, "%04d-%02d-%02d_%02d%02d%02d", static_cast<int>(day.year),
+                static_cast<int>(day.month.as_number()), static_cast<int>(day.day.as_number()),
+                static_cast<int>(clock.hours()), static_cast<int>(clock.minutes()),
+                static_cast<int>(clock.seconds()));
+  return text;
+}
+
+}  // namespace
+
+RunFolder::RunFolder(const fs::path& path, bool overwrite)
+    : path_(made(path, overwrite)), lock_(path_ / kLock) {
+  if (!lock_.isHeld()) refuse(path, "is in use by another run");
+  requireUsable(path_, overwrite);
+  if (!isEmpty(path_)) removeRun(path_);
+}
+
+fs::path newRunFolder(const fs::path& runs, const fs::path& pipeline) {
+  constexpr std::size_t kLongestName = 100;  // the path must not exceed limits
+  fs::create_directories(runs);
+  const std::string stem = pipeline.stem().string().substr(0, kLongestName);
+  const std::string name = timeText() + "_" + stem;
+  for (int number = 1;; ++number) {
+    const std::string unique = number == 1 ? name : name + "_" + std::to_string(number);
+    if (!fs::create_directory(runs / unique)) continue;
+    system::pointAt(runs / "latest", unique);
+    return runs / unique;
+  }
+}
+
+}  // namespace libvarrow::host

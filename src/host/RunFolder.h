@@ -1,0 +1,35 @@
+// The folder of one run.
+#pragma once
+
+#include <boost/filesystem/path.hpp>
+#include <string>
+
+#include "host/system.h"
+
+namespace libvarrow::host {
+
+/// A new run folder, locked until the object is destroyed. It contains "run.json" (see RunRecord),
+/// by which a later run recognises it, and "run.lock".
+class RunFolder {
+ public:
+  /// Makes the folder. An existing one must be empty, or, with `overwrite`, the folder of an
+  /// earlier run, whose files are removed. Throws std::runtime_error for any other folder, and when
+  /// another run uses it; nothing is changed then.
+  RunFolder(const boost::filesystem::path& path, bool overwrite);
+
+  /// Returns the absolute path.
+  const boost::filesystem::path& path() const { return path_; }
+  /// Returns the path of a file or folder in it.
+  boost::filesystem::path operator/(const char* name) const { return path_ / name; }
+
+ private:
+  boost::filesystem::path path_;
+  system::FileLock lock_;
+};
+
+/// Makes and returns a new folder in `runs`, "runs/TIME_PIPELINE", and points "runs/latest" at it.
+/// Folders of the same second get a number.
+boost::filesystem::path newRunFolder(const boost::filesystem::path& runs,
+                                     const boost::filesystem::path& pipeline);
+
+}  // namespace libvarrow::host

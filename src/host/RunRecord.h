@@ -1,0 +1,43 @@
+// The record of a run: run.json in its folder.
+#pragma once
+
+#include <json/value.h>
+
+#include <boost/filesystem/path.hpp>
+#include <string>
+
+#include "libvarrow/host/RunResult.h"
+
+namespace libvarrow::host {
+
+/// The text of an outcome in run.json: "done", "rules broken", ...
+const char* outcomeText(RunResult::End end);
+
+/// Writer of run.json. Each write replaces the whole file, so that readers never see half of it.
+class RunRecord {
+ public:
+  static constexpr const char* kFileName = "run.json";
+
+  /// Returns true when `folder` has a run.json that this class wrote.
+  static bool isIn(const boost::filesystem::path& folder);
+
+  /// Takes what is known at the begin of the run.
+  RunRecord(const boost::filesystem::path& folder, Json::Value facts);
+
+  /// Writes the record of a run that has begun. Throws std::runtime_error with the system's reason.
+  void begin();
+  /// Writes the record with the outcome and `facts`, which are added to those of the begin.
+  void end(const RunResult& result, const Json::Value& facts);
+
+ private:
+  void write() const;
+
+  const boost::filesystem::path folder_;
+  Json::Value json_;
+};
+
+/// Writes `text` to `file`, which is replaced as a whole or not at all. Throws std::runtime_error
+/// with the system's reason.
+void writeWhole(const boost::filesystem::path& file, const std::string& text);
+
+}  // namespace libvarrow::host

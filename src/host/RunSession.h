@@ -1,0 +1,80 @@
+// The observer of a run by its host.
+#pragma once
+
+#include <json/value.h>
+
+#include <atomic>
+#include <boost/filesystem/path.hpp>
+#include <boost/thread/mutex.hpp>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "libvarrow/host/RunOptions.h"
+#include "libvarrow/module/RunObserver.h"
+
+namespace libvarrow::host {
+
+/// Places of a run's files.
+struct RunPlaces {
+  boost::filesystem::path folder;  ///< absolute: start of files that modules write
+  boost::filesystem::path inputs;  ///< absolute: start of files that modules read
+  std::string dumps;               ///< the dump path of the whole chain, with its trailing "/"
+};
+
+/// Follows the steps, finds the files of modules, and collects what they report.
+class RunSession : public RunObserver {
+ public:
+  /// `isEndAsked` (may be null) is a request from outside. `crashLine` is the beginning of the line
+  /// that a crash writes last; empty: the run does not set that line, which the process has once.
+  RunSession(RunPlaces places, const RunOptions& options, bool (*isEndAsked)(),
+             std::string crashLine);
+  ~RunSession() override;
+
+  void stepBegins(Module& step, ModuleData& data) override;
+  void stepEnds(Module& step, ModuleData& data) override;
+  void stepFails(Module& step, ModuleData& data) noexcept override;
+  void rulesBroken(const std::string& text) override;
+  boost::filesystem::path outputPath(const boost::filesystem::path& path) override;
+  boost::filesystem::path inputPath(const boost::filesystem::path& path) override;
+  void fileWritten(const std::string& kind, const boost::filesystem::path& path) override;
+  DumpLevel dumpLevel() const override;
+  bool isEndRequested() const noexcept override;
+
+  const RunPlaces& places() const { return places_; }
+  /// Returns true when the step after which the run ends has ended.
+  bool isUntilReached() const { return isUntilReached_; }
+  /// Returns the innermost step that an exception left, "1_ChainedModule/0_Plan"; empty: none.
+  const std::string& failedStep() const { return failedStep_; }
+  /// Returns the last step that ended; empty: none.
+  const std::string& lastStep() const { return lastStep_; }
+  /// Returns the running step, for display. Thread-safe.
+  std::string currentStep() const;
+  /// Returns the texts of broken rules.
+  std::vector<std::string> brokenRules() const;
+  /// Returns the files written, as kind and path.
+  std::vector<std::pair<std::string, std::string>> files() const;
+  /// Returns the input files with their SHA-256.
+  Json::Value inputs() const;
+
+ private:
+  std::string nameOf(const ModuleData& data) const;
+  void showStep();
+
+  const RunPlaces places_;
+  const RunOptions& options_;
+  bool (*const isEndAsked_)();
+  const std::string crashLine_;
+  std::vector<std::string> steps_;  // those that run, the outer first
+  std::string lastStep_;
+  std::string failedStep_;
+  std::atomic<bool> isUntilReached_{false};
+
+  mutable boost::mutex mutex_;  // of everything below, which threads of modules change
+  std::string shownStep_;
+  std::vector<std::string> brokenRules_;
+  std::vector<std::pair<std::string, std::string>> files_;
+  Json::Value inputs_{Json::arrayValue};
+};
+
+}  // namespace libvarrow::host

@@ -1,0 +1,108 @@
+#include <cppbind/Checker.h>
+#include <json/value.h>
+
+#include <ostream>
+
+#include "host/PipelineSource.h"
+#include "host/Run.h"
+#include "host/commands/commands.h"
+#include "host/commands/pipeline_options.h"
+#include "host/fault_text.h"
+#include "libvarrow/json/json.h"
+#include "libvarrow/module/pipeline_check.h"
+#include "libvarrow/xrule/rule_check.h"
+
+namespace libvarrow::host {
+
+namespace {
+
+Json::Value jsonOf(const std::string& origin, const cppbind::Fault& fault) {
+  Json::Value json(Json::objectValue);
+  json["file"] = origin;
+  json["line"] = static_cast<Json::UInt64>(fault.line);
+  json["column"] = static_cast<Json::UInt64>(fault.column);
+  json["severity"] = fault.severity == cppbind::Severity::Error ? "error" : "warning";
+  json["path"] = pathText(fault.path);
+  json["message"] = fault.message;
+  if (!fault.hint.empty()) json["hint"] = fault.hint;
+  return json;
+}
+
+void append(std::vector<FileFaults>& list, const std::vector<FileFaults>& more) {
+  list.insert(list.end(), more.begin(), more.end());
+}
+
+class CheckCommand : public Command {
+ public:
+  explicit CheckCommand(HostState& state)
+      : Command("check", "prints every fault of pipeline and rule files"), state_(state) {}
+
+  void declare(CommandOptions& options) override {
+    options.addArguments("FILE", files_, 1, "pipeline files, with their rule files, or rule files");
+    changes_.declare(options, state_);
+    plugins_.declare(options);
+  }
+
+  int run(CommandContext& context) override {
+    plugins_.apply(state_);
+    state_.loadPlugins();
+    std::vector<FileFaults> faults;
+    for (const std::string& file : files_) append(faults, faultsOf(file));
+    if (context.wantsJson()) {
+      printJson(faults, context.out());
+    } else {
+      for (const FileFaults& file : faults) {
+        for (const std::string& line : faultLines(file)) context.out() << line << '\n';
+      }
+    }
+    const std::size_t count = errorCount(faults);
+    if (count == 0) return kDone;
+    state_.lastLine = firstError(faults) + state_.missingPlugins();
+    return kFailed;
+  }
+
+  bool needsClasses() const override { return true; }
+
+ private:
+  // Anything without the keys of a pipeline is a rule file.
+  std::vector<FileFaults> faultsOf(const std::string& file) const {
+    RunOptions options = changes_.runOptions(state_);
+    options.pipeline = file;
+    RunOptions unchanged;
+    unchanged.pipeline = file;
+    PipelineSource read(unchanged, *state_.modules);
+    if (errorCount(read.faults()) > 0) return read.faults();
+    if (!pipelineLayout(read.json())) {
+      cppbind::Faults faults = checkRuleText(read.text(), *state_.rules);
+      if (faults.first.empty()) return {};
+      return {{options.pipeline.generic_string(), std::move(faults)}};
+    }
+    const bool isChanged = !options.with.empty() || !options.set.empty();
+    PipelineSource source = isChanged ? PipelineSource(options, *state_.modules) : std::move(read);
+    source.check(*state_.modules, *state_.rules, inputFolder(options));
+    return source.faults();
+  }
+
+  static void printJson(const std::vector<FileFaults>& faults, std::ostream& out) {
+    Json::Value list(Json::arrayValue);
+    for (const FileFaults& file : faults) {
+      for (const cppbind::Fault& fault : file.faults.first) {
+        list.append(jsonOf(file.origin, fault));
+      }
+    }
+    out << Json2Str(list);
+  }
+
+  HostState& state_;
+  std::vector<std::string> files_;
+  ChangeOptions changes_;
+  PluginOption plugins_;
+};
+
+}  // namespace
+
+std::unique_ptr<Command> checkCommand(HostState& state) {
+  return std::make_unique<CheckCommand>(state);
+}
+
+}  // namespace libvarrow::host

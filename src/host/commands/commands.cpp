@@ -1,0 +1,12 @@
+#include "host/commands/commands.h"
+
+namespace libvarrow::host {
+
+void addCommands(HostState& state) {
+  state.commands.push_back(runCommand(state));
+  state.commands.push_back(checkCommand(state));
+  state.commands.push_back(classesCommand(state));
+  state.commands.push_back(schemaCommand(state));
+}
+
+}  // namespace libvarrow::host

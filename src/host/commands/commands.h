@@ -1,0 +1,24 @@
+// The commands of every host, one file each.
+#pragma once
+
+#include <memory>
+
+#include "host/HostState.h"
+
+namespace libvarrow::host {
+
+///@{
+/// Return a command, which refers to `state`.
+std::unique_ptr<Command> runCommand(HostState& state);
+std::unique_ptr<Command> checkCommand(HostState& state);
+std::unique_ptr<Command> classesCommand(HostState& state);
+std::unique_ptr<Command> schemaCommand(HostState& state);
+///@}
+
+/// Adds all of them to `state`.
+void addCommands(HostState& state);
+
+/// Adds an option that sets a field. Throws std::logic_error when an option has its name.
+void addSetting(Setting setting, HostState& state);
+
+}  // namespace libvarrow::host

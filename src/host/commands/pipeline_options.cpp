@@ -1,0 +1,69 @@
+#include "host/commands/pipeline_options.h"
+
+#include <json/value.h>
+
+#include <boost/filesystem/operations.hpp>
+#include <set>
+#include <stdexcept>
+#include <utility>
+
+#include "host/commands/commands.h"
+#include "host/run_facts.h"
+
+namespace libvarrow::host {
+
+namespace {
+
+// Quoted, so that no character of the file name has a meaning.
+std::string quoted(const std::string& file) {
+  return oneLineOf(Json::Value(boost::filesystem::absolute(file).generic_string()));
+}
+
+}  // namespace
+
+void addSetting(Setting setting, HostState& state) {
+  static const std::set<std::string> own = {"out",    "overwrite", "with",  "set",  "plugins",
+                                            "inputs", "dumps",     "until", "help", "json"};
+  bool isTaken = own.count(setting.name) > 0;
+  for (const Setting& known : state.settings) isTaken |= known.name == setting.name;
+  if (isTaken) throw std::logic_error("the option --" + setting.name + " exists");
+  state.settings.push_back(std::move(setting));
+}
+
+void PluginOption::declare(CommandOptions& options) {
+  options.addOption("plugins", folder_, "the folder of plug-ins, in place of the program's");
+}
+
+void PluginOption::apply(HostState& state) const {
+  if (folder_.empty()) return;
+  state.pluginFolder = folder_.string();
+  state.isPluginFolderGiven = true;
+}
+
+void ChangeOptions::declare(CommandOptions& options, const HostState& state) {
+  options.addOption("with", with_, "merges a JSON file into the pipeline; may be repeated");
+  options.addOption("set", set_,
+                    "sets a field after that, PATH=VALUE, such as modules[2].Plan.tries=5, or "
+                    "Plan.tries=5 in every Plan; may be repeated");
+  options.addOption("inputs", inputs_,
+                    "the folder of input files, in place of the pipeline file's");
+  values_.resize(state.settings.size());
+  for (std::size_t i = 0; i < values_.size(); ++i) {
+    options.addOption(state.settings[i].name, values_[i], state.settings[i].about);
+  }
+}
+
+RunOptions ChangeOptions::runOptions(const HostState& state) const {
+  RunOptions options;
+  options.with.assign(with_.begin(), with_.end());
+  for (std::size_t i = 0; i < values_.size(); ++i) {
+    if (values_[i].empty()) continue;
+    const Setting& setting = state.settings[i];
+    options.set.push_back(setting.path + "=" + (setting.isFile ? quoted(values_[i]) : values_[i]));
+  }
+  options.set.insert(options.set.end(), set_.begin(), set_.end());
+  options.inputs = inputs_;
+  return options;
+}
+
+}  // namespace libvarrow::host

@@ -1,0 +1,47 @@
+#include "host/fault_text.h"
+
+#include "host/one_line.h"
+
+namespace libvarrow::host {
+
+namespace {
+
+std::string placeOf(const std::string& origin, const cppbind::Fault& fault) {
+  if (fault.line == 0) return origin;
+  return origin + ":" + std::to_string(fault.line) + ":" + std::to_string(fault.column);
+}
+
+}  // namespace
+
+std::vector<std::string> faultLines(const FileFaults& faults) {
+  std::vector<std::string> lines;
+  for (const cppbind::Fault& fault : faults.faults.first) {
+    lines.push_back(oneLine(faults.origin + (fault.line > 0 ? ":" : ": ") + fault.text()));
+  }
+  if (const std::size_t count = faults.faults.unlistedCount(); count > 0) {
+    lines.push_back(oneLine(faults.origin + ": and " + std::to_string(count) + " more"));
+  }
+  return lines;
+}
+
+std::size_t errorCount(const std::vector<FileFaults>& faults) {
+  std::size_t count = 0;
+  for (const FileFaults& file : faults) count += file.faults.errorCount;
+  return count;
+}
+
+std::string firstError(const std::vector<FileFaults>& faults) {
+  const std::size_t more = errorCount(faults) - 1;
+  for (const FileFaults& file : faults) {
+    for (const cppbind::Fault& fault : file.faults.first) {
+      if (fault.severity != cppbind::Severity::Error) continue;
+      std::string text = placeOf(file.origin, fault) + ": " + fault.what();
+      if (!fault.hint.empty()) text += "; did you mean \"" + fault.hint + "\"?";
+      if (more > 0) text += "; and " + std::to_string(more) + " more error" + (more > 1 ? "s" : "");
+      return oneLine(text);
+    }
+  }
+  return std::string();
+}
+
+}  // namespace libvarrow::host

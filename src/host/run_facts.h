@@ -1,0 +1,17 @@
+// The facts of a run that its record has from the begin.
+#pragma once
+
+#include <json/value.h>
+
+#include "host/HostState.h"
+#include "libvarrow/host/RunOptions.h"
+
+namespace libvarrow::host {
+
+/// Returns what runs: host, versions, command line, pipeline file and its overrides.
+Json::Value runFacts(const RunOptions& options, const HostState& state);
+
+/// Returns `value` on one line, without a line end.
+std::string oneLineOf(const Json::Value& value);
+
+}  // namespace libvarrow::host

@@ -1,0 +1,49 @@
+#include "host/step_names.h"
+
+#include <algorithm>
+#include <boost/shared_ptr.hpp>
+#include <stdexcept>
+#include <vector>
+
+#include "base/nearest_name.h"
+#include "libvarrow/module/ChainedModule.h"
+#include "libvarrow/module/ChainedModuleV2.h"
+
+namespace libvarrow::host {
+
+namespace {
+
+const std::vector<boost::shared_ptr<Module>>* stepsOf(const Module& module) {
+  if (const auto* chain = dynamic_cast<const ChainedModule*>(&module)) {
+    return &chain->getData4Bind().modules;
+  }
+  const auto* chain = dynamic_cast<const ChainedModuleV2*>(&module);
+  return chain == nullptr ? nullptr : &chain->getModules();
+}
+
+// Returns true when `step` is inside of a module whose steps are not known.
+bool collect(const Module& chain, const std::string& prefix, const std::string& step,
+             std::vector<std::string>& names) {
+  const auto* const steps = stepsOf(chain);
+  if (steps == nullptr) return !prefix.empty() && step.compare(0, prefix.size(), prefix) == 0;
+  for (std::size_t i = 0; i < steps->size(); ++i) {
+    names.push_back(prefix + std::to_string(i) + "_" + (*steps)[i]->getModuleName());
+    if (collect(*(*steps)[i], names.back() + "/", step, names)) return true;
+  }
+  return false;
+}
+
+}  // namespace
+
+void requireStep(Module& chain, const std::string& step) {
+  std::vector<std::string> names;
+  if (step.empty() || collect(chain, "", step, names)) return;
+  if (std::find(names.begin(), names.end(), step) != names.end()) return;
+  base::NearestName nearest(step);
+  for (const std::string& name : names) nearest.consider(name);
+  std::string error = "the pipeline has no step \"" + step + "\"";
+  if (!nearest.name().empty()) error += "; did you mean \"" + std::string(nearest.name()) + "\"?";
+  throw std::runtime_error(error);
+}
+
+}  // namespace libvarrow::host

@@ -1,0 +1,83 @@
+// The functions of the system that a host needs: signals, standard streams, terminal, locks.
+#pragma once
+
+#include <boost/filesystem/path.hpp>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+
+namespace libvarrow::host::system {
+
+/// RAII guard: turns the signals that ask a run to end into a request. A signal that was ignored
+/// stays ignored. A second signal ends the process at once. One object at a time.
+class EndSignals {
+ public:
+  EndSignals();
+  EndSignals(const EndSignals&) = delete;
+  EndSignals& operator=(const EndSignals&) = delete;
+  /// Restores the handlers of before.
+  ~EndSignals();
+
+  /// Returns the signal that was received, 0 for none. Thread-safe.
+  static int received() noexcept;
+};
+
+/// Returns "SIGINT" for the number of that signal.
+const char* signalName(int signal);
+
+/// Ends the process by `signal`, as if it had never been handled. Buffers are flushed before.
+[[noreturn]] void endBy(int signal);
+
+/// Opens the closed ones of standard input, output and error on the null device, so that no other
+/// file gets their descriptors.
+void openStandardStreams();
+
+/// RAII guard: keeps standard output for results, and points its descriptor elsewhere, because
+/// modules and the library print there. Initially at the null device. One object at a time.
+class ResultStream {
+ public:
+  ResultStream();
+  ResultStream(const ResultStream&) = delete;
+  ResultStream& operator=(const ResultStream&) = delete;
+  /// Leaves the descriptor at the null device.
+  ~ResultStream();
+
+  /// Points the descriptor of standard output at standard error.
+  void printToStandardError();
+  /// Points it at the end of the file at `path`. Throws std::runtime_error.
+  void printTo(const boost::filesystem::path& path);
+  /// Writes `text` to the real standard output. Throws std::runtime_error with the system's reason.
+  void write(const std::string& text);
+
+ private:
+  int results_ = -1;
+};
+
+/// Writes `text` to standard error, in one piece as far as the system allows it.
+void writeError(const std::string& text) noexcept;
+
+/// Returns the width of the terminal at standard error; 0 if it is none.
+std::size_t terminalColumns();
+
+/// Makes `link` refer to the folder `name` beside it, atomically: a symbolic link, or a text file
+/// where the system has none for usual users. Errors are ignored.
+void pointAt(const boost::filesystem::path& link, const std::string& name);
+
+/// Lock of a file, which is created if it is missing. Released when the object or the process ends.
+class FileLock {
+ public:
+  /// Opens and locks the file. Throws std::runtime_error when it cannot be opened.
+  explicit FileLock(const boost::filesystem::path& file);
+  FileLock(const FileLock&) = delete;
+  FileLock& operator=(const FileLock&) = delete;
+  ~FileLock();
+
+  /// Returns false when another object, in this process or another one, has the lock.
+  bool isHeld() const;
+
+ private:
+  std::intptr_t file_;
+  bool isHeld_ = false;
+};
+
+}  // namespace libvarrow::host::system

@@ -1,0 +1,176 @@
+#include <windows.h>
+// After <windows.h>.
+#include <fcntl.h>
+#include <io.h>
+#include <sys/stat.h>
+
+#include <atomic>
+#include <boost/filesystem/operations.hpp>
+#include <cerrno>
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <fstream>
+#include <iostream>
+#include <stdexcept>
+
+#include "host/system.h"
+
+namespace libvarrow::host::system {
+
+namespace {
+
+namespace fs = boost::filesystem;
+
+constexpr int kInput = 0;
+constexpr int kOutput = 1;
+constexpr int kError = 2;
+
+// Console events stand for the signals of other systems: closing, logging off and shutting down for
+// SIGHUP, of which the system lets the process work for about five seconds.
+constexpr int kHangUp = 1;
+
+std::atomic<int> receivedSignal{0};
+
+BOOL WINAPI onEvent(DWORD event) {
+  const int signal = event == CTRL_C_EVENT ? SIGINT : event == CTRL_BREAK_EVENT ? SIGTERM : kHangUp;
+  int none = 0;
+  if (!receivedSignal.compare_exchange_strong(none, signal)) return FALSE;  // ends the process
+  // The system ends the process when this thread returns from these events.
+  if (signal == kHangUp) Sleep(INFINITE);
+  return TRUE;
+}
+
+std::string reason() {
+  return std::strerror(errno);
+}
+
+void flush() {
+  std::cout << std::flush;
+  std::fflush(stdout);
+}
+
+void pointStandardOutputAt(const fs::path& file, int flags) {
+  flush();
+  const int opened = ::_wopen(file.c_str(), flags | _O_TEXT | _O_NOINHERIT, _S_IREAD | _S_IWRITE);
+  if (opened < 0) {
+    throw std::runtime_error("cannot write " + file.generic_string() + ": " + reason());
+  }
+  ::_dup2(opened, kOutput);
+  ::_close(opened);
+}
+
+bool writeAll(int descriptor, const std::string& text) noexcept {
+  std::size_t done = 0;
+  while (done < text.size()) {
+    const int written =
+        ::_write(descriptor, text.data() + done, static_cast<unsigned>(text.size() - done));
+    if (written < 0) return false;
+    done += static_cast<std::size_t>(written);
+  }
+  return true;
+}
+
+}  // namespace
+
+EndSignals::EndSignals() {
+  receivedSignal = 0;
+  SetConsoleCtrlHandler(onEvent, TRUE);
+}
+
+EndSignals::~EndSignals() {
+  SetConsoleCtrlHandler(onEvent, FALSE);
+}
+
+int EndSignals::received() noexcept {
+  return receivedSignal;
+}
+
+const char* signalName(int signal) {
+  return signal == SIGINT ? "Ctrl+C" : signal == SIGTERM ? "Ctrl+Break" : "the end of the session";
+}
+
+void endBy(int) {
+  constexpr UINT kControlC = 0xC000013A;  // the system's own status for such an end
+  flush();
+  ExitProcess(kControlC);
+}
+
+void openStandardStreams() {
+  for (int descriptor = kInput; descriptor <= kError; ++descriptor) {
+    if (::_get_osfhandle(descriptor) < 0) {
+      ::_open("NUL", descriptor == kInput ? _O_WRONLY : _O_RDONLY);
+    }
+  }
+}
+
+ResultStream::ResultStream() {
+  flush();
+  results_ = ::_dup(kOutput);
+  pointStandardOutputAt("NUL", _O_WRONLY);
+}
+
+ResultStream::~ResultStream() {
+  if (results_ >= 0) ::_close(results_);
+  try {
+    pointStandardOutputAt("NUL", _O_WRONLY);
+  } catch (const std::exception&) {
+    ::_close(kOutput);
+  }
+}
+
+void ResultStream::printToStandardError() {
+  flush();
+  ::_dup2(kError, kOutput);
+}
+
+void ResultStream::printTo(const fs::path& path) {
+  pointStandardOutputAt(path, _O_WRONLY | _O_CREAT | _O_APPEND);
+}
+
+void ResultStream::write(const std::string& text) {
+  if (!writeAll(results_, text)) {
+    throw std::runtime_error("cannot write standard output: " + reason());
+  }
+}
+
+void writeError(const std::string& text) noexcept {
+  if (!writeAll(kError, text)) return;  // this cannot be reported
+}
+
+std::size_t terminalColumns() {
+  CONSOLE_SCREEN_BUFFER_INFO info{};
+  if (!GetConsoleScreenBufferInfo(GetStdHandle(STD_ERROR_HANDLE), &info)) return 0;
+  return static_cast<std::size_t>(info.srWindow.Right - info.srWindow.Left + 1);
+}
+
+void pointAt(const fs::path& link, const std::string& name) {
+  boost::system::error_code ignored;
+  if (fs::is_directory(link, ignored)) return;
+  const fs::path made = link.parent_path() / fs::unique_path(".latest-%%%%%%%%", ignored);
+  std::ofstream(made.string()) << name << '\n';
+  fs::rename(made, link, ignored);
+  if (ignored) fs::remove(made, ignored);
+}
+
+// Without sharing, the system itself refuses a second opening.
+FileLock::FileLock(const fs::path& file)
+    : file_(reinterpret_cast<std::intptr_t>(CreateFileW(file.c_str(), GENERIC_READ | GENERIC_WRITE,
+                                                        0, nullptr, OPEN_ALWAYS,
+                                                        FILE_ATTRIBUTE_NORMAL, nullptr))) {
+  isHeld_ = reinterpret_cast<HANDLE>(file_) != INVALID_HANDLE_VALUE;
+  if (!isHeld_ && GetLastError() != ERROR_SHARING_VIOLATION) {
+    throw std::runtime_error("cannot write " + file.generic_string());
+  }
+}
+
+FileLock::~FileLock() {
+  if (isHeld_) CloseHandle(reinterpret_cast<HANDLE>(file_));
+}
+
+bool FileLock::isHeld() const {
+  return isHeld_;
+}
+
+}  // namespace libvarrow::host::system
