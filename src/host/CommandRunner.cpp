@@ -131,17 +131,18 @@ CommandRunner::Selected CommandRunner::select() const {
 }
 
 std::string CommandRunner::help() const {
-  std::string text = state_.about + "\n\nUsage: " + state_.name + " COMMAND ...\n\nCommands:\n";
+  std::string list;
   std::size_t width = 0;
   for (const auto& command : state_.commands) width = std::max(width, command->name().size());
   for (const auto& command : state_.commands) {
     if (!has(*command)) continue;
     const std::string& name = command->name();
-    text += "  " + name + std::string(width - name.size() + 2, ' ') + command->about() + '\n';
+    list += "  " + name + std::string(width - name.size() + 2, ' ') + command->about() + '\n';
   }
-  text += "\n" + state_.name + " COMMAND --help tells the arguments of a command; " + state_.name +
-          " --version the version.\n";
-  return text;
+  if (!list.empty()) list = "Commands:\n" + list + '\n';
+  return state_.about + "\n\nUsage: " + state_.name + " COMMAND ...\n\n" + list + state_.name +
+         " COMMAND --help tells the arguments of a command; " + state_.name +
+         " --version the version.\n";
 }
 
 std::string CommandRunner::version() const {

@@ -105,7 +105,7 @@ void Run::runChain(cppbind::ClassRegister& modules, ModuleData& data, RunResult&
   }
   if (brokeRules && session_.brokenRules().empty()) session_.rulesBroken(exception);
   if (brokeRules) exception.clear();
-  if (!exception.empty()) dumpAfterFailure(data);
+  if (!exception.empty() && !session_.isEndRequested()) dumpAfterFailure(data);
   judge(result, exception);
 }
 

@@ -169,7 +169,7 @@ void pointAt(const fs::path& link, const std::string& name) {
   boost::system::error_code ignored;
   // A folder or a file of that name is not ours.
   if (fs::exists(fs::symlink_status(link, ignored)) && !fs::is_symlink(link, ignored)) return;
-  const fs::path made = link.parent_path() / fs::unique_path(".latest-%%%%%%%%", ignored);
+  const fs::path made = link.parent_path() / fs::unique_path(".latest-%%%%%%%%");
   fs::create_symlink(name, made, ignored);
   fs::rename(made, link, ignored);
   if (ignored) fs::remove(made, ignored);

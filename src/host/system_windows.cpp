@@ -148,7 +148,7 @@ std::size_t terminalColumns() {
 void pointAt(const fs::path& link, const std::string& name) {
   boost::system::error_code ignored;
   if (fs::is_directory(link, ignored)) return;
-  const fs::path made = link.parent_path() / fs::unique_path(".latest-%%%%%%%%", ignored);
+  const fs::path made = link.parent_path() / fs::unique_path(".latest-%%%%%%%%");
   std::ofstream(made.string()) << name << '\n';
   fs::rename(made, link, ignored);
   if (ignored) fs::remove(made, ignored);

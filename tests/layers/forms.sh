@@ -5,7 +5,7 @@ set -euo pipefail
 check=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)/run.sh
 tree=$(mktemp -d)
 trap 'rm -rf "$tree"' EXIT
-mkdir -p "$tree"/{include/libvarrow,3pp,examples,bench,tests,fuzz,src/base,src/log}
+mkdir -p "$tree"/{include/libvarrow,3pp,examples,tools,bench,tests,fuzz,src/base,src/log}
 printf '%s\n' '```layers' 'base: src/base' 'log: src/log include/libvarrow > base' '```' \
   >"$tree/CONTRIBUTING.md"
 touch "$tree/src/base/low.h" "$tree/include/libvarrow/log.h"

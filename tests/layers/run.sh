@@ -6,7 +6,7 @@
 set -euo pipefail
 cd "$1"
 
-find include src 3pp examples bench tests fuzz -name '*.h' -o -name '*.cpp' | sort |
+find include src 3pp examples tools bench tests fuzz -name '*.h' -o -name '*.cpp' | sort |
   xargs grep -HoE '^[[:blank:]]*#[[:blank:]]*include[[:blank:]]*["<][^">]+\.[a-z]+[">]' |
   sed -E 's/^([^:]+):[^"<]*["<]([^">]+)[">]$/\1 \2/' |
   awk '
