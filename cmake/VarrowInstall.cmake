@@ -14,7 +14,8 @@ install(
             "${PROJECT_SOURCE_DIR}/3pp/cppbind/include/cppbind"
             "${PROJECT_BINARY_DIR}/generated/libvarrow"
   DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}"
-  COMPONENT development)
+  COMPONENT development
+  PATTERN host EXCLUDE)
 
 # find_package(varrow 1.0 CONFIG)
 install(
@@ -41,3 +42,32 @@ install(
   FILES "${PROJECT_BINARY_DIR}/generated/varrow.pc"
   DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig"
   COMPONENT development)
+
+if(NOT VARROW_BUILD_HOST)
+  return()
+endif()
+
+# The library of hosts and the program: find_package(varrow 1.0 CONFIG COMPONENTS host), pkg-config
+# varrow-host.
+install(
+  TARGETS varrow_host
+  EXPORT varrowHostTargets
+  RUNTIME COMPONENT host_runtime
+  LIBRARY COMPONENT host_runtime NAMELINK_COMPONENT host_development
+  ARCHIVE COMPONENT host_development)
+install(
+  DIRECTORY "${PROJECT_SOURCE_DIR}/include/libvarrow/host"
+  DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/libvarrow"
+  COMPONENT host_development)
+install(
+  EXPORT varrowHostTargets
+  NAMESPACE varrow::
+  DESTINATION "${VARROW_PACKAGE_DIR}"
+  COMPONENT host_development)
+configure_file("${PROJECT_SOURCE_DIR}/cmake/varrow-host.pc.in"
+               "${PROJECT_BINARY_DIR}/generated/varrow-host.pc" @ONLY)
+install(
+  FILES "${PROJECT_BINARY_DIR}/generated/varrow-host.pc"
+  DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig"
+  COMPONENT host_development)
+install(TARGETS varrow_tool RUNTIME COMPONENT tools)

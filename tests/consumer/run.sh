@@ -38,6 +38,9 @@ compile() {
   "${CXX:-c++}" -std=c++17 -O1 -DNDEBUG $flags "-DPIPELINE=\"$here/pipeline.json\"" \
     "$here/main.cpp" -o consumer $options \
     "-Wl,-rpath,$(pkg-config --variable=libdir varrow)"
+  # shellcheck disable=SC2046,SC2086
+  "${CXX:-c++}" -std=c++17 -O1 $flags "$here/host.cpp" -o steps \
+    $(pkg-config --cflags --libs varrow-host) "-Wl,-rpath,$(pkg-config --variable=libdir varrow)"
 }
 
 # Builds the Debian packages and unpacks them below the prefix, which needs no root.
@@ -47,13 +50,18 @@ unpack_packages() {
   cmake --build built
   cpack --config built/CPackConfig.cmake -B packages
   local package runtime=(packages/libvarrow[0-9]_*.deb) development=(packages/libvarrow-dev_*.deb)
-  for package in "${runtime[0]}" "${development[0]}"; do
+  for package in packages/*.deb; do
     dpkg-deb -x "$package" prefix
   done
   depends "${runtime[0]}" libboost-filesystem1 libjsoncpp25 liblog4cplus libpocofoundation
   dpkg-deb -I "${runtime[0]}" shlibs | grep -q '^libvarrow 1 libvarrow1 (>= 1'
   depends "${development[0]}" 'libvarrow1 (= 1' libboost-filesystem-dev libboost-thread-dev \
     libjsoncpp-dev libpoco-dev
+  depends packages/libvarrow-host[0-9]_*.deb 'libvarrow1 (= 1' libboost-filesystem1 libjsoncpp25
+  depends packages/libvarrow-host-dev_*.deb 'libvarrow-host1 (= 1' 'libvarrow-dev (= 1'
+  depends packages/varrow_*.deb 'libvarrow-host1 (= 1'
+  LD_LIBRARY_PATH=$(echo "$prefix"/usr/lib/*-linux-gnu) "$prefix/usr/bin/varrow" --version |
+    grep -q '^varrow, with libvarrow 1'
 }
 
 depends() {
@@ -68,6 +76,11 @@ depends() {
 }
 
 check() {
+  if [ -z "${EMULATOR:-}" ]; then
+    ./steps run "$here/steps.json" --out steps_run | grep -q '^run folder  .*/steps_run$'
+    [ "$(grep -c '^a step$' steps_run/log/output.txt)" -eq 2 ]
+    rm -r steps_run
+  fi
   local program=(./consumer)
   # shellcheck disable=SC2206
   [ -z "${EMULATOR:-}" ] || program=($EMULATOR ./consumer.exe)

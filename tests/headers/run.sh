@@ -8,8 +8,9 @@ compiler=$1 built=$2 work=$3
 rm -rf "$work"
 mkdir -p "$work"
 cmake --install "$built" --prefix "$work" --component development >/dev/null
+cmake --install "$built" --prefix "$work" --component host_development >/dev/null
 # shellcheck disable=SC2207
-flags=($(PKG_CONFIG_PATH=$(echo "$work"/lib*/pkgconfig) pkg-config --cflags varrow))
+flags=($(PKG_CONFIG_PATH=$(echo "$work"/lib*/pkgconfig) pkg-config --cflags varrow-host))
 cd "$work/include"
 export COMPILE="$compiler -std=c++17 -fsyntax-only -Wall -Wextra -Wpedantic -Wshadow -Wconversion
   -Werror ${flags[*]} -x c++"
@@ -22,7 +23,7 @@ xargs -P "$(nproc)" -I{} sh -c 'echo "#include <{}>" | $COMPILE - || { echo "in 
 # In reverse order, which reveals a missing include, and with NDEBUG.
 sort -r <<<"$headers" | sed 's|.*|#include <&>|' >../all.cpp
 $COMPILE -DNDEBUG -MD -MF ../all.d ../all.cpp
-if grep -oE '[^ ]*/(log4cplus|boost/locale|omp\.h)[^ ]*' ../all.d; then
+if grep -oE '[^ ]*/(CLI|log4cplus|boost/locale|omp\.h)[^ ]*' ../all.d; then
   echo "the public headers include these private dependencies" >&2
   exit 1
 fi
