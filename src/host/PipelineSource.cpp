@@ -1,7 +1,7 @@
 #include "host/PipelineSource.h"
 
-#include <cppbind/Checker.h>
 #include <cppbind/Description.h>
+#include <cppbind/JsonPlaces.h>
 #include <cppbind/TextPositions.h>
 
 #include <algorithm>
@@ -63,27 +63,28 @@ std::size_t indexIn(const std::string& stepName) {
 }  // namespace
 
 PipelineSource::PipelineSource(const RunOptions& options, const cppbind::ClassRegister& modules) {
-  if (auto json = read(options.pipeline)) {
-    json_ = std::move(*json);
-    apply(options, modules);
-  }
+  checker_ = read(options.pipeline, &modules);
+  if (checker_ == nullptr) return;
+  json_ = checker_->json();
+  apply(options, modules);
 }
 
-std::optional<Json::Value> PipelineSource::read(const fs::path& file) {
+std::unique_ptr<cppbind::Checker> PipelineSource::read(const fs::path& file,
+                                                       const cppbind::ClassRegister* modules) {
   Origin& origin = origins_.emplace_back(Origin{file.generic_string()});
   std::string text;
   if (!readFile(file, text)) {
     const char* const reason = fs::is_directory(file) ? "it is a folder" : std::strerror(errno);
     addFault(origin.name, std::string("cannot be read: ") + reason);
-    return std::nullopt;
+    return nullptr;
   }
-  cppbind::Checker checker(text);
-  if (!checker.isJson()) {
-    addFaults(origin.name, checker.faults());
-    return std::nullopt;
+  auto checker = std::make_unique<cppbind::Checker>(text, modules);
+  if (!checker->isJson()) {
+    addFaults(origin.name, checker->faults());
+    return nullptr;
   }
-  origin.places.emplace(std::move(text));
-  return checker.json();
+  origin.text = std::move(text);
+  return checker;
 }
 
 void PipelineSource::addFault(const std::string& origin, const std::string& message) {
@@ -99,8 +100,8 @@ void PipelineSource::addFaults(std::string origin, cppbind::Faults faults) {
 
 void PipelineSource::apply(const RunOptions& options, const cppbind::ClassRegister& modules) {
   for (const fs::path& file : options.with) {
-    const auto patch = read(file);
-    if (patch) origins_.back().set = mergePatch(*patch, json_);
+    const auto patch = read(file, nullptr);
+    if (patch != nullptr) origins_.back().set = mergePatch(patch->json(), json_);
   }
   if (options.set.empty()) return;
   const cppbind::Description description = cppbind::describe(modules);
@@ -119,10 +120,11 @@ void PipelineSource::check(const cppbind::ClassRegister& modules,
   if (errorCount(faults_) > 0) return;
   const RuleFileNames ruleFiles;
   if (origins_.size() == 1) {
-    addFaults(origins_.front().name, checkPipelineText(origins_.front().places->text(), modules));
+    addFaults(origins_.front().name, checkPipeline(*checker_));
   } else {
     checkChanged(modules);
   }
+  checker_.reset();
   for (const std::string& name : ruleFiles.names()) {
     const fs::path file = fs::absolute(name, inputs);
     addFaults(file.generic_string(), checkRuleFile(file, rules));
@@ -170,11 +172,12 @@ const PipelineSource::Origin& PipelineSource::originOf(const JsonPath& path) con
 void PipelineSource::locate(Fault& fault, const JsonPath& path, bool isKey,
                             const Origin& origin) const {
   fault.line = fault.column = 0;
-  if (!origin.places) return;
-  const JsonPlaces::Place place = origin.places->find(path);
+  if (!origin.text) return;
+  const JsonPlaces places(*origin.text);
+  const JsonPlaces::Place place = places.find(path);
   if (place.depth < path.size() && isKey) return;
   const std::size_t offset = isKey && place.key != JsonPlaces::kNone ? place.key : place.value;
-  const auto position = cppbind::TextPositions(origin.places->text()).at(offset);
+  const auto position = cppbind::TextPositions(places.text()).at(offset);
   fault.line = position.line;
   fault.column = position.column;
 }
@@ -219,7 +222,7 @@ std::string PipelineSource::placeOf(const std::string& step) const {
     begin = end + 1;
   }
   const Origin& origin = path.empty() ? origins_.front() : originOf(path);
-  if (path.empty() || !origin.places) return origins_.front().name;
+  if (path.empty() || !origin.text) return origins_.front().name;
   Fault fault;
   locate(fault, path, /*isKey=*/true, origin);
   if (fault.line == 0) return origin.name;

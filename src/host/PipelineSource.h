@@ -1,12 +1,13 @@
 // The pipeline of a run: its file, and what the run's options change in it.
 #pragma once
 
+#include <cppbind/Checker.h>
 #include <cppbind/ClassRegister.h>
-#include <cppbind/JsonPlaces.h>
 #include <json/value.h>
 
 #include <boost/filesystem/path.hpp>
 #include <boost/shared_ptr.hpp>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -31,7 +32,7 @@ class PipelineSource {
   /// Returns all faults found so far.
   const std::vector<FileFaults>& faults() const { return faults_; }
   /// Returns the text of the pipeline file, which was read and is JSON.
-  const std::string& text() const { return origins_.front().places->text(); }
+  const std::string& text() const { return *origins_.front().text; }
   /// Returns the pipeline that runs, without "$schema".
   const Json::Value& json() const { return json_; }
   /// Returns the chain of the pipeline, in any layout. Throws like the loaders of the library.
@@ -45,12 +46,13 @@ class PipelineSource {
   // A file or an option that sets values of the pipeline.
   struct Origin {
     std::string name;
-    std::optional<cppbind::JsonPlaces> places{};  // of a file
+    std::optional<std::string> text{};  // of a file
     std::vector<JsonPath> set{};
   };
 
-  // Reads a file and adds it to the origins.
-  std::optional<Json::Value> read(const boost::filesystem::path& file);
+  // Reads a file and adds it to the origins. Returns null when it has faults.
+  std::unique_ptr<cppbind::Checker> read(const boost::filesystem::path& file,
+                                         const cppbind::ClassRegister* modules);
   void addFault(const std::string& origin, const std::string& message);
   void addFaults(std::string origin, cppbind::Faults faults);
   void apply(const RunOptions& options, const cppbind::ClassRegister& modules);
@@ -58,7 +60,8 @@ class PipelineSource {
   const Origin& originOf(const JsonPath& path) const;
   void locate(cppbind::Fault& fault, const JsonPath& path, bool isKey, const Origin& origin) const;
 
-  std::vector<Origin> origins_;  // the pipeline file first
+  std::vector<Origin> origins_;                // the pipeline file first
+  std::unique_ptr<cppbind::Checker> checker_;  // of the pipeline file, until it is checked
   std::vector<FileFaults> faults_;
   Json::Value json_;
 };

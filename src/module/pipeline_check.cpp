@@ -70,7 +70,17 @@ void checkNamed(Checker& checker) {
   }
 }
 
-cppbind::Faults check(Checker& checker, bool ignoreUnknownKeys) {
+}  // namespace
+
+std::optional<PipelineLayout> pipelineLayout(const Json::Value& root) {
+  if (!root.isObject()) return std::nullopt;
+  if (root.isMember("modules")) return PipelineLayout::Chain;
+  if (root.isMember(kModules) || root.isMember(kChain)) return PipelineLayout::Named;
+  if (root.isMember("mainModule")) return PipelineLayout::Object;
+  return std::nullopt;
+}
+
+cppbind::Faults checkPipeline(Checker& checker, bool ignoreUnknownKeys) {
   if (!checker.isJson()) return checker.faults();
   checker.setAcceptUnknownKeys(ignoreUnknownKeys);
   switch (pipelineLayout(checker.json()).value_or(PipelineLayout::Chain)) {
@@ -90,25 +100,15 @@ cppbind::Faults check(Checker& checker, bool ignoreUnknownKeys) {
   return checker.faults();
 }
 
-}  // namespace
-
-std::optional<PipelineLayout> pipelineLayout(const Json::Value& root) {
-  if (!root.isObject()) return std::nullopt;
-  if (root.isMember("modules")) return PipelineLayout::Chain;
-  if (root.isMember(kModules) || root.isMember(kChain)) return PipelineLayout::Named;
-  if (root.isMember("mainModule")) return PipelineLayout::Object;
-  return std::nullopt;
-}
-
 cppbind::Faults checkPipelineFile(const boost::filesystem::path& path,
                                   const cppbind::ClassRegisterBase& reg, bool ignoreUnknownKeys) {
-  return check(*Checker::ofFile(path, &reg), ignoreUnknownKeys);
+  return checkPipeline(*Checker::ofFile(path, &reg), ignoreUnknownKeys);
 }
 
 cppbind::Faults checkPipelineText(const std::string& text, const cppbind::ClassRegisterBase& reg,
                                   bool ignoreUnknownKeys) {
   Checker checker(text, &reg);
-  return check(checker, ignoreUnknownKeys);
+  return checkPipeline(checker, ignoreUnknownKeys);
 }
 
 }  // namespace libvarrow

@@ -11,6 +11,10 @@
 #include "cppbind/Fault.h"
 #include "libvarrow/Export.h"
 
+namespace cppbind {
+class Checker;
+}
+
 namespace libvarrow {
 
 /// Layouts of a pipeline.
@@ -38,5 +42,8 @@ LIBVARROW_API cppbind::Faults checkPipelineText(const std::string& text,
                                                 const cppbind::ClassRegisterBase& reg,
                                                 bool ignoreUnknownKeys = false);
 ///@}
+/// The same for a text that was parsed already, by a checker with the register of modules.
+LIBVARROW_API cppbind::Faults checkPipeline(cppbind::Checker& checker,
+                                            bool ignoreUnknownKeys = false);
 
 }  // namespace libvarrow
