@@ -62,8 +62,10 @@ int CommandRunner::execute(Command& command, const std::vector<std::string>& arg
   results.printToStandardError();
   CommandContext::Imp imp{host_, state_, results, wantsJson};
   CommandContext context(imp);
+  setCrashLine(state_.name + ": " + command.name());
   const int status = executeIn(context, command);
   state_.plugins.reset();  // warns in the log, before the last line
+  setCrashLine("");
   try {
     results.write(imp.out.str());
   } catch (const std::exception& error) {

@@ -43,7 +43,7 @@ RunSession::RunSession(RunPlaces places, const RunOptions& options, bool (*isEnd
 }
 
 RunSession::~RunSession() {
-  if (!crashLine_.empty()) setCrashLine("");
+  if (!crashLine_.empty()) setCrashLine(crashLine_);
 }
 
 // A step's name is the part of its dump path that the chains append.

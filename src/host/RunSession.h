@@ -26,7 +26,7 @@ struct RunPlaces {
 class RunSession : public RunObserver {
  public:
   /// `isEndAsked` (may be null) is a request from outside. `crashLine` is the beginning of the line
-  /// that a crash writes last; empty: the run does not set that line, which the process has once.
+  /// that a crash writes last; empty: the run leaves that line alone, which the process has once.
   RunSession(RunPlaces places, const RunOptions& options, bool (*isEndAsked)(),
              std::string crashLine);
   ~RunSession() override;

@@ -11,6 +11,7 @@
 #include "host/fault_text.h"
 #include "host/one_line.h"
 #include "host/run_facts.h"
+#include "libvarrow/backtrace/BackTrace.h"
 #include "libvarrow/log/log.h"
 
 namespace libvarrow::host {
@@ -58,6 +59,10 @@ void initLog(const fs::path& configured) {
   InitRootLogger("log/log.conf");
 }
 
+std::string crashLineOf(const RunOptions& options, const HostState& state) {
+  return oneLine(state.name + ": " + options.pipeline.generic_string());
+}
+
 void stateKeyFigures(ModuleData& data, Summary& summary) {
   const Json::Value info = data.getBaiscInfoJson();
   if (!info.isObject()) return;
@@ -82,8 +87,7 @@ std::string summaryText(const HostState& state, ModuleData& data, const Run& run
 // Runs the checked pipeline. The data is destroyed before the caller unloads plug-ins.
 ExitStatus runChecked(const RunOptions& options, HostState& state, const PipelineSource& source,
                       const RunFolder& folder, bool asJson, std::ostream& out) {
-  const RunContext context{state.name, isEndAsked,
-                           oneLine(state.name + ": " + options.pipeline.generic_string()),
+  const RunContext context{state.name, isEndAsked, crashLineOf(options, state),
                            runFacts(options, state)};
   const std::unique_ptr<ModuleData> data = state.createData();
   Run run(options, context, source, folder);
@@ -104,6 +108,7 @@ ExitStatus runChecked(const RunOptions& options, HostState& state, const Pipelin
 ExitStatus runPipeline(RunOptions options, HostState& state, system::ResultStream& results,
                        bool asJson, std::ostream& out) {
   const system::EndSignals signals;
+  setCrashLine(crashLineOf(options, state));
   state.loadPlugins();
   const fs::path logConf = fs::absolute(options.pipeline).parent_path() / "log.conf";
   options.inputs = inputFolder(options);
