@@ -18,8 +18,18 @@ linux=$PWD/build/release  # lists its tests and plans the demo
 jobs=$(nproc)
 "$here/windows/dependencies.sh" "$dependencies" "$build/dependencies"
 
+# CLI11 has only headers, of which the cross compiler must not see the others.
+cli11=$build/cli11
+mkdir -p "$cli11/include"
+cp -r /usr/include/CLI "$cli11/include"
+cat >"$cli11/CLI11Config.cmake" <<'CONFIG'
+add_library(CLI11::CLI11 INTERFACE IMPORTED)
+target_include_directories(CLI11::CLI11 INTERFACE "${CMAKE_CURRENT_LIST_DIR}/include")
+CONFIG
+cp /usr/share/cmake/CLI11/CLI11ConfigVersion.cmake "$cli11"
+
 cmake -S . -B "$build" -G Ninja -DCMAKE_TOOLCHAIN_FILE=cmake/mingw-w64.cmake \
-  -DCMAKE_PREFIX_PATH="$dependencies" \
+  -DCMAKE_PREFIX_PATH="$dependencies" -DCLI11_DIR="$cli11" \
   -DCMAKE_CROSSCOMPILING_EMULATOR="$here/windows/wine.sh;$build;$dependencies" \
   -DCMAKE_BUILD_TYPE=RelWithDebInfo -DCMAKE_CXX_FLAGS_RELWITHDEBINFO="-O2 -g1" \
   -DVARROW_BUILD_BENCHMARKS=OFF

@@ -22,7 +22,7 @@ unset DISPLAY WAYLAND_DISPLAY
 export WINEPREFIX=$build/wine WINEARCH=win64 WINEDEBUG=${WINEDEBUG:--all}
 export WINEDLLOVERRIDES='mscoree,mshtml,winemenubuilder.exe=' WINESERVER=/usr/lib/wine/wineserver64
 export WINEPATH
-WINEPATH=$(search_path "$build/src" "$build/examples/jobshop" "$dependencies/bin" "$dependencies/lib" \
+WINEPATH=$(search_path "$build/src" "$build/src/host" "$build/examples/jobshop" "$dependencies/bin" "$dependencies/lib" \
   /usr/lib/gcc/x86_64-w64-mingw32/12-posix /usr/x86_64-w64-mingw32/lib)
 
 case $1 in
