@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Builds the example job shop and plans two well-known instances: both in the standard way, one also
-# in shifts, which keeps the shop's rules, and once too late, which breaks some. Needs neither
-# network nor root once the packages are installed.
+# longer, with a progress bar and an override, one in shifts, which keeps the shop's rules, and once
+# too late, which breaks some. Then shows the errors of a broken file. Needs neither network nor root
+# once the packages are installed.
 set -euo pipefail
 
 if [ $# -ne 0 ]; then
@@ -12,6 +13,7 @@ here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 root=$(cd "$here/.." && pwd)
 build=$root/build/demo
 out=$root/out/demo
+runs=$out/runs
 jobshop=$build/examples/jobshop/jobshop
 pipeline=$root/examples/jobshop/pipeline.json
 shifts=$root/examples/jobshop/pipeline_shifts.json
@@ -38,11 +40,12 @@ build_jobshop() {
     cmake --build "$build" --target jobshop --parallel "$(nproc)"
 }
 
-# Plans an instance and prints the summary.
+# Plans an instance and prints the summary; the progress bar is on standard error.
 run_jobshop() {
   local name=$1 file=$2 run=$3
-  LIBVARROW_TIMED_STAT_DUMP=1 "$jobshop" \
-    --instance "$root/examples/jobshop/data/$name.txt" "$file" "$run"
+  shift 3
+  LIBVARROW_TIMED_STAT_DUMP=1 "$jobshop" run "$file" --out "$run" --overwrite \
+    --instance "$root/examples/jobshop/data/$name.txt" "$@"
 }
 
 # Prints the rest of the summary line that starts with the given word.
@@ -52,7 +55,7 @@ entry() {
 
 plan() {
   local name=$1 optimum=$2
-  local run=$out/$name summary makespan gap
+  local run=$runs/$name summary makespan gap
   summary=$(run_jobshop "$name" "$pipeline" "$run")
   makespan=$(entry makespan "$summary")
   makespan=${makespan%% *}
@@ -69,7 +72,7 @@ plan() {
 
 plan_in_shifts() {
   local name=$1
-  local run=$out/${name}_shifts summary
+  local run=$runs/${name}_shifts summary
   summary=$(run_jobshop "$name" "$shifts" "$run")
 
   printf '\n%s%s in shifts%s\n' "$bold" "$name" "$plain"
@@ -83,12 +86,27 @@ plan_in_shifts() {
     chart "$run/gantt.svg"
 }
 
-# Expects exit status 1, since the broken rules are to be shown.
+# Tries longer than the pipeline file says, by an override.
+plan_longer() {
+  local name=$1 override='modules[1].ChainedModule.modules[4].Dispatch.tries=300000'
+  local run=$runs/${name}_longer summary
+  printf '\n%s%s with an override%s\n' "$bold" "$name" "$plain"
+  [ -t 2 ] || echo '  (no progress bar: standard error is not a terminal)'
+  summary=$(run_jobshop "$name" "$pipeline" "$run" --set "$override")
+
+  printf '  %-12s %s\n' \
+    override "$override" \
+    makespan "$bold$(entry makespan "$summary")$plain" \
+    'run folder' "$run" \
+    'as it ran' "$run/pipeline.json"
+}
+
+# Expects exit status 3, since the broken rules are to be shown.
 plan_too_late() {
   local name=$1
-  local run=$out/${name}_late status=0 error
+  local run=$runs/${name}_late status=0 error
   error=$(run_jobshop "$name" "$late" "$run" 2>&1 >/dev/null) || status=$?
-  if [ "$status" -ne 1 ] || [ ! -s "$run/rule_report.txt" ]; then
+  if [ "$status" -ne 3 ] || [ ! -s "$run/rule_report.txt" ]; then
     printf '%s\n' "$error" >&2
     return 1
   fi
@@ -102,12 +120,35 @@ plan_too_late() {
   sed 's/^/    /' "$run/rule_report.txt"
 }
 
+# Expects exit status 1, since the file has errors.
+check_broken_file() {
+  local file=$out/broken.json status=0
+  cat >"$file" <<'END'
+{"modules": [
+  {"ReadInstance": {"fil": "data/ft06.txt"}},
+  {"Dispach": {"rule": "SPT"}},
+  {"Dispatch": {"rule": "EDD", "tries": 0}}
+]}
+END
+  "$jobshop" check "$file" >"$out/broken.txt" 2>/dev/null || status=$?
+  if [ "$status" -ne 1 ]; then
+    cat "$out/broken.txt" >&2
+    return 1
+  fi
+
+  printf '\n%sThe check of a broken file%s\n' "$bold" "$plain"
+  printf '  %-12s %s\n' 'exit status' "$bold$status$plain, as the file has errors"
+  sed 's/^/    /' "$out/broken.txt"
+}
+
 "$here/install_packages.sh"
 mkdir -p "$out"
 echo "Building (log: $out/build.log) ..."
 quietly "$out/build.log" build_jobshop
 plan ft06 55
 plan la01 666
+plan_longer ft06
 plan_in_shifts ft06
 plan_too_late ft06
+check_broken_file
 printf '\nOpen a chart in a browser; hover an operation to see what it is.\n'

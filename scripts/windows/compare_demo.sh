@@ -12,7 +12,7 @@ runs=$build/demo
 
 # Removes differences that are wanted from all files of a run.
 normalize() {
-  rm "$1"/*log.txt  # in the encoding of the system
+  rm -r "$1"/log "$1"/run.json "$1"/run.lock  # in the encoding of the system, or of this run
   find "$1" -type f -exec sed -i -E -e 's/\r$//' \
     -e 's/[0-9]{4}-[0-9]{2}-[0-9]{2} [0-9:]{8}/TIME/g' -e 's/"minutes" : [0-9.e-]+/"minutes" : M/' \
     -e "s|(Z:)?$shop/|SHOP/|g" {} +
@@ -27,7 +27,8 @@ for name in ft06 la01; do
       program=("$here/wine.sh" "$build" "$dependencies" "$build/examples/jobshop/jobshop.exe") drive=Z:
     fi
     cd "$runs/$system"
-    "${program[@]}" --instance "$drive$shop/data/$name.txt" "$drive$shop/pipeline.json" "$name" > /dev/null
+    "${program[@]}" run "$drive$shop/pipeline.json" --out "$name" \
+      --instance "$drive$shop/data/$name.txt" > /dev/null
     normalize "$name"
   done
   diff -r "$runs/linux/$name" "$runs/windows/$name"
