@@ -8,6 +8,7 @@
 #include <libvarrow/module/ModuleExecutor.h>
 #include <libvarrow/module/ModuleLoader.h>
 #include <libvarrow/statistics/StatisticsContainer.h>
+#include <libvarrow/statistics/TimedStatDumper.h>
 #include <libvarrow/stream/AutoCreateDirFileStream.h>
 
 #include <algorithm>
@@ -155,20 +156,6 @@ boost::shared_ptr<libvarrow::Module> objectOf(const std::string& file) {
   return loader.mainModule();
 }
 
-// [alone]
-// What Sort makes of three jobs. No pipeline file, no class register, no dump files.
-int flowOfSortAlone(const std::string& fields) {
-  Sort sort;
-  cppbind::JsonDecodeBinder().decode(libvarrow::Str2Json(fields), sort);
-  libvarrow::StatisticsContainer statistics("test");  // Sort records its time there
-  Jobs jobs;
-  jobs.lengths = {2, 3, 1};
-  jobs.statisticsContainer = &statistics;
-  sort.processImp(&jobs);  // process() would also write the files of the frame
-  return jobs.flow();
-}
-// [/alone]
-
 // [observer]
 // Prints the steps of a run, writes only their key figures, and ends the run at a file "stop".
 class Steps : public libvarrow::RunObserver {
@@ -186,36 +173,34 @@ class Steps : public libvarrow::RunObserver {
 
 }  // namespace
 
+// [main]
 int main(int argc, char** argv) {
-  libvarrow::porcessCommonInit();
-  InitRootLogger("log.conf");
+  libvarrow::porcessCommonInit();  // first: from now on a crash prints a back-trace
+  InitRootLogger("log.conf");      // second: before it, only warnings and errors show
   const std::string layout = argc == 3 ? argv[1] : "";
   const std::string file = argv[argc - 1];
-  if (layout == "--alone") {
-    std::cout << "flow " << flowOfSortAlone(argv[2]) << std::endl;
-    return 0;
-  }
-  // [run]
+
   libvarrow::StatisticsContainer statistics("jobs");
+  // Outside the try block: its last write comes after everything else, including errors.
+  const libvarrow::TimedStatDumper dumper(&statistics, "run/statistics.json");
   Jobs jobs;
   jobs.statisticsContainer = &statistics;
-  jobs.dumpPath = "run/";
+  jobs.dumpPath = "run/";  // the trailing slash is required
   Steps steps;
   if (layout == "--steps") jobs.setObserver(&steps);
-  int status = 0;
   try {
     const auto pipeline = layout == "--named"    ? namedChainOf(file)
                           : layout == "--object" ? objectOf(file)
                                                  : chainOf(file);
     pipeline->process(&jobs);
     std::cout << "flow " << jobs.flow() << std::endl;
+    return 0;
   } catch (const std::exception& error) {
     // Not restored after a failure: dumpPath is the path of the failed step, and
     // statisticsContainer points to its entry. The root is still valid.
+    LIBVARROW_LOG_ERROR("%s: %s", jobs.dumpPath.c_str(), error.what());
     std::cerr << jobs.dumpPath << ": " << error.what() << std::endl;
-    status = 1;
+    return 1;
   }
-  statistics.dumpToFile("run/statistics.json");
-  return status;
-  // [/run]
 }
+// [/main]
