@@ -71,6 +71,7 @@ class LIBVARROW_HOST_API CommandContext {
   CommandContext& operator=(const CommandContext&) = delete;
   ~CommandContext();
 
+  /// Returns the host whose command runs.
   Host& host() const;
   /// Returns the stream of results. The host writes it to the real standard output when the command
   /// returns, and fails when that cannot be written.
@@ -108,8 +109,11 @@ class LIBVARROW_HOST_API Command {
   /// --help.
   Command(std::string name, std::string about);
   virtual ~Command();
+  ///@{
+  /// Returns the name, or the line in --help.
   const std::string& name() const { return name_; }
   const std::string& about() const { return about_; }
+  ///@}
 
   /// Declares the arguments. Called once, when the command is selected.
   virtual void declare(CommandOptions& options);

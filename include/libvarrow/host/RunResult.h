@@ -19,12 +19,13 @@ enum ExitStatus {
 
 /// The faults of one file, or of one override.
 struct FileFaults {
-  std::string origin{};  ///< the file's name, or "--set Plan.tries=x"
-  cppbind::Faults faults{};
+  std::string origin{};      ///< the file's name, or "--set Plan.tries=x"
+  cppbind::Faults faults{};  ///< errors and warnings, in the order of their places
 };
 
 /// Outcome of a run.
 struct RunResult {
+  /// The way in which a run ended.
   enum class End {
     Done,         ///< every step ran, or every one until RunOptions::until
     RulesBroken,  ///< a step reported broken rules, and no step failed otherwise
@@ -33,7 +34,7 @@ struct RunResult {
     Ended         ///< ended on request before the last step, with whole statistics
   };
 
-  End end = End::Failed;
+  End end = End::Failed;                   ///< how the run ended
   boost::filesystem::path folder{};        ///< the run folder; empty when none was made
   std::vector<FileFaults> faults{};        ///< warnings, too, also of a run that was done
   std::vector<std::string> brokenRules{};  ///< the texts of reportRulesBroken()

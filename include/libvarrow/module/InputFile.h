@@ -41,6 +41,7 @@ class LIBVARROW_API InputFile {
 /// The name of a rule file. Hosts check the file together with the pipeline that names it.
 class LIBVARROW_API RuleFileName : public InputFile {
  public:
+  /// Constructors as those of InputFile.
   using InputFile::InputFile;
 };
 
