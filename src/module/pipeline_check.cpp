@@ -17,6 +17,8 @@ using cppbind::Severity;
 
 constexpr const char* kModules = "named_modules";
 constexpr const char* kChain = "chained_module";
+constexpr const char* kChainOnly = "modules";
+constexpr const char* kMainModule = "mainModule";
 
 // Returns the nearest of the keys of `object`.
 std::string nearestKey(const std::string& name, const Json::Value& object) {
@@ -60,8 +62,9 @@ void checkNamed(Checker& checker) {
     const std::string key = member.name();
     if (key == kModules || key == kChain) continue;
     base::NearestName nearest(key);
-    nearest.consider(kModules);
-    nearest.consider(kChain);
+    for (const char* known : {kModules, kChain}) {
+      if (!root.isMember(known)) nearest.consider(known);
+    }
     checker.add({Severity::Warning,
                  {},
                  "unknown json key:[" + key + "] is ignored",
@@ -70,20 +73,34 @@ void checkNamed(Checker& checker) {
   }
 }
 
+// Adds the unknown keys that probably mean the key of another layout. Such a file is read as a
+// chain.
+void hintAtLayouts(Checker& checker) {
+  for (const std::string& key : checker.json().getMemberNames()) {
+    base::NearestName nearest(key);
+    for (const char* known : {kChainOnly, kModules, kChain, kMainModule}) nearest.consider(known);
+    if (nearest.name().empty() || nearest.name() == kChainOnly) continue;
+    checker.add(
+        {Severity::Error, {}, "unknown json key:[" + key + "]", std::string(nearest.name())}, &key);
+  }
+}
+
 }  // namespace
 
 std::optional<PipelineLayout> pipelineLayout(const Json::Value& root) {
   if (!root.isObject()) return std::nullopt;
-  if (root.isMember("modules")) return PipelineLayout::Chain;
+  if (root.isMember(kChainOnly)) return PipelineLayout::Chain;
   if (root.isMember(kModules) || root.isMember(kChain)) return PipelineLayout::Named;
-  if (root.isMember("mainModule")) return PipelineLayout::Object;
+  if (root.isMember(kMainModule)) return PipelineLayout::Object;
   return std::nullopt;
 }
 
 cppbind::Faults checkPipeline(Checker& checker, bool ignoreUnknownKeys) {
   if (!checker.isJson()) return checker.faults();
   checker.setAcceptUnknownKeys(ignoreUnknownKeys);
-  switch (pipelineLayout(checker.json()).value_or(PipelineLayout::Chain)) {
+  const std::optional<PipelineLayout> layout = pipelineLayout(checker.json());
+  if (!layout && checker.json().isObject() && !ignoreUnknownKeys) hintAtLayouts(checker);
+  switch (layout.value_or(PipelineLayout::Chain)) {
     case PipelineLayout::Chain:
       checker.check<ChainedModule::Data4Bind>();
       break;

@@ -3,6 +3,7 @@
 #include <memory>
 #include <utility>
 
+#include "base/nearest_name.h"
 #include "cppbind/Checker.h"
 #include "libvarrow/xrule/Rule.h"
 
@@ -12,6 +13,9 @@ namespace {
 
 using cppbind::Checker;
 using cppbind::Severity;
+
+constexpr const char* kLevel = "rule_level";
+constexpr const char* kList = "rule_list";
 
 // Follows the groups as RuleLoader does.
 class GroupChecker {
@@ -32,11 +36,11 @@ class GroupChecker {
     if (!group.isObject()) return addError("should be a object");
     for (auto member = group.begin(); member != group.end(); ++member) {
       path_.push_back(member.name());
-      if (path_.back() == "rule_level") {
+      if (path_.back() == kLevel) {
         if (!member->isInt()) addError("should be an integer");
-      } else if (path_.back() == "rule_list") {
+      } else if (path_.back() == kList) {
         checkGroups(*member);
-      } else {
+      } else if (!addMisspeltKey(group)) {
         checkRule(*member);
       }
       path_.pop_back();
@@ -50,6 +54,23 @@ class GroupChecker {
       checkGroup(groups[i]);
       path_.pop_back();
     }
+  }
+
+  // Adds the fault of a name that rather means a key of the group than a class. The last element of
+  // the path is the name. Returns false for other names.
+  bool addMisspeltKey(const Json::Value& group) {
+    const std::string name = path_.back();
+    if (reg_.find(name) != nullptr) return false;
+    base::NearestName nearest(name);
+    for (const char* key : {kLevel, kList}) {
+      if (!group.isMember(key)) nearest.consider(key);
+    }
+    const std::string key(nearest.name());
+    for (const auto& entry : reg_.classes()) nearest.consider(entry.second.name);
+    if (key.empty() || nearest.name() != key) return false;
+    checker_.add({Severity::Error, {path_.begin(), path_.end() - 1}, name + " miss register", key},
+                 &name);
+    return true;
   }
 
   void checkRule(const Json::Value& parameters) {

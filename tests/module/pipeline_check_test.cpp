@@ -35,6 +35,12 @@ TEST_F(PipelineCheckTest, EveryLayoutIsRecognised) {
   EXPECT_EQ("1:25: error: mainModule.Add.amount: not found\n",
             faultsIn(R"({"mainModule":  {"Add": {}}})"));
   EXPECT_EQ("1:1: error: modules: should be a object array\n", faultsIn("{}"));
+  EXPECT_EQ(
+      "1:1: error: modules: should be a object array\n"
+      "1:2: error: unknown json key:[named_module]; did you mean \"named_modules\"?\n",
+      faultsIn(R"({"named_module": {}})"));
+  EXPECT_EQ("1:2: error: modules: should be a object array; did you mean \"modules\"?\n",
+            faultsIn(R"({"moduls": []})"));
   EXPECT_EQ("1:1: error: should be a object\n", faultsIn("[]"));
   EXPECT_EQ("1:18: error: Can not parse file [p.json]: * Line 1, Column 18   Missi",
             faultsIn(R"({"named_modules" {}})").substr(0, 69));

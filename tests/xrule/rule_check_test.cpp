@@ -26,14 +26,15 @@ TEST(RuleCheck, AllFaultsOfAFileAreFound) {
       "5:3: error: rule_list[1]: class NoRule is not a rule\n"
       "6:16: error: rule_list[2].rule_level: should be an integer\n"
       "6:34: error: rule_list[2].rule_list: should be a list\n"
-      "7:1: error: rule_list[3]: should be a object\n",
+      "7:1: error: rule_list[3]: should be a object\n"
+      "7:8: error: rule_list[4]: rule_levle miss register; did you mean \"rule_level\"?\n",
       faultsIn(R"({"$schema": "rules.schema.json",
   "AtMost": {},
 "AtMots": {"limit": 1}, "rule_list": [
 {"AtMost": {"limit": 1}, "Never": {"odd": 1}},
 { "NoRule": {}},
 {"rule_level": 1.5, "rule_list": {}},
-null]})"));
+null, {"rule_levle": 2}]})"));
   EXPECT_EQ("", faultsIn(R"([{"atmost": {"limit": 1, "rule_level": 2}, "rule_level": 2}, {}])"));
   EXPECT_EQ("", faultsIn("null"));
 }
