@@ -10,7 +10,9 @@ std::string Fault::what() const {
   ParseErrorException error(message);
   std::for_each(path.rbegin(), path.rend(),
                 [&](const std::string& element) { error.addPathFront(element); });
-  return error.what();
+  // The text of the exception ends at a NUL.
+  const std::string place = error.pathText();
+  return place.empty() ? message : place + ": " + message;
 }
 
 std::string Fault::text() const {

@@ -1,5 +1,6 @@
 #include "cppbind/MarkdownReference.h"
 
+#include <string_view>
 #include <vector>
 
 #include "base/readable_json.h"
@@ -24,6 +25,17 @@ std::string escaped(const std::string& text) {
     }
   }
   return made;
+}
+
+// A text that begins a line, where "#", for example, would make it a heading.
+std::string paragraph(const std::string& text) {
+  const std::string made = escaped(text);
+  const std::size_t first = made.find_first_not_of(' ');
+  if (first == std::string::npos) return std::string();
+  const std::string line = made.substr(first);
+  const bool isMark = std::string_view("#>-+~").find(line[0]) != std::string_view::npos ||
+                      line.compare(0, 2, "* ") == 0 || line.compare(0, 3, "```") == 0;
+  return (isMark ? "\\" : "") + line;
 }
 
 // Code in a table. A backtick inside ends the code unless two of them enclose it.
@@ -60,7 +72,7 @@ class ReferenceWriter {
 
   void write(const ObjectDescription& object) {
     text_ += "\n### " + escaped(object.id) + "\n\n";
-    if (!object.about.empty()) text_ += object.about + "\n\n";
+    if (!object.about.empty()) text_ += paragraph(object.about) + "\n\n";
     if (!object.isComplete()) {
       text_ += "This description is incomplete: " + escaped(object.incompleteBecause) + "\n\n";
     }
