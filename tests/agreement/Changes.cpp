@@ -21,7 +21,7 @@ const Json::Value kNumbers = json(R"([-1, 0, 1, 2, 2.0, 3, 5, 10, 0.1, 0.3, 0.30
 const Json::Value kTexts =
     json(R"(["", "MWKR", "fast", "a", "zz", "2024-02-30", "2024-02-30 00:00:00", "2024-3-5",
     "2023-12-08", "2024-03-04 24:00:00", "2024-01-01 00:00:00", "2024-01-01 00:00:00 ", "26:00:00",
-    "26:00:01", "90", "-01:00:00", "100:00:00", "01:00:00.5", "not-a-date-time", "+infinity", "-infinity",
+    "26:00:01", "90", "00:00:02", "00:00:04", "full", "-01:00:00", "100:00:00", "01:00:00.5", "not-a-date-time", "+infinity", "-infinity",
     "1400-01-01", "9999-12-31 23:59:59", "1399-12-31"])");
 const Json::Value kObjectsByClass = json(kObjects);
 const Json::Value kKeys = json(R"(["rule", "tries", "limit", "modules", "", "a.b",

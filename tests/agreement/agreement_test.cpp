@@ -58,7 +58,7 @@ Difference reasonFor(const Fault& fault) {
   for (const char* text : {"2024-02-30] as date", "2024-02-30 00:00:00] as time"}) {
     if (contains(message, text)) return DayThatDoesNotExist;
   }
-  for (const char* text : {"must be even", "ends before it begins"}) {
+  for (const char* text : {"must be even", "is ten", "ends before it begins"}) {
     if (message == text) return CodeOfTheHost;
   }
   if (key == "word" && contains(message, " than ")) return BoundOfText;

@@ -16,13 +16,15 @@ namespace agreement {
 
 using boost::gregorian::date;
 using boost::posix_time::hours;
+using boost::posix_time::milliseconds;
 using boost::posix_time::ptime;
 using boost::posix_time::time_duration;
 using cppbind::Binder;
 
 enum class Mode { fast, exact };
 constexpr auto enumNames(Mode) {
-  return cppbind::names<Mode>({{Mode::fast, "fast"}, {Mode::exact, "exact"}});
+  return cppbind::names<Mode>(
+      {{Mode::fast, "fast"}, {Mode::exact, "exact"}, {Mode::exact, "full"}});
 }
 
 struct Slot {
@@ -69,6 +71,11 @@ struct Idle : Base {
   virtual void processImp(libvarrow::ModuleData*) {}
 };
 
+inline bool isEven(int number) {
+  if (number == 10) throw std::runtime_error("is ten");
+  return number % 2 == 0;
+}
+
 template <class Base>
 struct Numbers : Idle<Base> {
   void setBind(Binder* binder, bool) {
@@ -76,7 +83,7 @@ struct Numbers : Idle<Base> {
     binder->bind("on", on, true);
     binder->bind("tiny", tiny, 1);
     binder->field("tries", tries).between(1, 9).atMost(300);
-    binder->field("even", even, 1).satisfies([](int n) { return n % 2 == 0; }, "must be even");
+    binder->field("even", even, 1).satisfies(&isEven, "must be even");
     binder->bind("count", count, 1);
     binder->bind("large", large, 1);
     binder->field("huge", huge, 1).atLeast(1);
@@ -124,13 +131,15 @@ struct Times : Idle<Base> {
     binder->field("begin", begin).atLeast(ptime(date(2024, 1, 1)));
     binder->bind("end", end, ptime());
     binder->field("length", length, time_duration()).atMost(hours(26));
+    binder->field("lead", lead, time_duration()).between(-hours(1), milliseconds(3500));
+    binder->field("late", lead, time_duration()).between(milliseconds(2500), hours(100));
     binder->bind("slots", slots, {});
     binder->bind("shifts", shifts);
   }
   date day;
   std::optional<ptime> begin;
   ptime end;
-  time_duration length;
+  time_duration length, lead;
   std::vector<Slot> slots;
   std::optional<std::map<std::string, time_duration>> shifts;
 };
@@ -235,10 +244,10 @@ constexpr const char* kObjects = R"([
     {"Numbers": {"on": false, "tiny": -128, "tries": 9, "even": 4, "count": 65535,
         "large": -9223372036854775808, "huge": 18446744073709551615, "share": 0.3, "level": 1.5,
         "noise": -1, "limit": null}},
-    {"Texts": {"rule": "SPT", "name": "n", "word": "word", "mode": "exact", "modes": ["exact"],
+    {"Texts": {"rule": "SPT", "name": "n", "word": "word", "mode": "exact", "modes": ["exact", "full"],
         "shared": "text", "tags": ["x", "x", "y"], "either": [1, 2]}},
     {"Times": {"day": "2024-03-05", "begin": "2024-02-29 23:59:59", "end": "1999-12-31 07:00:00",
-        "length": "25:59:59", "shifts": {"early": "08:00:00"},
+        "length": "25:59:59", "lead": "00:00:03", "late": "00:00:03", "shifts": {"early": "08:00:00"},
         "slots": [{"from": "2024-03-05", "to": "2024-03-06 07:00:00", "pause": "01:00:00",
                    "parts": [{"from": "2024-03-05", "to": "2024-03-05 00:00:00"}]}]}},
     {"Lists": {"sizes": [1, 5], "matrix": [[1], [2, 3]], "weights": {"a": 1, "b": 0.25},

@@ -71,14 +71,15 @@ TEST(Checker, AllFaultsOfAFileAreFoundAtTheirPlaces) {
       "3:12: error: steps[0].Task.rule: \"FOO\" is not one of \"SPT\", \"MWKR\"\n"
       "3:28: error: steps[0].Task.tries: 0 is less than 1\n"
       "3:41: error: steps[0].Task.sizes[0]: 0 is less than 1\n"
-      "3:47: error: steps[0].Task.sizes[2]: 7 is more than 5\n"
+      "3:44: error: steps[0].Task.sizes[1]: Value is not convertible to Int.\n"
+      "3:48: error: steps[0].Task.sizes[2]: 7 is more than 5\n"
       "4:20: error: steps[0].Task.weights.a: Value is not convertible to double.\n"
       "4:30: error: steps[0].Task.weights.c: not found\n"
       "5:12: error: steps[0].Task.mode: \"EDF\" is not one of \"FIFO\", \"EDD\", \"due\"\n"
       "6:13: error: steps[0].Task.slots[0].to: not found\n"
       "6:14: error: steps[0].Task.slots[0].from: not found; did you mean \"from\"?\n"
       "6:26: error: steps[0].Task.slots[1]: should be a object\n"
-      "7:1: error: steps[0].Task: unknown json key:[trie]; did you mean \"tries\"?\n"
+      "7:1: error: steps[0].Task: unknown json key:[trie]\n"
       "8:4: error: steps[1]: Taskk miss register; did you mean \"Task\"?\n"
       "9:14: error: steps[2].Broken: bad any_cast\n"
       "10:3: error: steps[3]: DynamicType object must have a unique key as it's type\n"
@@ -87,7 +88,7 @@ TEST(Checker, AllFaultsOfAFileAreFoundAtTheirPlaces) {
       "11:27: error: spare: DynamicType object must have a unique key as it's type\n",
       faultsIn(R"({"steps": [
 {"Task": {
-  "rule":  "FOO", "tries": 0, "sizes": [0, 1, 7],
+  "rule":  "FOO", "tries": 0, "sizes": [0, "", 7],
   "weights": {"a": "x", "c": null},
   "mode":  "EDF",
   "slots": [{"fron": 1}, 3],
@@ -107,8 +108,8 @@ TEST(Checker, AMisspeltKeyIsOneFault) {
       faultsOfTask(R"("other": "SPT")"));
   EXPECT_EQ("1:2: error: steps: should be a object array; did you mean \"steps\"?\n",
             faultsIn(R"({"stesp": [{"Task": 1}]})"));
-  EXPECT_EQ("2:26: error: steps[0].Task: unknown json key:[ruel]; did you mean \"rule\"?\n",
-            faultsOfTask(R"("rule": "SPT", "ruel": 1)"));
+  EXPECT_EQ("2:26: error: steps[0].Task: unknown json key:[trise]; did you mean \"tries\"?\n",
+            faultsOfTask(R"("rule": "SPT", "trise": 1)"));
 }
 
 TEST(Checker, SurprisingTextsAreWarnings) {
@@ -123,9 +124,29 @@ TEST(Checker, SurprisingTextsAreWarnings) {
 "pause": "90"}]}}]} null //)"));
   EXPECT_EQ("", faultsOfTask(R"("rule": "SPT", "slots": [{"from": "2024-03-05",
             "to": "not-a-date-time", "pause": "26:05:03"}])"));
-  // Errors win over warnings at the same path.
-  EXPECT_EQ("2:37: error: steps[0].Task.rule: Value is not convertible to string.\n",
-            faultsOfTask(R"("rule": "SPT", "rule":    3)"));
+  EXPECT_EQ(
+      "2:26: warning: steps[0].Task.rule: the key is given twice; the last one counts\n"
+      "2:37: error: steps[0].Task.rule: Value is not convertible to string.\n",
+      faultsOfTask(R"("rule": "SPT", "rule":    3)"));
+}
+
+// Binds the key that the check ignores for other types, and a list of itself twice.
+struct Own {
+  void setBind(Binder* binder, bool) {
+    binder->bind("$schema", schema);
+    binder->bind("parts", parts, {});
+    binder->bind("parts", parts, {});
+  }
+  std::string schema;
+  std::vector<Own> parts;
+};
+
+TEST(Checker, ATypeMayBindTheNameOfItsSchema) {
+  EXPECT_FALSE(check<Own>(R"({"$schema": "a"})").hasErrors());
+  EXPECT_EQ("$schema: not found", check<Own>("{}").first.at(0).what());
+  EXPECT_TRUE((check<std::map<std::string, int>>(R"({"$schema": "a"})").hasErrors()));
+  EXPECT_EQ(json(R"(["$schema"])"), jsonSchema(describe<Own>())["required"]);
+  expectAbort("path", [] { Checker("{}").checkObject({}, Json::Value(), classes()); });
 }
 
 TEST(Checker, FaultsOfTheHostsCodeAreFound) {
@@ -146,7 +167,6 @@ TEST(Checker, PlacesAreThoseOfEditors) {
       {"{\"steps\":[{\"Task\":{/*\t\xC3\xA4\xF0\x9F\x98\x80*/\"rule\":1}}]}", "1:34: "},
       {"{\"steps\":\r\n[{\"Task\":\r{\"rule\":1}}]}", "3:9: "},
       {"{\"steps\":[{\"T\\u0061sk\":{\"r\\u0075le\":1}}]}", "1:37: "},
-      {"{\"steps\":[{\"Task\":{\"rule\":\"SPT\",\"rule\":1}}]}", "1:40: "},
       {"{\"steps\":[{\"Task\":{\"weights\":{\"a\":1.5},\"rule\":1}}]}", "1:47: "},
   };
   const auto checkAll = [&] {
@@ -159,8 +179,8 @@ TEST(Checker, PlacesAreThoseOfEditors) {
   checkAll();
   EXPECT_EQ("2:5: error: * Line 2, Column 5   Syntax error: value, object or array expected. ",
             faultsIn("\xEF\xBB\xBF{\"steps\":\n  [ ?]}").substr(0, 80));
-  EXPECT_EQ("1:15: error: unknown json key:[a\xC3\xA4 b [2J]\n",
-            faultsIn("{\"steps\": [], \"a\xC3\xA4\\rb\\u001b[2J\": 1}"));
+  EXPECT_EQ("1:15: error: unknown json key:[a\xC3\xA4 b  [2J]\n",
+            faultsIn("{\"steps\": [], \"a\xC3\xA4\\rb\\u0000\\u001b[2J\": 1}"));
   EXPECT_EQ("error: Can not open file [none.json]",
             Checker::ofFile("none.json")->faults().first.at(0).text());
 }
@@ -169,6 +189,10 @@ TEST(Checker, ManyAndDeepFaultsAreCounted) {
   std::string elements = "{}";
   for (int i = 0; i < 10000; ++i) elements += R"(,{"Taskk": {}},{"Task": {"tries": "x"}})";
   EXPECT_TRUE(contains(faultsIn(R"({"steps": [)" + elements + "]}"), "\n29901 more\n"));
+  // A key that is bound twice is not checked twice at each level.
+  std::string own = "1";
+  for (int i = 0; i < 300; ++i) own = "{\"parts\": [" + own + "]}";
+  EXPECT_EQ(301u, check<Own>(own).errorCount);
   std::string deep;
   for (int i = 0; i < 300; ++i) deep += R"({"Group": {"spare": 1, "odd": 1, "steps": [1,)";
   deep += "2";

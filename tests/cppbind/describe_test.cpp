@@ -7,9 +7,9 @@ namespace cppbind_test {
 
 struct Unknown {};
 
-enum Old { kOne = 1, kTwo, kThree };
+enum Old { kOne = 1, kTwo, kThree, kFour };
 constexpr auto enumNames(Old) {
-  return names<Old>({{kOne, "one"}, {kThree, "three"}});
+  return names<Old>({{kOne, "one"}, {kThree, "three"}, {kFour, "one"}});
 }
 
 struct Odd {
@@ -30,15 +30,15 @@ struct Faulty : Object {
 
   void setBind(Binder* binder, bool) {
     const double nan = std::numeric_limits<double>::quiet_NaN();
-    binder->about("All is wrong.");
+    binder->about("# All <is>\nwrong.");
     binder->field("low", number, 0).atLeast(1).about("As <low>\nas possible.");
     binder->field("high", number).atLeast(5).atMost(1);
     binder->field("nan", share).atMost(nan);
     binder->field("rule", rule).oneOf(std::vector<std::string>());
     binder->field("none", rule).oneOf({"", "b"}).notEmpty().atLeast("c");
     binder->field("day", day).atMost(date(2024, 3, 4)).oneOf({});
-    binder->field("length", length).between(hours(26), hours(100));
-    binder->bind("order", order);
+    binder->field("length", length).between(-hours(26), hours(100));
+    binder->bind("order", order, Order::spt);
     binder->field("sizes", sizes, {1, 3}).each().satisfies([](int n) { return n < 3; }, "below 3");
     binder->bind("odd", odd);
     binder->bind("unknown", unknown);
@@ -59,9 +59,11 @@ TEST(Describe, FaultsAreFoundInAllClasses) {
       "Faulty.day: no value is allowed",
       "Faulty.order: lifo has no name",
       "Faulty.order: spt has no name",
+      "Faulty.order: default: the value 2 has no name",
       "Faulty.sizes: default [1, 3]: [1]: below 3",
       "Strict: incomplete: limit: not read",
-      "cppbind_test::Odd.a|b: kTwo has no name"};
+      "cppbind_test::Odd.a|b: kTwo has no name",
+      "cppbind_test::Odd.a|b: several values have the name \"one\""};
   EXPECT_EQ(expected, descriptionFaults(reg));
 }
 
@@ -107,7 +109,7 @@ TEST(Describe, ARegisterIsDescribedWithoutReading) {
 
 ### Faulty
 
-All is wrong.
+\# All &lt;is> wrong.
 
 | Key | Value | Default | Meaning |
 |---|---|---|---|
@@ -117,8 +119,8 @@ All is wrong.
 | `rule` | text (no value is allowed) | required |  |
 | `none` | text (one of "", "b", not empty, at least "c") | required |  |
 | `day` | date such as `"2024-03-05"` (at most "2024-03-04", no value is allowed) | required |  |
-| `length` | duration such as `"26:05:03"` (at least "26:00:00", at most "100:00:00") | required |  |
-| `order` | one of `"FIFO"`, `"EDD"`, `"due"` | required |  |
+| `length` | duration such as `"26:05:03"` (at least "-26:00:00", at most "100:00:00") | required |  |
+| `order` | one of `"FIFO"`, `"EDD"`, `"due"` | none |  |
 | `sizes` | set, as a list, of integer from 0 to 255 (below 3) | `[1, 3]` |  |
 | `odd` | `cppbind_test::Odd` | required |  |
 | `unknown` | any value | required |  |
@@ -153,7 +155,7 @@ This description is incomplete: limit: not read
 
 | Key | Value | Default | Meaning |
 |---|---|---|---|
-| `a\|b` | one of `"one"`, `"three"` | `"one"` |  |
+| `a\|b` | one of `"one"`, `"three"`, `"one"` | `"one"` |  |
 
 ### cppbind_test::Slot
 

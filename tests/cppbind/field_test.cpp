@@ -113,6 +113,9 @@ TEST(Field, AValueThatBreaksItsConditionIsRefusedAtItsPath) {
   EXPECT_EQ(
       R"(f: "not-a-date-time" is more than "2024-03-05 00:00:00")",
       read<ptime>(R"("not-a-date-time")", [](auto& f) { f.atMost(ptime(date(2024, 3, 5))); }));
+  EXPECT_EQ(R"(f: "00:00:01" is more than "-100:00:00.25")",
+            read<time_duration>(R"("00:00:01")",
+                                [](auto& f) { f.atMost(-hours(100) - milliseconds(250)); }));
   EXPECT_EQ(R"(f: "b" is less than "c")",
             read<boost::shared_ptr<std::string>>(R"("b")", [](auto& f) { f.atLeast("c"); }));
 }
@@ -134,6 +137,9 @@ TEST(Field, ErrorsOfEachNameTheElement) {
   EXPECT_EQ("f[1]: is true", (read<std::vector<bool>>("[false, true]", [](auto& f) {
               f.each().satisfies([](bool v) { return !v; }, "is true");
             })));
+  EXPECT_EQ("f[1]: stoi", read<std::vector<std::string>>(R"(["1", ""])", [](auto& f) {
+              f.each().satisfies([](const std::string& v) { return std::stoi(v) > 0; }, "");
+            }));
 }
 
 TEST(Field, DefaultsAndEmptyValuesAreNotChecked) {

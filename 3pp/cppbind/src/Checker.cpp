@@ -1,5 +1,6 @@
 #include "cppbind/Checker.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <list>
 #include <map>
@@ -18,6 +19,8 @@
 namespace cppbind {
 
 namespace {
+
+constexpr const char* kSchemaKey = "$schema";
 
 // Returns the offset that the parser's message "* Line 2, Column 5 ..." names, if any.
 std::size_t offsetIn(const std::string& text, const std::string& errors) {
@@ -58,9 +61,34 @@ struct Checker::State {
       json = Json::Value();
       found_.addAt(offsetIn(text, errors), {Severity::Error, {}, source + errors});
     }
-    if (json.isObject() && json.get("$schema", 0).isString()) json.removeMember("$schema");
+    if (json.isObject() && json.get(kSchemaKey, 0).isString()) {
+      json.removeMember(kSchemaKey, &schemaName_);
+    }
     // Objects share this value instead of copies of theirs.
     json_.emplace(decoder_, json);
+  }
+
+  // Returns the value of the text as this type reads it.
+  const Json::Value& wholeFor(const ValueDescription& value) {
+    if (schemaName_.isNull() || !bindsSchemaKey(value)) return *json_->json();
+    if (!whole_) {
+      Json::Value whole = *json_->json();
+      whole[kSchemaKey] = schemaName_;
+      whole_.emplace(decoder_, whole);
+    }
+    return *whole_->json();
+  }
+
+  bool bindsSchemaKey(const ValueDescription& value) {
+    if (value.kind == ValueKind::Map) return true;
+    if (value.kind != ValueKind::Record) return false;
+    const auto& records = describer().records();
+    return std::any_of(records.begin(), records.end(), [&](const ObjectDescription& record) {
+      if (value.names.empty() || record.id != value.names.front()) return false;
+      return record.field(kSchemaKey) != nullptr ||
+             std::any_of(record.whole.begin(), record.whole.end(),
+                         [&](const auto& whole) { return bindsSchemaKey(whole.value); });
+    });
   }
 
   Describer& describer() {
@@ -118,7 +146,9 @@ struct Checker::State {
   detail::FoundFaults found_;
   bool isJson_ = false;
   bool areWarningsAdded_ = false;
-  std::optional<CreationScope> json_;
+  Json::Value schemaName_;              // under "$schema"; null: none
+  std::optional<CreationScope> json_;   // without it
+  std::optional<CreationScope> whole_;  // with it, for a type that binds the key
   std::optional<Describer> describer_;
   std::optional<detail::Collector> collector_;
   std::map<const detail::FieldType*, ValueDescription> types_;
@@ -167,14 +197,17 @@ const Json::Value& Checker::json() const {
 }
 
 void Checker::check(const Path& path, const Json::Value& json, const detail::FieldType& type) {
-  state_->checked_.push_back({&state_->describe(type), &json, path, false});
+  const ValueDescription& description = state_->describe(type);
+  const Json::Value& source = &json == &this->json() ? state_->wholeFor(description) : json;
+  state_->checked_.push_back({&description, &source, path, false});
   if (type.create == nullptr) return;
   const std::unique_ptr<void, void (*)(void*)> value(type.create(), type.destroy);
-  state_->collect(path, [&] { type.read(state_->decoder_, json, value.get()); });
+  state_->collect(path, [&] { type.read(state_->decoder_, source, value.get()); });
 }
 
 std::unique_ptr<Object> Checker::checkObject(const Path& path, const Json::Value& json,
                                              const ClassRegisterBase& classes) {
+  CPPBIND_ASSERT(!path.empty());
   const std::string& className = path.back();
   state_->checked_.push_back({&state_->describe(classes), &json, path, true});
   const Path owner(path.begin(), path.end() - 1);

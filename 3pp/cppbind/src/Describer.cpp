@@ -122,13 +122,21 @@ void Describer::describeField(FieldDescription& field, const detail::FieldType& 
   if (type.describe != nullptr) type.describe(field.value, *this);
 }
 
-std::optional<Json::Value> Describer::defaultOf(const detail::FieldType& type,
-                                                const void* value) const {
+void Describer::setDefault(FieldDescription& field, const detail::FieldType& type,
+                           const void* value) const {
   JsonEncodeBinder encoder(known_->decoder.converters());
   encoder.writesObjects_ = false;
   Json::Value json;
-  const bool isWritten = failureOf([&] { type.write(encoder, value, json); }).empty();
-  return isWritten ? std::optional<Json::Value>(std::move(json)) : std::nullopt;
+  bool isObject = false;
+  field.isRequired = false;
+  field.defaultFault = failureOf([&] {
+    try {
+      type.write(encoder, value, json);
+    } catch (const detail::ObjectAsDefault&) {
+      isObject = true;
+    }
+  });
+  if (!isObject && field.defaultFault.empty()) field.defaultValue = std::move(json);
 }
 
 template <class BindFields>

@@ -2,10 +2,14 @@
 
 #include <algorithm>
 #include <memory>
+#include <set>
 #include <stdexcept>
+#include <utility>
 
 #include "base/readable_json.h"
+#include "collector.h"
 #include "cppbind/cppbind.h"
+#include "readable_part.h"
 
 namespace cppbind {
 
@@ -20,6 +24,18 @@ std::string listed(const std::vector<Json::Value>& values) {
     text += onOneLine(value);
   }
   return text;
+}
+
+// Returns true when the library reads the values at the depth one by one.
+bool hasContainers(const ValueDescription& value, std::size_t depth) {
+  const ValueDescription* container = &value;
+  for (std::size_t i = 0; i < depth; ++i) {
+    const bool isContainer =
+        container->kind >= ValueKind::List && container->kind <= ValueKind::Map;
+    if (!isContainer || container->elements.empty()) return false;
+    container = &container->elements.front();
+  }
+  return depth > 0;
 }
 
 const ObjectDescription& withId(const std::vector<ObjectDescription>& objects,
@@ -113,16 +129,61 @@ bool FieldDescription::check(JsonDecodeBinder& decoder, const Json::Value& json)
   const bool readsNull = type_->readsNull != nullptr && type_->readsNull(decoder);
   if (json.isNull() && !type_->isObjectList && !readsNull) detail::throwNotFound();
   if (type_->create == nullptr) return false;
-  boost::shared_ptr<Backup> scope;
-  if (reg_ != nullptr) scope = decoder.replaceClassRegister(const_cast<ClassRegisterBase*>(reg_));
-  const std::unique_ptr<void, void (*)(void*)> made(type_->create(), type_->destroy);
-  type_->read(decoder, json, made.get());
+  const boost::shared_ptr<Backup> scope = replaceRegister(decoder);
+  const Value made(type_->create(), type_->destroy);
+  try {
+    type_->read(decoder, json, made.get());
+  } catch (...) {
+    if (detail::Collector::of(&decoder) == nullptr) throw;
+    detail::FaultGroup faults{{detail::Collector::caught()}};
+    checkReadable(decoder, json, faults);
+    detail::Collector::throwGroup(std::move(faults));
+  }
   detail::Gatherer gatherer(decoder);
   for (const Check& check : checks_) {
-    gatherer.run([&] { check(decoder, json, made.get()); });
+    gatherer.run([&] { check.run(decoder, json, made.get()); });
   }
   gatherer.finish();
   return true;
+}
+
+boost::shared_ptr<Backup> FieldDescription::replaceRegister(JsonDecodeBinder& decoder) const {
+  if (reg_ == nullptr) return nullptr;
+  return decoder.replaceClassRegister(const_cast<ClassRegisterBase*>(reg_));
+}
+
+void FieldDescription::checkReadable(JsonDecodeBinder& decoder, const Json::Value& json,
+                                     detail::FaultGroup& faults) const {
+  std::set<std::size_t> depths;
+  for (const Check& check : checks_) {
+    if (hasContainers(value, check.depth)) depths.insert(check.depth);
+  }
+  const detail::FaultGroup unreadable = faults;
+  for (const std::size_t depth : depths) {
+    const detail::ReadablePart part(json, unreadable, depth);
+    if (part.exists()) checkPart(decoder, part, depth, faults);
+  }
+}
+
+void FieldDescription::checkPart(JsonDecodeBinder& decoder, const detail::ReadablePart& part,
+                                 std::size_t depth, detail::FaultGroup& faults) const {
+  if (type_->create == nullptr) return;
+  const boost::shared_ptr<Backup> scope = replaceRegister(decoder);
+  const Value made(type_->create(), type_->destroy);
+  try {
+    type_->read(decoder, part.json(), made.get());
+  } catch (...) {
+    detail::Collector::caught();  // rethrows when memory ran out
+    return;                       // a host's codec may need all elements
+  }
+  for (const Check& check : checks_) {
+    if (check.depth != depth) continue;
+    try {
+      check.run(decoder, part.json(), made.get());
+    } catch (...) {
+      part.addTo(faults, detail::Collector::caught());
+    }
+  }
 }
 
 }  // namespace cppbind

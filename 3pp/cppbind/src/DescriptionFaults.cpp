@@ -2,23 +2,26 @@
 
 #include <algorithm>
 #include <exception>
+#include <map>
 #include <new>
+#include <string_view>
 
 #include "base/out_of_memory.h"
 #include "base/readable_json.h"
 #include "cppbind/cppbind.h"
+#include "exact_duration.h"
 #include "json_form.h"
 
 namespace cppbind {
 
 namespace {
 
-// Returns false for NaN, as conditions do. Among texts of durations the longer one has more hours.
+// Returns false for NaN, as conditions do.
 bool isAtLeast(const Json::Value& value, const Json::Value& bound, ValueKind kind) {
   if (kind == ValueKind::Duration) {
-    const std::string text = value.asString();
-    const std::string least = bound.asString();
-    if (text.size() != least.size()) return text.size() > least.size();
+    const auto duration = detail::exactDuration(value.asString());
+    const auto least = detail::exactDuration(bound.asString());
+    if (duration && least) return detail::isAtLeast(*duration, *least);
   }
   return bound < value || bound == value;
 }
@@ -93,6 +96,7 @@ class FaultFinder {
 
   void check(const std::string& place, const FieldDescription& field) {
     checkValue(place, field.value);
+    if (!field.defaultFault.empty()) add(place, "default: " + field.defaultFault);
     // Null is not read.
     if (field.defaultValue && !field.defaultValue->isNull()) checkDefault(place, field);
   }
@@ -108,8 +112,17 @@ class FaultFinder {
     }
   }
 
+  void checkNames(const std::string& place, const ValueDescription& value) {
+    if (value.kind != ValueKind::Enumeration) return;
+    std::map<std::string_view, int> counts;
+    for (const std::string& name : value.names) {
+      if (++counts[name] == 2) add(place, "several values have the name \"" + name + "\"");
+    }
+  }
+
   void checkValue(const std::string& place, const ValueDescription& value) {
     for (const std::string& enumerator : value.unnamed) add(place, enumerator + " has no name");
+    checkNames(place, value);
     for (const Constraint& constraint : value.constraints) {
       const bool isEmptyOneOf =
           constraint.kind == ConstraintKind::OneOf && constraint.values.empty();

@@ -1,6 +1,7 @@
 #include "cppbind/Field.h"
 
 #include <algorithm>
+#include <boost/make_shared.hpp>
 #include <cstring>
 #include <memory>
 #include <string>
@@ -8,6 +9,7 @@
 #include <vector>
 
 #include "collector.h"
+#include "exact_duration.h"
 #include "object_notes.h"
 
 namespace cppbind::detail {
@@ -25,8 +27,15 @@ struct KeptText : std::string_view {
   const std::string text;
 };
 
+// Returns the form of a value in conditions and messages.
 Json::Value jsonOf(const BinderImpBase& binder, const FieldType& type, const void* value) {
+  using boost::posix_time::time_duration;
   JsonEncodeBinder encoder(binder.converters());
+  const StringConverter* const converter = encoder.findConverter(typeid(time_duration));
+  if (dynamic_cast<const BoostTimeDurationConverter*>(converter) != nullptr) {
+    using Exact = StringConverterT<time_duration, ExactDurationText>;
+    encoder.setConverter(typeid(time_duration), boost::make_shared<Exact>());
+  }
   Json::Value json;
   type.write(encoder, value, json);
   return json;
@@ -117,9 +126,9 @@ void FieldHandle::handle(const Rule& rule, const RuledValues& values, const void
   BoundRule bound(rule, values);
   if (field == nullptr) {
     bound.own();
-    ObjectNotes::addConstraint(*noted_, values.depth, bound.constraint(decoder),
-                               [bound](JsonDecodeBinder& reader, const Json::Value& json,
-                                       const void* read) { bound.check(reader, json, read); });
+    const auto check = [bound](JsonDecodeBinder& reader, const Json::Value& json,
+                               const void* read) { bound.check(reader, json, read); };
+    ObjectNotes::addConstraint(*noted_, bound.constraint(decoder), {values.depth, check});
     return;
   }
   const Json::Value& source = *binder_->source_;

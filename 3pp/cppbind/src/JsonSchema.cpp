@@ -1,7 +1,9 @@
 #include "cppbind/JsonSchema.h"
 
 #include <algorithm>
+#include <boost/date_time/posix_time/posix_time_types.hpp>
 #include <cmath>
+#include <cstdint>
 #include <deque>
 #include <map>
 #include <set>
@@ -9,6 +11,8 @@
 #include <vector>
 
 #include "base/readable_json.h"
+#include "cppbind/type/StringConverter.h"
+#include "exact_duration.h"
 #include "json_form.h"
 
 namespace cppbind {
@@ -51,15 +55,30 @@ std::string orderPattern(const std::string& bound, bool isLeast) {
   return pattern + (isLeast ? "|\\+)" : "|-)");
 }
 
-bool hasForm(const Json::Value& text, ValueKind kind) {
-  if (!text.isString()) return false;
+bool hasForm(const std::string& bound, ValueKind kind) {
   const std::string example = textForm(kind).example;
-  const std::string bound = text.asString();
   return bound.size() == example.size() &&
          std::equal(bound.begin(), bound.end(), example.begin(), [](char a, char b) {
            const bool isDigit = a >= '0' && a <= '9';
            return isDigit ? b >= '0' && b <= '9' : a == b;
          });
+}
+
+// Returns the text of the last whole second up to a duration, or of the first one from it on. The
+// texts in files are from "00:00:00" to "99:59:59"; an infinity means that there is none.
+std::string wholeSecond(const std::string& text, bool isFirst) {
+  const auto exact = detail::exactDuration(text);
+  if (!exact || exact->is_special()) return text;
+  const std::int64_t ticksPerSecond = boost::posix_time::time_duration::ticks_per_second();
+  const std::int64_t ticks = exact->ticks();
+  const std::int64_t rest = ticks % ticksPerSecond;
+  std::int64_t seconds = ticks / ticksPerSecond;
+  if (isFirst && rest > 0) ++seconds;
+  if (!isFirst && rest < 0) --seconds;
+  constexpr std::int64_t kEnd = 100 * 3600;
+  if (seconds < 0) return isFirst ? "00:00:00" : "-infinity";
+  if (seconds >= kEnd) return isFirst ? "+infinity" : "99:59:59";
+  return BoostTimeDurationText::toString(boost::posix_time::seconds(seconds));
 }
 
 Json::Value object(const char* key, Json::Value value) {
@@ -117,24 +136,46 @@ void annotate(Json::Value& schema, const char* key, const Json::Value& value) {
   schema[key] = value;
 }
 
+Json::Value timeBoundSchema(ValueKind kind, const Json::Value& bound, bool isLeast) {
+  if (!bound.isString()) return Json::Value();
+  std::string text = bound.asString();
+  if (kind == ValueKind::Duration) text = wholeSecond(text, isLeast);
+  if (text == "not-a-date-time") return invalid();
+  if (text == "-infinity") return object("pattern", isLeast ? "^[^n]" : "^-");
+  if (text == "+infinity") return object("pattern", isLeast ? "^\\+" : "^[^n]");
+  if (!hasForm(text, kind)) return Json::Value();
+  return object("pattern", orderPattern(text, isLeast));
+}
+
 // Returns the keywords for a constraint; none, if JSON Schema has none.
 Json::Value boundSchema(const ValueDescription& value, const Constraint& constraint) {
   const bool isLeast = constraint.kind == ConstraintKind::AtLeast;
   const Json::Value bound = detail::shortened(value, constraint.values.at(0));
-  if (isTimeText(value.kind) && hasForm(bound, value.kind)) {
-    return object("pattern", orderPattern(bound.asString(), isLeast));
-  }
+  if (isTimeText(value.kind)) return timeBoundSchema(value.kind, bound, isLeast);
   if (value.kind != ValueKind::Integer && value.kind != ValueKind::Number) return Json::Value();
   if (detail::isFinite(bound)) return object(isLeast ? "minimum" : "maximum", bound);
   const bool allowsAll = !std::isnan(bound.asDouble()) && (bound.asDouble() < 0) == isLeast;
   return allowsAll ? Json::Value(Json::objectValue) : invalid();
 }
 
+// Returns the allowed values and the other names of those that are enumerators.
+std::vector<Json::Value> allowedValues(const ValueDescription& value,
+                                       const Constraint& constraint) {
+  std::vector<Json::Value> values = constraint.values;
+  for (std::size_t i = 0; i < value.writtenNames.size(); ++i) {
+    const auto& allowed = constraint.values;
+    const bool isAllowed =
+        std::find(allowed.begin(), allowed.end(), value.writtenNames[i]) != allowed.end();
+    if (isAllowed) values.emplace_back(value.names.at(i));
+  }
+  return values;
+}
+
 Json::Value oneOfSchema(const ValueDescription& value, const Constraint& constraint) {
   if (value.kind == ValueKind::Any || value.kind >= ValueKind::List) return Json::Value();
   Json::Value values(Json::arrayValue);
   std::set<Json::Value> seen;  // the meta-schema wants unique values, and at least one
-  for (const Json::Value& allowed : constraint.values) {
+  for (const Json::Value& allowed : allowedValues(value, constraint)) {
     const Json::Value form = detail::shortened(value, allowed);
     if (detail::isFinite(form) && seen.insert(form).second) values.append(form);
   }
@@ -228,7 +269,9 @@ class SchemaBuilder {
       return valueSchema(root);
     }
     Json::Value schema = objectSchema(description_.recordWithId(root.names.front()), true);
-    if (schema.isMember("properties")) schema["properties"]["$schema"] = typed("string");
+    if (!schema.isMember("properties")) return schema;
+    Json::Value& property = schema["properties"]["$schema"];
+    if (property.isNull()) property = typed("string");
     return schema;
   }
 

@@ -5,6 +5,7 @@
 #include <map>
 #include <new>
 #include <set>
+#include <string_view>
 #include <utility>
 
 #include "base/nearest_name.h"
@@ -147,25 +148,56 @@ class Collector::ObjectFaults {
   void goOn() {
     checkConditions();
     if (!description_->whole.empty()) return;
+    std::set<std::string_view> faultyKeys;
     for (const FieldDescription& field : description_->fields) {
       const Json::Value* const member = memberOf(field);
       const bool isReached = member != nullptr ? binder_.isClaimed(member) : isFirst(field);
-      if (!isReached) check(field, member);
+      // A key may be bound twice. To check a value with faults again would take exponential time if
+      // the objects in it have such a key, too.
+      if (isReached || faultyKeys.count(field.key) > 0) continue;
+      const std::size_t countBefore = faults_.size();
+      check(field, member);
+      if (faults_.size() > countBefore) faultyKeys.insert(field.key);
     }
     pairMisspeltKeys();
     findUnknownKeys();
   }
 
-  // Finds all elements that break a condition, and other conditions that they break: the first one
-  // ended setBind.
+  // Finds all elements that break a condition, and other conditions that they break: the first
+  // fault ended setBind.
   void checkConditions() {
     const CaughtFault first = faults_.front();
-    if (first.notes == nullptr || !first.notes->isCondition) return;
+    if (first.notes == nullptr || !first.notes->isCondition) return checkReadable(first);
     for (const FieldDescription& whole : description_->whole) check(whole, &json_);
     if (first.path.empty()) return;
     for (const FieldDescription& field : description_->fields) {
       if (field.key == first.path.front()) check(field, memberOf(field));
     }
+  }
+
+  // Checks the conditions on elements of the field of the first fault.
+  void checkReadable(const CaughtFault& first) {
+    for (const FieldDescription& whole : description_->whole) checkReadable(whole, json_, first);
+    if (first.path.empty()) return;
+    CaughtFault inField = first;
+    inField.path.erase(inField.path.begin());
+    if (first.notes != nullptr && first.notes->pathLength > inField.path.size()) return;
+    for (const FieldDescription& field : description_->fields) {
+      const Json::Value* const member = memberOf(field);
+      if (member == nullptr || field.key != first.path.front()) continue;
+      const std::size_t countBefore = faults_.size();
+      checkReadable(field, *member, inField);
+      for (std::size_t i = countBefore; i < faults_.size(); ++i) {
+        Collector::addPathFront(faults_[i], field.key);
+      }
+    }
+  }
+
+  // `fault` is that of reading `json`.
+  void checkReadable(const FieldDescription& field, const Json::Value& json, CaughtFault fault) {
+    FaultGroup found{{std::move(fault)}};
+    field.checkReadable(decoder_, json, found);
+    faults_.insert(faults_.end(), found.faults.begin() + 1, found.faults.end());
   }
 
   bool isFirst(const FieldDescription& field) const {
@@ -242,7 +274,9 @@ class Collector::ObjectFaults {
       if (misspelt_.count(key) > 0) continue;
       libvarrow::base::NearestName nearest(key);
       if (description_ != nullptr) {
-        for (const FieldDescription& field : description_->fields) nearest.consider(field.key);
+        for (const FieldDescription& field : description_->fields) {
+          if (memberOf(field) == nullptr) nearest.consider(field.key);
+        }
       }
       faults_.push_back(unknownKey(key, std::string(nearest.name())));
     }

@@ -29,6 +29,13 @@ struct FaultGroup {
   std::vector<CaughtFault> faults;
 };
 
+/// Calls `visit(path, fault)` with each fault in `caught` and its path. `path` leads to the place
+/// where `caught` was caught. Faults that a group holds at a path of at least `depth` elements are
+/// visited as one.
+template <class Visit>
+void visitFaults(const CaughtFault& caught, std::vector<std::string> path, const Visit& visit,
+                 std::size_t depth = static_cast<std::size_t>(-1));
+
 /// What an exception does not say to handlers. Travels with it, so that the faults of a value are
 /// forgotten when a host's code handles the exception.
 struct FaultNotes {
@@ -41,6 +48,18 @@ struct FaultNotes {
   bool isCondition = false;  // of a field that was read
   FaultGroup group{};        // not empty: the fault is the first of them
 };
+
+template <class Visit>
+void visitFaults(const CaughtFault& caught, std::vector<std::string> path, const Visit& visit,
+                 std::size_t depth) {
+  path.insert(path.end(), caught.path.begin(), caught.path.end());
+  if (caught.notes == nullptr || caught.notes->group.faults.empty()) return visit(path, caught);
+  path.resize(path.size() - caught.notes->pathLength);
+  if (path.size() >= depth) return visit(path, caught);
+  for (const CaughtFault& fault : caught.notes->group.faults) {
+    visitFaults(fault, path, visit, depth);
+  }
+}
 
 /// Makes a decode binder collect all faults. Objects and lists throw, when they are complete, one
 /// exception for all of their faults.

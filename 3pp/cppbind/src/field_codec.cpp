@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <set>
+#include <utility>
 
 #include "base/json_text.h"
 
@@ -189,7 +191,13 @@ bool hasName(std::int64_t value, const EnumTable& names) {
 
 void describeNames(ValueDescription& value, const EnumTable& names, const ProbedValues& probed) {
   value.kind = ValueKind::Enumeration;
-  for (std::size_t i = 0; i < names.count; ++i) value.names.emplace_back(names.entries[i].name);
+  std::set<std::pair<std::int64_t, std::string_view>> seen;
+  for (std::size_t i = 0; i < names.count; ++i) {
+    const EnumEntry& entry = names.entries[i];
+    if (!seen.emplace(entry.value, entry.name).second) continue;
+    value.names.emplace_back(entry.name);
+    value.writtenNames.emplace_back(nameOf(entry.value, names));
+  }
   for (std::size_t i = 0; i < probed.count; ++i) {
     const std::string_view enumerator = enumeratorIn(probed.texts[i]);
     const std::int64_t number = probed.first + static_cast<std::int64_t>(i);

@@ -37,7 +37,6 @@ void FoundFaults::add(Fault fault, const Path* keyPath) {
   const bool isAtKey = keyPath != nullptr && place.depth == keyPath->size() && place.key != kNone;
   const std::size_t offset = isAtKey ? place.key : place.value;
   if (!isNew(offset, fault.path, keyPath)) return;
-  if (keyPath == nullptr && place.depth == fault.path.size()) keysWithErrors_.insert(place.key);
   list(offset, std::move(fault));
 }
 
@@ -57,24 +56,24 @@ void FoundFaults::list(std::size_t offset, Fault fault) {
 }
 
 void FoundFaults::add(const CaughtFault& caught, Path path) {
+  visitFaults(caught, std::move(path),
+              [this](const Path& whole, const CaughtFault& fault) { addOne(fault, whole); });
+}
+
+void FoundFaults::addOne(const CaughtFault& caught, const Path& path) {
+  Fault fault{Severity::Error, path, caught.message};
   const FaultNotes* const notes = caught.notes.get();
-  path.insert(path.end(), caught.path.begin(), caught.path.end());
-  Path outer = path;  // that notes are relative to
-  if (notes != nullptr) outer.resize(path.size() - notes->pathLength);
-  if (notes != nullptr && !notes->group.faults.empty()) {
-    for (const CaughtFault& fault : notes->group.faults) add(fault, outer);
-    return;
-  }
-  Fault fault{Severity::Error, std::move(path), caught.message};
   if (notes == nullptr) return add(std::move(fault), nullptr);
   fault.hint = notes->hint;
-  outer.insert(outer.end(), notes->keyPath.begin(), notes->keyPath.end());
-  add(std::move(fault), notes->keyPath.empty() ? nullptr : &outer);
+  if (notes->keyPath.empty()) return add(std::move(fault), nullptr);
+  Path keyPath = path;
+  keyPath.resize(path.size() - notes->pathLength);
+  keyPath.insert(keyPath.end(), notes->keyPath.begin(), notes->keyPath.end());
+  add(std::move(fault), &keyPath);
 }
 
 void FoundFaults::addWarningsOfText() {
   for (const std::size_t offset : places_.repeatedKeys()) {
-    if (keysWithErrors_.count(offset) > 0) continue;
     // The path takes a walk through the whole text.
     Path path = isListed(offset) ? places_.pathTo(offset) : Path();
     list(offset,

@@ -14,7 +14,8 @@
 
 namespace cppbind::detail {
 
-/// Keeps the first faults of a text. A path has at most one fault: the first that is added.
+/// Keeps the first faults of a text. A path has at most one error: the first
+/// that is added.
 class FoundFaults {
  public:
   using Path = std::vector<std::string>;
@@ -35,6 +36,7 @@ class FoundFaults {
   Faults result() const;
 
  private:
+  void addOne(const CaughtFault& caught, const Path& path);
   bool isListed(std::size_t offset) const;
   bool isNew(std::size_t offset, const Path& path, const Path* keyPath);
   void list(std::size_t offset, Fault fault);
@@ -43,8 +45,7 @@ class FoundFaults {
   std::multimap<std::size_t, Fault> first_;  // by offset
   std::size_t errorCount_ = 0;
   std::size_t warningCount_ = 0;
-  std::unordered_set<std::uint64_t> known_;         // hashes of places and paths
-  std::unordered_set<std::size_t> keysWithErrors_;  // their offsets
+  std::unordered_set<std::uint64_t> known_;  // hashes of places and paths
 };
 
 }  // namespace cppbind::detail

@@ -36,8 +36,7 @@ FieldDescription& ObjectNotes::addWhole(const FieldType& type) {
 
 void ObjectNotes::setDefault(FieldDescription& field, const FieldType& type,
                              const void* value) const {
-  field.isRequired = false;
-  field.defaultValue = describer_.defaultOf(type, value);
+  describer_.setDefault(field, type, value);
 }
 
 void ObjectNotes::finish() {
@@ -55,9 +54,9 @@ ValueDescription& ObjectNotes::valueAt(FieldDescription& field, std::size_t dept
   return *value;
 }
 
-void ObjectNotes::addConstraint(FieldDescription& field, std::size_t depth, Constraint constraint,
+void ObjectNotes::addConstraint(FieldDescription& field, Constraint constraint,
                                 FieldDescription::Check check) {
-  valueAt(field, depth).constraints.push_back(std::move(constraint));
+  valueAt(field, check.depth).constraints.push_back(std::move(constraint));
   field.checks_.push_back(std::move(check));
 }
 

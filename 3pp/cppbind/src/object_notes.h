@@ -9,9 +9,16 @@
 
 #include "cppbind/Describer.h"
 #include "cppbind/Description.h"
+#include "cppbind/ParseErrorException.h"
 #include "cppbind/imp/field_type.h"
 
 namespace cppbind::detail {
+
+/// Thrown when an object of a registered class is written as part of a default value: it may not
+/// have been created by name.
+struct ObjectAsDefault : ParseErrorException {
+  ObjectAsDefault() : ParseErrorException("an object cannot be a default value") {}
+};
 
 /// Notes on one object. Fields keep their addresses, as handles refer to them.
 class ObjectNotes {
@@ -35,7 +42,7 @@ class ObjectNotes {
   void finish();
 
   /// Adds a constraint and its check to a field.
-  static void addConstraint(FieldDescription& field, std::size_t depth, Constraint constraint,
+  static void addConstraint(FieldDescription& field, Constraint constraint,
                             FieldDescription::Check check);
   /// Returns the value of the field (depth 0) or of its elements.
   static ValueDescription& valueAt(FieldDescription& field, std::size_t depth);

@@ -114,6 +114,8 @@ void TimeTexts::walk(const ValueDescription& value, const Json::Value& json) {
 }
 
 void TimeTexts::walkObject(const ObjectDescription& object, const Json::Value& json) {
+  // Objects under a key that is bound twice, at each level, would take exponential time.
+  if (!walked_[&object].insert(&json).second) return;
   for (const FieldDescription& whole : object.whole) walk(whole.value, json);
   for (const FieldDescription& field : object.fields) {
     const Json::Value* const member = memberOf(json, field.key);

@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 #include "cppbind/Describer.h"
@@ -44,6 +45,7 @@ class TimeTexts {
   }
 
   Visit visit_;
+  std::unordered_map<const ObjectDescription*, std::unordered_set<const Json::Value*>> walked_;
   Path path_;
   std::unordered_map<std::string, const ObjectDescription*> recordsById_;
   // Classes of several registers may have the same name, in lower case.

@@ -35,7 +35,8 @@ namespace cppbind {
 /// key given twice, text after the value, and a date, time or duration that is not in the form in
 /// which it is written ("90" means "90:00:00").
 ///
-/// A text under the key "$schema" at the top is ignored, though loading refuses it.
+/// A text under the key "$schema" at the top is ignored, though loading refuses it. A type that
+/// binds the key, or a map, is read with it.
 ///
 /// Constructors and setBind of the classes run; nothing is printed. A text with few faults takes at
 /// most about twice as long as loading. Throws only std::bad_alloc. Not thread-safe.
@@ -79,7 +80,7 @@ class CPPBIND_API Checker {
   }
   /// Reads `json`, which is inside json() at `path`, as an object of the class that the last
   /// element of `path` names. `classes` creates it; objects in its fields are created by the
-  /// register of the constructor. Returns null when it has a fault.
+  /// register of the constructor. Returns null when it has a fault. Aborts when `path` is empty.
   std::unique_ptr<Object> checkObject(const Path& path, const Json::Value& json,
                                       const ClassRegisterBase& classes);
 

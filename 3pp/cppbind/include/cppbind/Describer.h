@@ -81,8 +81,8 @@ class CPPBIND_API Describer {
 
   static ValueDescription& addElements(ValueDescription& value, ValueKind kind);
   void describeField(FieldDescription& field, const detail::FieldType& type);
-  // Returns nothing for a value without a JSON form.
-  std::optional<Json::Value> defaultOf(const detail::FieldType& type, const void* value) const;
+  // Sets the default to the JSON form of `value`, if it has one.
+  void setDefault(FieldDescription& field, const detail::FieldType& type, const void* value) const;
   template <class BindFields>
   void describeFields(ObjectDescription& object, const BindFields& bindFields);
   const std::string& classId(const std::string& name, const boost::shared_ptr<ObjFactory>& factory);

@@ -4,7 +4,9 @@
 #include <json/value.h>
 
 #include <boost/shared_ptr.hpp>
+#include <cstddef>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -22,9 +24,12 @@ class JsonDecodeBinder;
 class ObjFactory;
 
 namespace detail {
+class Collector;
+struct FaultGroup;
 struct FieldType;
 struct RecordType;
 class ObjectNotes;
+class ReadablePart;
 }  // namespace detail
 
 /// Kinds of JSON values.
@@ -73,6 +78,8 @@ struct CPPBIND_API ValueDescription {
   Json::Value minimum{};             ///< of Integer, and of Number for float: the least
   Json::Value maximum{};             ///< and the greatest value of the C++ type; else null
   std::vector<std::string> names{};  ///< of Enumeration: the names; of Record, Object: ids
+  /// Of Enumeration: for each of `names` the name of the same value that is written; empty: itself.
+  std::vector<std::string> writtenNames{};
   /// Of Enumeration: enumerators without a name in JSON, as in the code. Only those near the named
   /// ones are found.
   std::vector<std::string> unnamed{};
@@ -98,6 +105,7 @@ class CPPBIND_API FieldDescription {
   ValueDescription value{};                   ///< its value
   bool isRequired = true;                     ///< missing or null is an error
   std::optional<Json::Value> defaultValue{};  ///< replaces a missing value; none: unknown
+  std::string defaultFault{};  ///< why the default has no JSON form; empty for objects by class
 
   /// Reads `json` into a temporary value and checks the constraints. Throws ParseErrorException,
   /// without the key, for the first fault. Returns false, without reading, when values of the type
@@ -106,10 +114,24 @@ class CPPBIND_API FieldDescription {
 
  private:
   friend class Describer;
+  friend class detail::Collector;
   friend class detail::ObjectNotes;
 
-  // Throws when the value at the address, which was read from the JSON, breaks a constraint.
-  using Check = std::function<void(JsonDecodeBinder&, const Json::Value&, const void*)>;
+  // A constraint on values at a depth in the field: 1 for its elements, 2 for those of elements.
+  struct Check {
+    std::size_t depth;
+    // Throws when the value at the address, which was read from the JSON, breaks the constraint.
+    std::function<void(JsonDecodeBinder&, const Json::Value&, const void*)> run;
+  };
+  using Value = std::unique_ptr<void, void (*)(void*)>;
+
+  boost::shared_ptr<Backup> replaceRegister(JsonDecodeBinder& decoder) const;
+  // Adds the broken conditions of elements in `json` to `faults`, those of the elements that cannot
+  // be read.
+  void checkReadable(JsonDecodeBinder& decoder, const Json::Value& json,
+                     detail::FaultGroup& faults) const;
+  void checkPart(JsonDecodeBinder& decoder, const detail::ReadablePart& part, std::size_t depth,
+                 detail::FaultGroup& faults) const;
 
   const detail::FieldType* type_ = nullptr;
   const ClassRegisterBase* reg_ = nullptr;  // of objects, unless it is the one of the description

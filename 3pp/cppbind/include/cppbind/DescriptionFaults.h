@@ -20,9 +20,10 @@ namespace cppbind {
 ///   condition does not allow it, for example;
 /// - "Dispatch.tries: no value is at least 5, at most 1", conditions that allow no value;
 /// - "Dispatch.rule: no value is allowed", an empty oneOf();
+/// - "Dispatch.order: default: the value 2 has no name", a default that cannot be written;
 /// - "Dispatch.order: lifo has no name", an enumerator that enumNames() lacks. Only enumerators
-/// near
-///   the named ones are found.
+///   near the named ones are found;
+/// - "Dispatch.order: several values have the name \"FIFO\"", of which only the first is read.
 ///
 /// `converters` are those of the binder that will read (null: the standard ones). Throws
 /// std::bad_alloc. Thread-safe as describe() is.

@@ -93,13 +93,22 @@ class Field : private detail::FieldHandle {
   }
   /// Requires that `predicate` returns true for the value. `words` state the condition, such as
   /// "must be even", and are the message. The predicate is a function or a lambda that captures
-  /// nothing, since descriptions keep it longer than the object.
+  /// nothing, since descriptions keep it longer than the object. An exception that it throws gets
+  /// the path of the value.
   template <class Predicate>
   Field& satisfies(const Predicate& predicate, std::string_view words) {
     using Kept = std::decay_t<const Predicate&>;
     static_assert(std::is_empty_v<Kept> || std::is_pointer_v<Kept>,
                   "a predicate must not have captures: descriptions outlive the object");
-    if (concerns([&](const Value& value) { return static_cast<bool>(predicate(value)); })) {
+    // A predicate that throws is called again by handle(), which adds the path.
+    const auto holds = [&](const Value& value) {
+      try {
+        return static_cast<bool>(predicate(value));
+      } catch (...) {
+        return false;
+      }
+    };
+    if (concerns(holds)) {
       const Kept kept = predicate;
       handle({ConstraintKind::Satisfies, &Tests::template satisfies<Kept>, &kept, 1,
               &detail::predicateType<Kept>, words});
