@@ -1,6 +1,6 @@
 #include "agreement/Changes.h"
 
-#include <cctype>
+#include <boost/algorithm/string/case_conv.hpp>
 
 #include "agreement/classes.h"
 #include "support/support.h"
@@ -11,17 +11,17 @@ namespace {
 
 using test_support::json;
 
-const Json::Value kValues = json(R"([null, true, 0, 1, 2.0, 2.5, "", "SPT", "exact", "2024-03-05",
+const Json::Value kValues = json(R"([null, true, 0, 1, 2.0, 2.5, "", "SPT", "EDD", "2024-03-05",
     [], [1], [null], {}, {"a": 1}, {"a": null}, {"Bare": {}}, {"bare": {"odd": 1}}, {"None": {}},
-    {"Bare": {}, "Whole": [1]}, {"Stranger": {}}, {"Fragile": {}}, {"Closed": {"limit": 0}},
+    {"Bare": {}, "A/~ <list>": [1]}, {"Stranger": {}}, {"Fragile": {}}, {"Closed": {"limit": 0}},
     {"Closed": {"limit": 2, "more": 3}}, {"Texts": {"rule": "SPT", "either": {}}}])");
 const Json::Value kNumbers = json(R"([-1, 0, 1, 2, 2.0, 3, 5, 10, 0.1, 0.3, 0.30000001, 0.31, 1e30,
     1e300, 127, 128, 2147483648, -9223372036854775808, -9223372036854775809, 18446744073709551615,
     18446744073709551616, 9007199254740993])");
 const Json::Value kTexts =
-    json(R"(["", "MWKR", "fast", "a", "zz", "2024-02-30", "2024-02-30 00:00:00", "2024-3-5",
+    json(R"(["", "MWKR", "FIFO", "a", "zz", "2024-02-30", "2024-02-30 00:00:00", "2024-3-5",
     "2023-12-08", "2024-03-04 24:00:00", "2024-01-01 00:00:00", "2024-01-01 00:00:00 ", "26:00:00",
-    "26:00:01", "90", "00:00:02", "00:00:04", "full", "-01:00:00", "100:00:00", "01:00:00.5", "not-a-date-time", "+infinity", "-infinity",
+    "26:00:01", "90", "00:00:02", "00:00:04", "due", "-01:00:00", "100:00:00", "01:00:00.5", "not-a-date-time", "+infinity", "-infinity",
     "1400-01-01", "9999-12-31 23:59:59", "1399-12-31"])");
 const Json::Value kObjectsByClass = json(kObjects);
 const Json::Value kKeys = json(R"(["rule", "tries", "limit", "modules", "", "a.b",
@@ -58,71 +58,53 @@ void Changes::change(Json::Value& root) {
 void Changes::changeValue(Json::Value& value, const std::vector<Json::Value*>& others) {
   if (value.isObject() && !value.empty() && below(4) > 0) return changeMember(value);
   if (value.isArray() && !value.empty() && below(4) > 0) return changeElement(value);
-  switch (below(6)) {
-    case 0:
-      value = oneOf(kValues);
-      break;
-    case 1: {
-      const Json::Value copy = *others[below(others.size())];
-      value = copy;
-      break;
-    }
-    default:
-      moveOutOfRange(value);
+  const std::size_t way = below(6);
+  if (way == 0) {
+    value = oneOf(kValues);
+  } else if (way == 1) {
+    value = Json::Value(*others[below(others.size())]);
+  } else {
+    value = oneOf(value.isString() ? kTexts : value.isNumeric() ? kNumbers : kObjectsByClass);
   }
 }
 
 void Changes::changeMember(Json::Value& object) {
-  std::string key = object.getMemberNames()[below(object.size())];
-  Json::Value member = object[key];
+  const std::string key = object.getMemberNames()[below(object.size())];
+  const auto rename = [&](const std::string& name) {
+    const Json::Value member = object[key];
+    object.removeMember(key);
+    object[name] = member;
+  };
   switch (below(9)) {
     case 0:
-      object.removeMember(key);
-      object[key + "x"] = member;
-      break;
+      return rename(key + "x");
     case 1:
-      object.removeMember(key);
-      for (char& c : key) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
-      object[key] = member;
-      break;
+      return rename(boost::to_upper_copy(key));
     case 2:
       object[oneOf(kKeys).asString()] = oneOf(below(2) == 0 ? kValues : kObjectsByClass);
-      break;
+      return;
     case 3:
     case 4:
     case 5:
       if (object.size() == 1) nest(object);
-      break;
+      return;
     default:
       object.removeMember(key);
   }
 }
 
 void Changes::changeElement(Json::Value& list) {
-  const auto size = list.size();
+  const auto index = static_cast<Json::ArrayIndex>(below(list.size()));
+  const Json::Value element = list[index];
   switch (below(3)) {
     case 0:
-      list[static_cast<Json::ArrayIndex>(below(size))].swap(list[0u]);
-      break;
-    case 1: {
-      const Json::Value copy = list[static_cast<Json::ArrayIndex>(below(size))];
-      list.append(copy);
-      break;
-    }
-    default: {
+      return list[index].swap(list[0u]);
+    case 1:
+      list.append(element);
+      return;
+    default:
       Json::Value removed;
-      list.removeIndex(static_cast<Json::ArrayIndex>(below(size)), &removed);
-    }
-  }
-}
-
-void Changes::moveOutOfRange(Json::Value& value) {
-  if (value.isString()) {
-    value = oneOf(kTexts);
-  } else if (value.isNumeric()) {
-    value = oneOf(kNumbers);
-  } else {
-    value = oneOf(kObjectsByClass);
+      list.removeIndex(index, &removed);
   }
 }
 

@@ -25,7 +25,6 @@ class Changes {
   void changeValue(Json::Value& value, const std::vector<Json::Value*>& others);
   void changeMember(Json::Value& object);
   void changeElement(Json::Value& list);
-  void moveOutOfRange(Json::Value& value);
   void nest(Json::Value& value);
   const Json::Value& oneOf(const Json::Value& list);
   std::size_t below(std::size_t count) { return random_() % count; }

@@ -21,10 +21,9 @@ using boost::posix_time::ptime;
 using boost::posix_time::time_duration;
 using cppbind::Binder;
 
-enum class Mode { fast, exact };
-constexpr auto enumNames(Mode) {
-  return cppbind::names<Mode>(
-      {{Mode::fast, "fast"}, {Mode::exact, "exact"}, {Mode::exact, "full"}});
+enum class Order : signed char { lifo = -1, fifo, edd, spt };
+constexpr auto enumNames(Order) {
+  return cppbind::names<Order>({{Order::fifo, "FIFO"}, {Order::edd, "EDD"}, {Order::edd, "due"}});
 }
 
 struct Slot {
@@ -80,9 +79,14 @@ template <class Base>
 struct Numbers : Idle<Base> {
   void setBind(Binder* binder, bool) {
     const double infinity = std::numeric_limits<double>::infinity();
+    binder->about("Numbers.");
     binder->bind("on", on, true);
     binder->bind("tiny", tiny, 1);
-    binder->field("tries", tries).between(1, 9).atMost(300);
+    binder->field("tries", tries)
+        .about("-")
+        .between(1, 9)
+        .about("A \"text\"\n\xC3\xA9.")
+        .atMost(300);
     binder->field("even", even, 1).satisfies(&isEven, "must be even");
     binder->bind("count", count, 1);
     binder->bind("large", large, 1);
@@ -109,16 +113,16 @@ struct Texts : Idle<Base> {
     binder->field("rule", rule).oneOf({"SPT", "MWKR"});
     binder->field("name", name).notEmpty();
     binder->field("word", word, "m").atLeast("b").atMost("y");
-    binder->bind("mode", mode, Mode::fast);
-    binder->field("modes", modes, {}).each().oneOf({Mode::exact});
+    binder->bind("mode", mode, Order::fifo);
+    binder->field("modes", modes, {}).each().oneOf({Order::edd});
     binder->bind("shared", shared, boost::shared_ptr<std::string>());
     binder->field("tags", tags, {}).each().notEmpty();
     binder->bind("either", either, Either());
   }
   std::string rule, word;
   std::optional<std::string> name;
-  Mode mode = Mode::fast;
-  std::vector<Mode> modes;
+  Order mode = Order::fifo;
+  std::vector<Order> modes;
   boost::shared_ptr<std::string> shared;
   std::set<std::string> tags;
   Either either;
@@ -147,7 +151,13 @@ struct Times : Idle<Base> {
 template <class Base>
 struct Lists : Idle<Base> {
   void setBind(Binder* binder, bool) {
-    binder->field("sizes", sizes).notEmpty().each().atLeast(1).atMost(5);
+    binder->field("sizes", sizes)
+        .notEmpty()
+        .about("Boxes.")
+        .each()
+        .atLeast(1)
+        .atMost(5)
+        .about("Pieces.");
     binder->field("matrix", matrix, {}).each().notEmpty().each().atLeast(0);
     binder->field("weights", weights, {}).notEmpty().each().between(0, 1);
     binder->field("pair", pair, {}).oneOf({{1, 2}, {2, 1}});
@@ -211,7 +221,7 @@ void registerClasses(cppbind::ClassRegister& reg) {
   reg.regClass<Times<Base>>("Times");
   reg.regClass<Lists<Base>>("Lists");
   reg.regClass<Chain<Base>>("Chain");
-  reg.regClass<Whole<Base>>("Whole");
+  reg.regClass<Whole<Base>>("A/~ <list>");
   reg.regClass<Bare<Base>>("Bare");
   reg.regClass<Fragile<Base>>("Fragile");
   reg.regClass<Closed<Base>>("Closed");
@@ -244,7 +254,7 @@ constexpr const char* kObjects = R"([
     {"Numbers": {"on": false, "tiny": -128, "tries": 9, "even": 4, "count": 65535,
         "large": -9223372036854775808, "huge": 18446744073709551615, "share": 0.3, "level": 1.5,
         "noise": -1, "limit": null}},
-    {"Texts": {"rule": "SPT", "name": "n", "word": "word", "mode": "exact", "modes": ["exact", "full"],
+    {"Texts": {"rule": "SPT", "name": "n", "word": "word", "mode": "EDD", "modes": ["EDD", "due"],
         "shared": "text", "tags": ["x", "x", "y"], "either": [1, 2]}},
     {"Times": {"day": "2024-03-05", "begin": "2024-02-29 23:59:59", "end": "1999-12-31 07:00:00",
         "length": "25:59:59", "lead": "00:00:03", "late": "00:00:03", "shifts": {"early": "08:00:00"},
@@ -252,6 +262,6 @@ constexpr const char* kObjects = R"([
                    "parts": [{"from": "2024-03-05", "to": "2024-03-05 00:00:00"}]}]}},
     {"Lists": {"sizes": [1, 5], "matrix": [[1], [2, 3]], "weights": {"a": 1, "b": 0.25},
         "pair": [2, 1], "groups": {"g": [3, 3]}}},
-    {"Chain": {}}, {"Whole": [60, 60.5]}, {"Bare": null}, {"Closed": {"limit": 1, "other": 2}}])";
+    {"Chain": {}}, {"A/~ <list>": [60, 60.5]}, {"Bare": null}, {"Closed": {"limit": 1, "other": 2}}])";
 
 }  // namespace agreement

@@ -45,15 +45,6 @@ Json::Value schemaOfModules() {
 
 const std::vector<Layout> kLayouts = {
     {"Chain", R"({"modules": OBJECTS})", &loadPipeline, &checkModules, &schemaOfModules},
-    {"ChainWithUnknownKeys", R"({"modules": OBJECTS})",
-     [](const Json::Value& file) {
-       if (libvarrow::pipelineLayout(file) != libvarrow::PipelineLayout::Chain)
-         return loadPipeline(file);
-       writeFile("file.json", Json::FastWriter().write(file));
-       libvarrow::ModuleExecutor(&modules(), "file.json", true);
-     },
-     [](const std::string& text) { return libvarrow::checkPipelineText(text, modules(), true); },
-     nullptr},
     {"Named",
      R"({"named_modules": {"a": OBJECT, "b": OBJECT, "c": OBJECT},
          "chained_module": ["a", "b", "a"]})",
@@ -66,6 +57,15 @@ const std::vector<Layout> kLayouts = {
      },
      [](const std::string& text) { return libvarrow::checkRuleText(text, rules()); },
      [] { return libvarrow::ruleFileSchema(rules()); }},
+    {"ChainWithUnknownKeys", R"({"modules": OBJECTS})",
+     [](const Json::Value& file) {
+       if (libvarrow::pipelineLayout(file) != libvarrow::PipelineLayout::Chain)
+         return loadPipeline(file);
+       writeFile("file.json", Json::FastWriter().write(file));
+       libvarrow::ModuleExecutor(&modules(), "file.json", true);
+     },
+     [](const std::string& text) { return libvarrow::checkPipelineText(text, modules(), true); },
+     nullptr},
 };
 
 std::vector<Json::Value> randomFiles(const Layout& layout, unsigned count) {

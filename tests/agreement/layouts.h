@@ -18,7 +18,7 @@ struct Layout {
   cppbind::Faults (*check)(const std::string& text);
   Json::Value (*schema)();  // null: none
 };
-extern const std::vector<Layout> kLayouts;
+extern const std::vector<Layout> kLayouts;  // the last one has no schema
 
 /// Returns `count` files of the layout with random changes. At least a third of them can be loaded.
 std::vector<Json::Value> randomFiles(const Layout& layout, unsigned count);

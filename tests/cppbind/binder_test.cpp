@@ -40,11 +40,14 @@ struct Color {
   std::string name;
 };
 
-class ColorConverter : public StringConverter {
-  std::string toString(const boost::any& color) const override {
-    return boost::any_cast<Color>(color).name;
+// Of a type that the library reads without a converter.
+struct Length : StringConverter {
+  std::string toString(const boost::any& value) const override {
+    return "<" + std::to_string(*boost::any_cast<std::optional<int>>(value)) + ">";
   }
-  boost::any fromString(const std::string& text) const override { return Color{text}; }
+  boost::any fromString(const std::string& text) const override {
+    return std::optional<int>(static_cast<int>(text.size()));
+  }
 };
 
 template <class T>
@@ -63,6 +66,8 @@ std::string reread(const std::string& text) {
   if (error != "no error") return error;
   return JsonEncodeBinder().encode(holder)["f"].toStyledString();
 }
+
+using Map = std::map<std::string, std::vector<double>, std::less<>>;
 
 struct Field {
   std::string (*reread)(const std::string&);
@@ -87,11 +92,16 @@ TEST_F(BinderTest, EveryKindOfFieldIsWrittenAsItWasRead) {
       {reread<std::vector<ptime>>, R"(["2024-03-05 07:08:09"])"},
       {reread<std::vector<Slot>>, R"([{"machine": 1, "load": 0.25, "parts": []}])"},
       {reread<std::set<std::string>>, R"(["a", "b"])"},
+      {reread<std::optional<int>>, "3"},
+      {reread<std::vector<std::optional<int>>>, "[1, null]"},
+      {reread<Map>, R"({"": [], "a.b": [0.5]})"},
+      {reread<std::vector<Order>>, R"(["FIFO", "EDD"])"},
       {reread<Rendering>, R"("<3>")"},
       {reread<StepPtr>, R"({"Wait": {"length": "00:10:00"}})"},
       {reread<StepList>,
        R"([{"group": {"spare": {"Step": {}}, "steps": [{"WAIT": {"length": "01:00:00"}}]}}])"}};
   for (const Field& f : fields) EXPECT_EQ(json(f.text).toStyledString(), f.reread(f.text));
+  EXPECT_EQ("\"EDD\"\n", reread<Order>("\"due\"")) << "the first name is written";
   EXPECT_EQ("2.0\n", reread<double>("2")) << "an integer is accepted";
   const std::string slot = json(R"({"machine": 1, "load": 0.5, "parts": []})").toStyledString();
   EXPECT_EQ(slot, reread<Slot>(R"({"machine": 1})"));
@@ -113,6 +123,13 @@ TEST_F(BinderTest, ErrorsNameTheWholePath) {
       {reread<Color>, "\"\"", "f: BUG,  please register converter for cppbind_test::Color"},
       {reread<ptime>, R"({"b": [1, "x"]})", "f: error: jv={\"b\":[1,\"x\"]}"},
       {reread<std::vector<int>>, "[1, null]", "f[1]: not found"},
+      {reread<std::optional<int>>, R"("3")", "f: Value is not convertible to Int."},
+      {reread<Map>, R"({"a": [null]})", "f.a[0]: not found"},
+      {reread<Map>, R"({"a": null})", "f.a: not found"},
+      {reread<Map>, "[]", "f: should be a object"},
+      {reread<Map>, "null", "f: not found"},
+      {reread<Order>, "1", "f: error: jv=1"},
+      {reread<Order>, R"("LIFO")", R"(f: "LIFO" is not one of "FIFO", "EDD", "due")"},
       {reread<StepPtr>, "null", "f: not found"},
       {reread<StepPtr>, "{}", "f: DynamicType object must have a unique key as it's type"},
       {reread<StepPtr>, R"({"Other": {}})", "f: Other miss register"},
@@ -176,14 +193,16 @@ TEST_F(BinderTest, ATemporaryRegistryIsRemovedWithItsLastHolder) {
 }
 
 TEST_F(BinderTest, AConverterOfTheHostReadsAndWrites) {
-  reg.regClass<Holder<Color>>("Painted");
-  const Json::Value painted = json(R"({"Painted": {"f": "blue"}})");
-  binder.setConverter(typeid(Color), boost::make_shared<ColorConverter>());
+  reg.regClass<Holder<std::optional<int>>>("Named");
+  const Json::Value named = json(R"({"Named": {"f": "abc"}})");
+  binder.setConverter(typeid(std::optional<int>), boost::make_shared<Length>());
   StepPtr step;
-  binder.bindDynamicType(painted, step);
-  EXPECT_EQ(painted, step->getJsonValue4Bind());
-  binder.setConverter(typeid(Color), nullptr);
-  EXPECT_NE("no error", errorOf([&] { binder.bindDynamicType(painted, step); }));
+  binder.bindDynamicType(named, step);
+  EXPECT_EQ(json(R"({"Named": {"f": "<3>"}})"), step->getJsonValue4Bind());
+  EXPECT_EQ("Named.f: not found",
+            errorOf([&] { binder.bindDynamicType(json(R"({"Named": {}})"), step); }));
+  binder.setConverter(typeid(std::optional<int>), nullptr);
+  EXPECT_NE("no error", errorOf([&] { binder.bindDynamicType(named, step); }));
 }
 
 TEST_F(BinderTest, AHostMayCallSetBindToReadOrToWrite) {

@@ -7,20 +7,6 @@
 namespace cppbind_test {
 namespace {
 
-struct Shift {
-  void setBind(Binder* binder, bool) {
-    binder->bind("from", from);
-    binder->bind("to", to);
-    binder->bind("pause", pause, boost::posix_time::time_duration());
-    if (binder->isReading() && !binder->isDescribing() && from > to.date()) {
-      throw ParseErrorException("to", "is before \"from\"");
-    }
-  }
-  boost::gregorian::date from;
-  boost::posix_time::ptime to;
-  boost::posix_time::time_duration pause;
-};
-
 struct Task : Step {
   void setBind(Binder* binder, bool) {
     binder->field("rule", rule).oneOf({"SPT", "MWKR"});
@@ -38,7 +24,7 @@ struct Task : Step {
   std::map<std::string, double> weights;
   std::optional<unsigned> limit;
   Order mode = Order::fifo;
-  std::vector<Shift> slots;
+  std::vector<agreement::Slot> slots;
   std::set<std::string> tags;
 };
 
@@ -47,7 +33,7 @@ ClassRegister classes() {
   reg.regClass<Task>("Task");
   reg.regClass<Group>("Group");
   reg.regClass<Broken<std::bad_any_cast>>("Broken");
-  reg.regClass<Strict>("Strict");
+  reg.regClass<agreement::Closed<Step>>("Closed");
   return reg;
 }
 
@@ -152,11 +138,11 @@ TEST(Checker, ATypeMayBindTheNameOfItsSchema) {
 TEST(Checker, FaultsOfTheHostsCodeAreFound) {
   // The description ends at the first fault.
   EXPECT_EQ(
-      "1:33: error: steps[0].Strict.limit: too small\n"
+      "1:23: error: steps[0].Closed: no limit\n"
       "1:61: error: spare: DynamicType object must have a unique key as it's type\n",
-      faultsIn(R"({"steps": [{"Strict": {"limit": 0, "later": ""}}], "spare": 1})"));
+      faultsIn(R"({"steps": [{"Closed": {"limit": 0, "other": ""}}], "spare": 1})"));
   const std::string slot = R"("slots": [{"from": "2024-03-05", "to": "2024-03-04 00:00:00"}])";
-  EXPECT_EQ("2:64: error: steps[0].Task.slots[0].to: is before \"from\"\n",
+  EXPECT_EQ("2:35: error: steps[0].Task.slots[0]: ends before it begins\n",
             faultsOfTask(R"("rule":"SPT", )" + slot));
 }
 

@@ -27,6 +27,7 @@ struct Faulty : Object {
   std::set<unsigned char> sizes;
   Odd odd;
   Unknown unknown;
+  StepPtr spare;
 
   void setBind(Binder* binder, bool) {
     const double nan = std::numeric_limits<double>::quiet_NaN();
@@ -42,15 +43,16 @@ struct Faulty : Object {
     binder->field("sizes", sizes, {1, 3}).each().satisfies([](int n) { return n < 3; }, "below 3");
     binder->bind("odd", odd);
     binder->bind("unknown", unknown);
+    binder->bind("spare", spare, boost::make_shared<Wait>());
   }
 };
 
 TEST(Describe, FaultsAreFoundInAllClasses) {
   ClassRegister reg;
   reg.regClass<Faulty>("Faulty");
-  reg.regClass<Strict>("Strict");
-  reg.regClass<Wait>("Wait");
+  reg.regClass<agreement::Closed<Step>>("Closed");
   const std::vector<std::string> expected = {
+      "Closed: incomplete: no limit",
       "Faulty.low: default 0: 0 is less than 1",
       "Faulty.high: no value is at least 5, at most 1",
       "Faulty.nan: no value is at most NaN",
@@ -61,7 +63,6 @@ TEST(Describe, FaultsAreFoundInAllClasses) {
       "Faulty.order: spt has no name",
       "Faulty.order: default: the value 2 has no name",
       "Faulty.sizes: default [1, 3]: [1]: below 3",
-      "Strict: incomplete: limit: not read",
       "cppbind_test::Odd.a|b: kTwo has no name",
       "cppbind_test::Odd.a|b: several values have the name \"one\""};
   EXPECT_EQ(expected, descriptionFaults(reg));
@@ -76,36 +77,32 @@ class OwnFactory : public ObjFactory {
 
 TEST(Describe, ARegisterIsDescribedWithoutReading) {
   ClassRegister reg;
-  reg.regClass<Everything>("Everything");
+  reg.regClass<agreement::Numbers<Step>>("Numbers");
+  reg.regClass<agreement::Lists<Step>>("Lists");
+  reg.regClass<agreement::Chain<Step>>("Chain");
   reg.regClass<Faulty>("Faulty");
-  reg.regClass<Numbers>("List");
-  reg.regClass<Strict>("Strict");
+  reg.regClass<agreement::Whole<Step>>("Whole");
+  reg.regClass<agreement::Closed<Step>>("Closed");
   reg.regClass<Object>("Other");
   reg.regClass("Own", boost::make_shared<OwnFactory>());
   const std::string expected = R"(## Classes
 
-### Everything
+### Chain
 
 | Key | Value | Default | Meaning |
 |---|---|---|---|
-| `on` | true or false | required |  |
-| `count` | integer from 0 to 255 (at least 1, at most 9, at most 200) | `7` | How many. |
-| `large` | integer from 0 | `7` |  |
-| `share` | number (one of 0.1, 1.5, 300) | `0.1` |  |
-| `noise` | number (at least -inf, at most 2.5) | required |  |
-| `name` | text (not empty) or null | none |  |
-| `rule` | text (one of "x", "EDD", "", one of "EDD", "") | required |  |
-| `day` | date such as `"2024-03-05"` (at least "2023-12-09", at most "2024-03-05") | required |  |
-| `begin` | time such as `"2024-03-05 07:08:09"` | required |  |
-| `length` | duration such as `"26:05:03"` (at most "26:00:00") | `"25:00:00"` | Until the end. |
-| `order` | one of `"FIFO"`, `"EDD"`, `"due"` (one of "EDD") or null | none |  |
-| `orders` | list of one of `"FIFO"`, `"EDD"`, `"due"` | `["EDD"]` |  |
-| `sizes` | object with any keys of set, as a list, of integer (at least 0) (not empty) (not empty) | required | Each: Each: Pieces. |
-| `slots` | object with any keys of `cppbind_test::Slot` (few) | `{}` |  |
-| `more` | list of `cppbind_test::Slot` or null | none |  |
-| `step` | object of one of the classes `Everything`, `List`, `Strict` | required |  |
-| `spare` | object of one of the classes `Everything`, `List`, `Strict` | none |  |
-| `steps` | list of object of one of the classes `Everything`, `List`, `Strict` | `[]` |  |
+| `modules` | list of object of one of the classes `Chain`, `Closed`, `Lists`, `Numbers`, `Whole` | `[]` |  |
+| `spare` | object of one of the classes `Chain`, `Closed`, `Lists`, `Numbers`, `Whole` | `null` |  |
+| `any` | object of any class or null | none |  |
+| `named` | object with any keys of object of one of the classes `Chain`, `Closed`, `Lists`, `Numbers`, `Whole` | `{}` |  |
+
+### Closed
+
+This description is incomplete: no limit
+
+| Key | Value | Default | Meaning |
+|---|---|---|---|
+| `limit` | integer | required |  |
 
 ### Faulty
 
@@ -124,10 +121,35 @@ TEST(Describe, ARegisterIsDescribedWithoutReading) {
 | `sizes` | set, as a list, of integer from 0 to 255 (below 3) | `[1, 3]` |  |
 | `odd` | `cppbind_test::Odd` | required |  |
 | `unknown` | any value | required |  |
+| `spare` | object of one of the classes `Chain`, `Closed`, `Lists`, `Numbers`, `Whole` | none |  |
 
-### List
+### Lists
 
-The value is: list of number (at most 180) (not empty)
+| Key | Value | Default | Meaning |
+|---|---|---|---|
+| `sizes` | list of integer (at least 1, at most 5) (not empty) | required | Boxes. Each: Pieces. |
+| `matrix` | list of list of integer (at least 0) (not empty) | `[]` |  |
+| `weights` | object with any keys of number (at least 0, at most 1) (not empty) | `{}` |  |
+| `pair` | list of integer (one of [1, 2], [2, 1]) | `[]` |  |
+| `groups` | object with any keys of set, as a list, of integer | `{}` |  |
+
+### Numbers
+
+Numbers.
+
+| Key | Value | Default | Meaning |
+|---|---|---|---|
+| `on` | true or false | `true` |  |
+| `tiny` | integer from -128 to 127 | `1` |  |
+| `tries` | integer (at least 1, at most 9, at most 300) | required | A "text" é. |
+| `even` | integer (must be even) | `1` |  |
+| `count` | integer from 0 to 65535 | `1` |  |
+| `large` | integer | `1` |  |
+| `huge` | integer from 0 (at least 1) | `1` |  |
+| `share` | number (at least 0.1, at most 0.3) | `0.5` |  |
+| `level` | number (one of 0.1, 1.5, 300) | `0.1` |  |
+| `noise` | number (at least -inf, at most 2.5) | `0` |  |
+| `limit` | integer from 0 (at most 1000) or null | none |  |
 
 ### Other
 
@@ -138,16 +160,9 @@ It has no keys.
 This description is incomplete: the factory does not describe its class
 
 
-### Strict
+### Whole
 
-Has a limit.
-
-This description is incomplete: limit: not read
-
-| Key | Value | Default | Meaning |
-|---|---|---|---|
-| `length` | duration such as `"26:05:03"` | `"01:00:00"` |  |
-| `limit` | integer | required |  |
+The value is: list of number (at most 180) (not empty)
 
 ## Records
 
@@ -156,22 +171,12 @@ This description is incomplete: limit: not read
 | Key | Value | Default | Meaning |
 |---|---|---|---|
 | `a\|b` | one of `"one"`, `"three"`, `"one"` | `"one"` |  |
-
-### cppbind_test::Slot
-
-A slot.
-
-| Key | Value | Default | Meaning |
-|---|---|---|---|
-| `machine` | integer | required | A "machine" é. |
-| `load` | number | `0.5` |  |
-| `parts` | list of `cppbind_test::Slot` | `[]` |  |
 )";
   testing::internal::CaptureStdout();
   EXPECT_EQ(expected, markdownReference(describe(reg)));
   EXPECT_EQ("", testing::internal::GetCapturedStdout());
   EXPECT_EQ(expected, markdownReference(describe(reg)));
-  EXPECT_EQ("cppbind_test::Numbers", describe(reg).classWithId("List").typeName);
+  EXPECT_EQ("cppbind_test::Faulty", describe(reg).classWithId("Faulty").typeName);
 }
 
 struct Upper : StringConverter {
@@ -194,7 +199,7 @@ struct Mixed {
   std::vector<boost::shared_ptr<Object>> others;
   void setBind(Binder* binder, bool) {
     static ClassRegister own;
-    if (own.empty()) own.regClass<Strict>("Strict");
+    if (own.empty()) own.regClass<agreement::Closed<Step>>("Wait");
     binder->bind("others", others, nullptr, &own);
     const auto scope = binder->implementation()->replaceClassRegister(&own);
     binder->bind("step", step);
@@ -203,32 +208,41 @@ struct Mixed {
 
 TEST(Describe, ClassesOfSeveralRegistersHaveDifferentIds) {
   ClassRegister reg;
-  reg.regClass<Wait>("Strict");
+  reg.regClass<Wait>("Wait");
   const Description description = describe<Mixed>(&reg);
   const ObjectDescription& mixed = description.recordWithId("cppbind_test::Mixed");
-  EXPECT_EQ("Strict", mixed.field("others")->value.elements.at(0).names.at(0));
-  EXPECT_EQ("Strict (2)", mixed.field("step")->value.names.at(0));
-  EXPECT_EQ("Strict", description.classWithId("Strict (2)").name);
-  EXPECT_THROW(description.classWithId("Strict (3)"), std::out_of_range);
+  EXPECT_EQ("Wait", mixed.field("others")->value.elements.at(0).names.at(0));
+  EXPECT_EQ("Wait (2)", mixed.field("step")->value.names.at(0));
+  EXPECT_EQ("Wait", description.classWithId("Wait (2)").name);
+  EXPECT_THROW(description.classWithId("Wait (3)"), std::out_of_range);
 }
 
 TEST(Describe, AFieldIsCheckedAsItWouldBeRead) {
-  Classes reg;
-  Description description = describe(reg);
-  const ObjectDescription everything = description.classWithId("Everything");
+  Description description = describe<agreement::Lists<Step>>();
+  const ObjectDescription lists = description.records.at(0);
   description = Description();  // copies are complete
-  JsonDecodeBinder decoder(&reg);
+  JsonDecodeBinder decoder;
   const auto faultIn = [&](const char* key, const char* text) {
-    return errorOf([&] { EXPECT_TRUE(everything.field(key)->check(decoder, json(text)[0])); });
+    return errorOf([&] { EXPECT_TRUE(lists.field(key)->check(decoder, json(text)[0])); });
   };
-  EXPECT_EQ("no error", faultIn("count", "[9]"));
-  EXPECT_EQ("0 is less than 1", faultIn("count", "[0]"));
-  EXPECT_EQ("value out of unsigned char range", faultIn("count", "[256]"));
-  EXPECT_EQ("b[1]: -1 is less than 0", faultIn("sizes", R"([{"a": [1], "b": [2, -1]}])"));
-  EXPECT_EQ("a.machine: not found", faultIn("slots", R"([{"a": {}}])"));
-  EXPECT_EQ("no error", faultIn("name", "[null]"));
-  EXPECT_EQ("not found", faultIn("day", "[null]"));
-  EXPECT_EQ("Other miss register", faultIn("step", R"([{"Other": {}}])"));
+  EXPECT_EQ("no error", faultIn("sizes", "[[1]]"));
+  EXPECT_EQ("[1]: not found", faultIn("sizes", "[[0, null]]"));
+  EXPECT_EQ("[0]: 0 is less than 1", faultIn("sizes", "[[0]]"));
+  EXPECT_EQ("not found", faultIn("sizes", "[null]"));
+}
+
+TEST(Describe, ASchemaHasTheTextsAndDefaults) {
+  const Json::Value schema = jsonSchema(describe<agreement::Numbers<Step>>());
+  Json::Value level = schema["properties"]["level"];
+  for (const char* limit : {"minimum", "maximum"}) level.removeMember(limit);
+  EXPECT_EQ(
+      json(R"({"type": ["number", "null"], "enum": [0.1, 1.5, 300.0, null], "default": 0.1})"),
+      level);
+  EXPECT_TRUE(contains(schemaText(schema), "\"default\": 0.1"));
+  EXPECT_TRUE(contains(schemaText(schema), "\"A \\\"text\\\"\\n\xC3\xA9.\""));
+  EXPECT_EQ("Condition: at most \"26:00:00\"",
+            jsonSchema(describe<agreement::Times<Step>>())["properties"]["length"]["description"]
+                .asString());
 }
 
 }  // namespace cppbind_test
