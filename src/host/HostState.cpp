@@ -12,6 +12,15 @@ namespace fs = boost::filesystem;
 
 constexpr std::size_t kOwnClasses = 3;
 
+bool hasMissingClass(const std::vector<FileFaults>& faults) {
+  for (const FileFaults& file : faults) {
+    for (const cppbind::Fault& fault : file.faults.first) {
+      if (fault.message.find("miss register") != std::string::npos) return true;
+    }
+  }
+  return false;
+}
+
 }  // namespace
 
 // Absolute, so that a folder of that name in the current directory is not used instead.
@@ -37,9 +46,10 @@ bool HostState::hasClasses() const {
   return !pluginFolder.empty() || modules->classes().size() > kOwnClasses || !rules->empty();
 }
 
-std::string HostState::missingPlugins() const {
+std::string HostState::missingPlugins(const std::vector<FileFaults>& faults) const {
   const fs::path folder = folderOfPlugins();
-  if (folder.empty() || fs::is_directory(folder)) return std::string();
+  const bool isMissing = !folder.empty() && !fs::is_directory(folder);
+  if (!isMissing || !hasMissingClass(faults)) return std::string();
   return "; no plug-ins in " + folder.generic_string();
 }
 

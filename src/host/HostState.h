@@ -51,8 +51,9 @@ struct HostState {
   void loadPlugins();
   /// Returns true when classes are or may be registered besides those of the library.
   bool hasClasses() const;
-  /// Returns "; no plug-ins in FOLDER" when that folder is missing, otherwise nothing.
-  std::string missingPlugins() const;
+  /// Returns "; no plug-ins in FOLDER" when that folder is missing and a class of `faults` may have
+  /// been in it, otherwise nothing.
+  std::string missingPlugins(const std::vector<FileFaults>& faults) const;
 };
 
 }  // namespace libvarrow::host

@@ -33,10 +33,11 @@ using cppbind::JsonPlaces;
 
 // Reads the file once, because a pipe can be read only once.
 bool readFile(const fs::path& path, std::string& text) {
+  if (fs::is_directory(path)) return false;
   errno = 0;
   std::ifstream file(path.string(), std::ios::binary);
   text.assign(std::istreambuf_iterator<char>(file), {});
-  return file.is_open() && !file.bad() && !fs::is_directory(path);
+  return file.is_open() && !file.bad();
 }
 
 // Returns the offset of a position in a text of which each line ends with LF.

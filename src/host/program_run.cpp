@@ -11,6 +11,7 @@
 #include "host/fault_text.h"
 #include "host/one_line.h"
 #include "host/run_facts.h"
+#include "host/step_names.h"
 #include "libvarrow/backtrace/BackTrace.h"
 #include "libvarrow/log/log.h"
 
@@ -84,11 +85,23 @@ std::string summaryText(const HostState& state, ModuleData& data, const Run& run
   return summary.text(asJson);
 }
 
+// Called before the folder is made, which would not be empty for the next try.
+void requireUntil(const RunOptions& options, cppbind::ClassRegister& modules,
+                  const PipelineSource& source) {
+  if (options.until.empty()) return;
+  const boost::shared_ptr<Module> chain = source.load(modules);
+  try {
+    requireStep(*chain, options.until);
+  } catch (const std::runtime_error& error) {
+    throw UsageError(error.what());
+  }
+}
+
 // Runs the checked pipeline. The data is destroyed before the caller unloads plug-ins.
 ExitStatus runChecked(const RunOptions& options, HostState& state, const PipelineSource& source,
-                      const RunFolder& folder, bool asJson, std::ostream& out) {
-  const RunContext context{state.name, isEndAsked, crashLineOf(options, state),
-                           runFacts(options, state)};
+                      const RunFolder& folder, const Json::Value& facts, bool asJson,
+                      std::ostream& out) {
+  const RunContext context{state.name, isEndAsked, crashLineOf(options, state), facts};
   const std::unique_ptr<ModuleData> data = state.createData();
   Run run(options, context, source, folder);
   RunResult result;
@@ -116,9 +129,11 @@ ExitStatus runPipeline(RunOptions options, HostState& state, system::ResultStrea
   source.check(*state.modules, *state.rules, options.inputs);
   printFaults(source.faults());
   if (errorCount(source.faults()) > 0) {
-    state.lastLine = firstError(source.faults()) + state.missingPlugins();
+    state.lastLine = firstError(source.faults()) + state.missingPlugins(source.faults());
     return kFailed;
   }
+  requireUntil(options, *state.modules, source);
+  const Json::Value facts = runFacts(options, state);  // from this directory
   const fs::path path = options.folder.empty()
                             ? newRunFolder(fs::absolute("runs"), options.pipeline)
                             : options.folder;
@@ -128,7 +143,7 @@ ExitStatus runPipeline(RunOptions options, HostState& state, system::ResultStrea
   results.printTo("log/output.txt");
   initLog(logConf);
   logFaults(source.faults());
-  return runChecked(options, state, source, folder, asJson, out);
+  return runChecked(options, state, source, folder, facts, asJson, out);
 }
 
 }  // namespace libvarrow::host

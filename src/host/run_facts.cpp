@@ -9,15 +9,17 @@
 
 namespace libvarrow::host {
 
+namespace fs = boost::filesystem;
+
 Json::Value runFacts(const RunOptions& options, const HostState& state) {
   Json::Value facts(Json::objectValue);
   facts["host"] = state.name;
   if (!state.version.empty()) facts["version"] = state.version;
   facts["library"] = LIBVARROW_VERSION;
   facts["compiler"] = BOOST_COMPILER;
-  facts["pipeline"] = boost::filesystem::absolute(options.pipeline).generic_string();
+  facts["pipeline"] = fs::absolute(options.pipeline).generic_string();
   facts["with"] = facts["set"] = facts["command_line"] = Json::Value(Json::arrayValue);
-  for (const auto& file : options.with) facts["with"].append(file.generic_string());
+  for (const auto& file : options.with) facts["with"].append(fs::absolute(file).generic_string());
   for (const std::string& setting : options.set) facts["set"].append(setting);
   for (const std::string& argument : state.arguments) facts["command_line"].append(argument);
   return facts;

@@ -57,7 +57,7 @@ class CheckCommand : public Command {
     }
     const std::size_t count = errorCount(faults);
     if (count == 0) return kDone;
-    state_.lastLine = firstError(faults) + state_.missingPlugins();
+    state_.lastLine = firstError(faults) + state_.missingPlugins(faults);
     return kFailed;
   }
 

@@ -112,7 +112,7 @@ class ClassesCommand : public Command {
         return;
       }
     }
-    std::string error = "no class is registered under " + name_ + state_.missingPlugins();
+    std::string error = "no class is registered under " + name_;
     if (!nearest.name().empty()) error += "; did you mean \"" + std::string(nearest.name()) + "\"?";
     throw std::runtime_error(error);
   }

@@ -61,7 +61,12 @@ RunOptions ChangeOptions::runOptions(const HostState& state) const {
     const Setting& setting = state.settings[i];
     options.set.push_back(setting.path + "=" + (setting.isFile ? quoted(values_[i]) : values_[i]));
   }
-  options.set.insert(options.set.end(), set_.begin(), set_.end());
+  for (const std::string& setting : set_) {
+    if (setting.find('=') == std::string::npos) {
+      throw UsageError("--set " + setting + " is not PATH=VALUE");
+    }
+    options.set.push_back(setting);
+  }
   options.inputs = inputs_;
   return options;
 }
