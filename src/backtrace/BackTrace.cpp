@@ -79,7 +79,7 @@ boost::stacktrace::stacktrace withoutHandler(const crash::Stack& stack) {
                         stackText(withoutHandler(stack), Innermost::IsInterrupted).c_str());
   });
   if (dumpFileWanted) attempt([&] { writeDumpFile(place); });
-  crash::printLastLine(sig);
+  crash::endReport(sig);
   crash::abortAfter(sig);
 }
 

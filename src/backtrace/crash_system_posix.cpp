@@ -116,7 +116,7 @@ void checkHandler(int) {
   pollfd errors{STDERR_FILENO, POLLOUT, 0};
   if (::poll(&errors, 1, 0) > 0) {
     crash::printText("the crash handler hangs: ending the process\n");
-    crash::printLastLine(SIGABRT);
+    crash::printLastLine();
   }
   ::raise(SIGABRT);
 }

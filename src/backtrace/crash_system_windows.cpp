@@ -106,7 +106,7 @@ DWORD WINAPI endHungProcess(void*) {
   // Not written by this thread itself: standard error may be the pipe on which the handler hangs.
   const auto report = [](void*) -> DWORD {
     crash::printText("the crash handler hangs: ending the process\n");
-    crash::printLastLine(SIGABRT);
+    crash::printLastLine();
     return 0;
   };
   if (HANDLE reporter = CreateThread(nullptr, 0, report, nullptr, 0, nullptr)) {

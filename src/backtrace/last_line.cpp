@@ -28,12 +28,6 @@ void copy(std::string_view text, Text& target) noexcept {
   target[length] = '\0';
 }
 
-void printSignal(int sig) noexcept {
-  const crash::CrashSignal* const signal = crash::crashSignal(sig);
-  crash::printText("the process ends by ");
-  crash::printText(signal != nullptr ? signal->name : "a signal");
-}
-
 }  // namespace
 
 void setCrashLine(std::string_view text) noexcept {
@@ -49,17 +43,27 @@ void noteReason(std::string_view reason) noexcept {
   copy(reason.substr(0, reason.find('\n')), keptReason);
 }
 
-void printLastLine(int sig) noexcept {
+void printLastLine() noexcept {
   const Text& line = lines[currentLine.load(std::memory_order_acquire)];
   if (line[0] == '\0') return;
   printText(line.data());
   printText(": ");
-  if (keptReason[0] != '\0') {
-    printText(keptReason.data());
-  } else {
-    printSignal(sig);
-  }
+  printText(keptReason[0] != '\0' ? keptReason.data() : "the process ends by a crash");
   printText("\n");
+}
+
+void endReport(int sig) noexcept {
+  const CrashSignal* const signal = crashSignal(sig);
+  if (signal != nullptr && !hasReason) {
+    Text text{};
+    constexpr std::string_view kBegin = "the process ends by ";
+    copy(kBegin, text);
+    const std::string_view name = signal->name;
+    std::copy_n(name.data(), std::min(name.size(), text.size() - kBegin.size() - 1),
+                text.data() + kBegin.size());
+    noteReason(text.data());
+  }
+  if (sig == SIGABRT) printLastLine();
 }
 
 }  // namespace crash

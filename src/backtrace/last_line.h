@@ -9,8 +9,13 @@ namespace libvarrow::crash {
 /// Thread-safe and async-signal-safe.
 void noteReason(std::string_view reason) noexcept;
 
-/// Writes the line of setCrashLine() with the reason, or with the name of `sig` if none is kept, to
-/// standard error. Does nothing without a line. Async-signal-safe.
-void printLastLine(int sig) noexcept;
+/// Writes the line of setCrashLine() with the reason to standard error. Does nothing without a
+/// line. Async-signal-safe.
+void printLastLine() noexcept;
+
+/// Ends the report of `sig`, which is the reason unless another one is kept: writes the last line
+/// when no report follows. After other signals the process ends by SIGABRT, which is reported, too.
+/// Async-signal-safe.
+void endReport(int sig) noexcept;
 
 }  // namespace libvarrow::crash

@@ -32,7 +32,10 @@ void CommandOptions::addOption(const std::string& name, std::size_t& value,
 }
 
 void CommandOptions::addOption(const std::string& name, fs::path& value, const std::string& about) {
-  const auto read = [&value](const std::string& text) { value = fs::absolute(text); };
+  const auto read = [&value, name](const std::string& text) {
+    if (text.empty()) throw CLI::ValidationError("--" + name, "the path is empty");
+    value = fs::absolute(text);
+  };
   imp_.app.add_option_function<std::string>("--" + name, read, about)->type_name("PATH");
 }
 

@@ -19,12 +19,19 @@
 namespace libvarrow::host {
 
 int CommandRunner::run() {
-  system::openStandardStreams();
-  const int status = runCommand();
+  int status = kFailed;
+  try {
+    system::openStandardStreams();
+    status = runCommand();
+  } catch (const std::exception& error) {
+    state_.lastLine = error.what();
+  }
+  constexpr std::size_t kLongestLine = 4000;
+  cutText(state_.lastLine, kLongestLine);
   if (!state_.lastLine.empty()) {
     system::writeError(state_.name + ": " + oneLine(state_.lastLine) + '\n');
   }
-  if (state_.endSignal != 0) system::endBy(state_.endSignal);
+  if (const int signal = system::EndSignals::received(); signal != 0) system::endBy(signal);
   return status;
 }
 
@@ -38,7 +45,9 @@ int CommandRunner::runCommand() {
     const auto [command, words] = select();
     seeHelp = "; see " + state_.name + " " + command->name() + " --help";
     const auto begin = arguments.begin() + static_cast<std::ptrdiff_t>(words);
-    return execute(*command, {begin, arguments.end()});
+    bool wantsJson = false;
+    const std::string helpText = parse(*command, wantsJson, {begin, arguments.end()});
+    return helpText.empty() ? execute(*command, wantsJson, seeHelp) : print(helpText);
   } catch (const UsageError& error) {
     state_.lastLine = error.what() + seeHelp;
     return kWrongUsage;
@@ -52,18 +61,14 @@ int CommandRunner::print(const std::string& text) {
   return kFailed;
 }
 
-int CommandRunner::execute(Command& command, const std::vector<std::string>& arguments) {
-  bool wantsJson = false;
-  const std::string helpText = parse(command, wantsJson, arguments);
-  if (!helpText.empty()) return print(helpText);
-
+int CommandRunner::execute(Command& command, bool wantsJson, const std::string& seeHelp) {
   system::ResultStream results;
   porcessCommonInit();  // prints lines that are no results
   results.printToStandardError();
   CommandContext::Imp imp{host_, state_, results, wantsJson};
   CommandContext context(imp);
   setCrashLine(state_.name + ": " + command.name());
-  const int status = executeIn(context, command);
+  const int status = executeIn(context, command, seeHelp);
   state_.plugins.reset();  // warns in the log, before the last line
   setCrashLine("");
   try {
@@ -75,11 +80,13 @@ int CommandRunner::execute(Command& command, const std::vector<std::string>& arg
   return status;
 }
 
-int CommandRunner::executeIn(CommandContext& context, Command& command) {
+int CommandRunner::executeIn(CommandContext& context, Command& command,
+                             const std::string& seeHelp) {
   try {
     return command.run(context);
-  } catch (const UsageError&) {
-    throw;
+  } catch (const UsageError& error) {
+    state_.lastLine = error.what() + seeHelp;
+    return kWrongUsage;
   } catch (const std::exception& error) {
     state_.lastLine = error.what();
   } catch (...) {
@@ -97,6 +104,13 @@ std::string CommandRunner::parse(Command& command, bool& wantsJson,
   CommandOptions::Imp imp{app};
   CommandOptions options(imp);
   command.declare(options);
+  for (const std::string& argument : arguments) {
+    // The parser would take the next argument as the value.
+    const bool isOption = argument.compare(0, 2, "--") == 0;
+    if (isOption && argument.find('=') == argument.size() - 1) {
+      throw UsageError(argument + " has no value");
+    }
+  }
   std::reverse(arguments.begin(), arguments.end());  // as the parser takes them
   try {
     app.parse(std::move(arguments));

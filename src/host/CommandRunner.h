@@ -26,10 +26,10 @@ class CommandRunner {
 
   int runCommand();
   int print(const std::string& text);
-  int execute(Command& command, const std::vector<std::string>& arguments);
+  int execute(Command& command, bool wantsJson, const std::string& seeHelp);
   // Reads the arguments of one command. Returns the text of --help if that is wanted.
   std::string parse(Command& command, bool& wantsJson, std::vector<std::string> arguments) const;
-  int executeIn(CommandContext& context, Command& command);
+  int executeIn(CommandContext& context, Command& command, const std::string& seeHelp);
   Selected select() const;
   bool has(const Command& command) const;
   std::string help() const;

@@ -166,8 +166,10 @@ RunResult Host::execute(const RunOptions& options, ModuleData& data) {
       return result;
     }
     const host::RunFolder folder(options.folder, options.overwrite);
-    const host::RunContext context{state.name, nullptr, {}, host::runFacts(options, state)};
-    return host::Run(options, context, source, folder).process(*state.modules, data);
+    host::RunRecord record(folder.path(), host::runFacts(options, state));
+    record.begin();
+    const host::RunContext context{state.name};
+    return host::Run(options, context, source, folder, record).process(*state.modules, data);
   } catch (const std::exception& error) {
     result.error = error.what();
   }

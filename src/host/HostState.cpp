@@ -1,8 +1,11 @@
 #include "host/HostState.h"
 
+#include <algorithm>
 #include <boost/dll/runtime_symbol_info.hpp>
+#include <boost/dll/shared_library.hpp>
 #include <boost/filesystem/operations.hpp>
 #include <stdexcept>
+#include <utility>
 
 namespace libvarrow::host {
 
@@ -11,6 +14,31 @@ namespace {
 namespace fs = boost::filesystem;
 
 constexpr std::size_t kOwnClasses = 3;
+
+// Returns the files that DllManager::autoLoad() loads, sorted: the order is that of every run.
+std::vector<fs::path> pluginsIn(const fs::path& folder) {
+  std::vector<fs::path> files;
+  if (!fs::is_directory(folder)) return files;
+  for (const fs::directory_entry& entry : fs::directory_iterator(folder)) {
+    if (entry.path().extension() == boost::dll::shared_library::suffix()) {
+      files.push_back(entry.path());
+    }
+  }
+  std::sort(files.begin(), files.end());
+  return files;
+}
+
+// Names the file, which an exception of the plug-in itself does not.
+void loadPlugin(DllManager& plugins, const fs::path& file) {
+  const std::string name = "plug-in " + file.generic_string() + ": ";
+  try {
+    plugins.findOrCreateDll(file.stem().string(), file.parent_path().string());
+  } catch (const std::exception& error) {
+    throw std::runtime_error(name + error.what());
+  } catch (...) {
+    throw std::runtime_error(name + "an exception that is not a std::exception");
+  }
+}
 
 bool hasMissingClass(const std::vector<FileFaults>& faults) {
   for (const FileFaults& file : faults) {
@@ -38,8 +66,9 @@ void HostState::loadPlugins() {
     throw std::runtime_error("the folder of plug-ins " + folder.generic_string() +
                              " does not exist");
   }
-  plugins = std::make_unique<DllManager>();
-  plugins->autoLoad(folder.string());
+  auto loaded = std::make_unique<DllManager>();
+  for (const fs::path& file : pluginsIn(folder)) loadPlugin(*loaded, file);
+  plugins = std::move(loaded);
 }
 
 bool HostState::hasClasses() const {

@@ -43,7 +43,6 @@ struct HostState {
   Host::DataFactory createData{};        // empty: a host without data
   std::vector<std::string> arguments{};  // of the command line, without the program
   std::string lastLine{};                // of standard error, without the program's name
-  int endSignal = 0;                     // that ended a run; the process ends by it
 
   /// Returns the absolute folder of plug-ins; empty for none.
   boost::filesystem::path folderOfPlugins() const;

@@ -1,16 +1,16 @@
 #include "host/PipelineSource.h"
 
 #include <cppbind/Description.h>
-#include <cppbind/JsonPlaces.h>
 #include <cppbind/TextPositions.h>
 
 #include <algorithm>
+#include <array>
 #include <boost/filesystem/operations.hpp>
 #include <boost/make_shared.hpp>
 #include <cerrno>
+#include <cstdlib>
 #include <cstring>
 #include <fstream>
-#include <iterator>
 #include <map>
 #include <utility>
 
@@ -36,7 +36,10 @@ bool readFile(const fs::path& path, std::string& text) {
   if (fs::is_directory(path)) return false;
   errno = 0;
   std::ifstream file(path.string(), std::ios::binary);
-  text.assign(std::istreambuf_iterator<char>(file), {});
+  std::array<char, 65536> block{};
+  while (file.read(block.data(), block.size()) || file.gcount() > 0) {
+    text.append(block.data(), static_cast<std::size_t>(file.gcount()));
+  }
   return file.is_open() && !file.bad();
 }
 
@@ -55,10 +58,6 @@ std::size_t offsetOf(const std::string& text, const Fault& fault) {
 bool covers(const std::vector<JsonPath>& set, const JsonPath& path) {
   return std::any_of(set.begin(), set.end(),
                      [&](const JsonPath& setPath) { return beginsWith(path, setPath); });
-}
-
-std::size_t indexIn(const std::string& stepName) {
-  return static_cast<std::size_t>(std::strtoul(stepName.c_str(), nullptr, 10));
 }
 
 }  // namespace
@@ -110,6 +109,7 @@ void PipelineSource::apply(const RunOptions& options, const cppbind::ClassRegist
     const std::string name = "--set " + setting;
     try {
       origins_.push_back({name, std::nullopt, applySetting(setting, description, json_)});
+      changes_.emplace_back(name, origins_.back().set.size());
     } catch (const std::runtime_error& error) {
       addFault(name, error.what());
     }
@@ -152,7 +152,9 @@ void PipelineSource::checkChanged(const cppbind::ClassRegister& modules) {
     ++(fault.severity == cppbind::Severity::Error ? faults.errorCount : faults.warningCount);
     faults.first.push_back(std::move(fault));
   }
-  cppbind::Faults& first = ofOrigin[origins_.front().name];
+  if (ofOrigin.empty()) return;
+  // The others count where the first listed one is.
+  cppbind::Faults& first = ofOrigin.begin()->second;
   const auto listed = [&](std::size_t cppbind::Faults::*count) {
     std::size_t sum = 0;
     for (const auto& [name, faults] : ofOrigin) sum += faults.*count;
@@ -174,11 +176,11 @@ void PipelineSource::locate(Fault& fault, const JsonPath& path, bool isKey,
                             const Origin& origin) const {
   fault.line = fault.column = 0;
   if (!origin.text) return;
-  const JsonPlaces places(*origin.text);
-  const JsonPlaces::Place place = places.find(path);
+  if (!origin.places) origin.places.emplace(*origin.text);
+  const JsonPlaces::Place place = origin.places->find(path);
   if (place.depth < path.size() && isKey) return;
   const std::size_t offset = isKey && place.key != JsonPlaces::kNone ? place.key : place.value;
-  const auto position = cppbind::TextPositions(places.text()).at(offset);
+  const auto position = cppbind::TextPositions(origin.places->text()).at(offset);
   fault.line = position.line;
   fault.column = position.column;
 }
@@ -205,21 +207,38 @@ boost::shared_ptr<Module> PipelineSource::load(cppbind::ClassRegister& modules) 
   return loader.mainModule();
 }
 
-// Follows the chains of the usual layout; of other steps, only the file is known.
+// Of steps inside other classes than chains, the innermost known place.
 std::string PipelineSource::placeOf(const std::string& step) const {
   JsonPath path;
-  const Json::Value* chain = &json_;
-  for (std::size_t begin = 0; begin < step.size();) {
-    const std::size_t end = std::min(step.find('/', begin), step.size());
-    const std::size_t index = indexIn(step.substr(begin, end - begin));
-    if (!chain->isObject() || !(*chain)["modules"].isArray()) break;
-    const Json::Value& modules = (*chain)["modules"];
-    if (index >= modules.size() || !modules[static_cast<Json::ArrayIndex>(index)].isObject()) break;
-    const Json::Value& module = modules[static_cast<Json::ArrayIndex>(index)];
-    path.insert(path.end(), {"modules", indexText(static_cast<Json::ArrayIndex>(index))});
-    if (module.size() != 1) break;
-    chain = &*module.begin();
+  const Json::Value* chain = &json_;  // an object with the key "modules"
+  const auto enter = [&](const Json::Value& module) {
+    if (!module.isObject() || module.size() != 1) return false;
     path.push_back(module.begin().name());
+    chain = &*module.begin();
+    return chain->isObject();
+  };
+  const auto layout = pipelineLayout(json_);
+  bool isKnown = true;
+  if (layout == PipelineLayout::Object) {
+    path.push_back("mainModule");
+    isKnown = enter(json_["mainModule"]);
+  }
+  for (std::size_t begin = 0; isKnown && begin < step.size();) {
+    const std::size_t end = std::min(step.find('/', begin), step.size());
+    const auto index = static_cast<Json::ArrayIndex>(std::strtoul(&step[begin], nullptr, 10));
+    if (layout == PipelineLayout::Named && begin == 0) {
+      const Json::Value& names = json_["chained_module"];
+      isKnown = names.isArray() && index < names.size() && names[index].isString();
+      if (!isKnown) break;
+      path.insert(path.end(), {"named_modules", names[index].asString()});
+      isKnown = enter(json_["named_modules"][names[index].asString()]);
+    } else {
+      const Json::Value& modules = (*chain)["modules"];
+      isKnown = modules.isArray() && index < modules.size();
+      if (!isKnown) break;
+      path.insert(path.end(), {"modules", indexText(index)});
+      isKnown = enter(modules[index]);
+    }
     begin = end + 1;
   }
   const Origin& origin = path.empty() ? origins_.front() : originOf(path);

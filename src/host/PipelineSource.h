@@ -3,6 +3,7 @@
 
 #include <cppbind/Checker.h>
 #include <cppbind/ClassRegister.h>
+#include <cppbind/JsonPlaces.h>
 #include <json/value.h>
 
 #include <boost/filesystem/path.hpp>
@@ -10,6 +11,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "host/json_path.h"
@@ -31,6 +33,8 @@ class PipelineSource {
 
   /// Returns all faults found so far.
   const std::vector<FileFaults>& faults() const { return faults_; }
+  /// Returns each setting with the number of fields that it set.
+  const std::vector<std::pair<std::string, std::size_t>>& changes() const { return changes_; }
   /// Returns the text of the pipeline file, which was read and is JSON.
   const std::string& text() const { return *origins_.front().text; }
   /// Returns the pipeline that runs, without "$schema".
@@ -48,6 +52,7 @@ class PipelineSource {
     std::string name;
     std::optional<std::string> text{};  // of a file
     std::vector<JsonPath> set{};
+    mutable std::optional<cppbind::JsonPlaces> places{};  // of the text, once they are needed
   };
 
   // Reads a file and adds it to the origins. Returns null when it has faults.
@@ -63,6 +68,7 @@ class PipelineSource {
   std::vector<Origin> origins_;                // the pipeline file first
   std::unique_ptr<cppbind::Checker> checker_;  // of the pipeline file, until it is checked
   std::vector<FileFaults> faults_;
+  std::vector<std::pair<std::string, std::size_t>> changes_;
   Json::Value json_;
 };
 

@@ -34,13 +34,6 @@ std::vector<Progress> unfinished(const StatisticsContainer& statistics) {
   return list;
 }
 
-// Cuts between characters of UTF-8.
-void cut(std::string& text, std::size_t width) {
-  if (text.size() <= width) return;
-  while (width > 0 && (static_cast<unsigned char>(text[width]) & 0xC0U) == 0x80U) --width;
-  text.resize(width);
-}
-
 }  // namespace
 
 std::string progressLine(const std::string& step, const StatisticsContainer& statistics,
@@ -48,20 +41,27 @@ std::string progressLine(const std::string& step, const StatisticsContainer& sta
   constexpr std::size_t kBarLength = 20;
   const std::vector<Progress> list = unfinished(statistics);
   if (list.empty()) return std::string();
-  std::string line = oneLine(step);
+  // The numbers first: narrow terminals cut the names.
+  std::string line;
   for (const auto& [name, percent] : list) {
     const std::size_t filled = kBarLength * percent / kWhole;
-    line += (line.empty() ? "" : "  ") + oneLine(name) + " [" + std::string(filled, '#') +
-            std::string(kBarLength - filled, '.') + "] " + std::to_string(percent) + " %";
+    line += std::to_string(percent) + " % [" + std::string(filled, '#') +
+            std::string(kBarLength - filled, '.') + "] " + oneLine(name) + "  ";
   }
-  cut(line, width);
+  line += oneLine(step);
+  cutText(line, width);
   return line;
 }
 
 ProgressBar::ProgressBar(const StatisticsContainer& statistics, const RunSession& session,
                          std::size_t columns)
     : statistics_(statistics), session_(session), columns_(columns) {
-  if (columns > 1) thread_ = std::thread([this] { work(); });
+  if (columns <= 1) return;
+  try {
+    thread_ = std::thread([this] { work(); });
+  } catch (const std::exception&) {
+    // The run matters more than its bar.
+  }
 }
 
 // Erases with blanks, which also works on terminals without escape sequences.
@@ -83,7 +83,7 @@ void ProgressBar::work() {
     try {
       draw();
     } catch (const std::exception&) {
-      return;  // the run matters more than its bar
+      return;  // likewise
     }
   }
 }

@@ -38,8 +38,8 @@ class ProgressBar {
   std::thread thread_;
 };
 
-/// Returns the line for `statistics`: the unfinished progress, the innermost last. Empty when there
-/// is none. At most `width` characters of ASCII; names of other characters are cut by bytes.
+/// Returns the line for `statistics`: the unfinished progress, the innermost last, and the step.
+/// Empty without unfinished progress. At most `width` bytes.
 std::string progressLine(const std::string& step, const StatisticsContainer& statistics,
                          std::size_t width);
 

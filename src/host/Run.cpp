@@ -43,6 +43,14 @@ RunPlaces placesOf(const RunFolder& folder, const RunOptions& options) {
   return {folder.path(), inputFolder(options), (folder / "dump").generic_string() + "/"};
 }
 
+RunSession::CrashLineOf crashLines(const RunContext& context, const PipelineSource& source) {
+  if (!context.setsCrashLine) return nullptr;
+  return [&](const std::string& step) {
+    const std::string line = context.program + ": " + source.placeOf(step);
+    return oneLine(step.empty() ? line : line + ": " + step);
+  };
+}
+
 }  // namespace
 
 fs::path inputFolder(const RunOptions& options) {
@@ -51,36 +59,39 @@ fs::path inputFolder(const RunOptions& options) {
 }
 
 Run::Run(const RunOptions& options, const RunContext& context, const PipelineSource& source,
-         const RunFolder& folder)
+         const RunFolder& folder, RunRecord& record)
     : options_(options),
       context_(context),
       source_(source),
       folder_(folder),
       statistics_(context.program),
-      session_(placesOf(folder, options), options, context.isEndAsked, context.crashLine),
-      record_(folder.path(), context.facts) {}
+      session_(placesOf(folder, options), options, context.isEndAsked, crashLines(context, source)),
+      record_(record) {}
 
 RunResult Run::process(cppbind::ClassRegister& modules, ModuleData& data) {
   RunResult result;
   result.folder = folder_.path();
   result.faults = source_.faults();
   try {
-    record_.begin();
     writeWhole(folder_ / "pipeline.json", Json2Str(source_.json()));
     const DataOfRun dataOfRun(data, session_, statistics_);
     const TimedStatDumper dumper(&statistics_, (folder_ / "statistics.json").string());
     runChain(modules, data, result);
   } catch (const std::exception& error) {
     fail(result, error.what());
+  } catch (...) {
+    fail(result, "an exception that is not a std::exception");
   }
   result.brokenRules = session_.brokenRules();
   try {
     // The dumper removes a file that it could not write whole.
     if (result.end != RunResult::End::Failed && !fs::exists(folder_ / "statistics.json")) {
-      fail(result, "cannot write " + (folder_ / "statistics.json").generic_string());
+      fail(result, "cannot write " + (folder_ / "statistics.json").generic_string() +
+                       "; the log has the reason");
     }
     record_.end(result, facts());
   } catch (const std::exception& error) {
+    LIBVARROW_LOG_ERROR("%s", error.what());
     if (result.end != RunResult::End::Failed) fail(result, error.what());
   }
   return result;
@@ -89,6 +100,7 @@ RunResult Run::process(cppbind::ClassRegister& modules, ModuleData& data) {
 void Run::runChain(cppbind::ClassRegister& modules, ModuleData& data, RunResult& result) {
   std::string exception;
   bool brokeRules = false;
+  bool isEnded = false;
   // The chain may have code of plug-ins, and so may exceptions: both end here.
   const boost::shared_ptr<Module> chain = source_.load(modules);
   requireStep(*chain, options_.until);
@@ -98,6 +110,8 @@ void Run::runChain(cppbind::ClassRegister& modules, ModuleData& data, RunResult&
   } catch (const RulesBroken& error) {
     exception = error.what();
     brokeRules = true;
+  } catch (const RunEnded&) {
+    isEnded = true;
   } catch (const std::exception& error) {
     exception = *error.what() == '\0' ? "an exception without text" : error.what();
   } catch (...) {
@@ -106,24 +120,25 @@ void Run::runChain(cppbind::ClassRegister& modules, ModuleData& data, RunResult&
   if (brokeRules && session_.brokenRules().empty()) session_.rulesBroken(exception);
   if (brokeRules) exception.clear();
   if (!exception.empty() && !session_.isEndRequested()) dumpAfterFailure(data);
-  judge(result, exception);
+  judge(result, isEnded, exception);
 }
 
-// Judges by the state of the run, since a module may wrap the exception that ends it.
-void Run::judge(RunResult& result, const std::string& exception) {
+// A module may wrap the exception that ends the run: then the request decides.
+void Run::judge(RunResult& result, bool isEnded, const std::string& exception) {
   const auto rules = session_.brokenRules();
-  const bool isWhole = exception.empty() || session_.isUntilReached();
-  if (!isWhole && session_.isEndRequested()) {
+  const bool isAsked = session_.isEndRequested() && !session_.isUntilReached();
+  if ((isEnded || !exception.empty()) && isAsked) {
     result.end = RunResult::End::Ended;
     const std::string& last = session_.lastStep();
-    const bool isBySignal = context_.isEndAsked != nullptr && context_.isEndAsked();
-    const std::string by =
-        isBySignal ? std::string("by ") + system::signalName(system::EndSignals::received()) + " "
-                   : "";
-    result.error = oneLine(source_.placeOf("") + ": ended " + by +
-                           (last.empty() ? "before the first step" : "after step " + last));
-  } else if (!isWhole) {
+    result.error = oneLine(source_.placeOf("") + ": ended " + bySignal() +
+                           (last.empty() ? "before the first step" : "after step " + last) +
+                           (exception.empty() ? std::string() : "; " + exception));
+  } else if (!exception.empty()) {
     fail(result, exception);
+  } else if (isEnded && !session_.isUntilReached()) {
+    fail(result, "a step ended the run");
+  } else if (!options_.until.empty() && !session_.isUntilReached()) {
+    fail(result, "the step " + options_.until + " did not run");
   } else if (!rules.empty()) {
     result.end = RunResult::End::RulesBroken;
     result.error =
@@ -132,6 +147,12 @@ void Run::judge(RunResult& result, const std::string& exception) {
   } else {
     result.end = RunResult::End::Done;
   }
+}
+
+// Returns "by SIGINT " when a signal asked for the end.
+std::string Run::bySignal() const {
+  if (context_.isEndAsked == nullptr || !context_.isEndAsked()) return std::string();
+  return std::string("by ") + system::signalName(system::EndSignals::received()) + " ";
 }
 
 void Run::fail(RunResult& result, const std::string& reason) const {
@@ -151,6 +172,8 @@ void Run::dumpAfterFailure(ModuleData& data) const {
     data.dump4Debug(data.dumpPath + "failed/");
   } catch (const std::exception& error) {
     LIBVARROW_LOG_WARN("the data of the failed step is not dumped: %s", error.what());
+  } catch (...) {
+    LIBVARROW_LOG_WARN("the data of the failed step is not dumped");
   }
 }
 

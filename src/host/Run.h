@@ -18,8 +18,7 @@ namespace libvarrow::host {
 struct RunContext {
   std::string program;             ///< the program's name
   bool (*isEndAsked)() = nullptr;  ///< true when a signal asked for the end
-  std::string crashLine{};         ///< the beginning of the line that a crash writes last
-  Json::Value facts{};             ///< the members of run.json that the caller knows
+  bool setsCrashLine = false;      ///< the line that a crash writes last, of which there is one
 };
 
 /// Folder of inputs: that of the options, or that of the pipeline file. Absolute.
@@ -27,9 +26,9 @@ boost::filesystem::path inputFolder(const RunOptions& options);
 
 class Run {
  public:
-  /// Makes nothing yet. The arguments must outlive the object.
+  /// Makes nothing yet. `record` has begun. The arguments must outlive the object.
   Run(const RunOptions& options, const RunContext& context, const PipelineSource& source,
-      const RunFolder& folder);
+      const RunFolder& folder, RunRecord& record);
 
   /// Runs the pipeline on `data` and returns the outcome, exceptions included. Afterwards the
   /// observer and the statistics container of `data` are those of before. Call it once.
@@ -40,7 +39,8 @@ class Run {
 
  private:
   void runChain(cppbind::ClassRegister& modules, ModuleData& data, RunResult& result);
-  void judge(RunResult& result, const std::string& exception);
+  void judge(RunResult& result, bool isEnded, const std::string& exception);
+  std::string bySignal() const;
   void fail(RunResult& result, const std::string& reason) const;
   void dumpAfterFailure(ModuleData& data) const;
   Json::Value facts() const;
@@ -51,7 +51,7 @@ class Run {
   const RunFolder& folder_;
   StatisticsContainer statistics_;
   RunSession session_;
-  RunRecord record_;
+  RunRecord& record_;
 };
 
 }  // namespace libvarrow::host

@@ -3,10 +3,12 @@
 #include <boost/date_time/posix_time/posix_time_types.hpp>
 #include <boost/filesystem/operations.hpp>
 #include <cstdio>
+#include <set>
 #include <stdexcept>
 #include <vector>
 
 #include "host/RunRecord.h"
+#include "host/one_line.h"
 
 namespace libvarrow::host {
 
@@ -27,7 +29,25 @@ bool isEmpty(const fs::path& folder) {
   return true;
 }
 
-// Removes the record last: after an interruption, the folder is still recognised.
+// Refuses to remove another run, and files that were put into an ended run afterwards.
+void requireOwnFiles(const fs::path& folder) {
+  std::set<std::string> known = RunRecord::entriesIn(folder);
+  const bool isListed = !known.empty();
+  for (const fs::directory_entry& entry : fs::directory_iterator(folder)) {
+    const std::string name = entry.path().filename().string();
+    if (isListed && known.count(name) == 0) {
+      refuse(folder, "has " + name + ", which is not of its earlier run");
+    }
+  }
+  for (fs::recursive_directory_iterator entry(folder), end; entry != end; ++entry) {
+    const bool isDeeper = entry.depth() > 0;
+    if (isDeeper && entry->path().filename() == kLock) {
+      refuse(folder, "contains another run: " + entry->path().parent_path().generic_string());
+    }
+  }
+}
+
+// Keeps the record: after an interruption, the folder is still recognised.
 void removeRun(const fs::path& folder) {
   const std::vector<fs::directory_entry> entries{fs::directory_iterator(folder),
                                                  fs::directory_iterator()};
@@ -35,23 +55,22 @@ void removeRun(const fs::path& folder) {
     const fs::path name = entry.path().filename();
     if (name != kLock && name != RunRecord::kFileName) fs::remove_all(entry.path());
   }
-  fs::remove(folder / RunRecord::kFileName);
 }
 
-// Called before the lock, so that nothing is added to a foreign folder, and again with the lock.
 void requireUsable(const fs::path& path, bool overwrite) {
-  if (!fs::is_directory(path)) refuse(path, "is not a folder");
   if (isEmpty(path)) return;
-  const bool isRun = RunRecord::isIn(path);
-  if (!isRun) refuse(path, "has other files and no run.json of an earlier run");
+  if (!RunRecord::isIn(path)) refuse(path, "has other files and no run.json of an earlier run");
   if (!overwrite) refuse(path, "has an earlier run; --overwrite replaces it");
+  requireOwnFiles(path);
 }
 
+// Without a lock file, the folder is judged before one is made: nothing is added to a foreign one.
 fs::path made(const fs::path& path, bool overwrite) {
   boost::system::error_code error;
   fs::create_directories(path, error);
-  if (error && !fs::exists(path)) refuse(path, "cannot be made: " + error.message());
-  requireUsable(path, overwrite);
+  if (!fs::exists(path)) refuse(path, "cannot be made: " + error.message());
+  if (!fs::is_directory(path)) refuse(path, "is not a folder");
+  if (!fs::exists(path / kLock)) requireUsable(path, overwrite);
   return fs::canonical(path);
 }
 
@@ -79,7 +98,8 @@ RunFolder::RunFolder(const fs::path& path, bool overwrite)
 fs::path newRunFolder(const fs::path& runs, const fs::path& pipeline) {
   constexpr std::size_t kLongestName = 100;  // the path must not exceed limits
   fs::create_directories(runs);
-  const std::string stem = pipeline.stem().string().substr(0, kLongestName);
+  std::string stem = oneLine(pipeline.stem().string());
+  cutText(stem, kLongestName);
   const std::string name = timeText() + "_" + stem;
   for (int number = 1;; ++number) {
     const std::string unique = number == 1 ? name : name + "_" + std::to_string(number);

@@ -13,8 +13,9 @@ namespace libvarrow::host {
 class RunFolder {
  public:
   /// Makes the folder. An existing one must be empty, or, with `overwrite`, the folder of an
-  /// earlier run, whose files are removed. Throws std::runtime_error for any other folder, and when
-  /// another run uses it; nothing is changed then.
+  /// earlier run, whose files are removed except its record, which the new run replaces. Throws
+  /// std::runtime_error, and changes nothing, for any other folder, when another run uses it, when
+  /// it contains another run, or when files were added to it after the earlier run.
   RunFolder(const boost::filesystem::path& path, bool overwrite);
 
   /// Returns the absolute path.

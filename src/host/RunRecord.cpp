@@ -29,6 +29,26 @@ std::string now() {
          "Z";
 }
 
+// Returns the record of a run; null when the folder has none of ours.
+Json::Value readRecord(const fs::path& folder) {
+  const fs::path path = folder / RunRecord::kFileName;
+  if (fs::symlink_status(path).type() != fs::regular_file) return Json::Value();
+  std::ifstream file(path.string(), std::ios::binary);
+  const cppbind::Checker checker(std::string(std::istreambuf_iterator<char>(file), {}));
+  const bool isRecord =
+      checker.isJson() && checker.json().isObject() && checker.json()[kMark].isInt();
+  return isRecord ? checker.json() : Json::Value();
+}
+
+// A name that is not UTF-8 is written as JSON can, and its folder is not overwritten.
+Json::Value namesIn(const fs::path& folder) {
+  Json::Value names(Json::arrayValue);
+  for (const fs::directory_entry& entry : fs::directory_iterator(folder)) {
+    names.append(entry.path().filename().string());
+  }
+  return names;
+}
+
 }  // namespace
 
 const char* outcomeText(RunResult::End end) {
@@ -48,12 +68,17 @@ const char* outcomeText(RunResult::End end) {
 }
 
 bool RunRecord::isIn(const fs::path& folder) {
-  const fs::path path = folder / kFileName;
-  if (fs::symlink_status(path).type() != fs::regular_file) return false;
-  std::ifstream file(path.string(), std::ios::binary);
-  const std::string text(std::istreambuf_iterator<char>(file), {});
-  const cppbind::Checker checker(text);
-  return checker.isJson() && checker.json().isObject() && checker.json()[kMark].isInt();
+  return readRecord(folder).isObject();
+}
+
+std::set<std::string> RunRecord::entriesIn(const fs::path& folder) {
+  const Json::Value record = readRecord(folder);
+  std::set<std::string> names;
+  if (!record.isObject() || !record["entries"].isArray()) return names;
+  for (const Json::Value& name : record["entries"]) {
+    if (name.isString()) names.insert(name.asString());
+  }
+  return names;
 }
 
 RunRecord::RunRecord(const fs::path& folder, Json::Value facts)
@@ -73,6 +98,7 @@ void RunRecord::end(const RunResult& result, const Json::Value& facts) {
   if (!result.step.empty()) json_["failed_step"] = result.step;
   if (!result.error.empty()) json_["error"] = result.error;
   for (const std::string& rule : result.brokenRules) json_["rules_broken"].append(rule);
+  json_["entries"] = namesIn(folder_);
   for (const std::string& key : facts.getMemberNames()) json_[key] = facts[key];
   write();
 }

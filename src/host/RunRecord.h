@@ -4,6 +4,7 @@
 #include <json/value.h>
 
 #include <boost/filesystem/path.hpp>
+#include <set>
 #include <string>
 
 #include "libvarrow/host/RunResult.h"
@@ -20,6 +21,9 @@ class RunRecord {
 
   /// Returns true when `folder` has a run.json that this class wrote.
   static bool isIn(const boost::filesystem::path& folder);
+
+  /// Returns the names in `folder` when its run ended; empty for a run that did not.
+  static std::set<std::string> entriesIn(const boost::filesystem::path& folder);
 
   /// Takes what is known at the begin of the run.
   RunRecord(const boost::filesystem::path& folder, Json::Value facts);

@@ -8,6 +8,7 @@
 #include <boost/filesystem/operations.hpp>
 #include <boost/thread/lock_guard.hpp>
 #include <fstream>
+#include <stdexcept>
 #include <utility>
 
 #include "libvarrow/backtrace/BackTrace.h"
@@ -20,8 +21,11 @@ namespace {
 namespace fs = boost::filesystem;
 using Lock = boost::lock_guard<boost::mutex>;
 
-// Returns the SHA-256 of a file; empty when it cannot be read.
+// Returns the SHA-256 of a file; empty when it cannot be read, and for pipes, which can be read
+// once.
 std::string checksum(const fs::path& path) {
+  boost::system::error_code ignored;
+  if (!fs::is_regular_file(path, ignored)) return std::string();
   std::ifstream file(path.string(), std::ios::binary);
   Poco::SHA2Engine engine(Poco::SHA2Engine::SHA_256);
   std::array<char, 65536> block{};
@@ -31,20 +35,23 @@ std::string checksum(const fs::path& path) {
   return file.eof() ? Poco::DigestEngine::digestToHex(engine.digest()) : std::string();
 }
 
+bool isOfHost(const std::string& name) {
+  return name == "run.json" || name == "run.lock" || name == "pipeline.json" ||
+         name == "statistics.json";
+}
+
 }  // namespace
 
 RunSession::RunSession(RunPlaces places, const RunOptions& options, bool (*isEndAsked)(),
-                       std::string crashLine)
+                       CrashLineOf crashLineOf)
     : places_(std::move(places)),
       options_(options),
       isEndAsked_(isEndAsked),
-      crashLine_(std::move(crashLine)) {
-  if (!crashLine_.empty()) setCrashLine(crashLine_);
+      crashLineOf_(std::move(crashLineOf)) {
+  showStep();
 }
 
-RunSession::~RunSession() {
-  if (!crashLine_.empty()) setCrashLine(crashLine_);
-}
+RunSession::~RunSession() = default;
 
 // A step's name is the part of its dump path that the chains append.
 std::string RunSession::nameOf(const ModuleData& data) const {
@@ -57,18 +64,20 @@ std::string RunSession::nameOf(const ModuleData& data) const {
 
 void RunSession::showStep() {
   const std::string step = steps_.empty() ? std::string() : steps_.back();
-  if (!crashLine_.empty()) setCrashLine(step.empty() ? crashLine_ : crashLine_ + ": " + step);
+  if (crashLineOf_) setCrashLine(crashLineOf_(step));
   const Lock lock(mutex_);
   shownStep_ = step;
 }
 
 void RunSession::stepBegins(Module& step, ModuleData& data) {
+  failedStep_.clear();  // handled by its chain
   steps_.push_back(nameOf(data));
   showStep();
   if (options_.observer != nullptr) options_.observer->stepBegins(step, data);
 }
 
 void RunSession::stepEnds(Module& step, ModuleData& data) {
+  failedStep_.clear();
   lastStep_ = steps_.back();
   if (!options_.until.empty() && lastStep_ == options_.until) isUntilReached_ = true;
   steps_.pop_back();
@@ -77,8 +86,13 @@ void RunSession::stepEnds(Module& step, ModuleData& data) {
 }
 
 void RunSession::stepFails(Module& step, ModuleData& data) noexcept {
-  if (failedStep_.empty()) failedStep_.swap(steps_.back());
+  if (failedStep_.empty()) failedStep_ = std::move(steps_.back());
   steps_.pop_back();
+  try {
+    showStep();  // of the chain, which may go on
+  } catch (const std::exception&) {
+    // The step shown is the one that failed.
+  }
   if (options_.observer != nullptr) options_.observer->stepFails(step, data);
 }
 
@@ -91,7 +105,11 @@ void RunSession::rulesBroken(const std::string& text) {
 }
 
 fs::path RunSession::outputPath(const fs::path& path) {
-  return fs::absolute(path, places_.folder);
+  const fs::path file = fs::absolute(path, places_.folder).lexically_normal();
+  if (file.parent_path() == places_.folder && isOfHost(file.filename().string())) {
+    throw std::runtime_error(path.generic_string() + " is a file of the run itself");
+  }
+  return file;
 }
 
 fs::path RunSession::inputPath(const fs::path& path) {

@@ -6,6 +6,7 @@
 #include <atomic>
 #include <boost/filesystem/path.hpp>
 #include <boost/thread/mutex.hpp>
+#include <functional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -25,10 +26,13 @@ struct RunPlaces {
 /// Follows the steps, finds the files of modules, and collects what they report.
 class RunSession : public RunObserver {
  public:
-  /// `isEndAsked` (may be null) is a request from outside. `crashLine` is the beginning of the line
-  /// that a crash writes last; empty: the run leaves that line alone, which the process has once.
+  /// Returns the beginning of the line that a crash in this step writes last.
+  using CrashLineOf = std::function<std::string(const std::string& step)>;
+
+  /// `isEndAsked` (may be null) is a request from outside. Without `crashLineOf` the run leaves the
+  /// line alone, of which the process has one.
   RunSession(RunPlaces places, const RunOptions& options, bool (*isEndAsked)(),
-             std::string crashLine);
+             CrashLineOf crashLineOf);
   ~RunSession() override;
 
   void stepBegins(Module& step, ModuleData& data) override;
@@ -64,7 +68,7 @@ class RunSession : public RunObserver {
   const RunPlaces places_;
   const RunOptions& options_;
   bool (*const isEndAsked_)();
-  const std::string crashLine_;
+  const CrashLineOf crashLineOf_;
   std::vector<std::string> steps_;  // those that run, the outer first
   std::string lastStep_;
   std::string failedStep_;

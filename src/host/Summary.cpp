@@ -20,7 +20,7 @@ Summary::Summary() : imp_(std::make_unique<Imp>()) {}
 Summary::~Summary() = default;
 
 void Summary::add(const std::string& label, const std::string& text) {
-  imp_->facts.emplace_back(host::oneLine(label), host::oneLine(text));
+  imp_->facts.emplace_back(host::oneLine(label), text);
 }
 
 std::string Summary::text(bool asJson) const {
@@ -45,7 +45,7 @@ std::string Summary::text(bool asJson) const {
   for (const auto& fact : imp_->facts) width = std::max(width, fact.first.size());
   std::string lines;
   for (const auto& [label, text] : imp_->facts) {
-    lines += label + std::string(width - label.size() + 2, ' ') + text + '\n';
+    lines += label + std::string(width - label.size() + 2, ' ') + host::oneLine(text) + '\n';
   }
   return lines;
 }

@@ -4,11 +4,11 @@ namespace libvarrow::host {
 
 namespace {
 
-// Returns the length of the blank or control character at `i`, or 0. Control characters from U+0080
-// on have two bytes in UTF-8; terminals obey them, too.
-std::size_t foldedLength(const std::string& text, std::size_t i) {
+// Returns the length of the control character at `i`, or 0. Those from U+0080 on have two bytes in
+// UTF-8; terminals obey them, too.
+std::size_t controlLength(const std::string& text, std::size_t i) {
   const auto byte = static_cast<unsigned char>(text[i]);
-  if (byte <= ' ' || byte == 0x7F) return 1;
+  if (byte < ' ' || byte == 0x7F) return 1;
   if (byte != 0xC2 || i + 1 == text.size()) return 0;
   const auto second = static_cast<unsigned char>(text[i + 1]);
   return second >= 0x80 && second < 0xA0 ? 2 : 0;
@@ -18,18 +18,28 @@ std::size_t foldedLength(const std::string& text, std::size_t i) {
 
 std::string oneLine(const std::string& text) {
   std::string line;
-  bool gap = false;
+  std::size_t blanks = 0;
+  bool hasControl = false;
   for (std::size_t i = 0; i < text.size();) {
-    if (const std::size_t folded = foldedLength(text, i); folded > 0) {
-      gap = !line.empty();
-      i += folded;
+    const std::size_t control = controlLength(text, i);
+    if (control > 0 || text[i] == ' ') {
+      ++blanks;
+      hasControl |= control > 0;
+      i += control > 0 ? control : 1;
       continue;
     }
-    if (gap) line += ' ';
-    gap = false;
+    if (!line.empty() && blanks > 0) line.append(hasControl ? 1 : blanks, ' ');
+    blanks = 0;
+    hasControl = false;
     line += text[i++];
   }
   return line;
+}
+
+void cutText(std::string& text, std::size_t size) {
+  if (text.size() <= size) return;
+  while (size > 0 && (static_cast<unsigned char>(text[size]) & 0xC0U) == 0x80U) --size;
+  text.resize(size);
 }
 
 }  // namespace libvarrow::host

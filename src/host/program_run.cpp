@@ -1,6 +1,7 @@
 #include "host/program_run.h"
 
 #include <boost/filesystem/operations.hpp>
+#include <cstdlib>
 #include <fstream>
 #include <stdexcept>
 #include <utility>
@@ -64,6 +65,31 @@ std::string crashLineOf(const RunOptions& options, const HostState& state) {
   return oneLine(state.name + ": " + options.pipeline.generic_string());
 }
 
+// RAII guard: a module that calls exit() must not look like a run that was done. One object at a
+// time.
+class ExitGuard {
+ public:
+  ExitGuard(const std::string& program, const RunSession& session) {
+    static const int isInstalled = std::atexit(onExit);
+    static_cast<void>(isInstalled);
+    program_ = &program;
+    session_ = &session;
+  }
+  ~ExitGuard() { session_ = nullptr; }
+  ExitGuard(const ExitGuard&) = delete;
+  ExitGuard& operator=(const ExitGuard&) = delete;
+
+ private:
+  static void onExit() {
+    if (session_ == nullptr) return;
+    printLine(oneLine(*program_ + ": " + session_->currentStep() + ": a module called exit()"));
+    std::_Exit(kFailed);
+  }
+
+  static inline const std::string* program_ = nullptr;
+  static inline const RunSession* session_ = nullptr;
+};
+
 void stateKeyFigures(ModuleData& data, Summary& summary) {
   const Json::Value info = data.getBaiscInfoJson();
   if (!info.isObject()) return;
@@ -85,6 +111,20 @@ std::string summaryText(const HostState& state, ModuleData& data, const Run& run
   return summary.text(asJson);
 }
 
+// The run folder of an earlier run may have files that this run reads.
+void requireOutside(const RunOptions& options) {
+  if (!options.overwrite || !fs::is_directory(options.folder)) return;
+  std::vector<fs::path> files = options.with;
+  files.push_back(options.pipeline);
+  const fs::path folder = fs::canonical(options.folder);
+  for (const fs::path& file : files) {
+    const fs::path relative = fs::canonical(file).lexically_relative(folder);
+    if (!relative.empty() && *relative.begin() != "..") {
+      throw UsageError(file.generic_string() + " is in the run folder, which --overwrite replaces");
+    }
+  }
+}
+
 // Called before the folder is made, which would not be empty for the next try.
 void requireUntil(const RunOptions& options, cppbind::ClassRegister& modules,
                   const PipelineSource& source) {
@@ -97,30 +137,68 @@ void requireUntil(const RunOptions& options, cppbind::ClassRegister& modules,
   }
 }
 
+// RAII guard: a folder as the current directory, and standard output at a file in it.
+class InFolder {
+ public:
+  InFolder(const fs::path& folder, system::ResultStream& results)
+      : before_(fs::current_path()), results_(results) {
+    fs::current_path(folder);
+    fs::create_directories("log");
+    results.printTo("log/output.txt");
+  }
+  ~InFolder() {
+    boost::system::error_code ignored;  // the directory of the start may be gone
+    fs::current_path(before_, ignored);
+    results_.printToStandardError();
+  }
+  InFolder(const InFolder&) = delete;
+  InFolder& operator=(const InFolder&) = delete;
+
+ private:
+  const fs::path before_;
+  system::ResultStream& results_;
+};
+
 // Runs the checked pipeline. The data is destroyed before the caller unloads plug-ins.
 ExitStatus runChecked(const RunOptions& options, HostState& state, const PipelineSource& source,
-                      const RunFolder& folder, const Json::Value& facts, bool asJson,
-                      std::ostream& out) {
-  const RunContext context{state.name, isEndAsked, crashLineOf(options, state), facts};
+                      const RunFolder& folder, RunRecord& record, bool asJson, std::ostream& out) {
+  const RunContext context{state.name, isEndAsked, /*setsCrashLine=*/true};
   const std::unique_ptr<ModuleData> data = state.createData();
-  Run run(options, context, source, folder);
+  if (data == nullptr) throw std::logic_error("the host creates no data");
+  Run run(options, context, source, folder, record);
+  const ExitGuard exitGuard(state.name, run.session());
   RunResult result;
   {
     const ProgressBar bar(run.statistics(), run.session(), system::terminalColumns());
     result = run.process(*state.modules, *data);
   }
-  if (result.status() != kFailed) out << summaryText(state, *data, run, folder.path(), asJson);
   if (!result.error.empty()) LIBVARROW_LOG_ERROR("%s", result.error.c_str());
   state.lastLine = result.error;
-  state.endSignal = system::EndSignals::received();
+  if (result.status() == kFailed) return kFailed;
+  if (result.error.empty() && isEndAsked()) {
+    state.lastLine = source.placeOf("") + ": ended by " +
+                     system::signalName(system::EndSignals::received()) + " after the last step";
+  }
+  out << summaryText(state, *data, run, folder.path(), asJson);
   return result.status();
+}
+
+// Logs how many places each setting changed; more than one may surprise its user.
+void tellChanges(const PipelineSource& source) {
+  for (const auto& [setting, count] : source.changes()) {
+    const std::string line = oneLine(setting + ": set in " + std::to_string(count) +
+                                     (count == 1 ? " place" : " places"));
+    LIBVARROW_LOG_INFO("%s", line.c_str());
+    if (count > 1) printLine(line);
+  }
 }
 
 }  // namespace
 
 ExitStatus runPipeline(RunOptions options, HostState& state, system::ResultStream& results,
                        bool asJson, std::ostream& out) {
-  const system::EndSignals signals;
+  if (state.createData == nullptr) throw std::logic_error("a host without data runs no pipeline");
+  if (isEndAsked()) return kFailed;  // during an earlier run of the process
   setCrashLine(crashLineOf(options, state));
   state.loadPlugins();
   const fs::path logConf = fs::absolute(options.pipeline).parent_path() / "log.conf";
@@ -133,17 +211,19 @@ ExitStatus runPipeline(RunOptions options, HostState& state, system::ResultStrea
     return kFailed;
   }
   requireUntil(options, *state.modules, source);
-  const Json::Value facts = runFacts(options, state);  // from this directory
+  requireOutside(options);
+  const system::EndSignals signals;  // from here on, something would be left half done
   const fs::path path = options.folder.empty()
                             ? newRunFolder(fs::absolute("runs"), options.pipeline)
                             : options.folder;
   const RunFolder folder(path, options.overwrite);
-  fs::current_path(folder.path());
-  fs::create_directories("log");
-  results.printTo("log/output.txt");
+  RunRecord record(folder.path(), runFacts(options, state));
+  record.begin();
+  const InFolder inFolder(folder.path(), results);
   initLog(logConf);
   logFaults(source.faults());
-  return runChecked(options, state, source, folder, facts, asJson, out);
+  tellChanges(source);
+  return runChecked(options, state, source, folder, record, asJson, out);
 }
 
 }  // namespace libvarrow::host

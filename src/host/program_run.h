@@ -9,8 +9,8 @@
 namespace libvarrow::host {
 
 /// Runs a pipeline on new data of the host, in its folder as the current directory. Writes the
-/// result to `out`, faults to standard error, and the line for the user to `state.lastLine`. Sets
-/// `state.endSignal` when a signal was received. Throws std::exception when the run cannot start.
+/// result to `out`, faults to standard error, and the line for the user to `state.lastLine`. Throws
+/// std::exception when the run cannot start. After a signal the caller ends the process by it.
 ExitStatus runPipeline(RunOptions options, HostState& state, system::ResultStream& results,
                        bool asJson, std::ostream& out);
 

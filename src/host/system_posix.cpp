@@ -1,4 +1,5 @@
 #include <fcntl.h>
+#include <poll.h>
 #include <signal.h>
 #include <sys/file.h>
 #include <sys/ioctl.h>
@@ -71,6 +72,11 @@ bool writeAll(int descriptor, const std::string& text) noexcept {
   while (done < text.size()) {
     const ssize_t written = ::write(descriptor, text.data() + done, text.size() - done);
     if (written < 0 && errno == EINTR) continue;
+    if (written < 0 && errno == EAGAIN) {  // a pipe that does not block is full
+      pollfd full{descriptor, POLLOUT, 0};
+      ::poll(&full, 1, -1);
+      continue;
+    }
     if (written < 0) return false;
     done += static_cast<std::size_t>(written);
   }
@@ -80,7 +86,6 @@ bool writeAll(int descriptor, const std::string& text) noexcept {
 }  // namespace
 
 EndSignals::EndSignals() {
-  receivedSignal = 0;
   for (std::size_t i = 0; i < kEndSignals.size(); ++i) {
     ::sigaction(kEndSignals[i].number, nullptr, &actionsBefore[i]);
     if (actionsBefore[i].sa_handler != SIG_IGN) setAction(kEndSignals[i].number, onSignal);

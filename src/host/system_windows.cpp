@@ -75,7 +75,6 @@ bool writeAll(int descriptor, const std::string& text) noexcept {
 }  // namespace
 
 EndSignals::EndSignals() {
-  receivedSignal = 0;
   SetConsoleCtrlHandler(onEvent, TRUE);
 }
 

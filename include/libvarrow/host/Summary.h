@@ -8,8 +8,8 @@
 
 namespace libvarrow {
 
-/// Result of a run: labelled facts, printed in aligned lines or, with --json, as an object. Control
-/// characters of texts are replaced by blanks.
+/// Result of a run: labelled facts, printed in aligned lines or, with --json, as an object. In
+/// lines, control characters of texts are replaced by blanks.
 class LIBVARROW_HOST_API Summary {
  public:
   Summary();

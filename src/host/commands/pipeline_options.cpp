@@ -8,7 +8,7 @@
 #include <utility>
 
 #include "host/commands/commands.h"
-#include "host/run_facts.h"
+#include "libvarrow/json/json.h"
 
 namespace libvarrow::host {
 
@@ -16,7 +16,9 @@ namespace {
 
 // Quoted, so that no character of the file name has a meaning.
 std::string quoted(const std::string& file) {
-  return oneLineOf(Json::Value(boost::filesystem::absolute(file).generic_string()));
+  std::string text = Json2Str(Json::Value(boost::filesystem::absolute(file).generic_string()));
+  text.pop_back();  // the line end
+  return text;
 }
 
 }  // namespace
@@ -59,7 +61,9 @@ RunOptions ChangeOptions::runOptions(const HostState& state) const {
   for (std::size_t i = 0; i < values_.size(); ++i) {
     if (values_[i].empty()) continue;
     const Setting& setting = state.settings[i];
-    options.set.push_back(setting.path + "=" + (setting.isFile ? quoted(values_[i]) : values_[i]));
+    const std::string& value = values_[i].back();
+    if (setting.isFile && value.empty()) throw UsageError("--" + setting.name + " needs a file");
+    options.set.push_back(setting.path + "=" + (setting.isFile ? quoted(value) : value));
   }
   for (const std::string& setting : set_) {
     if (setting.find('=') == std::string::npos) {

@@ -31,7 +31,7 @@ class ChangeOptions {
   std::vector<std::string> with_;
   std::vector<std::string> set_;
   boost::filesystem::path inputs_;
-  std::vector<std::string> values_;  // of the host's settings
+  std::vector<std::vector<std::string>> values_;  // of the host's settings; the last counts
 };
 
 }  // namespace libvarrow::host
