@@ -2,6 +2,7 @@
 
 #include <libvarrow/module/run_files.h>
 #include <libvarrow/stream/AutoCreateDirFileStream.h>
+#include <libvarrow/utility/UTFConverter.h>
 
 #include <stdexcept>
 
@@ -15,7 +16,7 @@ void writeText(const std::string& path, const std::string& text) {
 
 void writeOutput(const JobShopData& shop, const char* kind, const std::string& path,
                  const std::string& text) {
-  const auto file = libvarrow::outputPath(shop, path);
+  const auto file = libvarrow::outputPath(shop, libvarrow::utility::fromUtf8(path));
   writeText(file.string(), text);
   libvarrow::addRunFile(shop, kind, file);
 }

@@ -1,5 +1,7 @@
 #include "summarize.h"
 
+#include <libvarrow/utility/UTFConverter.h>
+
 #include <string>
 
 namespace jobshop {
@@ -7,8 +9,9 @@ namespace jobshop {
 void summarize(const JobShopData& data, libvarrow::Summary& summary) {
   if (!data.hasInstance()) return;
   const Instance& instance = data.instance();
-  summary.add("instance", instance.name + ", " + std::to_string(instance.jobs.size()) +
-                              " jobs by " + std::to_string(instance.machineCount) + " machines");
+  summary.add("instance", libvarrow::utility::fromUtf8(instance.name) + ", " +
+                              std::to_string(instance.jobs.size()) + " jobs by " +
+                              std::to_string(instance.machineCount) + " machines");
   if (!data.hasSchedule()) return;
   const Schedule& schedule = data.schedule();
   summary.add("makespan", std::to_string(schedule.makespan()) + " (" + schedule.origin +

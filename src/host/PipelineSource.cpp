@@ -21,6 +21,7 @@
 #include "libvarrow/module/InputFile.h"
 #include "libvarrow/module/ModuleLoader.h"
 #include "libvarrow/module/pipeline_check.h"
+#include "libvarrow/utility/UTFConverter.h"
 #include "libvarrow/xrule/rule_check.h"
 
 namespace libvarrow::host {
@@ -127,7 +128,7 @@ void PipelineSource::check(const cppbind::ClassRegister& modules,
   }
   checker_.reset();
   for (const std::string& name : ruleFiles.names()) {
-    const fs::path file = fs::absolute(name, inputs);
+    const fs::path file = fs::absolute(utility::fromUtf8(name), inputs);
     addFaults(file.generic_string(), checkRuleFile(file, rules));
   }
 }

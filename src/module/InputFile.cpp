@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "libvarrow/module/run_files.h"
+#include "libvarrow/utility/UTFConverter.h"
 
 namespace libvarrow {
 
@@ -14,7 +15,7 @@ thread_local RuleFileNames* collector = nullptr;
 }  // namespace
 
 boost::filesystem::path InputFile::path(const ModuleData& data) const {
-  return inputPath(data, name_);
+  return inputPath(data, utility::fromUtf8(name_));
 }
 
 RuleFileNames::RuleFileNames() : outer_(collector) {

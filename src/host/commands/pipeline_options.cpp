@@ -9,6 +9,7 @@
 
 #include "host/commands/commands.h"
 #include "libvarrow/json/json.h"
+#include "libvarrow/utility/UTFConverter.h"
 
 namespace libvarrow::host {
 
@@ -16,7 +17,8 @@ namespace {
 
 // Quoted, so that no character of the file name has a meaning.
 std::string quoted(const std::string& file) {
-  std::string text = Json2Str(Json::Value(boost::filesystem::absolute(file).generic_string()));
+  std::string text =
+      Json2Str(Json::Value(utility::toUtf8(boost::filesystem::absolute(file).generic_string())));
   text.pop_back();  // the line end
   return text;
 }
