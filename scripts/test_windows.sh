@@ -58,5 +58,6 @@ run_tests CP936 zh_CN.UTF-8 -R '^(UTFConverter|Json|Time|Scheduling|DllManager|L
 
 cmake --preset release > /dev/null
 cmake --build --preset release --target jobshop jobshop_gantt --parallel "$jobs"
-"$here/windows/compare_demo.sh" "$build" "$dependencies" "$linux/examples/jobshop/jobshop"
+LOCPATH=$build/locales LC_ALL=zh_CN.UTF-8 \
+  "$here/windows/compare_demo.sh" "$build" "$dependencies" "$linux/examples/jobshop/jobshop"
 "$here/windows/share.sh" "$build" "$linux"
