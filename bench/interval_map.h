@@ -1,17 +1,22 @@
-// A hand-written set of intervals on std::map: the obvious alternative to TimeBlock.
+// Hand-written sets of intervals on ordered maps, the obvious alternatives to TimeBlock.
 #pragma once
+
+#include <absl/container/btree_map.h>
 
 #include <algorithm>
 #include <boost/date_time/posix_time/posix_time_types.hpp>
 #include <iterator>
 #include <map>
+#include <optional>
 
 #include "calendar.h"
+#include "interval_walks.h"
 
 namespace bench {
 
 /// A map from begins to ends of intervals, which are disjoint and do not touch.
-class IntervalMap {
+template <class Map>
+class IntervalMapOn {
  public:
   void add(Time begin, Time end) {
     if (slots_.empty() || slots_.rbegin()->second < begin) {
@@ -33,7 +38,7 @@ class IntervalMap {
     }
   }
 
-  void add(const IntervalMap& other) {
+  void add(const IntervalMapOn& other) {
     for (const auto& [begin, end] : other.slots_) add(begin, end);
   }
 
@@ -48,16 +53,19 @@ class IntervalMap {
       } else {
         slot = slots_.erase(slot);
       }
-      if (end < slotEnd) slots_.emplace_hint(slot, end, slotEnd);
+      if (end < slotEnd) {
+        slots_.emplace_hint(slot, end, slotEnd);
+        return;
+      }
     }
   }
 
-  void remove(const IntervalMap& other) {
+  void remove(const IntervalMapOn& other) {
     for (const auto& [begin, end] : other.slots_) remove(begin, end);
   }
 
-  IntervalMap intersection(Time begin, Time end) const {
-    IntervalMap result;
+  IntervalMapOn intersection(Time begin, Time end) const {
+    IntervalMapOn result;
     for (auto slot = firstEndingAfter(begin); isBefore(slot, end); ++slot) {
       result.append(std::max(slot->first, begin), std::min(slot->second, end));
     }
@@ -86,8 +94,8 @@ class IntervalMap {
   }
 
   /// Returns the first `length` from `time` on, or an empty set when there is less.
-  IntervalMap forwards(Time time, Duration length) const {
-    IntervalMap result;
+  IntervalMapOn forwards(Time time, Duration length) const {
+    IntervalMapOn result;
     for (auto slot = firstEndingAfter(time); slot != slots_.end(); ++slot) {
       const Time begin = std::max(slot->first, time);
       const Time end = std::min(slot->second, begin + length);
@@ -95,12 +103,12 @@ class IntervalMap {
       length -= end - begin;
       if (length == Duration()) return result;
     }
-    return IntervalMap();
+    return IntervalMapOn();
   }
 
   /// Returns the last `length` in slots that end before `time`, or an empty set when there is less.
-  IntervalMap backwards(Time time, Duration length) const {
-    IntervalMap result;
+  IntervalMapOn backwards(Time time, Duration length) const {
+    IntervalMapOn result;
     auto slot = slots_.lower_bound(time);
     if (slot != slots_.begin() && !(std::prev(slot)->second < time)) --slot;
     while (slot != slots_.begin()) {
@@ -110,8 +118,31 @@ class IntervalMap {
       length -= slot->second - begin;
       if (length == Duration()) return result;
     }
-    return IntervalMap();
+    return IntervalMapOn();
   }
+
+  IntervalMapOn intersection(const IntervalMapOn& other) const {
+    IntervalMapOn result;
+    emitCommon(slots_, other.slots_, [&](Time b, Time e) { result.append(b, e); });
+    return result;
+  }
+  IntervalMapOn gaps(Time begin, Time end) const {
+    IntervalMapOn result;
+    emitGaps(firstEndingAfter(begin), slots_.end(), {begin, end},
+             [&](Time b, Time e) { result.append(b, e); });
+    return result;
+  }
+  std::optional<Time> workEnd(Time start, Duration work) const {
+    return endOfWork(firstEndingAfter(start), slots_.end(), start, work);
+  }
+  std::optional<Time> workStart(Time end, Duration work) const {
+    return startOfWork(slots_.begin(), slots_.lower_bound(end), end, work);
+  }
+  std::optional<Time> nextWorking(Time time) const {
+    const auto slot = firstEndingAfter(time);
+    return slot == slots_.end() ? std::nullopt : std::optional(std::max(slot->first, time));
+  }
+  Duration walk() const { return sumOfSlots(slots_); }
 
   Slots slots() const {
     Slots slots;
@@ -120,7 +151,7 @@ class IntervalMap {
   }
 
  private:
-  using Iterator = std::map<Time, Time>::const_iterator;
+  using Iterator = typename Map::const_iterator;
 
   Iterator firstEndingAfter(Time time) const {
     auto slot = slots_.upper_bound(time);
@@ -132,7 +163,10 @@ class IntervalMap {
 
   void append(Time begin, Time end) { slots_.emplace_hint(slots_.end(), begin, end); }
 
-  std::map<Time, Time> slots_;
+  Map slots_;
 };
+
+using IntervalMap = IntervalMapOn<std::map<Time, Time>>;
+using BtreeMap = IntervalMapOn<absl::btree_map<Time, Time>>;
 
 }  // namespace bench

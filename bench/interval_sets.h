@@ -1,4 +1,5 @@
-// TimeBlock and an interval set of Boost with the interface of IntervalMap.
+// TimeBlock, Timeline, an interval set of Boost and a bare vector with the interface of
+// IntervalMap.
 #pragma once
 
 #include <algorithm>
@@ -7,54 +8,120 @@
 #include <boost/icl/right_open_interval.hpp>
 #include <functional>
 #include <iterator>
+#include <optional>
 #include <utility>
 #include <vector>
 
 #include "calendar.h"
+#include "interval_walks.h"
 #include "libvarrow/time/TimeBlock.h"
+#include "libvarrow/time/Timeline.h"
 
 namespace bench {
 
-class BlockSet {
+/// A TimeBlock or a Timeline.
+template <class Block>
+class SetOf {
  public:
-  BlockSet() = default;
-  static BlockSet atOnce(const Slots& slots) {
+  SetOf() = default;
+  explicit SetOf(Block&& block) : block_(std::move(block)) {}
+  static SetOf atOnce(const Slots& slots) {
     std::vector<libvarrow::TimeSlot> collected;
     for (const Slot& slot : slots) collected.emplace_back(slot.begin, slot.end);
-    BlockSet set;
+    SetOf set;
     set.block_.addTimeBlocks(libvarrow::TimeBlock(std::move(collected)));
     return set;
   }
 
   void add(Time begin, Time end) { block_.addTimeBlock(begin, end); }
-  void add(const BlockSet& other) { block_.addTimeBlocks(other.block_); }
+  void add(const SetOf& other) { block_.addTimeBlocks(other.block_); }
   void remove(Time begin, Time end) { block_.removeTimeBlock(begin, end); }
-  void remove(const BlockSet& other) { block_.removeTimeBlock(other.block_); }
+  void remove(const SetOf& other) { block_.removeTimeBlock(other.block_); }
 
-  BlockSet intersection(Time begin, Time end) const {
-    return BlockSet(block_.intersection(begin, end));
+  SetOf<libvarrow::TimeBlock> intersection(Time begin, Time end) const {
+    return SetOf<libvarrow::TimeBlock>(block_.intersection(begin, end));
+  }
+  SetOf intersection(const SetOf& other) const { return SetOf(block_.intersection(other.block_)); }
+  SetOf<libvarrow::TimeBlock> gaps(Time begin, Time end) const {
+    return SetOf<libvarrow::TimeBlock>(block_.gaps(begin, end));
+  }
+  std::optional<Time> workEnd(Time start, Duration work) const {
+    return block_.workEnd(start, work);
+  }
+  std::optional<Time> workStart(Time end, Duration work) const {
+    return block_.workStart(end, work);
+  }
+  std::optional<Time> nextWorking(Time time) const { return block_.nextWorking(time); }
+  Duration walk() const {
+    Duration sum;
+    for (const auto& slot : block_) sum += slot.time_end - slot.time_begin;
+    return sum;
   }
   bool contains(Time begin, Time end) const { return block_.haveBlock(begin, end); }
   bool meets(Time begin, Time end) const { return block_.hasIntersection(begin, end); }
   Duration total() const { return block_.getTotalDur(); }
   Duration total(Time begin, Time end) const { return block_.getTotalDur(begin, end); }
-  BlockSet forwards(Time time, Duration length) const {
-    return BlockSet(block_.getBlockAtPos4Dur(time, length));
+  SetOf forwards(Time time, Duration length) const {
+    return SetOf(block_.getBlockAtPos4Dur(time, length));
   }
-  BlockSet backwards(Time time, Duration length) const {
-    return BlockSet(block_.getBlockAtPos4DurByEnd(time, length));
+  SetOf backwards(Time time, Duration length) const {
+    return SetOf(block_.getBlockAtPos4DurByEnd(time, length));
   }
 
   Slots slots() const {
     Slots slots;
-    for (const auto& slot : block_.getBlocks()) slots.push_back({slot.time_begin, slot.time_end});
+    for (const auto& slot : block_) slots.push_back({slot.time_begin, slot.time_end});
     return slots;
   }
 
  private:
-  explicit BlockSet(libvarrow::TimeBlock&& block) : block_(std::move(block)) {}
+  Block block_;
+};
 
-  libvarrow::TimeBlock block_;
+using BlockSet = SetOf<libvarrow::TimeBlock>;
+using TimelineSet = SetOf<libvarrow::Timeline>;
+
+/// The least that a query costs: a search and a loop over a sorted vector, without any check.
+class BareVector {
+ public:
+  /// Precondition: the slots are added in order.
+  void add(Time begin, Time end) { slots_.push_back({begin, end}); }
+
+  BareVector intersection(Time begin, Time end) const {
+    BareVector result;
+    const auto first = firstEndingAfter(begin);
+    auto last = first;
+    while (last != slots_.end() && last->begin < end) ++last;
+    result.slots_.reserve(static_cast<std::size_t>(last - first));
+    for (auto slot = first; slot != last; ++slot) {
+      result.add(std::max(slot->begin, begin), std::min(slot->end, end));
+    }
+    return result;
+  }
+  std::optional<Time> workEnd(Time start, Duration work) const {
+    return endOfWork(firstEndingAfter(start), slots_.end(), start, work);
+  }
+  BareVector forwards(Time time, Duration length) const {
+    BareVector result;
+    for (auto slot = firstEndingAfter(time); slot != slots_.end(); ++slot) {
+      const Time begin = std::max(slot->begin, time);
+      const Time end = std::min(slot->end, begin + length);
+      result.add(begin, end);
+      length -= end - begin;
+      if (length == Duration()) return result;
+    }
+    return BareVector();
+  }
+
+  Slots slots() const { return slots_; }
+
+ private:
+  Slots::const_iterator firstEndingAfter(Time time) const {
+    return std::lower_bound(slots_.begin(), slots_.end(), time,
+                            [](const Slot& slot, Time t) { return !(t < slot.end); });
+  }
+
+  Slots slots_;
 };
 
 /// Boost's set. Operations that it lacks use its iterators and hints.
@@ -113,6 +180,32 @@ class IclSet {
     return IclSet();
   }
 
+  IclSet intersection(const IclSet& other) const {
+    IclSet result;
+    emitCommon(set_, other.set_, [&](Time b, Time e) { result.append(b, e); });
+    return result;
+  }
+  IclSet gaps(Time begin, Time end) const {
+    IclSet result;
+    emitGaps(firstEndingAfter(begin), set_.end(), {begin, end},
+             [&](Time b, Time e) { result.append(b, e); });
+    return result;
+  }
+  std::optional<Time> workEnd(Time start, Duration work) const {
+    return endOfWork(firstEndingAfter(start), set_.end(), start, work);
+  }
+  std::optional<Time> workStart(Time end, Duration work) const {
+    // The interval that contains the last microsecond before the end, or the first after it.
+    auto slot = firstEndingAfter(end - Time::time_duration_type::unit());
+    if (slot != set_.end() && slot->lower() < end) ++slot;
+    return startOfWork(set_.begin(), slot, end, work);
+  }
+  std::optional<Time> nextWorking(Time time) const {
+    const auto slot = firstEndingAfter(time);
+    return slot == set_.end() ? std::nullopt : std::optional(std::max(slot->lower(), time));
+  }
+  Duration walk() const { return sumOfSlots(set_); }
+
   Slots slots() const {
     Slots slots;
     for (const auto& interval : set_) slots.push_back({interval.lower(), interval.upper()});
@@ -123,6 +216,8 @@ class IclSet {
   // Bounds that are part of the type cost the set less than bounds kept in each interval.
   using Interval = boost::icl::right_open_interval<Time>;
   using Set = boost::icl::interval_set<Time, std::less, Interval>;
+
+  void append(Time begin, Time end) { set_.add(set_.end(), Interval(begin, end)); }
 
   Set::const_iterator firstEndingAfter(Time time) const {
     return set_.lower_bound(Interval(time, time + Time::time_duration_type::unit()));

@@ -67,8 +67,8 @@ struct BuildAtOnce : Build<Set, setAtOnce<Set>> {
   explicit BuildAtOnce(std::int64_t count) : Build<Set, setAtOnce<Set>>(randomOrders(count)) {}
 };
 
-const bool kInOrder = registerWork<BuildInOrder>("block_build_in_order", 0.02);
-const bool kRandom = registerWork<BuildRandom>("block_build_random", 0.02);
+const bool kInOrder = registerWork<BuildInOrder, TimelineSet>("block_build_in_order", 0.02);
+const bool kRandom = registerWork<BuildRandom, TimelineSet>("block_build_random", 0.02);
 const bool kAtOnce = registerWork<BuildAtOnce>("block_build_at_once", 0.02);
 
 }  // namespace

@@ -143,7 +143,7 @@ const bool kUnite = registerWork<Unite>("block_unite", 0.01);
 const bool kCutMany = registerWork<CutMany>("block_cut_many", 0.01);
 // Copying takes much longer than this change.
 const bool kAddWide = registerWork<Widen>("block_add_wide", 0.003);
-const bool kCutOne = registerWork<CutOne>("block_cut_one", 0.02);
+const bool kCutOne = registerWork<CutOne, TimelineSet>("block_cut_one", 0.02);
 
 }  // namespace
 

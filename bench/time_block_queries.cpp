@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 #include "time_block_work.h"
@@ -16,19 +17,17 @@ using boost::posix_time::hours;
 constexpr std::int64_t kWindowCount = 65536;
 constexpr std::size_t kComparedCount = 4096;
 
-Slots plain(const IntervalMap& set) {
-  return set.slots();
-}
-Slots plain(const IclSet& set) {
-  return set.slots();
-}
-Slots plain(const BlockSet& set) {
+template <class Set>
+auto plain(const Set& set) -> decltype(set.slots()) {
   return set.slots();
 }
 bool plain(bool answer) {
   return answer;
 }
 Duration plain(Duration answer) {
+  return answer;
+}
+std::optional<Time> plain(std::optional<Time> answer) {
   return answer;
 }
 
@@ -73,7 +72,7 @@ struct OfWeeks {
 
 struct InTheWeek : OfWeeks {
   template <class Set>
-  static Set ask(const Set& set, const Slot& window) {
+  static auto ask(const Set& set, const Slot& window) {
     return set.intersection(window.begin, window.end);
   }
 };
@@ -109,14 +108,14 @@ struct Total {
 
 struct FortyHours : OfWeeks {
   template <class Set>
-  static Set ask(const Set& set, const Slot& window) {
+  static auto ask(const Set& set, const Slot& window) {
     return set.forwards(window.begin, hours(40));
   }
 };
 
 struct FortyHoursBack : OfWeeks {
   template <class Set>
-  static Set ask(const Set& set, const Slot& window) {
+  static auto ask(const Set& set, const Slot& window) {
     return set.backwards(window.end, hours(40));
   }
 };
@@ -132,9 +131,67 @@ struct HalfBack {
     return {{end - length, end}};
   }
   template <class Set>
-  static Set ask(const Set& set, const Slot& window) {
+  static auto ask(const Set& set, const Slot& window) {
     return set.backwards(window.end, window.end - window.begin);
   }
+};
+
+struct WorkEnd : OfWeeks {
+  template <class Set>
+  static std::optional<Time> ask(const Set& set, const Slot& window) {
+    return set.workEnd(window.begin, hours(40));
+  }
+};
+
+struct WorkStart : OfWeeks {
+  template <class Set>
+  static std::optional<Time> ask(const Set& set, const Slot& window) {
+    return set.workStart(window.end, hours(40));
+  }
+};
+
+struct NextWorking : OfHours {
+  template <class Set>
+  static std::optional<Time> ask(const Set& set, const Slot& window) {
+    return set.nextWorking(window.begin);
+  }
+};
+
+struct GapsOfTheWeek : OfWeeks {
+  template <class Set>
+  static auto ask(const Set& set, const Slot& window) {
+    return set.gaps(window.begin, window.end);
+  }
+};
+
+/// Walks over all slots.
+struct Walk : Total {
+  template <class Set>
+  static Duration ask(const Set& set, const Slot& /*window*/) {
+    return set.walk();
+  }
+};
+
+/// Intersects the calendar with another one of n slots.
+template <class Set>
+class Common {
+ public:
+  explicit Common(std::int64_t count)
+      : calendar_(calendarOf<Set>(count)),
+        other_(setOf<Set>(delayed(calendarSlots(count), boost::posix_time::minutes(20)))) {}
+
+  Slots result() const { return calendar_.intersection(other_).slots(); }
+
+  void time(benchmark::State& state) const {
+    for (auto _ : state) {
+      auto common = calendar_.intersection(other_);
+      benchmark::DoNotOptimize(common);
+    }
+  }
+
+ private:
+  const Set& calendar_;
+  Set other_;
 };
 
 template <class Query>
@@ -145,14 +202,25 @@ struct Ask {
 
 constexpr double kSeconds = 0.02;
 
-const bool kWeek = registerWork<Ask<InTheWeek>::Of>("block_week", kSeconds);
-const bool kContains = registerWork<Ask<Contains>::Of>("block_contains", kSeconds);
-const bool kMeets = registerWork<Ask<Meets>::Of>("block_meets", kSeconds);
-const bool kTotalWeek = registerWork<Ask<TotalOfTheWeek>::Of>("block_total_week", kSeconds);
-const bool kTotal = registerWork<Ask<Total>::Of>("block_total", kSeconds);
-const bool kForty = registerWork<Ask<FortyHours>::Of>("block_forty_hours", kSeconds);
-const bool kFortyBack = registerWork<Ask<FortyHoursBack>::Of>("block_forty_hours_back", kSeconds);
-const bool kHalfBack = registerWork<Ask<HalfBack>::Of>("block_half_back", kSeconds);
+template <class Query, class... More>
+bool registerQuery(const char* name) noexcept {
+  return registerWork<Ask<Query>::template Of, More...>(name, kSeconds);
+}
+
+const bool kWeek = registerQuery<InTheWeek, TimelineSet, BareVector>("block_week");
+const bool kContains = registerQuery<Contains, TimelineSet>("block_contains");
+const bool kMeets = registerQuery<Meets, TimelineSet>("block_meets");
+const bool kTotalWeek = registerQuery<TotalOfTheWeek, TimelineSet>("block_total_week");
+const bool kTotal = registerQuery<Total, TimelineSet>("block_total");
+const bool kForty = registerQuery<FortyHours, BareVector>("block_forty_hours");
+const bool kFortyBack = registerQuery<FortyHoursBack>("block_forty_hours_back");
+const bool kHalfBack = registerQuery<HalfBack>("block_half_back");
+const bool kWorkEnd = registerQuery<WorkEnd, TimelineSet, BareVector>("block_work_end");
+const bool kWorkStart = registerQuery<WorkStart, TimelineSet>("block_work_start");
+const bool kNext = registerQuery<NextWorking, TimelineSet>("block_next");
+const bool kGaps = registerQuery<GapsOfTheWeek, TimelineSet>("block_gaps");
+const bool kWalk = registerQuery<Walk, TimelineSet>("block_walk");
+const bool kCommon = registerWork<Common>("block_common", kSeconds);
 
 }  // namespace
 

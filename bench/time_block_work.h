@@ -1,4 +1,4 @@
-// The common part of the TimeBlock benchmarks: three kinds of sets must agree before one is timed.
+// The common part of the TimeBlock benchmarks: all kinds of sets must agree before one is timed.
 #pragma once
 
 #include <benchmark/benchmark.h>
@@ -29,37 +29,61 @@ const Set& calendarOf(std::int64_t count) {
   return calendars[count] = setOf<Set>(calendarSlots(count));
 }
 
-/// Returns whether Work<Set>(n).result() is equal for the three sets; computed once for each n.
-template <template <class> class Work>
-bool allAgree(std::int64_t count) {
-  static std::map<std::int64_t, bool> known;
-  const auto found = known.find(count);
-  if (found != known.end()) return found->second;
-  const auto expected = Work<IntervalMap>(count).result();
-  return known[count] =
-             Work<BlockSet>(count).result() == expected && Work<IclSet>(count).result() == expected;
-}
+template <class Set>
+constexpr const char* kNameOf = "";
+template <>
+inline constexpr const char* kNameOf<BlockSet> = "time_block";
+template <>
+inline constexpr const char* kNameOf<TimelineSet> = "timeline";
+template <>
+inline constexpr const char* kNameOf<IclSet> = "icl";
+template <>
+inline constexpr const char* kNameOf<IntervalMap> = "map";
+template <>
+inline constexpr const char* kNameOf<BtreeMap> = "btree";
+template <>
+inline constexpr const char* kNameOf<BareVector> = "vector";
 
-/// Runs Work<Set>(n), which times itself with time(state); n is the benchmark's argument.
-template <template <class> class Work, class Set>
-void run(benchmark::State& state) {
-  const std::int64_t count = state.range(0);
-  if (!allAgree<Work>(count)) return state.SkipWithError("the sets do not agree");
-  Work<Set>(count).time(state);
-}
+/// A work on several kinds of sets, of which TimeBlock is one.
+template <template <class> class Work, class... Sets>
+class Works {
+ public:
+  /// Registers the work for each kind of set and for 100 to 100,000 slots.
+  static bool registerAll(const char* name, double seconds) noexcept {
+    (registerOne<Sets>(name, seconds), ...);
+    return true;
+  }
 
-/// Registers the work for the three sets and for 100 to 100,000 slots.
-template <template <class> class Work>
-bool registerWork(const char* name, double seconds) noexcept {
-  const auto of = [&](const char* set, void (*function)(benchmark::State&)) {
-    auto* benchmark =
-        benchmark::RegisterBenchmark((std::string(name) + "/" + set).c_str(), function);
+ private:
+  template <class Set>
+  static void registerOne(const char* name, double seconds) {
+    const std::string full = std::string(name) + "/" + kNameOf<Set>;
+    auto* benchmark = benchmark::RegisterBenchmark(full.c_str(), run<Set>);
     benchmark->RangeMultiplier(10)->Range(100, 100000)->MinTime(seconds);
-  };
-  of("time_block", run<Work, BlockSet>);
-  of("icl", run<Work, IclSet>);
-  of("map", run<Work, IntervalMap>);
-  return true;
+  }
+
+  // Runs Work<Set>(n), which times itself with time(state); n is the benchmark's argument.
+  template <class Set>
+  static void run(benchmark::State& state) {
+    const std::int64_t count = state.range(0);
+    if (!allAgree(count)) return state.SkipWithError("the sets do not agree");
+    Work<Set>(count).time(state);
+  }
+
+  // Returns whether Work<Set>(n).result() is equal for all sets; computed once for each n.
+  static bool allAgree(std::int64_t count) {
+    static std::map<std::int64_t, bool> known;
+    const auto found = known.find(count);
+    if (found != known.end()) return found->second;
+    const auto expected = Work<BlockSet>(count).result();
+    return known[count] = ((Work<Sets>(count).result() == expected) && ...);
+  }
+};
+
+/// Registers the work for TimeBlock, its peers and `More` kinds of sets.
+template <template <class> class Work, class... More>
+bool registerWork(const char* name, double seconds) noexcept {
+  return Works<Work, BlockSet, IclSet, IntervalMap, BtreeMap, More...>::registerAll(name, seconds);
 }
 
 }  // namespace bench

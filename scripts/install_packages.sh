@@ -8,7 +8,7 @@ packages=(
   g++ cmake ninja-build ccache pkg-config
   libboost-date-time-dev libboost-filesystem-dev libboost-locale-dev libboost-stacktrace-dev
   libboost-thread-dev libcli11-dev libjsoncpp-dev liblog4cplus-dev libpoco-dev
-  libgtest-dev libbenchmark-dev libfmt-dev python3-jsonschema
+  libgtest-dev libbenchmark-dev libfmt-dev libabsl-dev python3-jsonschema
   dpkg-dev file locales tzdata
 )
 case ${1:-} in

@@ -205,15 +205,10 @@ void TimeBlock::removeTimeBlock(TimeBlock const* other) {
 // ---- Relation to an interval
 
 TimeBlock TimeBlock::intersection(ptime const& start, ptime const& end) const {
-  TimeBlock result;
   if (isNarrowedBy(start, end)) {
-    const slot_search::Row row = rowOf(timeslots);
-    const TimeSlot* const first = row.endingAfter(start);
-    const slot_search::Row inside{first, row.beginningFrom(first, end)};
-    result.timeslots.reserve(inside.size());
-    slot_rules::emitInside(inside, start, end, slot_rules::appendTo(result.timeslots));
-    return result;
+    return TimeBlock(slot_rules::intersection(rowOf(timeslots), start, end));
   }
+  TimeBlock result;
   for (const TimeSlot& slot : timeslots) {
     if (!shareTime(slot.time_begin, slot.time_end, start, end)) continue;
     result.addTimeBlock(std::max(start, slot.time_begin), std::min(slot.time_end, end));
@@ -222,19 +217,16 @@ TimeBlock TimeBlock::intersection(ptime const& start, ptime const& end) const {
 }
 
 TimeBlock TimeBlock::intersection(TimeBlock const& other) const {
-  TimeBlock ownCopy, otherCopy, result;
+  TimeBlock ownCopy, otherCopy;
   const Slots& own = slotsInOrder(ownCopy);
   const Slots& others = other.slotsInOrder(otherCopy);
-  slot_rules::emitCommon(rowOf(own), rowOf(others), slot_rules::appendTo(result.timeslots));
-  return result;
+  return TimeBlock(slot_rules::intersection(rowOf(own), rowOf(others)));
 }
 
 TimeBlock TimeBlock::gaps(ptime const& start, ptime const& end) const {
   LIBVARROW_CHECK(start <= end);
-  TimeBlock copy, result;
-  slot_rules::emitGaps(rowOf(slotsInOrder(copy)), start, end,
-                       slot_rules::appendTo(result.timeslots));
-  return result;
+  TimeBlock copy;
+  return TimeBlock(slot_rules::gaps(rowOf(slotsInOrder(copy)), start, end));
 }
 
 bool TimeBlock::intersection(std::pair<ptime, ptime> const& a, std::pair<ptime, ptime> const& b,
@@ -266,7 +258,7 @@ bool TimeBlock::haveBlock(ptime start, ptime end) const {
   CPPBIND_ASSERT(start <= end);
   if (isOrdered_) return slot_rules::haveAll(rowOf(timeslots), start, end);
   return std::any_of(begin(), this->end(), [&](const TimeSlot& slot) {
-    return slot_rules::containsAll(slot, start, end);
+    return slot.time_begin <= start && end <= slot.time_end;
   });
 }
 

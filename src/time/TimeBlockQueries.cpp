@@ -231,10 +231,8 @@ TimeBlock TimeBlock::getBlockAtPos4Dur(ptime const& pos, time_duration const& du
     const auto found = slot_rules::findEnd(slot, timeslots.end(), pos, dur);
     // See below.
     if (!found || found->slot + 1 == timeslots.end()) return result;
-    result.timeslots.reserve(static_cast<std::size_t>(found->slot - slot) + 1);
     const slot_search::Row used{&*slot, &*found->slot + 1};
-    slot_rules::emitInside(used, pos, found->time, slot_rules::appendTo(result.timeslots));
-    return result;
+    return TimeBlock(slot_rules::intersection(used, pos, found->time));
   }
   ptime at = pos;
   time_duration remaining = dur;

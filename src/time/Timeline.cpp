@@ -21,10 +21,10 @@ namespace {
 
 // The most slots of a chunk. A change moves half of them on average; longer chunks cost more moves,
 // shorter ones a longer list of chunks.
-constexpr std::size_t kMost = 64;
+constexpr std::size_t kMost = 128;
 
 // The slots of a chunk of a new timeline, with room for changes.
-constexpr std::size_t kUsual = 48;
+constexpr std::size_t kUsual = 96;
 
 }  // namespace
 
@@ -63,9 +63,10 @@ struct Timeline::Ordered {
 };
 
 Timeline::const_iterator Timeline::inChunk(std::size_t chunk, const TimeSlot* slot) const {
-  const Chunk& slots = chunks_[chunk];
-  if (slot == slots.data() + slots.size()) return at(chunk + 1);
-  return {&slots, chunks_.data() + chunks_.size(), slot};
+  const_iterator found = at(chunk);
+  if (slot == found.slotsEnd_) return at(chunk + 1);
+  found.slot_ = slot;
+  return found;
 }
 
 // ---- From and to a block
@@ -98,7 +99,9 @@ TimeBlock Timeline::toTimeBlock() const {
 void Timeline::addTimeBlock(ptime const& bstart, ptime const& bend) {
   requireForwards(bstart, bend);
   if (bend == bstart) return;
-  const const_iterator first = Ordered{*this}.endingFrom(bstart);
+  // Slots are often added in order.
+  const bool isLast = !empty() && ends_.back() < bstart;
+  const const_iterator first = isLast ? end() : Ordered{*this}.endingFrom(bstart);
   apply(slot_rules::addition(first, end(), TimeSlot(bstart, bend)));
 }
 
@@ -216,17 +219,13 @@ void Timeline::mergeWithNext(std::size_t chunk) {
 // ---- Relation to an interval
 
 TimeBlock Timeline::intersection(ptime const& start, ptime const& end) const {
-  if (!empty()) LIBVARROW_CHECK(start <= end);
-  std::vector<TimeSlot> slots;
-  slot_rules::emitInside(Ordered{*this}, start, end, slot_rules::appendTo(slots));
-  return TimeBlock(std::move(slots));
+  if (!empty()) CPPBIND_ASSERT(start <= end);
+  return TimeBlock(slot_rules::intersection(Ordered{*this}, start, end));
 }
 
 TimeBlock Timeline::gaps(ptime const& start, ptime const& end) const {
   LIBVARROW_CHECK(start <= end);
-  std::vector<TimeSlot> slots;
-  slot_rules::emitGaps(Ordered{*this}, start, end, slot_rules::appendTo(slots));
-  return TimeBlock(std::move(slots));
+  return TimeBlock(slot_rules::gaps(Ordered{*this}, start, end));
 }
 
 bool Timeline::hasIntersection(ptime const& start, ptime const& end) const {

@@ -16,7 +16,6 @@
 #include "libvarrow/backtrace/Check.h"
 #include "libvarrow/time/TimeBlock.h"
 #include "time/saturating_time.h"
-#include "time/share_time.h"
 #include "time/slot_search.h"
 #include "time/slot_sweep.h"
 
@@ -48,19 +47,6 @@ inline std::uint64_t countOf(const time_duration& work) {
 
 inline time_duration durationOf(std::uint64_t count) {
   return time_duration(0, 0, 0, static_cast<std::int64_t>(count));
-}
-
-/// Returns a function that appends [begin, end], which does not begin before the last slot ends. It
-/// ignores an empty interval and joins one that touches the last slot.
-inline auto appendTo(std::vector<TimeSlot>& slots) {
-  return [&slots](const ptime& begin, const ptime& end) {
-    if (!(begin < end)) return;
-    if (!slots.empty() && slots.back().time_end == begin) {
-      slots.back().time_end = end;
-    } else {
-      slots.emplace_back(begin, end);
-    }
-  };
 }
 
 // ---- Union and subtraction
@@ -103,24 +89,22 @@ Change<Iterator> removal(Iterator first, Iterator slotsEnd, const TimeSlot& cut)
 
 // ---- Relation to an interval
 
-inline bool containsAll(const TimeSlot& slot, const ptime& start, const ptime& end) {
-  return slot.time_begin <= start && end <= slot.time_end;
-}
-
+/// Returns whether one slot contains [start, end]. Precondition: start <= end.
 template <class Ordered>
 bool haveAll(const Ordered& slots, const ptime& start, const ptime& end) {
-  // The slots before end earlier, those after begin later.
+  // Earlier slots end before `end`, later ones begin later than this one.
   const auto slot = slots.endingFrom(end);
-  return slot != slots.end() && containsAll(*slot, start, end);
+  return slot != slots.end() && slot->time_begin <= start;
 }
 
-/// Precondition: start <= end.
+/// Returns whether a slot shares time with [start, end]. Precondition: start <= end.
 template <class Ordered>
 bool haveShared(const Ordered& slots, const ptime& start, const ptime& end) {
   const auto slot = slots.endingAfter(start);
-  return slot != slots.end() && shareTime(slot->time_begin, slot->time_end, start, end);
+  return slot != slots.end() && slot->time_begin < end;
 }
 
+/// Returns whether the slot has `dur` inside [start, end].
 inline bool hasRoom(const TimeSlot& slot, const ptime& start, const ptime& end,
                     const time_duration& dur) {
   const ptime& lo = std::max(start, slot.time_begin);
@@ -128,47 +112,80 @@ inline bool hasRoom(const TimeSlot& slot, const ptime& start, const ptime& end,
   return !(hi < lo) && !(hi - lo < dur);
 }
 
-/// Calls emit(begin, end) for the time of the slots inside [start, end]. Precondition: start <=
-/// end.
-template <class Ordered, class Emit>
-void emitInside(const Ordered& slots, const ptime& start, const ptime& end, Emit emit) {
-  for (auto slot = slots.endingAfter(start); slot != slots.end() && slot->time_begin < end;
-       ++slot) {
-    emit(std::max(start, slot->time_begin), std::min(slot->time_end, end));
+/// Appends [begin, end], which does not begin before the last slot ends. Ignores an empty interval
+/// and joins one that touches the last slot.
+inline void append(const ptime& begin, const ptime& end, std::vector<TimeSlot>& slots) {
+  if (!(begin < end)) return;
+  if (!slots.empty() && slots.back().time_end == begin) {
+    slots.back().time_end = end;
+  } else {
+    slots.emplace_back(begin, end);
   }
 }
 
-/// Calls emit(begin, end) for the time of [start, end] outside the slots.
-template <class Ordered, class Emit>
-void emitGaps(const Ordered& slots, const ptime& start, const ptime& end, Emit emit) {
-  ptime from = start;
-  emitInside(slots, start, end, [&](const ptime& begin, const ptime& slotEnd) {
-    if (begin == slotEnd) return;
-    if (from < begin) emit(from, begin);
-    from = slotEnd;
-  });
-  if (from < end) emit(from, end);
+/// The slots that overlap or touch a window, as a range.
+template <class Iterator>
+struct Inside {
+  Iterator first;
+  Iterator last;
+  std::size_t count = 0;
+};
+
+template <class Ordered>
+auto inside(const Ordered& slots, const ptime& start, const ptime& end) {
+  const auto first = slots.endingAfter(start);
+  const auto slotsEnd = slots.end();
+  Inside<decltype(slots.begin())> range{first, first};
+  for (; range.last != slotsEnd && range.last->time_begin < end; ++range.last) ++range.count;
+  return range;
 }
 
-/// Calls emit(begin, end) for the time that both containers have.
-template <class OrderedA, class OrderedB, class Emit>
-void emitCommon(const OrderedA& as, const OrderedB& bs, Emit emit) {
-  auto a = as.begin();
+/// Returns the time of the slots inside [start, end]. Precondition: start <= end.
+template <class Ordered>
+std::vector<TimeSlot> intersection(const Ordered& slots, const ptime& start, const ptime& end) {
+  const auto range = inside(slots, start, end);
+  std::vector<TimeSlot> result;
+  result.reserve(range.count);
+  for (auto slot = range.first; slot != range.last; ++slot) {
+    append(std::max(start, slot->time_begin), std::min(slot->time_end, end), result);
+  }
+  return result;
+}
+
+/// Returns the time of [start, end] outside the slots. Precondition: start <= end.
+template <class Ordered>
+std::vector<TimeSlot> gaps(const Ordered& slots, const ptime& start, const ptime& end) {
+  const auto range = inside(slots, start, end);
+  std::vector<TimeSlot> result;
+  result.reserve(range.count + 1);
+  ptime from = start;
+  for (auto slot = range.first; slot != range.last; ++slot) {
+    if (slot->time_begin == slot->time_end) continue;
+    if (from < slot->time_begin) result.emplace_back(from, slot->time_begin);
+    from = slot->time_end;
+  }
+  if (from < end) result.emplace_back(from, end);
+  return result;
+}
+
+/// Returns the time that both containers have.
+template <class Ordered>
+std::vector<TimeSlot> intersection(const Ordered& as, const Ordered& bs) {
+  std::vector<TimeSlot> result;
   auto b = bs.begin();
-  if (b == bs.end()) return;
-  a = as.endingAfter(b->time_begin);
-  if (a == as.end()) return;
+  if (b == bs.end()) return result;
+  auto a = as.endingAfter(b->time_begin);
+  if (a == as.end()) return result;
   b = bs.endingAfter(a->time_begin);
   while (a != as.end() && b != bs.end()) {
-    const ptime& begin = std::max(a->time_begin, b->time_begin);
-    const ptime& end = std::min(a->time_end, b->time_end);
-    if (begin < end) emit(begin, end);
+    append(std::max(a->time_begin, b->time_begin), std::min(a->time_end, b->time_end), result);
     if (a->time_end < b->time_end) {
       ++a;
     } else {
       ++b;
     }
   }
+  return result;
 }
 
 // ---- Total time
@@ -183,9 +200,11 @@ bool haveRealTimesOnly(const Ordered& slots) {
 template <class Slots>
 time_duration total(const Slots& slots, bool areOrderedInRealTime) {
   if (areOrderedInRealTime) {
-    std::uint64_t count = 0;
-    for (const TimeSlot& slot : slots) count += countBetween(slot.time_begin, slot.time_end);
-    return durationOf(count);
+    // Signed, because the compiler would reorder unsigned sums into one long chain.
+    std::int64_t count = 0;
+    for (const TimeSlot& slot : slots)
+      count += Count::of(slot.time_end) - Count::of(slot.time_begin);
+    return time_duration(0, 0, 0, count);
   }
   time_duration sum;
   for (const TimeSlot& slot : slots) sum = sumOf(sum, slot.dur());

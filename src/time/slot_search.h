@@ -1,7 +1,6 @@
 // Binary searches for the slots of a block that a query needs.
 #pragma once
 
-#include <algorithm>
 #include <boost/date_time/posix_time/posix_time_types.hpp>
 #include <cstddef>
 #include <vector>
@@ -66,15 +65,6 @@ struct Row {
   /// Returns the first slot that begins at `time` or later.
   const TimeSlot* beginningFrom(const boost::posix_time::ptime& time) const {
     return firstNot(first, last, beforeBeginFrom(time));
-  }
-  /// Returns the same from `slot` on, and takes less time the nearer it is.
-  const TimeSlot* beginningFrom(const TimeSlot* slot, const boost::posix_time::ptime& time) const {
-    std::ptrdiff_t step = 8;
-    while (step < last - slot && slot[step].time_begin < time) {
-      slot += step;
-      step *= 2;
-    }
-    return firstNot(slot, slot + std::min(step, last - slot), beforeBeginFrom(time));
   }
   std::size_t size() const { return static_cast<std::size_t>(last - first); }
 };

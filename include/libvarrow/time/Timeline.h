@@ -97,16 +97,13 @@ class LIBVARROW_API Timeline {
     reference operator*() const { return *slot_; }
     pointer operator->() const { return slot_; }
     const_iterator& operator++() {
-      if (++slot_ == chunk_->data() + chunk_->size()) {
-        ++chunk_;
-        slot_ = chunk_ == chunksEnd_ ? nullptr : chunk_->data();
-      }
+      if (++slot_ == slotsEnd_) enter(chunk_ + 1);
       return *this;
     }
     const_iterator& operator--() {
       if (slot_ == nullptr || slot_ == chunk_->data()) {
-        --chunk_;
-        slot_ = chunk_->data() + chunk_->size();
+        enter(chunk_ - 1);
+        slot_ = slotsEnd_;
       }
       --slot_;
       return *this;
@@ -124,20 +121,26 @@ class LIBVARROW_API Timeline {
     ///@}
     ///@{
     /// Compares iterators of one timeline.
-    bool operator==(const_iterator const& other) const {
-      return chunk_ == other.chunk_ && slot_ == other.slot_;
-    }
+    bool operator==(const_iterator const& other) const { return slot_ == other.slot_; }
     bool operator!=(const_iterator const& other) const { return !(*this == other); }
     ///@}
 
    private:
     friend class Timeline;
-    const_iterator(Chunk const* chunk, Chunk const* chunksEnd, TimeSlot const* slot)
-        : chunk_(chunk), chunksEnd_(chunksEnd), slot_(slot) {}
+    // Makes an iterator to the first slot of a chunk.
+    const_iterator(Chunk const* chunk, Chunk const* chunksEnd) : chunksEnd_(chunksEnd) {
+      enter(chunk);
+    }
+    void enter(Chunk const* chunk) {
+      chunk_ = chunk;
+      slot_ = chunk == chunksEnd_ ? nullptr : chunk->data();
+      slotsEnd_ = chunk == chunksEnd_ ? nullptr : slot_ + chunk->size();
+    }
 
+    TimeSlot const* slot_ = nullptr;  // null at the end
+    TimeSlot const* slotsEnd_ = nullptr;
     Chunk const* chunk_ = nullptr;
     Chunk const* chunksEnd_ = nullptr;
-    TimeSlot const* slot_ = nullptr;  // null at the end
   };
 
   ///@{
@@ -164,9 +167,7 @@ class LIBVARROW_API Timeline {
   struct Ordered;
 
   const_iterator at(std::size_t chunk) const {
-    Chunk const* const chunksEnd = chunks_.data() + chunks_.size();
-    Chunk const* const first = chunks_.data() + chunk;
-    return {first, chunksEnd, first == chunksEnd ? nullptr : first->data()};
+    return {chunks_.data() + chunk, chunks_.data() + chunks_.size()};
   }
   const_iterator inChunk(std::size_t chunk, TimeSlot const* slot) const;
   struct Place {
