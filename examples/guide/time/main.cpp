@@ -3,6 +3,7 @@
 #include <libvarrow/stream/StringIndent.h>
 #include <libvarrow/time/TimeBlock.h>
 #include <libvarrow/time/TimeSlotWithEfficiency.h>
+#include <libvarrow/time/Timeline.h>
 #include <libvarrow/time/WeeklyPattern.h>
 #include <libvarrow/time/overflow_checker.h>
 #include <libvarrow/time/time_range.h>
@@ -113,6 +114,18 @@ void showSearch(const TimeBlock& week) {
   // [/used]
 }
 
+void showBookings(const TimeBlock& week) {
+  // [timeline]
+  libvarrow::Timeline free(week);
+  for (const int work : {20, 5, 30, 20}) {
+    const auto end = free.workEnd(at(1, 6), hours(work));
+    std::cout << work << " h " << (end ? "until " + time2str(*end) : "do not fit") << '\n';
+    if (end) free.removeTimeBlock(at(1, 6), *end);
+  }
+  std::cout << "left:\n" << free.toTimeBlock() << '\n';
+  // [/timeline]
+}
+
 void showDays(const TimeBlock& week) {
   // [days]
   for (const auto& [day, work] : week.getStatisticByDay()) {
@@ -191,6 +204,7 @@ int main() {
   showPattern();
   showTwo(week);
   showSearch(week);
+  showBookings(week);
   showDays(week);
   showShortSlots(week);
   showCapacity();
