@@ -1,13 +1,16 @@
-// A time point as text: time2str against strftime, as a string and appended to a line.
+// A time point as text: time2str against strftime, as a string and appended to a line; and a
+// duration from text.
 #include <benchmark/benchmark.h>
 
 #include <array>
 #include <boost/date_time/posix_time/conversion.hpp>
 #include <cstddef>
+#include <cstdio>
 #include <ctime>
 #include <string>
 #include <vector>
 
+#include "cppbind/type/StringConverter.h"
 #include "libvarrow/stream/FastStringStream.h"
 #include "libvarrow/time/time_range.h"
 #include "operations.h"
@@ -17,6 +20,7 @@ namespace bench {
 namespace {
 
 using boost::posix_time::ptime;
+using boost::posix_time::time_duration;
 
 const std::vector<ptime>& sampleTimes() {
   static const std::vector<ptime> times = [] {
@@ -104,6 +108,37 @@ void strftimeIntoBuffer(benchmark::State& state) {
   }
 }
 
+const std::vector<std::string>& sampleDurations() {
+  static const std::vector<std::string> texts = [] {
+    std::vector<std::string> made;
+    for (const ptime& time : sampleTimes()) made.push_back(libvarrow::time2str(time).substr(11));
+    return made;
+  }();
+  return texts;
+}
+
+time_duration durationByBinding(const std::string& text) {
+  return cppbind::BoostTimeDurationText::fromString(text);
+}
+
+time_duration durationBySscanf(const std::string& text) {
+  int hours = 0, minutes = 0, seconds = 0;
+  if (std::sscanf(text.c_str(), "%d:%d:%d", &hours, &minutes, &seconds) != 3) return {};
+  return time_duration(hours, minutes, seconds);
+}
+
+template <time_duration (*read)(const std::string&)>
+void readDuration(benchmark::State& state) {
+  std::size_t at = 0;
+  for (auto _ : state) {
+    time_duration duration = read(sampleDurations()[at]);
+    benchmark::DoNotOptimize(duration);
+    if (++at == sampleDurations().size()) at = 0;
+  }
+}
+
+BENCHMARK(readDuration<durationByBinding>)->Name("duration_read/binding");
+BENCHMARK(readDuration<durationBySscanf>)->Name("duration_read/sscanf");
 BENCHMARK(time2str)->Name("time_text/time2str");
 BENCHMARK(strftimeFromPtime)->Name("time_text/strftime_from_ptime");
 BENCHMARK(strftimeFromTm)->Name("time_text/strftime_from_tm");

@@ -108,17 +108,25 @@ bool readDate(std::string_view text, date& day) {
 }
 
 bool readTime(std::string_view text, ptime& time) {
-  if (text.size() != 19 || text[10] != ' ' || text[13] != ':' || text[16] != ':') return false;
-  const int hour = readDigits(text, 11, 2);
-  const int minute = readDigits(text, 14, 2);
-  const int second = readDigits(text, 17, 2);
-  if (hour == kNoNumber || hour > 23 || minute == kNoNumber || minute > 59 || second == kNoNumber ||
-      second > 59) {
+  if (text.size() != 19 || text[10] != ' ') return false;
+  date day;
+  time_duration clock;
+  if (!readDuration(text.substr(11), clock) || !readDate(text.substr(0, 10), day)) return false;
+  if (clock.hours() > 23) return false;
+  time = ptime(day, clock);
+  return true;
+}
+
+bool readDuration(std::string_view text, time_duration& duration) {
+  if (text.size() != 8 || text[2] != ':' || text[5] != ':') return false;
+  const int hours = readDigits(text, 0, 2);
+  const int minutes = readDigits(text, 3, 2);
+  const int seconds = readDigits(text, 6, 2);
+  if (hours == kNoNumber || minutes == kNoNumber || minutes > 59 || seconds == kNoNumber ||
+      seconds > 59) {
     return false;
   }
-  date day;
-  if (!readDate(text.substr(0, 10), day)) return false;
-  time = ptime(day, time_duration(hour, minute, second));
+  duration = time_duration(hours, minutes, seconds);
   return true;
 }
 

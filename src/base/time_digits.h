@@ -34,10 +34,11 @@ char* writeClock(char* to, const ClockParts& parts);
 char* writeTime(char* to, const boost::posix_time::ptime& time);
 
 ///@{
-/// Reads "YYYY-MM-DD" or "YYYY-MM-DD HH:MM:SS", 10 or 19 characters with every number in its
-/// calendar range. Returns false for any other text.
+/// Reads "YYYY-MM-DD", "YYYY-MM-DD HH:MM:SS" or "HH:MM:SS": 10, 19 or 8 characters with every
+/// number in its range. A duration has up to 99 hours. Returns false for any other text.
 bool readDate(std::string_view text, boost::gregorian::date& date);
 bool readTime(std::string_view text, boost::posix_time::ptime& time);
+bool readDuration(std::string_view text, boost::posix_time::time_duration& duration);
 ///@}
 
 }  // namespace libvarrow::base::time_digits

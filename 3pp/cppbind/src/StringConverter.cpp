@@ -130,7 +130,9 @@ std::string BoostTimeDurationText::toString(const time_duration& value) {
 }
 
 time_duration BoostTimeDurationText::fromString(std::string_view text) {
-  return readByFacet<time_duration>(text, "duration");
+  time_duration value;
+  return time_digits::readDuration(text, value) ? value
+                                                : readByFacet<time_duration>(text, "duration");
 }
 
 }  // namespace cppbind
