@@ -197,6 +197,39 @@ void reusedFmt(benchmark::State& state) {
   });
 }
 
+// Appends the two truth values of each record in turn.
+template <class Append>
+void appendBools(benchmark::State& state, std::string& text, Append append) {
+  const std::vector<Record>& records = sampleRecords();
+  std::size_t at = 0;
+  for (auto _ : state) {
+    text.clear();
+    append(records[at].isFixed);
+    append(records[at].isLate);
+    benchmark::DoNotOptimize(text.data());
+    benchmark::ClobberMemory();
+    if (++at == records.size()) at = 0;
+  }
+}
+
+void boolsByFastStringStream(benchmark::State& state) {
+  libvarrow::FastStringStream out;
+  appendBools(state, out.str(), [&](bool value) { out << value; });
+}
+
+void boolsByAppend(benchmark::State& state) {
+  std::string text;
+  appendBools(state, text, [&](bool value) {
+    if (value) {
+      text.append("true", 4);
+    } else {
+      text.append("false", 5);
+    }
+  });
+}
+
+BENCHMARK(boolsByFastStringStream)->Name("bool_append/fast_string_stream");
+BENCHMARK(boolsByAppend)->Name("bool_append/append");
 BENCHMARK(freshFastStringStream)->Name("record_fresh/fast_string_stream");
 BENCHMARK(freshStandardStream<writeTimeByFacet>)->Name("record_fresh/ostringstream_facet");
 BENCHMARK(freshStandardStream<writeTimeByPutTime>)->Name("record_fresh/ostringstream_put_time");

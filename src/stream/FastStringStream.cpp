@@ -101,7 +101,8 @@ FastStringStream& FastStringStream::operator<<(const std::string& value) {
 }
 
 FastStringStream& FastStringStream::operator<<(bool value) {
-  return *this << (value ? "true" : "false");
+  text_.append(value ? "true" : "false", value ? 4 : 5);
+  return *this;
 }
 
 FastStringStream& FastStringStream::operator<<(const boost::gregorian::date& value) {
