@@ -2,6 +2,7 @@
 #include <benchmark/benchmark.h>
 #include <fcntl.h>
 #include <limits.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <boost/filesystem/operations.hpp>
@@ -14,6 +15,7 @@
 #include "allocations.h"
 #include "cppbind/cppbind.h"
 #include "libvarrow/module/Module.h"
+#include "libvarrow/stream/AutoCreateDirFileStream.h"
 
 namespace bench {
 
@@ -108,6 +110,49 @@ void systemCalls(benchmark::State& state) {
   }
 }
 
+// A new folder each time, as in a run: its folder is removed while the clock stands still.
+template <class Write>
+void inNewFolders(benchmark::State& state, Write write) {
+  const TemporaryDirectory directory = memoryDirectory();
+  const std::string folder = directory.prefix() + "step/";
+  for (auto _ : state) {
+    if (!write(folder)) state.SkipWithError("the file can not be written");
+    state.PauseTiming();
+    fs::remove_all(folder);
+    state.ResumeTiming();
+  }
+}
+
+void processInNewFolder(benchmark::State& state) {
+  const std::unique_ptr<libvarrow::Module> module = moduleByName();
+  inNewFolders(state, [&](const std::string& folder) {
+    libvarrow::ModuleData data;
+    data.dumpPath = folder;
+    module->process(&data);
+    return true;
+  });
+}
+
+void systemCallsInNewFolder(benchmark::State& state) {
+  inNewFolders(state, [&](const std::string& folder) {
+    return mkdir(folder.c_str(), 0777) == 0 && writeFile(folder + "module_stat.json", "{}");
+  });
+}
+
+template <class Stream>
+void openFile(benchmark::State& state) {
+  const TemporaryDirectory directory = memoryDirectory();
+  const std::string path = directory.prefix() + "file";
+  for (auto _ : state) {
+    Stream stream(path);
+    benchmark::DoNotOptimize(stream.is_open());
+  }
+}
+
+BENCHMARK(processInNewFolder)->Name("module/process_new_folder");
+BENCHMARK(systemCallsInNewFolder)->Name("module/system_calls_new_folder");
+BENCHMARK(openFile<libvarrow::AutoCreateDirFileStream>)->Name("open_file/creates_folder");
+BENCHMARK(openFile<std::ofstream>)->Name("open_file/ofstream");
 BENCHMARK(processModule)->Name("module/process");
 BENCHMARK(processModuleWithStatistics)->Name("module/process_with_statistics");
 BENCHMARK(systemCalls)->Name("module/system_calls");

@@ -22,7 +22,11 @@ DirCreator::DirCreator(const std::string& path, bool pathIsFolder) {
     path_ = path;
     const boost::filesystem::path directory = pathIsFolder ? path_ : path_.parent_path();
     // A bare file name has an empty parent: the current directory, which exists.
-    if (!directory.empty() && !boost::filesystem::exists(directory)) {
+    if (directory.empty()) return;
+    // Usually only the last directory is missing: one system call creates it.
+    boost::system::error_code error;
+    boost::filesystem::create_directory(directory, error);
+    if (error && !boost::filesystem::exists(directory)) {
       boost::filesystem::create_directories(directory);
     }
   } catch (const std::exception& error) {
