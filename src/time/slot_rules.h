@@ -200,11 +200,14 @@ bool haveRealTimesOnly(const Ordered& slots) {
 template <class Slots>
 time_duration total(const Slots& slots, bool areOrderedInRealTime) {
   if (areOrderedInRealTime) {
-    // Signed, because the compiler would reorder unsigned sums into one long chain.
-    std::int64_t count = 0;
-    for (const TimeSlot& slot : slots)
-      count += Count::of(slot.time_end) - Count::of(slot.time_begin);
-    return time_duration(0, 0, 0, count);
+    // Two sums, because the additions of one would wait for each other. They may wrap around, their
+    // difference is right.
+    std::uint64_t ends = 0, begins = 0;
+    for (const TimeSlot& slot : slots) {
+      ends += static_cast<std::uint64_t>(Count::of(slot.time_end));
+      begins += static_cast<std::uint64_t>(Count::of(slot.time_begin));
+    }
+    return durationOf(ends - begins);
   }
   time_duration sum;
   for (const TimeSlot& slot : slots) sum = sumOf(sum, slot.dur());
