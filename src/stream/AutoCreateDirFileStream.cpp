@@ -10,7 +10,6 @@ AutoCreateDirFileStream::AutoCreateDirFileStream(const std::string& path) {
   if (is_open()) return;
   // The directory usually exists, so it is created only when the file cannot be opened.
   DirCreator(path, false);
-  clear();
   open(path, kMode);
 }
 
