@@ -7,6 +7,7 @@
 #include "libvarrow/backtrace/Check.h"
 #include "libvarrow/module/ModuleLoader.h"
 #include "libvarrow/statistics/TimedStatDumper.h"
+#include "libvarrow/time/Timeline.h"
 #include "libvarrow/utility/DllManager.h"
 #include "libvarrow/utility/RegistersManager.h"
 #include "libvarrow/utility/UTFConverter.h"
@@ -143,6 +144,28 @@ TEST_F(MemoryFaultTest, AChangeOfABlockIsCompleteOrHasNoEffect) {
     expectAllOrNothing(
         c.what, [&] { c.change(block); }, [&] { return block.dumpAsString(); },
         [&] { block = TimeBlock(c.before); });  // a copy has no spare capacity
+  }
+}
+
+TEST_F(MemoryFaultTest, AChangeOfATimelineIsCompleteOrHasNoEffect) {
+  Timeline full;  // two full chunks
+  for (int i = 0; i < 256; ++i) full.addTimeBlock(at(2 * i), at(2 * i + 1));
+  const Timeline none;
+  struct Case {
+    const char* what;
+    const Timeline& before;
+    std::function<void(Timeline&)> change;
+  };
+  const Case cases[] = {{"first", none, [](Timeline& t) { t.addTimeBlock(at(1), at(2)); }},
+                        {"add", full, [](Timeline& t) { t.addTimeBlock(at(101.2), at(101.4)); }},
+                        {"append", full, [](Timeline& t) { t.addTimeBlock(at(600), at(601)); }},
+                        {"cut the last slot of a chunk", full,
+                         [](Timeline& t) { t.removeTimeBlock(at(254.2), at(254.4)); }}};
+  for (const Case& c : cases) {
+    Timeline timeline;
+    expectAllOrNothing(
+        c.what, [&] { c.change(timeline); }, [&] { return timeline.toTimeBlock().dumpAsString(); },
+        [&] { timeline = Timeline(c.before); });
   }
 }
 
