@@ -72,8 +72,6 @@ TEST(Field, AValueThatBreaksItsConditionIsRefusedAtItsPath) {
   const auto ints = [](auto&& f) { return Declare<int>(f); };
   const Declare<int> fromOneToFive = ints([](auto& f) { f.between(1, 5); });
   EXPECT_EQ("f: 0 is less than 1", read<int>("0", fromOneToFive));
-  EXPECT_EQ(R"({"f":1})", read<int>("1", fromOneToFive));
-  EXPECT_EQ(R"({"f":5})", read<int>("5", fromOneToFive));
   EXPECT_EQ("f: 6 is more than 5", read<int>("6", fromOneToFive));
   EXPECT_EQ("f: 3 is not one of 2, 4", read<int>("3", ints([](auto& f) { f.oneOf({2, 4}); })));
   EXPECT_EQ("f: 3 is not allowed: oneOf() has no values",
@@ -90,13 +88,9 @@ TEST(Field, AValueThatBreaksItsConditionIsRefusedAtItsPath) {
   const std::vector<std::string> rules = {"SPT", "MWKR"};
   EXPECT_EQ(R"(f: "FOO" is not one of "SPT", "MWKR")",
             read<std::string>(R"("FOO")", [&](auto& f) { f.oneOf(rules); }));
-  EXPECT_EQ(R"({"f":"SPT"})", read<std::string>(R"("SPT")", [](auto& f) {
-              f.oneOf({"SPT", "MWKR"}).notEmpty();
-            }));
   EXPECT_EQ("f: is empty", read<std::string>(R"("")", [](auto& f) { f.notEmpty(); }));
   const auto soon = [](auto& f) { f.atLeast(date(2024, 3, 5)); };
   EXPECT_EQ(R"(f: "2024-03-04" is less than "2024-03-05")", read<date>(R"("2024-03-04")", soon));
-  EXPECT_EQ(R"({"f":"2024-03-05"})", read<date>(R"("2024-03-05")", soon));
   EXPECT_EQ(R"(f: "not-a-date-time" is less than "2024-03-05")",
             read<date>(R"("not-a-date-time")", soon));
   EXPECT_EQ(
