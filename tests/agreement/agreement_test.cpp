@@ -57,7 +57,7 @@ Difference reasonFor(const Fault& fault) {
   const std::string key = fault.path.empty() ? "" : fault.path.back();
   const std::pair<const char*, Difference> reasons[] = {
       {"2024-02-30] as date", DayThatDoesNotExist},
-      {"2024-02-30 00:00:00]", DayThatDoesNotExist},
+      {"2024-02-30 00:00:00] as time", DayThatDoesNotExist},
       {"must be even", CodeOfTheHost},
       {"is ten", CodeOfTheHost},
       {"ends before it begins", CodeOfTheHost},
