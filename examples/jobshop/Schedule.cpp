@@ -19,11 +19,7 @@ std::vector<std::vector<ScheduledOperation>> Schedule::byMachine(std::size_t mac
     machines.at(operation.machine).push_back(operation);
   }
   for (auto& machine : machines) {
-    std::sort(machine.begin(), machine.end(),
-              [](const ScheduledOperation& a, const ScheduledOperation& b) {
-                return std::tie(a.start, a.end, a.job, a.position) <
-                       std::tie(b.start, b.end, b.job, b.position);
-              });
+    std::sort(machine.begin(), machine.end(), earlierInTime);
   }
   return machines;
 }
@@ -52,6 +48,10 @@ Time busyTime(const std::vector<ScheduledOperation>& operations, const MachineCa
 
 bool earlierInJob(const ScheduledOperation& a, const ScheduledOperation& b) {
   return std::tie(a.job, a.position) < std::tie(b.job, b.position);
+}
+
+bool earlierInTime(const ScheduledOperation& a, const ScheduledOperation& b) {
+  return std::tie(a.start, a.end, a.job, a.position) < std::tie(b.start, b.end, b.job, b.position);
 }
 
 }  // namespace jobshop

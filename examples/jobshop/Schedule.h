@@ -38,4 +38,8 @@ Time busyTime(const std::vector<ScheduledOperation>& operations, const MachineCa
 /// Returns true when `a` is before `b` by job, then by position.
 bool earlierInJob(const ScheduledOperation& a, const ScheduledOperation& b);
 
+/// Returns true when `a` is before `b` by start, then by end, job and position. In a feasible
+/// schedule this order keeps those of all jobs and machines, even of operations that take no time.
+bool earlierInTime(const ScheduledOperation& a, const ScheduledOperation& b);
+
 }  // namespace jobshop

@@ -3,6 +3,7 @@
 #include "modules/CheckRules.h"
 #include "modules/CheckSchedule.h"
 #include "modules/Dispatch.h"
+#include "modules/Improve.h"
 #include "modules/ReadInstance.h"
 #include "modules/SetCalendars.h"
 #include "modules/WriteSchedule.h"
@@ -13,6 +14,7 @@ void registerModules(cppbind::ClassRegister& classes) {
   classes.regClass<ReadInstance>("ReadInstance");
   classes.regClass<SetCalendars>("SetCalendars");
   classes.regClass<Dispatch>("Dispatch");
+  classes.regClass<Improve>("Improve");
   classes.regClass<CheckSchedule>("CheckSchedule");
   classes.regClass<CheckRules>("CheckRules");
   classes.regClass<WriteSchedule>("WriteSchedule");

@@ -1,0 +1,32 @@
+// The statistic that records how a schedule got shorter.
+#pragma once
+
+#include <libvarrow/statistics/CommonStatistics.h>
+
+#include <cstdint>
+#include <mutex>
+#include <vector>
+
+#include "Instance.h"
+
+namespace jobshop {
+
+/// Makespans of a search, each with the iteration that found it. Rendered as a list of
+/// {"iteration": 12, "makespan": 57}. Thread-safe.
+class ImprovementRecord : public libvarrow::CommonStatistics {
+ public:
+  void add(std::uint64_t iteration, Time makespan);
+
+  Json::Value toJsonValue4Bind() const override;
+
+ private:
+  struct Improvement {
+    std::uint64_t iteration = 0;
+    Time makespan = 0;
+  };
+
+  mutable std::mutex mutex_;
+  std::vector<Improvement> improvements_;
+};
+
+}  // namespace jobshop

@@ -1,0 +1,228 @@
+// The local search: its graph and moves, and the module.
+#include <libvarrow/json/json.h>
+#include <libvarrow/module/RunObserver.h>
+
+#include <memory>
+#include <random>
+#include <set>
+
+#include "JobShopData.h"
+#include "ScheduleText.h"
+#include "improve/moves.h"
+#include "modules/Improve.h"
+#include "shop_fixtures.h"
+
+namespace jobshop_test {
+namespace {
+
+// Jobs may visit a machine again, even at once; every fourth operation takes no time.
+Instance mixedInstance(std::mt19937_64& random) {
+  const std::size_t machines = 4 + random() % 5;
+  Instance instance = {"mixed", machines, {}};
+  instance.jobs.assign(6 + random() % 7, std::vector<Operation>(machines));
+  for (auto& job : instance.jobs) {
+    for (Operation& operation : job) {
+      const Time duration = random() % 4 == 0 ? 0 : 1 + static_cast<Time>(random() % 20);
+      operation = {random() % machines, duration};
+    }
+  }
+  return instance;
+}
+
+// Returns the schedule in which all operations start as early as their places in `order` allow.
+Schedule builtFromScratch(const Instance& instance, const OperationOrder& order) {
+  std::vector<ScheduledOperation> operations;
+  for (std::size_t job = 0; job < instance.jobs.size(); ++job) {
+    for (std::size_t i = 0; i < instance.jobs[job].size(); ++i) {
+      operations.push_back({job, i, instance.jobs[job][i].machine, 0, 0});
+    }
+  }
+  std::vector<Time> jobReady(instance.jobs.size());
+  std::vector<Time> machineFree(instance.machineCount);
+  for (const OperationId id : order) {
+    ScheduledOperation& operation = operations[id - 1];
+    Time& ready = jobReady[operation.job];
+    Time& free = machineFree[operation.machine];
+    operation.start = std::max(ready, free);
+    operation.end = operation.start + instance.jobs[operation.job][operation.position].duration;
+    ready = free = operation.end;
+  }
+  return {operations, ""};
+}
+
+std::vector<OperationId> reordered(const ShopGraph& graph, const Move& move) {
+  std::vector<OperationId> operations = {move.moved};
+  while (operations.back() != move.target) {
+    const Vertex& vertex = graph[operations.back()];
+    operations.push_back(move.isForward ? vertex.machineAfter : vertex.machineBefore);
+  }
+  return operations;
+}
+
+// Applies a move and compares the graph with a schedule built from scratch, and the estimate with
+// the longest path through the operations that the move reorders.
+void expectExactMove(const Instance& instance, ShopGraph& graph, const Move& move) {
+  const Time before = graph.makespan();
+  const Time estimate = MoveEstimator(graph).estimate(move);
+  const std::vector<OperationId> operations = reordered(graph, move);
+  graph.apply(move);
+
+  const Schedule schedule = builtFromScratch(instance, graph.order());
+  ASSERT_EQ(std::vector<std::string>(), findViolations(instance, {graph.schedule(), ""}));
+  ASSERT_EQ(scheduleCsv(schedule, {}, {}), scheduleCsv({graph.schedule(), ""}, {}, {}));
+  ASSERT_EQ(schedule.makespan(), graph.makespan());
+  Time through = 0;
+  for (const OperationId id : operations) {
+    through = std::max(through, graph[id].head + graph[id].tail);
+  }
+  ASSERT_LE(through, estimate);
+  if (operations.size() == 2) {
+    ASSERT_EQ(through, estimate);
+  }
+  ASSERT_LE(graph.makespan(), std::max(before, estimate));
+}
+
+TEST(Improving, EveryMoveGivesTheScheduleBuiltFromScratchAndKeepsItsEstimate) {
+  std::mt19937_64 random(1);
+  int insertions = 0;
+  for (int shop = 0; shop < 20; ++shop) {
+    const Instance instance = mixedInstance(random);
+    ShopGraph graph(instance);
+    const Schedule start = planned(instance, "SPT");
+    graph.setSchedule(start.operations);
+    for (int done = 0; done < 500; ++done) {
+      std::vector<Move> moves = blockMoves(graph, criticalPath(graph, random));
+      if (moves.empty()) {
+        graph.setSchedule(start.operations);
+        moves = blockMoves(graph, criticalPath(graph, random));
+      }
+      ASSERT_FALSE(moves.empty());
+      const Move move = moves[random() % moves.size()];
+      insertions += reordered(graph, move).size() > 2;
+      expectExactMove(instance, graph, move);
+      if (HasFatalFailure()) FAIL() << "shop " << shop << ", move " << done;
+    }
+  }
+  EXPECT_LT(1000, insertions);
+}
+
+class Improvement : public ::testing::Test {
+ protected:
+  static Instance shipped(const std::string& name) {
+    return readInstance(JOBSHOP_FOLDER "/data/" + name + ".txt");
+  }
+
+  void plan(const Instance& instance) {
+    shop.setInstance(instance);
+    shop.setSchedule(planned(instance, "MWKR"));
+  }
+
+  // Returns the error of the module.
+  std::string improve(const std::string& keys) {
+    statistics = std::make_unique<libvarrow::StatisticsContainer>("test");
+    shop.statisticsContainer = statistics.get();
+    return errorOf([&] {
+      Improve module;
+      cppbind::JsonDecodeBinder().decode(json(keys), module);
+      module.processImp(&shop);
+    });
+  }
+
+  void expectFeasible() const {
+    EXPECT_EQ(std::vector<std::string>(), findViolations(shop.instance(), shop.schedule()));
+  }
+
+  // Returns a statistic of the last run of the module.
+  Json::Value recorded(const char* name) const {
+    const Json::Value all = statistics->toJsonValue4Bind();
+    for (const Json::Value& entry : all["test"]) {
+      if (entry.isMember(name)) return entry[name];
+    }
+    return {};
+  }
+
+  JobShopData shop;
+  std::unique_ptr<libvarrow::StatisticsContainer> statistics;
+};
+
+TEST_F(Improvement, FindsGoodSchedulesOfTheShippedInstances) {
+  const std::tuple<const char*, Time, Time> cases[] = {
+      {"ft06", 55, 55},   {"ft10", 930, 948}, {"ft20", 1165, 1188}, {"la01", 666, 666},
+      {"la02", 655, 655}, {"la03", 597, 597}, {"la04", 590, 590},   {"la05", 593, 593}};
+  for (const auto& [name, optimum, limit] : cases) {
+    plan(shipped(name));
+    EXPECT_EQ("no error", improve("{}"));
+    expectFeasible();
+    EXPECT_LE(optimum, shop.schedule().makespan()) << name;
+    EXPECT_GE(limit, shop.schedule().makespan()) << name;
+  }
+}
+
+TEST_F(Improvement, KeepsToTheBoundsInShopsWithRepeatedVisitsAndWithoutMoves) {
+  std::mt19937_64 random(2);
+  for (int i = 0; i < 20; ++i) {
+    plan(mixedInstance(random));
+    const Time start = shop.schedule().makespan();
+    EXPECT_EQ("no error", improve(R"({"iterations": 3000})"));
+    expectFeasible();
+    EXPECT_GE(start, shop.schedule().makespan());
+    EXPECT_LE(shop.lowerBound(), shop.schedule().makespan());
+  }
+}
+
+TEST_F(Improvement, IsTheSameInEveryRunWithTheSameKeys) {
+  plan(shipped("ft10"));
+  const Schedule start = shop.schedule();
+  std::set<std::string> results;
+  for (const char* keys : {R"({"iterations": 2000})", R"({"iterations": 2000, "seed": 1})",
+                           R"({"iterations": 2000, "seed": 2})"}) {
+    shop.setSchedule(start);
+    EXPECT_EQ("no error", improve(keys));
+    results.insert(shop.schedule().origin + scheduleCsv(shop.schedule(), {}, {}) +
+                   libvarrow::Json2Str(recorded("improvements")));
+  }
+  EXPECT_EQ(2u, results.size());
+}
+
+// Ends the run after some questions.
+struct Impatient : libvarrow::RunObserver {
+  bool isEndRequested() const noexcept override { return ++questions > 3000; }
+  mutable int questions = 0;
+};
+
+TEST_F(Improvement, KeepsTheBestScheduleWhenTheRunEnds) {
+  Impatient observer;
+  shop.setObserver(&observer);
+  plan(shipped("ft10"));
+  const Time start = shop.schedule().makespan();
+  EXPECT_EQ("no error", improve(R"({"iterations": 1000000000000})"));
+  expectFeasible();
+  EXPECT_EQ(3000, recorded("iterations").asInt());
+  const Json::Value improvements = recorded("improvements");
+  EXPECT_EQ(start, improvements[0]["makespan"].asInt64());
+  const Json::Value& last = improvements[improvements.size() - 1];
+  EXPECT_EQ(shop.schedule().makespan(), last["makespan"].asInt64());
+  EXPECT_EQ("MWKR, iteration " + last["iteration"].asString(), shop.schedule().origin);
+  EXPECT_EQ("0/100;0%", recorded("search").asString());
+}
+
+TEST_F(Improvement, EndsAtTheTimeLimit) {
+  plan(shipped("ft06"));
+  EXPECT_EQ("no error", improve(R"({"time_limit": "00:00:01"})"));
+  EXPECT_EQ("100/100;100%", recorded("search").asString());
+}
+
+TEST_F(Improvement, RefusesWhatItCannotPlan) {
+  EXPECT_EQ("no schedule: Dispatch must run before this module", improve("{}"));
+  plan(shipped("ft06"));
+  Schedule broken = shop.schedule();
+  broken.operations.pop_back();
+  shop.setSchedule(broken);
+  EXPECT_TRUE(contains(improve("{}"), "Improve needs a feasible schedule: operation 5 of job"));
+  shop.setCalendar(calendarFrom(kEarlyShift, 6));
+  shop.setSchedule(planned(shop.instance(), "SPT", shop.calendar()));
+  EXPECT_EQ("Improve cannot plan with calendars: remove Improve or SetCalendars", improve("{}"));
+}
+
+}  // namespace
+}  // namespace jobshop_test
