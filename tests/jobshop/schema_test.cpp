@@ -56,7 +56,9 @@ std::vector<Json::Value> elements(const char* text) {
 
 TEST(Schema, OfPipelinesAcceptsTheFilesOfTheExampleInAllLayouts) {
   const Json::Value schema = libvarrow::pipelineSchema(moduleClasses());
-  expectValid(true, schema, files({"pipeline.json", "pipeline_late.json", "pipeline_shifts.json"}));
+  expectValid(true, schema,
+              files({"pipeline.json", "pipeline_improve.json", "pipeline_late.json",
+                     "pipeline_shifts.json"}));
   expectValid(true, schema, elements(R"([
       {"$schema": "pipeline.schema.json", "modules": []},
       {"$schema": "s", "mainModule": {"ChainedModule": {"modules": [{"CheckSchedule": null}]}}},
