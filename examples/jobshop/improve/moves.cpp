@@ -9,6 +9,10 @@ namespace {
 
 using Path = std::vector<OperationId>;
 
+// The largest distance of a move: the time to estimate all moves of a block grows with the square
+// of the distance.
+constexpr std::size_t kReach = 100;
+
 /// Collects the moves of all blocks of a path.
 class BlockMoves {
  public:
@@ -37,13 +41,15 @@ class BlockMoves {
   }
 
   void addMovesOfEnd(std::size_t begin, std::size_t last) {
-    for (std::size_t i = begin; i < last; ++i) addForward(i, last);
-    for (std::size_t i = begin + 1; i + 1 < last; ++i) addBackward(last, i);
+    const std::size_t farthest = last - std::min(last - begin, kReach);
+    for (std::size_t i = farthest; i < last; ++i) addForward(i, last);
+    for (std::size_t i = std::max(farthest, begin + 1); i + 1 < last; ++i) addBackward(last, i);
   }
 
   void addMovesOfBegin(std::size_t begin, std::size_t last) {
-    for (std::size_t i = begin + 1; i <= last; ++i) addBackward(i, begin);
-    for (std::size_t i = begin + 2; i < last; ++i) addForward(begin, i);
+    const std::size_t farthest = begin + std::min(last - begin, kReach);
+    for (std::size_t i = begin + 1; i <= farthest; ++i) addBackward(i, begin);
+    for (std::size_t i = begin + 2; i <= farthest && i < last; ++i) addForward(begin, i);
   }
 
   // A move closes a cycle if a path leads from the job's next operation to the target. Such a path
