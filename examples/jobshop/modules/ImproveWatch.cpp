@@ -27,7 +27,7 @@ ImproveWatch::ImproveWatch(const JobShopData& shop, SearchLimits limits, SearchP
   shop.statistics().addStat("search", percent_);
   shop.statistics().addStat("improvements", improvements_);
   shop.statistics().addStat("improvement_times", improvementTimes_);
-  improved(0, shop.schedule().makespan());
+  record(0, shop.schedule().makespan());
 }
 
 bool ImproveWatch::isOver(std::uint64_t iterations) {
@@ -39,6 +39,10 @@ bool ImproveWatch::isOver(std::uint64_t iterations) {
 
 void ImproveWatch::improved(std::uint64_t iterations, Time makespan) {
   iterations_ = iterations;
+  record(iterations, makespan);
+}
+
+void ImproveWatch::record(std::uint64_t iterations, Time makespan) {
   lastImprovement_ = iterations;
   improvements_->add(iterations, makespan);
   improvementTimes_->appendCurrentLocalTime();

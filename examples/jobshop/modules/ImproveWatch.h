@@ -44,6 +44,7 @@ class ImproveWatch : public SearchWatch {
  private:
   using Clock = std::chrono::steady_clock;
 
+  void record(std::uint64_t iterations, Time makespan);
   double partDone() const;
   void countTo(double part);
 
