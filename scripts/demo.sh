@@ -105,7 +105,7 @@ plan_in_shifts() {
 
 # Searches longer than the pipeline file says, by an override.
 plan_longer() {
-  local name=$1 override=Improve.iterations=1000000
+  local name=$1 override=Improve.iterations=3000000
   local run=$runs/${name}_longer summary
   printf '\n%s%s with an override%s\n' "$bold" "$name" "$plain"
   [ -t 2 ] || echo '  (no progress bar: standard error is not a terminal)'

@@ -3,7 +3,6 @@
 #include <libvarrow/log/log.h>
 
 #include <algorithm>
-#include <boost/make_shared.hpp>
 #include <stdexcept>
 #include <string>
 #include <utility>
@@ -63,9 +62,6 @@ void Improve::setBind(cppbind::Binder* binder, bool bindFields) {
   binder->field("tenure", tenure_, kUsualTenure)
       .between(1, kMostTenure)
       .about("The least number of moves before a move may be undone.");
-  if (binder->isReading()) {
-    progress_ = boost::make_shared<SearchProgress>("Improve", ImproveWatch::kSteps);
-  }
 }
 
 void Improve::processImp(libvarrow::ModuleData* data) {
@@ -80,7 +76,7 @@ void Improve::processImp(libvarrow::ModuleData* data) {
       std::max(kLeastPatience, kPatienceForOperation * start.operations.size());
 
   const libvarrow::TimeRecoderHelper timer(shop.statistics().getTimeStatistics("improving"));
-  ImproveWatch watch(shop, limitsFrom(iterations_, timeLimit_), *progress_);
+  ImproveWatch watch(shop, limitsFrom(iterations_, timeLimit_));
   EliteSearch search(shop.instance(), start.operations, settings);
   Schedule found = {search.run(watch, shop.lowerBound()), start.origin};
   watch.finish();

@@ -2,14 +2,11 @@
 #pragma once
 
 #include <cppbind/imp/binder.h>
+#include <libvarrow/module/Module.h>
 
 #include <boost/date_time/posix_time/posix_time_types.hpp>
-#include <boost/shared_ptr.hpp>
 #include <cstdint>
 #include <optional>
-
-#include "progress/SearchProgress.h"
-#include "progress/runProgress.h"
 
 namespace jobshop {
 
@@ -20,20 +17,17 @@ namespace jobshop {
 /// When the run must end, the module keeps the shortest schedule so far and returns.
 ///
 /// In JSON: {"Improve": {"iterations": 100000}} or {"Improve": {"time_limit": "00:00:10"}}.
-class Improve : public LongModule {
+class Improve : public libvarrow::Module {
  public:
   void setBind(cppbind::Binder* binder, bool bindFields);
 
   void processImp(libvarrow::ModuleData* data) override;
-
-  boost::shared_ptr<libvarrow::ProgressStatistics> progress() const override { return progress_; }
 
  private:
   std::optional<std::uint64_t> iterations_;
   std::optional<boost::posix_time::time_duration> timeLimit_;
   std::uint64_t seed_ = 1;
   std::uint64_t tenure_ = 1;
-  boost::shared_ptr<SearchProgress> progress_;  // created with the keys
 };
 
 }  // namespace jobshop

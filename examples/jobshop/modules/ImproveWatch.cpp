@@ -16,10 +16,9 @@ double quotient(Number part, Number whole) {
 
 }  // namespace
 
-ImproveWatch::ImproveWatch(const JobShopData& shop, SearchLimits limits, SearchProgress& progress)
+ImproveWatch::ImproveWatch(const JobShopData& shop, SearchLimits limits)
     : shop_(shop),
       limits_(limits),
-      progress_(progress),
       percent_(new libvarrow::SimpleProgressStatistics(kSteps)),
       improvements_(new ImprovementRecord),
       improvementTimes_(new libvarrow::TimeStatistics) {
@@ -63,10 +62,7 @@ double ImproveWatch::partDone() const {
 
 void ImproveWatch::countTo(double part) {
   const auto steps = static_cast<std::uint64_t>(std::min(part, 1.0) * kSteps);
-  for (; counted_ < steps; ++counted_) {
-    percent_->inc();
-    progress_.countTry();
-  }
+  for (; counted_ < steps; ++counted_) percent_->inc();
 }
 
 }  // namespace jobshop

@@ -11,7 +11,6 @@
 #include "JobShopData.h"
 #include "improve/SearchCourse.h"
 #include "modules/ImprovementRecord.h"
-#include "progress/SearchProgress.h"
 
 namespace jobshop {
 
@@ -28,9 +27,8 @@ class ImproveWatch : public SearchWatch {
   /// The number of steps in which progress is counted.
   static constexpr std::uint64_t kSteps = 100;
 
-  /// Starts the time. Counts in `progress`, too, whose total is kSteps. `shop` and `progress` must
-  /// outlive the watch.
-  ImproveWatch(const JobShopData& shop, SearchLimits limits, SearchProgress& progress);
+  /// Starts the time. `shop` must outlive the watch.
+  ImproveWatch(const JobShopData& shop, SearchLimits limits);
 
   bool isOver(std::uint64_t iterations) override;
   void improved(std::uint64_t iterations, Time makespan) override;
@@ -50,7 +48,6 @@ class ImproveWatch : public SearchWatch {
 
   const JobShopData& shop_;
   const SearchLimits limits_;
-  SearchProgress& progress_;
   const Clock::time_point start_ = Clock::now();
   // Owned by the statistics of the run.
   libvarrow::SimpleProgressStatistics* const percent_;
