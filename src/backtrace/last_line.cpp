@@ -14,7 +14,7 @@ namespace {
 
 using Text = std::array<char, 1024>;
 
-// A crash reads one text while setCrashLine() writes the other.
+// Two buffers: a crash can read one while setCrashLine() writes the other.
 std::array<Text, 2> lines{};
 std::atomic<std::size_t> currentLine{0};
 

@@ -63,7 +63,7 @@ int CommandRunner::print(const std::string& text) {
 
 int CommandRunner::execute(Command& command, bool wantsJson, const std::string& seeHelp) {
   system::ResultStream results;
-  porcessCommonInit();  // prints lines that are no results
+  porcessCommonInit();  // prints lines that are not results
   results.printToStandardError();
   CommandContext::Imp imp{host_, state_, results, wantsJson};
   CommandContext context(imp);

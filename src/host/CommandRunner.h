@@ -14,8 +14,8 @@ class CommandRunner {
   /// The arguments must outlive the object.
   CommandRunner(Host& host, HostState& state) : host_(host), state_(state) {}
 
-  /// Runs the command of `state.arguments`, writes its last line, and returns the exit status. Ends
-  /// the process when a signal ended the command.
+  /// Runs the command of `state.arguments`, writes its last line, and returns the exit status. When
+  /// a signal ended the command, ends the process by that signal.
   int run();
 
  private:

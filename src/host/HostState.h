@@ -36,7 +36,7 @@ struct HostState {
   boost::shared_ptr<cppbind::ClassRegister> rules{};
 
   std::string pluginFolder = "plugins";
-  bool isPluginFolderGiven = false;  // by an option: it must exist
+  bool isPluginFolderGiven = false;  // by --plugins: the folder must exist
   std::vector<Setting> settings{};
   std::vector<std::unique_ptr<Command>> commands{};
   std::function<void(const ModuleData&, Summary&)> summary{};
@@ -48,10 +48,11 @@ struct HostState {
   boost::filesystem::path folderOfPlugins() const;
   /// Loads the plug-ins once.
   void loadPlugins();
-  /// Returns true when classes are or may be registered besides those of the library.
+  /// Returns true when the host has classes besides those of the library, or may get some from
+  /// plug-ins.
   bool hasClasses() const;
-  /// Returns "; no plug-ins in FOLDER" when that folder is missing and a class of `faults` may have
-  /// been in it, otherwise nothing.
+  /// Returns "; no plug-ins in FOLDER" when that folder does not exist and `faults` name an unknown
+  /// class, otherwise an empty text.
   std::string missingPlugins(const std::vector<FileFaults>& faults) const;
 };
 

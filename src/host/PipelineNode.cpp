@@ -35,7 +35,8 @@ std::vector<std::string> PipelineNode::keys() const {
 }
 
 PipelineNode PipelineNode::member(const std::string& key, const Description& description) const {
-  // Of a class object, {"Plan": fields}; also where no description says that one is expected.
+  // Recognises the fields of a class object, {"Plan": fields}, also where no description expects
+  // one.
   const ObjectDescription* const classOfFields =
       object == nullptr && json->size() == 1 ? classNamed(key, description) : nullptr;
   PipelineNode node{&(*json)[key], path, elementOf(kind), classOfFields};

@@ -18,7 +18,7 @@ struct PipelineNode {
   JsonPath path{};
   /// The description of the value; null: unknown.
   const cppbind::ValueDescription* kind = nullptr;
-  /// The class or record of which the value has the fields; null: unknown or none.
+  /// The class or record whose fields the value has; null: unknown or none.
   const cppbind::ObjectDescription* object = nullptr;
 
   /// Returns the keys that the value has or may have.
@@ -35,7 +35,7 @@ struct PipelineNode {
 const cppbind::ObjectDescription* classNamed(const std::string& name,
                                              const cppbind::Description& description);
 
-/// Calls `visit` with every object that is the fields of a registered class, {"ClassName": fields}.
+/// Calls `visit` with the fields of every object of a registered class, {"ClassName": fields}.
 void forEachClassObject(const PipelineNode& node, const cppbind::Description& description,
                         const std::function<void(const PipelineNode&)>& visit);
 

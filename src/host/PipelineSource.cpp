@@ -44,7 +44,7 @@ bool readFile(const fs::path& path, std::string& text) {
   return file.is_open() && !file.bad();
 }
 
-// Returns the offset of a position in a text of which each line ends with LF.
+// Returns the offset of a position in a text whose lines end with LF.
 std::size_t offsetOf(const std::string& text, const Fault& fault) {
   std::size_t offset = 0;
   for (std::size_t line = 1; line < fault.line; ++line) offset = text.find('\n', offset) + 1;
@@ -133,7 +133,8 @@ void PipelineSource::check(const cppbind::ClassRegister& modules,
   }
 }
 
-// Checks the pipeline as it runs, and tells each fault where its value comes from.
+// Checks the pipeline with all overrides, and assigns each fault to the file or option that set its
+// value.
 void PipelineSource::checkChanged(const cppbind::ClassRegister& modules) {
   const std::string text = Json2Str(json_);
   const JsonPlaces places(text);

@@ -1,4 +1,4 @@
-// The pipeline of a run: its file, and what the run's options change in it.
+// The pipeline of a run: its file, with the changes of the run's options.
 #pragma once
 
 #include <cppbind/Checker.h>
@@ -23,11 +23,12 @@ namespace libvarrow::host {
 
 class PipelineSource {
  public:
-  /// Reads the pipeline file and applies the overrides of `options`. Faults are kept.
+  /// Reads the pipeline file and applies the overrides of `options`. Collects faults instead of
+  /// throwing.
   PipelineSource(const RunOptions& options, const cppbind::ClassRegister& modules);
 
-  /// Finds the faults of the pipeline and of the rule files that it names, unless it has some
-  /// already. Relative rule files start from `inputs`.
+  /// Finds the faults of the pipeline and of the rule files that it names. Does nothing when an
+  /// error was found before. Relative rule files start from `inputs`.
   void check(const cppbind::ClassRegister& modules, const cppbind::ClassRegister& rules,
              const boost::filesystem::path& inputs);
 
@@ -42,8 +43,8 @@ class PipelineSource {
   /// Returns the chain of the pipeline, in any layout. Throws like the loaders of the library.
   boost::shared_ptr<Module> load(cppbind::ClassRegister& modules) const;
 
-  /// Returns where the step "1_ChainedModule/0_Plan" is: "pipeline.json:12:5", or the name of the
-  /// file or the override alone.
+  /// Returns the place of a step, "1_ChainedModule/0_Plan": "pipeline.json:12:5", or only the name
+  /// of the file or the override.
   std::string placeOf(const std::string& step) const;
 
  private:

@@ -12,9 +12,9 @@
 
 namespace libvarrow::host {
 
-/// Shows the running step and the progress of everything in the statistics that has one, on one
-/// line of standard error, five times a second from a thread of its own. Does nothing without a
-/// terminal. The destructor erases the line.
+/// Progress of a run, as one line on standard error: the running step and every unfinished progress
+/// statistic. A thread redraws it five times a second. Does nothing without a terminal. The
+/// destructor erases the line.
 class ProgressBar {
  public:
   /// `columns` is the width of the terminal; 0: none.

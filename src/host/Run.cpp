@@ -18,7 +18,7 @@ namespace {
 
 namespace fs = boost::filesystem;
 
-// RAII guard: gives the data to a run, and back as it was.
+// RAII guard: sets observer and statistics container of the data, and restores them.
 class DataOfRun {
  public:
   DataOfRun(ModuleData& data, RunObserver& observer, StatisticsContainer& statistics)
@@ -84,7 +84,7 @@ RunResult Run::process(cppbind::ClassRegister& modules, ModuleData& data) {
   }
   result.brokenRules = session_.brokenRules();
   try {
-    // The dumper removes a file that it could not write whole.
+    // The dumper removes a file that it could not write completely.
     if (result.end != RunResult::End::Failed && !fs::exists(folder_ / "statistics.json")) {
       fail(result, "cannot write " + (folder_ / "statistics.json").generic_string() +
                        "; the log has the reason");
@@ -162,7 +162,7 @@ void Run::fail(RunResult& result, const std::string& reason) const {
   result.error = oneLine(source_.placeOf(result.step) + ": " + step + reason);
 }
 
-// With all dumps, those before the step tell the same.
+// Not needed with all dumps, which include the data before the step.
 void Run::dumpAfterFailure(ModuleData& data) const {
   if (session_.dumpLevel() == DumpLevel::All) return;
   try {

@@ -14,14 +14,16 @@
 
 namespace libvarrow::host {
 
-/// What the program knows of a run. Empty members: the run is one of several in its process.
+/// Facts and functions that the program adds to a run. `isEndAsked` and `crashLine` are empty if
+/// the run is one of several in its process.
 struct RunContext {
   std::string program;             ///< the program's name
   bool (*isEndAsked)() = nullptr;  ///< true when a signal asked for the end
   bool setsCrashLine = false;      ///< the line that a crash writes last, of which there is one
 };
 
-/// Folder of inputs: that of the options, or that of the pipeline file. Absolute.
+/// Returns the absolute folder of inputs: that of the options or, without one, that of the pipeline
+/// file.
 boost::filesystem::path inputFolder(const RunOptions& options);
 
 class Run {
@@ -30,8 +32,8 @@ class Run {
   Run(const RunOptions& options, const RunContext& context, const PipelineSource& source,
       const RunFolder& folder, RunRecord& record);
 
-  /// Runs the pipeline on `data` and returns the outcome, exceptions included. Afterwards the
-  /// observer and the statistics container of `data` are those of before. Call it once.
+  /// Runs the pipeline on `data` and returns the outcome, also for exceptions. Restores the
+  /// observer and the statistics container of `data`. Call it once.
   RunResult process(cppbind::ClassRegister& modules, ModuleData& data);
 
   const StatisticsContainer& statistics() const { return statistics_; }

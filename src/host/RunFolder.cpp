@@ -96,7 +96,7 @@ RunFolder::RunFolder(const fs::path& path, bool overwrite)
 }
 
 fs::path newRunFolder(const fs::path& runs, const fs::path& pipeline) {
-  constexpr std::size_t kLongestName = 100;  // the path must not exceed limits
+  constexpr std::size_t kLongestName = 100;  // since systems limit the path
   fs::create_directories(runs);
   std::string stem = oneLine(pipeline.stem().string());
   cutText(stem, kLongestName);

@@ -28,7 +28,7 @@ class RunFolder {
   system::FileLock lock_;
 };
 
-/// Makes and returns a new folder in `runs`, "runs/TIME_PIPELINE", and points "runs/latest" at it.
+/// Creates and returns a new folder, "runs/TIME_PIPELINE", and makes "runs/latest" point to it.
 /// Folders of the same second get a number.
 boost::filesystem::path newRunFolder(const boost::filesystem::path& runs,
                                      const boost::filesystem::path& pipeline);

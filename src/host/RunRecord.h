@@ -11,7 +11,7 @@
 
 namespace libvarrow::host {
 
-/// The text of an outcome in run.json: "done", "rules broken", ...
+/// Returns the text of an outcome in run.json: "done", "rules broken", ...
 const char* outcomeText(RunResult::End end);
 
 /// Writer of run.json. Each write replaces the whole file, so that readers never see half of it.
@@ -30,7 +30,7 @@ class RunRecord {
 
   /// Writes the record of a run that has begun. Throws std::runtime_error with the system's reason.
   void begin();
-  /// Writes the record with the outcome and `facts`, which are added to those of the begin.
+  /// Adds the outcome and `facts` to the record and writes it. Throws like begin().
   void end(const RunResult& result, const Json::Value& facts);
 
  private:

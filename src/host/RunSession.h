@@ -23,7 +23,7 @@ struct RunPlaces {
   std::string dumps;               ///< the dump path of the whole chain, with its trailing "/"
 };
 
-/// Follows the steps, finds the files of modules, and collects what they report.
+/// Observer that follows the steps, locates the files of modules and collects their reports.
 class RunSession : public RunObserver {
  public:
   /// Returns the beginning of the line that a crash in this step writes last.
@@ -48,7 +48,7 @@ class RunSession : public RunObserver {
   const RunPlaces& places() const { return places_; }
   /// Returns true when the step after which the run ends has ended.
   bool isUntilReached() const { return isUntilReached_; }
-  /// Returns the innermost step that an exception left, "1_ChainedModule/0_Plan"; empty: none.
+  /// Returns the innermost step that failed, "1_ChainedModule/0_Plan"; empty: none.
   const std::string& failedStep() const { return failedStep_; }
   /// Returns the last step that ended; empty: none.
   const std::string& lastStep() const { return lastStep_; }
@@ -74,7 +74,7 @@ class RunSession : public RunObserver {
   std::string failedStep_;
   std::atomic<bool> isUntilReached_{false};
 
-  mutable boost::mutex mutex_;  // of everything below, which threads of modules change
+  mutable boost::mutex mutex_;  // protects everything below, which threads of modules change
   std::string shownStep_;
   std::vector<std::string> brokenRules_;
   std::vector<std::pair<std::string, std::string>> files_;

@@ -1,4 +1,4 @@
-// The private parts of the arguments of commands.
+// The private members of CommandOptions and CommandContext.
 #pragma once
 
 #include <sstream>

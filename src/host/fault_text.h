@@ -14,7 +14,8 @@ std::vector<std::string> faultLines(const FileFaults& faults);
 /// Returns the number of errors.
 std::size_t errorCount(const std::vector<FileFaults>& faults);
 
-/// Returns the first error, and how many follow: "FILE:3:7: PATH: message; and 2 more errors".
+/// Returns the first error and the number of further ones: "FILE:3:7: PATH: message; and 2 more
+/// errors".
 std::string firstError(const std::vector<FileFaults>& faults);
 
 }  // namespace libvarrow::host

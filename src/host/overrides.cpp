@@ -46,7 +46,7 @@ bool isTextKind(ValueKind kind) {
          kind == ValueKind::Duration || kind == ValueKind::Enumeration;
 }
 
-// Text that is not JSON remains text: a fault of the field says what is expected.
+// Text that is not JSON remains text, so that the check of the field reports the expected value.
 Json::Value valueOf(const std::string& text, const cppbind::ValueDescription* kind) {
   const bool isQuoted = text.size() > 1 && text.front() == '"' && text.back() == '"';
   if (kind != nullptr && isTextKind(kind->kind) && !isQuoted) return Json::Value(text);
@@ -55,7 +55,8 @@ Json::Value valueOf(const std::string& text, const cppbind::ValueDescription* ki
   return isWhole ? checker.json() : Json::Value(text);
 }
 
-// Finds the meanings of the rest of a path, key by key, since keys may hold "." or "[".
+// Finds the meanings of a path by comparison with the known keys, since keys may contain "." or
+// "[".
 class PathReader {
  public:
   explicit PathReader(const Description& description) : description_(description) {}
@@ -74,7 +75,7 @@ class PathReader {
   const std::vector<PipelineNode>& found() const { return found_; }
 
  private:
-  // A missing member is made in a copy, since other readings must not see it.
+  // Adds a missing member to a copy, since other readings must not see it.
   PipelineNode memberOf(const std::string& key, const PipelineNode& node) {
     if (node.json->isMember(key)) return node.member(key, description_);
     made_.push_back(std::make_unique<Json::Value>(*node.json));
@@ -128,7 +129,7 @@ void append(std::vector<PipelineNode>& list, const std::vector<PipelineNode>& mo
   list.insert(list.end(), more.begin(), more.end());
 }
 
-// Returns the path of every field of every class object, short and whole.
+// Returns the paths of all fields of class objects, in the short and in the full form.
 std::vector<std::string> knownPaths(const PipelineNode& root, const Description& description) {
   std::vector<std::string> paths = root.keys();
   forEachClassObject(root, description, [&](const PipelineNode& object) {

@@ -15,10 +15,10 @@ namespace libvarrow::host {
 /// and any other value replaces. Returns the paths of the values that were set.
 std::vector<JsonPath> mergePatch(const Json::Value& patch, Json::Value& json);
 
-/// Sets one field of `json` as `setting` says, "modules[2].Plan.tries=5", or in every object of a
-/// class, "Plan.tries=5". The value of a text field is text unless it is quoted; of other fields it
-/// is JSON. Returns the paths of the values that were set. Throws std::runtime_error when the path
-/// has no meaning or more than one.
+/// Applies a setting to `json`: "modules[2].Plan.tries=5" sets one field, "Plan.tries=5" that of
+/// every object of the class. The value of a text field is text unless it is quoted; that of
+/// another field is JSON. Returns the paths of the values that were set. Throws std::runtime_error
+/// when the path has no meaning or several.
 std::vector<JsonPath> applySetting(const std::string& setting,
                                    const cppbind::Description& description, Json::Value& json);
 

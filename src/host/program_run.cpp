@@ -30,7 +30,7 @@ void printLine(const std::string& line) {
   system::writeError(line + '\n');
 }
 
-// Writes every fault to standard error, except one that is the last line itself.
+// Writes the faults to standard error, except a single error, which the last line contains.
 void printFaults(const std::vector<FileFaults>& faults) {
   std::size_t count = 0;
   for (const FileFaults& file : faults) count += file.faults.errorCount + file.faults.warningCount;

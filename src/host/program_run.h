@@ -1,4 +1,4 @@
-// A run as the program's work: with log, signals, progress and summary.
+// A run of the program, with log, signals, progress and summary.
 #pragma once
 
 #include <ostream>

@@ -1,4 +1,4 @@
-// The facts of a run that its record has from the begin.
+// The members of a run's record that are known when the run begins.
 #pragma once
 
 #include <json/value.h>
@@ -8,7 +8,7 @@
 
 namespace libvarrow::host {
 
-/// Returns what runs: host, versions, command line, pipeline file and its overrides.
+/// Returns host, versions, command line, pipeline file and its overrides.
 Json::Value runFacts(const RunOptions& options, const HostState& state);
 
 /// Returns `value` on one line, without a line end.

@@ -21,7 +21,8 @@ const std::vector<boost::shared_ptr<Module>>* stepsOf(const Module& module) {
   return chain == nullptr ? nullptr : &chain->getModules();
 }
 
-// Returns true when `step` is inside of a module whose steps are not known.
+// Adds the names of all steps, or returns true when `step` is inside a module whose steps are not
+// known.
 bool collect(const Module& chain, const std::string& prefix, const std::string& step,
              std::vector<std::string>& names) {
   const auto* const steps = stepsOf(chain);

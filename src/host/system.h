@@ -25,26 +25,26 @@ class EndSignals {
 /// Returns "SIGINT" for the number of that signal.
 const char* signalName(int signal);
 
-/// Ends the process by `signal`, as if it had never been handled. Buffers are flushed before.
+/// Flushes buffers and ends the process by `signal`, as if the signal were not handled.
 [[noreturn]] void endBy(int signal);
 
-/// Opens the closed ones of standard input, output and error on the null device, so that no other
+/// Opens standard input, output and error on the null device if they are closed, so that no other
 /// file gets their descriptors.
 void openStandardStreams();
 
-/// RAII guard: keeps standard output for results, and points its descriptor elsewhere, because
-/// modules and the library print there. Initially at the null device. One object at a time.
+/// RAII guard: keeps standard output for results and redirects its descriptor, because modules and
+/// the library print there. Initially redirects it to the null device. One object at a time.
 class ResultStream {
  public:
   ResultStream();
   ResultStream(const ResultStream&) = delete;
   ResultStream& operator=(const ResultStream&) = delete;
-  /// Leaves the descriptor at the null device.
+  /// Redirects the descriptor to the null device.
   ~ResultStream();
 
-  /// Points the descriptor of standard output at standard error.
+  /// Redirects the descriptor to standard error.
   void printToStandardError();
-  /// Points it at the end of the file at `path`. Throws std::runtime_error.
+  /// Redirects it to the end of the file at `path`. Throws std::runtime_error.
   void printTo(const boost::filesystem::path& path);
   /// Writes `text` to the real standard output. Throws std::runtime_error with the system's reason.
   void write(const std::string& text);
@@ -56,11 +56,11 @@ class ResultStream {
 /// Writes `text` to standard error, in one piece as far as the system allows it.
 void writeError(const std::string& text) noexcept;
 
-/// Returns the width of the terminal at standard error; 0 if it is none.
+/// Returns the width of the terminal at standard error; 0 without a terminal.
 std::size_t terminalColumns();
 
-/// Makes `link` refer to the folder `name` beside it, atomically: a symbolic link, or a text file
-/// where the system has none for usual users. Errors are ignored.
+/// Makes `link` refer to the folder `name` beside it, atomically. It is a symbolic link, or a text
+/// file on systems where usual users cannot make links. Ignores errors.
 void pointAt(const boost::filesystem::path& link, const std::string& name);
 
 /// Lock of a file, which is created if it is missing. Released when the object or the process ends.

@@ -66,7 +66,7 @@ void pointStandardOutputAt(const char* file, int flags) {
   ::close(opened);
 }
 
-// Writes everything, also in parts; returns false with errno.
+// Writes the whole text, in several parts if necessary. Returns false and sets errno on failure.
 bool writeAll(int descriptor, const std::string& text) noexcept {
   std::size_t done = 0;
   while (done < text.size()) {
@@ -172,7 +172,7 @@ std::size_t terminalColumns() {
 
 void pointAt(const fs::path& link, const std::string& name) {
   boost::system::error_code ignored;
-  // A folder or a file of that name is not ours.
+  // A folder or a file of that name was not made by a run.
   if (fs::exists(fs::symlink_status(link, ignored)) && !fs::is_symlink(link, ignored)) return;
   const fs::path made = link.parent_path() / fs::unique_path(".latest-%%%%%%%%");
   fs::create_symlink(name, made, ignored);

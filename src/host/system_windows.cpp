@@ -27,8 +27,8 @@ constexpr int kInput = 0;
 constexpr int kOutput = 1;
 constexpr int kError = 2;
 
-// Console events stand for the signals of other systems: closing, logging off and shutting down for
-// SIGHUP, of which the system lets the process work for about five seconds.
+// Console events replace the signals of other systems; closing, logging off and shutting down
+// replace SIGHUP. After those the system lets the process work for about five seconds.
 constexpr int kHangUp = 1;
 
 std::atomic<int> receivedSignal{0};

@@ -35,7 +35,7 @@ struct Timeline::Ordered {
   const_iterator begin() const { return timeline.begin(); }
   const_iterator end() const { return timeline.end(); }
 
-  // Finds the chunk first, by the end of its last slot: it contains the slot.
+  // Finds the chunk first, by the end of its last slot. That chunk contains the slot.
   const_iterator endingFrom(const ptime& time) const {
     return find([&](const ptime& end) { return end < time; },
                 [&](slot_search::Row slots) { return slots.endingFrom(time); });
@@ -44,8 +44,8 @@ struct Timeline::Ordered {
     return find([&](const ptime& end) { return !(time < end); },
                 [&](slot_search::Row slots) { return slots.endingAfter(time); });
   }
-  // A slot that begins at `time` or later ends there or later: it is in the chunk found or, if the
-  // last slot of that chunk begins before `time`, the first of the next one.
+  // A slot that begins at `time` or later also ends there or later, so it is not in an earlier
+  // chunk. If all slots of the chunk begin before `time`, it is the first slot of the next chunk.
   const_iterator beginningFrom(const ptime& time) const {
     return find([&](const ptime& end) { return end < time; },
                 [&](slot_search::Row slots) { return slots.beginningFrom(time); });
@@ -127,7 +127,7 @@ void Timeline::apply(Change const& change) {
     replace(first, first.slot + replaced, pieces.begin(), pieces.end());
     return removeEmpty(first.chunk, first.chunk + 1);
   }
-  // At least two slots become at most two pieces: nothing grows.
+  // At most two pieces replace at least two slots, so no chunk grows.
   const std::size_t headEnd = chunks_[first.chunk].size();
   const TimeSlot* const middle = pieces.begin() + std::min(pieces.size(), headEnd - first.slot);
   replace(first, headEnd, pieces.begin(), middle);
@@ -138,7 +138,7 @@ void Timeline::apply(Change const& change) {
   removeEmpty(first.chunk, last.chunk + 1);
 }
 
-// Returns the place of a slot, or the place after a slot for the end.
+// Returns the place of a slot; for the end, the place after the last slot.
 Timeline::Place Timeline::placeOf(const_iterator const& slot) const {
   if (slot.slot_ == nullptr) return {chunks_.size() - 1, chunks_.back().size()};
   return {static_cast<std::size_t>(slot.chunk_ - chunks_.data()),
@@ -155,8 +155,8 @@ void Timeline::replace(Place first, std::size_t last, TimeSlot const* pieces,
   size_ += slots.size();
 }
 
-// Reserves memory for one more slot in the chunk, which it splits when it is full. Returns the new
-// place of the same slot.
+// Makes room for one more slot in the chunk, and splits a full chunk. Returns the new place of the
+// same slot.
 Timeline::Place Timeline::makeRoom(Place place) {
   if (chunks_[place.chunk].size() < kMost) {
     slot_sweep::makeRoom(chunks_[place.chunk], 1);
@@ -165,7 +165,7 @@ Timeline::Place Timeline::makeRoom(Place place) {
   insertChunk(place.chunk + 1, kMost);
   Chunk& lower = chunks_[place.chunk];
   Chunk& upper = chunks_[place.chunk + 1];
-  // Slots that are added in order fill their chunks.
+  // Not in the middle for a slot at the end: slots that are added in order then fill their chunks.
   const std::size_t kept = place.slot == kMost ? kMost : kMost / 2;
   const auto middle = lower.begin() + static_cast<std::ptrdiff_t>(kept);
   upper.assign(middle, lower.end());
@@ -204,7 +204,7 @@ void Timeline::removeEmpty(std::size_t first, std::size_t last) {
   if (first > 0) mergeWithNext(first - 1);
 }
 
-// Merges two neighbours with few slots, as far as this needs no memory.
+// Merges two neighbours with few slots if that allocates no memory.
 void Timeline::mergeWithNext(std::size_t chunk) {
   if (chunk + 1 >= chunks_.size()) return;
   Chunk& slots = chunks_[chunk];

@@ -51,7 +51,7 @@ void WeeklyPattern::addHoliday(date const& day) {
 TimeBlock WeeklyPattern::between(date const& first, date const& last) const {
   LIBVARROW_CHECK(first <= last);
   requireCountable(first, last);
-  // Windows of the day before may reach into the first one.
+  // Windows of the day before may extend into the first day.
   const date begin = first == date(boost::date_time::min_date_time) ? first : first - kOneDay;
   TimeBlock block = repeated(shifts_, holidays_, begin, last);
   block.removeTimeBlock(repeated(breaks_, {}, begin, last));

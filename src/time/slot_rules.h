@@ -24,7 +24,7 @@ namespace libvarrow::slot_rules {
 using boost::posix_time::ptime;
 using boost::posix_time::time_duration;
 
-// ---- Counts. Arithmetic of time points would test each for special values.
+// ---- Counts, since arithmetic of time points tests each for special values.
 
 /// The count that represents a time: the smallest for -infinity, the largest two for
 /// not-a-date-time and +infinity.
@@ -32,13 +32,13 @@ struct Count : ptime {
   static std::int64_t of(const ptime& time) { return (time.*&Count::time_).time_count(); }
 };
 
-/// Returns the count from `begin` to `end`, which is not before it. A slot with an infinite end has
-/// more than all real times.
+/// Returns the count from `begin` to `end`. A slot with an infinite end has more than all real
+/// times. Precondition: begin <= end.
 inline std::uint64_t countBetween(const ptime& begin, const ptime& end) {
   return static_cast<std::uint64_t>(Count::of(end)) - static_cast<std::uint64_t>(Count::of(begin));
 }
 
-/// Returns the count of `work`, or that of slightly more than all real times when it is longer.
+/// Returns the count of `work`, limited to one more than that of all real times.
 inline std::uint64_t countOf(const time_duration& work) {
   static const std::uint64_t most =
       countBetween(ptime(boost::date_time::min_date_time), ptime(boost::date_time::max_date_time));
@@ -51,7 +51,7 @@ inline time_duration durationOf(std::uint64_t count) {
 
 // ---- Union and subtraction
 
-/// The slots from `first` to `last` become the pieces.
+/// A change of ordered slots: the pieces replace [first, last).
 template <class Iterator>
 struct Change {
   explicit Change(Iterator place) : first(place), last(place) {}
@@ -65,7 +65,8 @@ struct Change {
   std::size_t count = 0;
 };
 
-/// Returns the union with `slot`; `first` is the first slot that ends at its begin or later.
+/// Returns the union with `slot`. Precondition: `first` is the first slot that ends at the begin of
+/// `slot` or later.
 template <class Iterator>
 Change<Iterator> addition(Iterator first, Iterator slotsEnd, TimeSlot slot) {
   Change<Iterator> change(first);
@@ -76,7 +77,8 @@ Change<Iterator> addition(Iterator first, Iterator slotsEnd, TimeSlot slot) {
   return change;
 }
 
-/// Returns the removal of `cut`; `first` is the first slot that ends after its begin.
+/// Returns the removal of `cut`. Precondition: `first` is the first slot that ends after the begin
+/// of `cut`.
 template <class Iterator>
 Change<Iterator> removal(Iterator first, Iterator slotsEnd, const TimeSlot& cut) {
   Change<Iterator> change(first);
@@ -190,7 +192,7 @@ std::vector<TimeSlot> intersection(const Ordered& as, const Ordered& bs) {
 
 // ---- Total time
 
-/// Returns whether ordered slots have no infinite time and no not-a-date-time.
+/// Returns true when no time of the ordered slots is infinite or not-a-date-time.
 template <class Ordered>
 bool haveRealTimesOnly(const Ordered& slots) {
   return slots.begin() == slots.end() ||
@@ -214,7 +216,8 @@ time_duration total(const Slots& slots, bool areOrderedInRealTime) {
   return sum;
 }
 
-/// Returns the time in a window; `slot` is the first that ends at `windowBegin` or later.
+/// Returns the time in a window. Precondition: `slot` is the first that ends at `windowBegin` or
+/// later.
 template <class Iterator>
 time_duration totalInside(Iterator slot, Iterator slotsEnd, const ptime& windowBegin,
                           const ptime& windowEnd) {
@@ -261,9 +264,8 @@ struct WorkPlace {
   ptime time;
 };
 
-/// Returns where `work` that starts at `start` ends, from the slot `slot` on, which is the first
-/// that ends after `start`; nothing when the slots have less time. Precondition: `work` is
-/// positive.
+/// Returns the end of `work` that starts at `start`, or nothing when the slots have less time.
+/// Preconditions: `slot` is the first that ends after `start`, and `work` is positive.
 template <class Iterator>
 std::optional<WorkPlace<Iterator>> findEnd(Iterator slot, Iterator last, const ptime& start,
                                            const time_duration& work) {

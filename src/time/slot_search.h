@@ -35,7 +35,7 @@ Iterator firstNot(Iterator first, Iterator last, IsBefore isBefore) {
 }
 
 ///@{
-/// Conditions that firstNot searches for, each with the name of the first slot found.
+/// Return conditions for firstNot, named after the slot that it finds.
 inline auto beforeEndFrom(const boost::posix_time::ptime& time) {
   return [&](const TimeSlot& slot) { return slot.time_end < time; };
 }
@@ -47,7 +47,7 @@ inline auto beforeBeginFrom(const boost::posix_time::ptime& time) {
 }
 ///@}
 
-/// A range of contiguous slots. The searches are for ordered ones.
+/// A range of contiguous slots. Precondition of the searches: the slots are ordered.
 struct Row {
   const TimeSlot* first;
   const TimeSlot* last;

@@ -234,8 +234,8 @@ class Collector::ObjectFaults {
     return field != nullptr && field->isRequired && memberOf(*field) == nullptr;
   }
 
-  // Puts the fault of a required key that is missing at the unknown key that probably means it,
-  // which is then no fault of its own.
+  // Moves the fault of a missing required key to the unknown key that probably means it. The
+  // unknown key is then not a separate fault.
   void pairMisspeltKeys() {
     for (CaughtFault& fault : faults_) {
       if (!isMissing(fault) || fault.notes != nullptr) continue;

@@ -36,8 +36,8 @@ template <class Visit>
 void visitFaults(const CaughtFault& caught, std::vector<std::string> path, const Visit& visit,
                  std::size_t depth = static_cast<std::size_t>(-1));
 
-/// What an exception does not say to handlers. Travels with it, so that the faults of a value are
-/// forgotten when a host's code handles the exception.
+/// Facts about a fault that the exception does not show to handlers. The exception carries them, so
+/// that the faults of a value are forgotten when a host's code handles it.
 struct FaultNotes {
   std::string hint{};
   /// Not empty: the fault is at this path, to a key, and not at the value of its own path.

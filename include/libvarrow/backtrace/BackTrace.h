@@ -33,10 +33,10 @@ LIBVARROW_API void useCrashStack();
 /// without code was called, and also writes the registers when the stack cannot be read completely.
 LIBVARROW_API void sig_handler(int sig);
 
-/// Sets the line with which the crash handler ends its report on standard error: `text`, such as
-/// "orders: pipeline.json: 1_Plan", and the reason, as far as the library knows it. Keeps the first
-/// 1,023 bytes, which should have no line feed; "", the initial text: no line. Does not allocate.
-/// One thread may call it while others crash.
+/// Sets the last line of a crash's report on standard error: `text`, such as "orders:
+/// pipeline.json: 1_Plan", and the reason if it is known, otherwise the signal. Initially "", which
+/// means no such line. Keeps the first 1,023 bytes; they should contain no line feed. Does not
+/// allocate. Not thread-safe, except that other threads may crash meanwhile.
 LIBVARROW_API void setCrashLine(std::string_view text) noexcept;
 
 }  // namespace libvarrow

@@ -20,13 +20,13 @@ namespace host {
 class CommandRunner;
 }
 
-/// Wrong arguments that the declaration cannot show: one line on standard error, status
-/// kWrongUsage.
+/// Error of arguments that their declaration permits and the command does not. The host writes it
+/// as one line to standard error and exits with kWrongUsage.
 class LIBVARROW_HOST_API UsageError : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
-/// Declares the arguments of a command. A variable keeps its value when its option is not given.
+/// Declaration of a command's arguments. A variable keeps its value when its option is not given.
 /// Paths are made absolute, from the directory in which the program was started.
 class LIBVARROW_HOST_API CommandOptions {
  public:
@@ -48,7 +48,8 @@ class LIBVARROW_HOST_API CommandOptions {
   /// Adds `--NAME`.
   void addFlag(const std::string& name, bool& value, const std::string& about);
   ///@{
-  /// Adds an argument without a name, NAME in --help.
+  /// Adds an argument that is given by its position; --help calls it NAME. addArguments() takes all
+  /// that follow, at least `least`.
   void addArgument(const std::string& name, std::string& value, const std::string& about);
   void addOptionalArgument(const std::string& name, std::string& value, const std::string& about);
   void addArguments(const std::string& name, std::vector<std::string>& values, std::size_t least,
@@ -62,9 +63,10 @@ class LIBVARROW_HOST_API CommandOptions {
   Imp& imp_;
 };
 
-/// The program as a running command sees it. Plug-ins are not loaded, the log is not set up, and
-/// the current directory is that of the start. Standard output is at standard error, since modules
-/// and the library print there: results go to out().
+/// Access of a running command to its program. When the command starts, plug-ins are not loaded,
+/// the log is not set up, and the current directory is that in which the program was started. Text
+/// printed to standard output goes to standard error, since modules and the library print there:
+/// write results to out().
 class LIBVARROW_HOST_API CommandContext {
  public:
   CommandContext(const CommandContext&) = delete;
@@ -73,12 +75,12 @@ class LIBVARROW_HOST_API CommandContext {
 
   /// Returns the host whose command runs.
   Host& host() const;
-  /// Returns the stream of results. The host writes it to the real standard output when the command
-  /// returns, and fails when that cannot be written.
+  /// Returns the stream of results. The host writes its text to the real standard output when the
+  /// command returns; the command fails if that is impossible.
   std::ostream& out() const;
   /// Returns true when --json was given.
   bool wantsJson() const;
-  /// Runs a pipeline as the command run does: log, signals, summary and last line included.
+  /// Runs a pipeline like the command run, with log, signals, summary and last line.
   ExitStatus runPipeline(const RunOptions& options) const;
 
  private:
@@ -117,15 +119,15 @@ class LIBVARROW_HOST_API Command {
 
   /// Declares the arguments. Called once, when the command is selected.
   virtual void declare(CommandOptions& options);
-  /// Does the work and returns the exit status. An exception becomes one line on standard error
-  /// and the status failureStatus().
+  /// Does the work and returns the exit status. An exception is written as one line to standard
+  /// error, and the status is then failureStatus().
   virtual int run(CommandContext& context) = 0;
   /// Returns the status after an exception: kFailed.
   virtual int failureStatus() const;
-  /// Returns true for a command that needs the host's data: a host without data does not have it.
+  /// Returns true when the command needs the host's data. A host without data does not offer it.
   virtual bool needsData() const;
-  /// Returns true for a command that needs registered classes: a host that has none and loads no
-  /// plug-ins does not have it.
+  /// Returns true when the command needs registered classes. A host without classes and plug-ins
+  /// does not offer it.
   virtual bool needsClasses() const;
 
  private:

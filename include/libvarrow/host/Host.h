@@ -36,8 +36,9 @@ namespace libvarrow {
 class LIBVARROW_HOST_API Host {
  public:
   /// Creates a host. `name` is the program's name in messages; `about` is the first line of --help.
-  /// `moduleRegister` and `ruleRegister` are the named registers that plug-ins add to; empty:
-  /// "NAME.modules" and "NAME.rules". Throws std::logic_error when another host has one of them.
+  /// `moduleRegister` and `ruleRegister` name the registers to which plug-ins add classes; empty
+  /// means "NAME.modules" and "NAME.rules". Throws std::logic_error when another host uses one of
+  /// them.
   Host(std::string name, std::string about, std::string moduleRegister = "",
        std::string ruleRegister = "");
   Host(const Host&) = delete;
@@ -65,26 +66,26 @@ class LIBVARROW_HOST_API Host {
 
   /// Sets the version of the program, which --version prints beside that of the library.
   void setVersion(std::string version);
-  /// Sets the folder of plug-ins: absolute, or relative to the program. Initially "plugins"; empty:
-  /// none. The option --plugins replaces it.
+  /// Sets the folder of plug-ins: absolute, or relative to the program. Initially "plugins"; empty
+  /// for no plug-ins. The option --plugins overrides it.
   void setPluginFolder(std::string folder);
-  /// Loads the plug-ins; later calls do nothing. Throws as DllManager::autoLoad() does. The
-  /// commands that need classes call it; call it before the first execute(), which does not.
+  /// Loads the plug-ins; later calls do nothing. Throws like DllManager::autoLoad(). Commands that
+  /// need classes call it. execute() does not: call it before.
   void loadPlugins();
 
   /// Adds a command. Throws std::logic_error when its name is taken.
   void addCommand(std::unique_ptr<Command> command);
   ///@{
-  /// Adds `--NAME VALUE` to the commands run and check: the same as `--set PATH=VALUE`. A relative
-  /// file starts from the directory in which the program was started. Throws std::logic_error when
-  /// a setting has the name.
+  /// Adds the option `--NAME VALUE`, short for `--set PATH=VALUE`, to the commands run and check.
+  /// The value of a file setting is a file name; a relative one starts from the directory in which
+  /// the program was started. Throws std::logic_error when an option has the name.
   void addSetting(const std::string& name, const std::string& path, const std::string& about);
   void addFileSetting(const std::string& name, const std::string& path, const std::string& about);
   ///@}
 
-  /// Sets the function that states the result of a run that was done or broke rules. Without one,
-  /// the key figures of the data are stated (getBaiscInfoJson()). The host adds the run folder and
-  /// the files that steps recorded by addRunFile().
+  /// Sets the function that adds the result to the summary of a run, if the run is done or broke
+  /// rules. Without it, the key figures of the data (getBaiscInfoJson()) are the result. The host
+  /// adds the run folder and the files that steps recorded by addRunFile().
   template <class Data>
   void setSummary(std::function<void(const Data&, Summary&)> state) {
     setSummaryOfData([state = std::move(state)](const ModuleData& data, Summary& summary) {
@@ -96,26 +97,27 @@ class LIBVARROW_HOST_API Host {
   using DataFactory = std::function<std::unique_ptr<ModuleData>()>;
   ///@{
   /// Runs the command that `argv` gives and returns the exit status. Throws nothing. Installs crash
-  /// and signal handlers, sets the log up and changes the current directory; afterwards standard
-  /// output is closed. Plug-ins are unloaded before it returns. A run that a signal ends does not
-  /// return. Call it first in main(), once.
+  /// and signal handlers, sets the log up and changes the current directory; afterwards text
+  /// printed to standard output is lost. Plug-ins are unloaded before it returns. When a signal
+  /// ends the run, the process ends by that signal. Call it first in main(), once.
   template <class Data>
   int run(int argc, char** argv) {
     return run(argc, argv, [] { return std::make_unique<Data>(); });
   }
   int run(int argc, char** argv, const DataFactory& createData);
-  /// Has only the commands that need no data.
+  /// Offers only the commands that need no data.
   int run(int argc, char** argv);
   ///@}
 
-  /// Runs a pipeline once in the calling process, without changing signals, log, current directory
-  /// or standard streams: for tests, and for several runs in one process. The options must name a
+  /// Runs a pipeline once in the calling process, for tests and for several runs in one process.
+  /// Does not change signals, log, current directory or standard streams. The options must name a
   /// folder. Several threads may call it at the same time with different data and folders, after
   /// useCrashStack().
   ///
-  /// Exceptions of the run become RunResult::End::Failed. `data` must be destroyed before the host.
-  /// On return its observer and its statistics container are those of before; after a failure its
-  /// dumpPath is that of the failed step. Modules that change the current directory must not run.
+  /// Exceptions of the run become RunResult::End::Failed. On return `data` has the observer and the
+  /// statistics container that it had before; after a failure its dumpPath is that of the failed
+  /// step. Preconditions: `data` is destroyed before the host, and no module changes the current
+  /// directory.
   RunResult execute(const RunOptions& options, ModuleData& data);
 
  private:

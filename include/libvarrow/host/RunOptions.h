@@ -15,12 +15,13 @@ struct RunOptions {
   boost::filesystem::path folder{};             ///< the run folder: new or empty
   bool overwrite = false;                       ///< replaces an earlier run in the folder
   std::vector<boost::filesystem::path> with{};  ///< merged into the pipeline in order (RFC 7396)
-  /// Then applied in order: "modules[2].Dispatch.tries=5", or "Dispatch.rule=SPT" in each Dispatch.
+  /// Applied after `with`, in order: "modules[2].Dispatch.tries=5", or "Dispatch.rule=SPT" for each
+  /// Dispatch.
   std::vector<std::string> set{};
-  boost::filesystem::path inputs{};  ///< of InputFile fields; empty: the pipeline's folder
+  boost::filesystem::path inputs{};  ///< of input files; empty: the pipeline's folder
   DumpLevel dumps = DumpLevel::All;  ///< the files of each step
   std::string until{};  ///< ends after this step, "1_ChainedModule/0_Plan"; empty: last
-  /// Told of the steps after the host itself; may ask for fewer dumps and for the end. Not owned.
+  /// Called after the host's own observer; may reduce the dumps and end the run. Not owned.
   RunObserver* observer = nullptr;
 };
 

@@ -9,7 +9,7 @@
 
 namespace libvarrow {
 
-/// Exit statuses of a host. A signal that ends the run is not a status: the process ends by it.
+/// Exit statuses of a host. When a signal ends the run, the process ends by that signal instead.
 enum ExitStatus {
   kDone = 0,        ///< the command did its work
   kFailed = 1,      ///< it failed; the last line on standard error gives the place and the reason
@@ -36,7 +36,7 @@ struct RunResult {
 
   End end = End::Failed;                   ///< how the run ended
   boost::filesystem::path folder{};        ///< the run folder; empty when none was made
-  std::vector<FileFaults> faults{};        ///< warnings, too, also of a run that was done
+  std::vector<FileFaults> faults{};        ///< of the files; a run with warnings only is done
   std::vector<std::string> brokenRules{};  ///< the texts of reportRulesBroken()
   std::string step{};                      ///< the failed step, "1_ChainedModule/0_Plan"
   std::string error{};                     ///< file, position, step and reason in one line

@@ -17,7 +17,7 @@ class LIBVARROW_HOST_API Summary {
   Summary& operator=(const Summary&) = delete;
   ~Summary();
 
-  /// Adds a fact: add("makespan", "55"). Facts with the same label are one list in JSON.
+  /// Adds a fact: add("makespan", "55"). In JSON, facts with the same label form one list.
   void add(const std::string& label, const std::string& text);
 
   /// Returns the facts as lines, "makespan     55\n", or as a JSON object.

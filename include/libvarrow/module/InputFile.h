@@ -15,8 +15,8 @@ namespace libvarrow {
 
 class ModuleData;
 
-/// The name of an input file, a text in JSON. The run decides where relative names start: in the
-/// pipeline file's folder, unless its user names another.
+/// The name of an input file, a text in JSON. Relative names start in the folder of the pipeline
+/// file, unless the user of the run names another folder.
 ///
 ///     binder->field("file", file_).notEmpty().about("The instance to plan.");
 ///     ...
@@ -24,10 +24,10 @@ class ModuleData;
 class LIBVARROW_API InputFile {
  public:
   InputFile() = default;
-  /// Takes the name as the pipeline file has it, in UTF-8.
+  /// Takes the name as written in the pipeline file, in UTF-8.
   explicit InputFile(std::string name) : name_(std::move(name)) {}
 
-  /// Returns the name as the pipeline file has it.
+  /// Returns the name as written in the pipeline file.
   const std::string& name() const { return name_; }
   /// Returns true when no file is named.
   bool empty() const { return name_.empty(); }
@@ -45,9 +45,9 @@ class LIBVARROW_API RuleFileName : public InputFile {
   using InputFile::InputFile;
 };
 
-/// Collector of the rule files that pipelines name: lists the fields of the type RuleFileName that
-/// the calling thread reads from JSON while the collector exists. Collectors nest; the inner one
-/// lists.
+/// Collector of the names of rule files. While it exists, it receives the name of each RuleFileName
+/// that the calling thread reads from JSON. Collectors may be nested; only the innermost one
+/// receives names.
 ///
 ///     libvarrow::RuleFileNames ruleFiles;
 ///     const cppbind::Faults faults = libvarrow::checkPipelineFile("pipeline.json", classes);

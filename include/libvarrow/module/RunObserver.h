@@ -1,4 +1,4 @@
-// The observer of a run: hears of its steps, limits their dumps and can end it.
+// The observer of a run, which is notified of its steps, limits their dumps and can end it.
 #pragma once
 
 #include <boost/filesystem/path.hpp>
@@ -39,7 +39,7 @@ class LIBVARROW_API RunEnded : public std::runtime_error {
 ///
 /// A step is one call of Module::process(), chains included. The functions for steps are called by
 /// the thread that runs the step, those for rules and files by any thread of a module. The base
-/// does nothing, and asks for all dumps.
+/// class does nothing and requests all dumps.
 class LIBVARROW_API RunObserver {
  public:
   RunObserver() = default;
@@ -50,7 +50,7 @@ class LIBVARROW_API RunObserver {
   /// Called before the step's first dump. An exception ends the run; stepFails() is then not called
   /// for this step.
   virtual void stepBegins(Module& step, ModuleData& data);
-  /// Called after the step's last dump. An exception ends the run, likewise.
+  /// Called after the step's last dump. An exception ends the run, too.
   virtual void stepEnds(Module& step, ModuleData& data);
   /// Called while an exception leaves the step, for each step that it leaves, the inner one first.
   /// The data is as the failing step left it.
@@ -58,11 +58,10 @@ class LIBVARROW_API RunObserver {
 
   /// Called by reportRulesBroken(), with a text for users. The run continues.
   virtual void rulesBroken(const std::string& text);
-  /// Returns `path`, from the folder of the run unless it is absolute; see outputPath(). The base
-  /// returns `path`, as inputPath() does.
+  /// Returns the path of an output file for libvarrow::outputPath(). The base returns `path`.
   virtual boost::filesystem::path outputPath(const boost::filesystem::path& path);
-  /// Returns `path`, from the folder of inputs unless it is absolute, and records the file; see
-  /// inputPath().
+  /// Records an input file and returns its path for libvarrow::inputPath(). The base returns
+  /// `path`.
   virtual boost::filesystem::path inputPath(const boost::filesystem::path& path);
   /// Called by addRunFile(). The base does nothing.
   virtual void fileWritten(const std::string& kind, const boost::filesystem::path& path);
@@ -70,7 +69,7 @@ class LIBVARROW_API RunObserver {
   /// Returns the files that the next step writes. Called once for each step, before stepBegins().
   virtual DumpLevel dumpLevel() const;
   /// Returns true when the run must end as soon as possible. Called before each step of a chain,
-  /// and by modules from any thread: an override is thread-safe.
+  /// and by modules from any thread: overrides must be thread-safe.
   virtual bool isEndRequested() const noexcept;
 };
 

@@ -24,7 +24,8 @@ enum class PipelineLayout {
   Object  ///< {"mainModule": {...}}, of ModuleLoader::loadJsonV2()
 };
 
-/// Returns the layout that the keys of `root` tell; nothing for other values, such as rule files.
+/// Returns the layout that the keys of `root` belong to; nothing for other values, such as rule
+/// files.
 LIBVARROW_API std::optional<PipelineLayout> pipelineLayout(const Json::Value& root);
 
 ///@{
@@ -42,7 +43,8 @@ LIBVARROW_API cppbind::Faults checkPipelineText(const std::string& text,
                                                 const cppbind::ClassRegisterBase& reg,
                                                 bool ignoreUnknownKeys = false);
 ///@}
-/// The same for a text that was parsed already, by a checker with the register of modules.
+/// Returns the same for the text that `checker` parsed. Precondition: its register is that of the
+/// modules.
 LIBVARROW_API cppbind::Faults checkPipeline(cppbind::Checker& checker,
                                             bool ignoreUnknownKeys = false);
 

@@ -17,23 +17,24 @@ class LIBVARROW_API RulesBroken : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
-/// Returns `path`, from the folder of the run of `data` unless it is absolute. Without a run: from
-/// the current directory, `path` itself. Modules that write their files there can run at the same
-/// time in one process:
+/// Returns the path of an output file: `path` in the folder of the run, or `path` itself if it is
+/// absolute or `data` has no run. Modules that write their files there can run at the same time in
+/// one process:
 ///
 ///     std::ofstream file(libvarrow::outputPath(*data, "schedule.json").string());
 LIBVARROW_API boost::filesystem::path outputPath(const ModuleData& data,
                                                  const boost::filesystem::path& path);
-/// Returns `path`, from the folder of inputs unless it is absolute, and records the file as an
-/// input of the run. Without a run: `path` itself. A field of the type InputFile does the same.
+/// Returns the path of an input file: `path` in the folder of inputs, or `path` itself if it is
+/// absolute or `data` has no run. Records the file as an input of the run. A field of the type
+/// InputFile does the same.
 LIBVARROW_API boost::filesystem::path inputPath(const ModuleData& data,
                                                 const boost::filesystem::path& path);
-/// Records a file that the run wrote, for its summary: addRunFile(data, "schedule", path). Without
-/// a run: no effect.
+/// Records a file that the run wrote, for its summary: addRunFile(data, "schedule", path). Does
+/// nothing without a run.
 LIBVARROW_API void addRunFile(const ModuleData& data, const std::string& kind,
                               const boost::filesystem::path& path);
-/// Records that the plan breaks a rule, one call for each rule. The run continues, and its host
-/// exits with the status for broken rules. Without a run: no effect.
+/// Records that the plan breaks a rule; call it once for each rule. The run continues, and its host
+/// exits with the status for broken rules. Does nothing without a run.
 LIBVARROW_API void reportRulesBroken(const ModuleData& data, const std::string& text);
 
 }  // namespace libvarrow

@@ -12,8 +12,8 @@
 
 namespace libvarrow {
 
-/// A set of intervals for many small changes: a TimeBlock whose single changes do not move all
-/// later slots. A value.
+/// A set of intervals that changes often: like a TimeBlock, but a single change does not move all
+/// later slots. A value type.
 ///
 ///     libvarrow::Timeline free(calendar);             // of a TimeBlock
 ///     while (const Job* job = nextJob()) {
@@ -22,7 +22,7 @@ namespace libvarrow {
 ///     }
 ///     libvarrow::TimeBlock left = free.toTimeBlock();
 ///
-/// Functions have the names, the rules and the aborts of TimeBlock; their comments there apply. The
+/// Functions have the same names and contracts as those of TimeBlock; see the comments there. The
 /// slots are always in order: each begins no later than it ends and ends no later than the next
 /// begins. A change takes O(log n) and moves at most a small part of the slots. A change throws
 /// std::bad_alloc when memory runs out and leaves the timeline unchanged.
@@ -183,9 +183,9 @@ class LIBVARROW_API Timeline {
   void removeEmpty(std::size_t first, std::size_t last);
   void mergeWithNext(std::size_t chunk);
 
-  // The slots in order, in parts of limited length, none of which is empty.
+  // The slots in order, in non-empty chunks of limited length.
   std::vector<Chunk> chunks_;
-  // The end of the last slot of each chunk, which searches compare.
+  // The end of the last slot of each chunk, for searches.
   std::vector<boost::posix_time::ptime> ends_;
   std::size_t size_ = 0;
 };

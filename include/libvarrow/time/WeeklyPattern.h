@@ -39,7 +39,7 @@ class Weekdays {
   unsigned bits_ = 0;
 };
 
-/// Shifts that repeat every week, less breaks and holidays. A value.
+/// Shifts that repeat every week, minus breaks and holidays. A value type.
 ///
 ///     libvarrow::WeeklyPattern pattern;
 ///     pattern.addShift(hours(6), hours(14), libvarrow::Weekdays::mondayToFriday());
@@ -52,10 +52,10 @@ class Weekdays {
 class LIBVARROW_API WeeklyPattern {
  public:
   ///@{
-  /// Adds a shift, or a break that interrupts all shifts, that begins at `from` on each of `days`.
-  /// Shifts may touch or overlap: their time counts once. One that ends after 24 h ends on the next
-  /// day. Throws a traced std::runtime_error unless 0 h <= from < 24 h and from < to <= from + 24
-  /// h.
+  /// Adds a shift or a break that begins at `from` on each of `days`. A break interrupts all
+  /// shifts. Shifts may touch or overlap: their time counts once. A shift or break with `to` after
+  /// 24 h ends on the next day. Throws a traced std::runtime_error unless 0 h <= from < 24 h and
+  /// from < to <= from + 24 h.
   void addShift(boost::posix_time::time_duration const& from,
                 boost::posix_time::time_duration const& to, Weekdays days = Weekdays::all());
   void addBreak(boost::posix_time::time_duration const& from,
@@ -65,10 +65,10 @@ class LIBVARROW_API WeeklyPattern {
   /// close the hours from 0:00 to 24:00 instead, remove them from the result.
   void addHoliday(boost::gregorian::date const& day);
 
-  /// Returns the time from `first` 0:00 to `last` 24:00, both days included, so that adjacent
-  /// ranges complete each other: a night shift from the day before `first` counts from 0:00, one
-  /// that begins on `last` ends at 24:00. Slots neither touch nor are empty. Aborts when last <
-  /// first; throws a traced std::runtime_error when a day is special.
+  /// Returns the working time from `first` 0:00 to `last` 24:00. A night shift of the day before
+  /// `first` counts from 0:00, one that begins on `last` until 24:00, so that adjacent ranges
+  /// together lose no time. Slots neither touch nor are empty. Aborts when last < first; throws a
+  /// traced std::runtime_error when a day is special.
   TimeBlock between(boost::gregorian::date const& first, boost::gregorian::date const& last) const;
 
  private:

@@ -64,7 +64,7 @@ class CheckCommand : public Command {
   bool needsClasses() const override { return true; }
 
  private:
-  // Anything without the keys of a pipeline is a rule file.
+  // A file without the keys of a pipeline is a rule file.
   std::vector<FileFaults> faultsOf(const std::string& file) const {
     RunOptions options = changes_.runOptions(state_);
     options.pipeline = file;

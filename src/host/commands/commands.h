@@ -15,10 +15,10 @@ std::unique_ptr<Command> classesCommand(HostState& state);
 std::unique_ptr<Command> schemaCommand(HostState& state);
 ///@}
 
-/// Adds all of them to `state`.
+/// Adds the commands of every host to `state`.
 void addCommands(HostState& state);
 
-/// Adds an option that sets a field. Throws std::logic_error when an option has its name.
+/// Adds an option that sets a field. Throws std::logic_error when an option has this name.
 void addSetting(Setting setting, HostState& state);
 
 }  // namespace libvarrow::host

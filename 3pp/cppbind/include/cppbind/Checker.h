@@ -20,9 +20,9 @@
 namespace cppbind {
 
 /// Finds all faults of one JSON text, with their lines and columns. The text is read into new
-/// objects as a decode binder reads it. After a fault the fields that its setBind did not reach
-/// are read, too, each into a value of its own; see describe(). So no code sees a value that was
-/// not read, and an object with a fault in it is not handed on.
+/// objects as a decode binder reads it. After a fault the fields that its setBind did not reach are
+/// read, too, each into a separate value; see describe(). Therefore no code gets a value that was
+/// not read or an object that contains a fault.
 ///
 ///     cppbind::Checker checker(text, &reg);
 ///     checker.check<Order>();
@@ -52,7 +52,7 @@ class CPPBIND_API Checker {
   Checker& operator=(const Checker&) = delete;
   ~Checker();
 
-  /// Returns a checker of the file at `path`. A file that cannot be read is an error of its own.
+  /// Returns a checker of the file at `path`. A file that cannot be read is one error.
   static std::unique_ptr<Checker> ofFile(const boost::filesystem::path& path,
                                          const ClassRegisterBase* reg = nullptr);
 
