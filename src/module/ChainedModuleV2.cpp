@@ -9,7 +9,7 @@ namespace libvarrow {
 void ChainedModuleV2::setBind(cppbind::Binder* binder, bool bindFields) {
   if (!bindFields) return;
   binder->about("Runs modules in order.");
-  binder->bind("modules", modules_);
+  binder->field("modules", modules_).about("The modules, in their order.");
 }
 
 void ChainedModuleV2::addModule(boost::shared_ptr<Module> module) {
