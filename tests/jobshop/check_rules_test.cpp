@@ -1,7 +1,6 @@
 // The rules of the user: their limits, their settings, and the reports.
 #include "JobShopData.h"
 #include "modules/CheckRules.h"
-#include "rules/registerRules.h"
 #include "shop_fixtures.h"
 
 namespace jobshop_test {
@@ -12,11 +11,9 @@ class Rules : public InTemporaryDirectory {
   // Job 0 runs from 0 to 6 on machine 0 and from 8 to 10 on machine 1, job 1 from 6 to 76 on
   // machine 0. Machine 0 works from 0 to 4, 5 to 8 and from 72 on, machine 1 always.
   std::string check(const std::string& rules, const std::string& keys = "") {
-    [[maybe_unused]] static const bool registered = (registerRules(), true);
+    shopHost();
     writeFile("rules.json", rules);
-    RunSettings settings;
-    settings.inputFolder = directory.path();
-    JobShopData shop(settings);
+    JobShopData shop;
     libvarrow::StatisticsContainer counted("test");
     shop.statisticsContainer = &counted;
     shop.setInstance(instanceFrom("2 2\n0 5 1 2\n0 6 1 0\n"));
@@ -62,16 +59,12 @@ TEST_F(Rules, ReportsAreWrittenAlsoWhenTheRunStops) {
   const std::string rules = R"({"LatestFinish": {"limit": 70}, "MachineLoad": {"at_most": 0.5}})";
   EXPECT_EQ("no error", check(rules, R"(, "stop": false, "json": "deep/full.json")"));
   EXPECT_EQ(2u, libvarrow::File2Json("deep/full.json")["ruleValidatorReasonList"].size());
-  EXPECT_EQ("rules: 2 of 2 broken; LatestFinish: job 1 ends at 76, 6 after 70; more in " +
-                (directory.path() / "rule_report.txt").generic_string(),
-            check(rules));
+  EXPECT_EQ("rules: 2 of 2 broken", check(rules));
   EXPECT_EQ(2u, libvarrow::File2Json("rule_report_v2.json")["rulesBreak"].size());
 }
 
 TEST_F(Rules, FaultsInARuleFileNameTheFileAndTheirPlace) {
-  EXPECT_EQ(
-      (directory.path() / "rules.json").generic_string() + ": MaxWait.limit: -1 is less than 0",
-      check(R"({"MaxWait": {"limit": -1}})"));
+  EXPECT_EQ("rules.json: MaxWait.limit: -1 is less than 0", check(R"({"MaxWait": {"limit": -1}})"));
 }
 
 }  // namespace

@@ -13,21 +13,15 @@ namespace {
 
 const std::string kPipeline = JOBSHOP_FOLDER "/pipeline.json";
 
-/// Runs the program.
-ChildResult jobshopRun(std::vector<std::string> arguments) {
-  arguments.insert(arguments.begin(), JOBSHOP_PROGRAM);
-  return runProgram(arguments);
+/// Runs a pipeline in the folder "run", which replaces an earlier run.
+ChildResult jobshopRun(const std::string& pipeline, const std::vector<std::string>& more = {}) {
+  std::vector<std::string> line{JOBSHOP_PROGRAM, "run", pipeline, "--out", "run", "--overwrite"};
+  line.insert(line.end(), more.begin(), more.end());
+  return runProgram(line);
 }
 
-Json::Value scheduleIn(const std::string& folder) {
-  return libvarrow::File2Json(folder + "/schedule.json");
-}
-
-void expectOneLine(const ChildResult& run, int status, const std::string& error) {
-  EXPECT_EQ(status, run.exitCode) << error;
-  EXPECT_EQ(0u, run.errors.find("jobshop: ")) << run.errors;
-  EXPECT_TRUE(contains(run.errors, error)) << run.errors << error;
-  EXPECT_EQ(run.errors.size() - 1, run.errors.find('\n')) << run.errors;
+Json::Value schedule() {
+  return libvarrow::File2Json("run/schedule.json");
 }
 
 class Program : public InTemporaryDirectory {};
@@ -36,31 +30,24 @@ TEST_F(Program, FindsTheOptimumOfBothInstancesAndOfItsDumps) {
   const std::pair<std::string, std::string> cases[] = {{"ft06", "55"}, {"la01", "666"}};
   for (const auto& [name, optimum] : cases) {
     const ChildResult run =
-        jobshopRun({"--instance", JOBSHOP_FOLDER "/data/" + name + ".txt", kPipeline, name});
+        jobshopRun(kPipeline, {"--instance", JOBSHOP_FOLDER "/data/" + name + ".txt"});
     EXPECT_EQ("", run.errors);
-    EXPECT_TRUE(contains(run.output, "makespan     " + optimum)) << run.output;
-    EXPECT_EQ(optimum, scheduleIn(name)["makespan"].asString());
-    const std::string dumped = name + "/dump/0_ReadInstance/after_process/instance.txt";
-    EXPECT_EQ(0, jobshopRun({"--instance", dumped, kPipeline, "again"}).exitCode);
-    EXPECT_EQ(scheduleIn(name)["jobs"], scheduleIn("again")["jobs"]);
+    EXPECT_EQ(0u, run.output.find("instance    " + name + ", ")) << run.output;
+    EXPECT_TRUE(contains(run.output, "makespan    " + optimum)) << run.output;
+    const Json::Value found = schedule();
+    EXPECT_EQ(optimum, found["makespan"].asString());
+    for (const char* file : {"run/schedule.csv", "run/gantt.svg", "run/dump/3_WriteSchedule"}) {
+      EXPECT_TRUE(fs::exists(file)) << file;
+    }
+    EXPECT_TRUE(contains(readFile("run/statistics.json"), "\"tries\" : \"500/500;100%\""));
+    fs::rename("run/dump/0_ReadInstance/after_process/instance.txt", "dumped.txt");
+    EXPECT_EQ(0, jobshopRun(kPipeline, {"--instance", "dumped.txt"}).exitCode);
+    EXPECT_EQ(found["jobs"], schedule()["jobs"]);
   }
-}
-
-TEST_F(Program, ReplacesTheDumpsOfAnEarlierRun) {
-  writeFile("out/run/dump/9_Stale/in_info.json", "{}");
-  jobshopRun({kPipeline, "out/run"});
-  EXPECT_TRUE(fs::exists("out/run/dump/9_Stale")) << "the folder was not of a run";
-  jobshopRun({kPipeline, "out/run/"});
-  EXPECT_FALSE(fs::exists("out/run/dump/9_Stale"));
-  for (const char* file : {"schedule.csv", "gantt.svg", "log.txt", "dump/3_WriteSchedule"}) {
-    EXPECT_TRUE(fs::exists(fs::path("out/run") / file)) << file;
-  }
-  EXPECT_EQ(1, std::distance(fs::directory_iterator("."), fs::directory_iterator()));
-  EXPECT_TRUE(contains(readFile("out/run/statistics.json"), "\"tries\" : \"500/500;100%\""));
 }
 
 TEST_F(Program, PlansInShiftsKeepsTheRulesAndDumpsTheCalendar) {
-  const ChildResult run = jobshopRun({JOBSHOP_FOLDER "/pipeline_shifts.json", "run"});
+  const ChildResult run = jobshopRun(JOBSHOP_FOLDER "/pipeline_shifts.json");
   ASSERT_EQ(0, run.exitCode) << run.errors;
   EXPECT_TRUE(contains(run.output, "clock        2024-03-01 06:00:00 to 2024-03-0"));
   EXPECT_TRUE(contains(run.output, "rules        all 4 kept\n")) << run.output;
@@ -76,7 +63,7 @@ TEST_F(Program, ThePipelineSelectsTheModulesAndTheirOutput) {
       {"Dispatch": {"rule": "SPT", "keep_best": false}},
       {"WriteSchedule": {"json": "deep/plan.json", "csv": "",
                          "start": "2024-03-05 06:00:00", "time_unit": "00:30:00"}}]})");
-  jobshopRun({"shop/p.json", "run"});
+  jobshopRun("shop/p.json");
   const Json::Value plan = libvarrow::File2Json("run/deep/plan.json");
   EXPECT_EQ("SPT", plan["origin"].asString());
   EXPECT_EQ("2024-03-05 07:30:00", plan["jobs"][5][0]["end_clock"].asString());
@@ -101,7 +88,7 @@ TEST_F(Program, TellsAllFaultsOfItsFilesBeforeTheRun) {
   writeFile("shop/rules.json", R"([
   {"MaxWait": {"limit": -1}}, {"rule_level": "2"}, {"rule_list": {}}
 ])");
-  const ChildResult run = jobshopRun({"shop/p.json", "run"});
+  const ChildResult run = jobshopRun("shop/p.json");
   EXPECT_EQ(1, run.exitCode);
   EXPECT_EQ(R"(
 shop/p.json:2:4: error: modules[0]: No pe%s%n [31m miss register
@@ -126,39 +113,42 @@ shop/p.json:12:35: warning: modules[7].DrawGantt.file: the key is given twice; t
 shop/rules.json:2:25: error: [0].MaxWait.limit: -1 is less than 0
 shop/rules.json:2:46: error: [1].rule_level: should be an integer
 shop/rules.json:2:66: error: [2].rule_list: should be a list
-jobshop: shop/p.json: 20 errors
+jobshop: shop/p.json:2:4: modules[0]: No pe%s%n [31m miss register; and 19 more errors
 )",
             '\n' + boost::erase_all_copy(run.errors, directory.path().generic_string() + "/"));
-  EXPECT_FALSE(fs::exists("run/dump"));
+  EXPECT_FALSE(fs::exists("run"));
 }
 
-TEST_F(Program, AFailedRunIsReportedInOneLineWithTheStep) {
-  const std::pair<std::string, std::string> cases[] = {
-      {R"({"ChainedModule": {"modules": [{"ReadInstance": {"file": "bad.txt"}}]}})",
-       "0_ChainedModule/0_ReadInstance: " + directory.path().generic_string() +
+TEST_F(Program, TheLastLineOfARunThatFailsTellsTheStepAndWhy) {
+  struct Case {
+    const char* modules;
+    int status;
+    std::string lastLine;
+  };
+  const std::string folder = directory.path().generic_string();
+  const Case cases[] = {
+      {R"({"ChainedModule": {"modules": [{"ReadInstance": {"file": "bad.txt"}}]}})", 1,
+       ":1:46: 0_ChainedModule/0_ReadInstance: " + folder +
            "/bad.txt:2: expected a time from 0 to 1000000000, found \"x\""},
-      {R"({"ReadInstance": {"file": "one.txt"}}, {"WriteSchedule": {}})",
-       "1_WriteSchedule: no schedule: Dispatch must run before this module"},
+      {R"({"ReadInstance": {"file": "one.txt"}}, {"WriteSchedule": {}})", 1,
+       ":1:54: 1_WriteSchedule: no schedule: Dispatch must run before this module"},
       {R"({"ReadInstance": {"file": "one.txt"}}, {"Dispatch": {"rule": "SPT"}},
-          {"DrawGantt": {"file": "log.txt/gantt.svg"}})",
-       "2_DrawGantt: cannot write log.txt/gantt.svg"}};
+          {"DrawGantt": {"file": "run.json/gantt.svg"}})",
+       1, ":2:12: 2_DrawGantt: cannot write " + folder + "/run/run.json/gantt.svg"},
+      {R"({"ReadInstance": {"file": "one.txt"}}, {"Dispatch": {"rule": "SPT"}},
+          {"CheckRules": {"file": "rules.json"}}, {"DrawGantt": {}})",
+       3, ": the plan breaks 1 rule: LatestFinish: job 0 ends at 5, 1 after 4"}};
   writeFile("bad.txt", "1 1\n0 x\n");
   writeFile("one.txt", "1 1\n0 5\n");
-  for (const auto& [modules, fault] : cases) {
-    writeFile("p.json", "{\"modules\": [" + modules + "]}");
-    expectOneLine(jobshopRun({"p.json", "run"}), 1, "jobshop: p.json: " + fault);
+  writeFile("rules.json", R"({"LatestFinish": {"limit": 4}})");
+  for (const auto& [modules, status, lastLine] : cases) {
+    writeFile("p.json", "{\"modules\": [" + std::string(modules) + "]}");
+    const ChildResult run = jobshopRun("p.json");
+    EXPECT_EQ(status, run.exitCode);
+    EXPECT_EQ("jobshop: p.json" + lastLine + "\n", run.errors);
   }
-}
-
-TEST_F(Program, WrongArgumentsAreReportedInOneLine) {
-  writeFile("file", "");
-  expectOneLine(jobshopRun({}), 2, "jobshop: no pipeline file given; see jobshop --help\n");
-  expectOneLine(jobshopRun({"a", "b", "c"}), 2, ": too many arguments; see jobshop --help\n");
-  expectOneLine(jobshopRun({"--in\nst", "x"}), 2, ": unknown option --in st; see jobshop --help\n");
-  expectOneLine(jobshopRun({kPipeline, "file/run"}), 1, "file/run");
-  EXPECT_TRUE(contains(jobshopRun({"gone.json", "run"}).errors, "gone.json: error: Can not open "));
-  const ChildResult help = jobshopRun({"--help"});
-  EXPECT_TRUE(help.exitCode == 0 && contains(help.output, "\nUsage: jobshop")) << help.output;
+  EXPECT_FALSE(fs::exists("run/gantt.svg")) << "a broken rule ends the run";
+  EXPECT_TRUE(fs::exists("run/rule_report.txt"));
 }
 
 }  // namespace

@@ -1,39 +1,28 @@
 // The schemas of the example's pipeline and rule files.
 #include <cppbind/cppbind.h>
 #include <libvarrow/module/pipeline_schema.h>
-#include <libvarrow/utility/DllManager.h>
-#include <libvarrow/utility/RegistersManager.h>
 #include <libvarrow/xrule/rule_file_schema.h>
 
 #include <boost/filesystem/path.hpp>
 
-#include "modules/registerModules.h"
-#include "rules/registerRules.h"
+#include "shop_fixtures.h"
 #include "support/SchemaCheck.h"
-#include "support/support.h"
 
 namespace jobshop_test {
 namespace {
 
-using namespace test_support;
 using cppbind::ClassRegister;
 
 // With the class of the plug-in.
 const ClassRegister& moduleClasses() {
-  static libvarrow::DllManager plugIns;
-  static const auto classes = [] {
-    const auto made = jobshop::registerModules();
-    const boost::filesystem::path program(JOBSHOP_PROGRAM);
-    plugIns.autoLoad((program.parent_path() / "plugins").generic_string());
-    return made;
-  }();
-  return *classes;
+  const boost::filesystem::path program(JOBSHOP_PROGRAM);
+  shopHost().setPluginFolder((program.parent_path() / "plugins").string());
+  shopHost().loadPlugins();
+  return shopHost().modules();
 }
 
 const ClassRegister& ruleClasses() {
-  static const bool isRegistered = (jobshop::registerRules(), true);
-  static_cast<void>(isRegistered);
-  return *libvarrow::RegistersManager::getRegister(jobshop::kRuleRegister);
+  return shopHost().rules();
 }
 
 void expectValid(bool isValid, const Json::Value& schema, const std::vector<Json::Value>& files) {

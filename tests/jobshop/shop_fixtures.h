@@ -2,12 +2,15 @@
 #pragma once
 
 #include <cppbind/imp/json_decode_binder.h>
+#include <libvarrow/host/Host.h>
 
 #include "ActiveScheduler.h"
 #include "InstanceReader.h"
 #include "LowerBound.h"
 #include "ScheduleChecker.h"
 #include "calendar/ShopCalendar.h"
+#include "modules/registerModules.h"
+#include "rules/registerRules.h"
 #include "support/support.h"
 
 namespace jobshop_test {
@@ -31,6 +34,17 @@ inline ShopCalendar calendarFrom(const std::string& keys, std::size_t machineCou
   CalendarSettings settings;
   cppbind::JsonDecodeBinder().decode(json("{" + keys + "}"), settings);
   return {settings, machineCount};
+}
+
+/// Returns a host with the classes of the example.
+inline libvarrow::Host& shopHost() {
+  static libvarrow::Host host("jobshop", "", kModuleRegister, kRuleRegister);
+  [[maybe_unused]] static const bool isFilled = [] {
+    registerModules(host.modules());
+    registerRules(host.rules());
+    return true;
+  }();
+  return host;
 }
 
 inline Schedule planned(const Instance& instance, const std::string& rule,
