@@ -76,11 +76,15 @@ TEST_F(RunFolders, AnEarlierRunIsReplacedWhole) {
   const auto first = contentOf("new/run");
   writeFile("new/run/dump/9_Stale/in_info.json", "{}");
   writeFile("new/run/orders.txt", "stale");
+  writeFile("home/.profile", "mine");
+  boost::system::error_code unsupported;
+  fs::create_symlink(fs::absolute("home"), "new/run/home", unsupported);
   EXPECT_EQ("", errorOfRun("new/run/", true));
   auto second = contentOf("new/run");
   ASSERT_EQ(first.size(), second.size());
   EXPECT_EQ(first.at("new/run/orders.txt"), second["new/run/orders.txt"]);
   EXPECT_EQ("done", outcome("new/run"));
+  EXPECT_EQ("mine", readFile("home/.profile"));
 }
 
 TEST_F(RunFolders, ARunningRunIsNotReplaced) {
@@ -115,7 +119,14 @@ TEST_F(RunFolders, WithoutANameARunGetsAFolderOfItsOwn) {
   for (int i = 0; i < 70; ++i) longName += "\xE8\xAE\xA1";
   const std::string file = longName + ".json";
   fs::copy_file("p.json", file);
-  for (int i = 0; i < 3; ++i) EXPECT_EQ(0, orders({"run", file}).exitCode);
+  for (int i = 0; i < 3; ++i) {
+    const ChildResult run = orders({"run", file});
+    EXPECT_EQ(0, run.exitCode) << run.errors;
+    const bool isLink = fs::is_symlink("runs/latest");
+    const std::string latest =
+        isLink ? fs::read_symlink("runs/latest").string() + "\n" : readFile("runs/latest");
+    EXPECT_TRUE(contains(run.output, "/runs/" + latest)) << run.output << latest;
+  }
   std::set<std::string> names;
   for (const fs::directory_entry& entry : fs::directory_iterator("runs")) {
     if (fs::is_symlink(entry.symlink_status()) || !fs::is_directory(entry.path())) continue;
