@@ -106,7 +106,7 @@ TEST_F(HostProgram, TheLastLineOfAFailedRunIsEnoughToActOn) {
     EXPECT_EQ("", result.output) << arguments;
     const std::string line = lastLine(result.errors);
     EXPECT_EQ(0u, line.find("orders: " + begin)) << result.errors << begin;
-    EXPECT_TRUE(contains(line, end)) << line;
+    EXPECT_TRUE(*end == '\0' ? line == "orders: " + begin : contains(line, end)) << line;
   }
 }
 
