@@ -1,7 +1,7 @@
 // System calls and allocations of which one fails. This library is preloaded into a program.
 // FAULT_KIND is memory, open, read, write, close, rename or mkdir, and FAULT_CALL the number of the
 // call of that kind that fails; for 0 none fails. The failing call writes "fault: KIND PATH" to
-// standard error; the end of the program writes "calls: N" to standard output.
+// standard error; the end of a program without one writes "calls: N" there.
 #include <dlfcn.h>
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -67,9 +67,10 @@ __attribute__((constructor)) void start() {
 
 __attribute__((destructor)) void stop() {
   failingKind = nullptr;
+  if (failingCall != 0) return;
   std::array<char, 32> text;
   std::snprintf(text.data(), text.size(), "calls: %lu\n", calls.load());
-  say(STDOUT_FILENO, text.data());
+  say(STDERR_FILENO, text.data());
 }
 
 }  // namespace
