@@ -5,10 +5,10 @@
 #include <stdexcept>
 #include <utility>
 
-#include "LowerBound.h"
 #include "OutputFile.h"
-#include "ScheduleText.h"
 #include "calendar/CalendarText.h"
+#include "problem/LowerBound.h"
+#include "schedule/ScheduleText.h"
 
 namespace jobshop {
 

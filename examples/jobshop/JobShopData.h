@@ -8,9 +8,9 @@
 #include <optional>
 #include <string>
 
-#include "Instance.h"
-#include "Schedule.h"
 #include "calendar/ShopCalendar.h"
+#include "problem/Instance.h"
+#include "schedule/Schedule.h"
 
 namespace jobshop {
 

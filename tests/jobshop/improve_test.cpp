@@ -7,9 +7,9 @@
 #include <set>
 
 #include "JobShopData.h"
-#include "ScheduleText.h"
 #include "improve/moves.h"
 #include "modules/Improve.h"
+#include "schedule/ScheduleText.h"
 #include "shop_fixtures.h"
 
 namespace jobshop_test {

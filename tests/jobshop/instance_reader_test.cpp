@@ -1,5 +1,5 @@
 // Instance files, well-formed and hostile.
-#include "ScheduleText.h"
+#include "schedule/ScheduleText.h"
 #include "shop_fixtures.h"
 
 namespace jobshop_test {

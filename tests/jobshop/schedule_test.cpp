@@ -1,7 +1,7 @@
 // Schedules: the faults that make them infeasible, and their files.
 #include "JobShopData.h"
-#include "ScheduleText.h"
 #include "modules/CheckSchedule.h"
+#include "schedule/ScheduleText.h"
 #include "shop_fixtures.h"
 
 namespace jobshop_test {

@@ -4,13 +4,13 @@
 #include <cppbind/imp/json_decode_binder.h>
 #include <libvarrow/host/Host.h>
 
-#include "ActiveScheduler.h"
-#include "InstanceReader.h"
-#include "LowerBound.h"
-#include "ScheduleChecker.h"
 #include "calendar/ShopCalendar.h"
 #include "modules/registerModules.h"
+#include "problem/InstanceReader.h"
+#include "problem/LowerBound.h"
 #include "rules/registerRules.h"
+#include "schedule/ActiveScheduler.h"
+#include "schedule/ScheduleChecker.h"
 #include "support/support.h"
 
 namespace jobshop_test {

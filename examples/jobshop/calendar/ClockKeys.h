@@ -6,8 +6,8 @@
 #include <boost/date_time/posix_time/posix_time_types.hpp>
 #include <optional>
 
-#include "ShopClock.h"
 #include "calendar/ShopCalendar.h"
+#include "calendar/ShopClock.h"
 
 namespace jobshop {
 

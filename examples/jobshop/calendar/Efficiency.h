@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "Instance.h"
+#include "problem/Instance.h"
 
 namespace jobshop {
 

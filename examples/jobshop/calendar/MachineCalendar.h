@@ -8,8 +8,8 @@
 #include <optional>
 #include <vector>
 
-#include "ShopClock.h"
 #include "calendar/Efficiency.h"
+#include "calendar/ShopClock.h"
 #include "calendar/Span.h"
 #include "calendar/WorkingHours.h"
 

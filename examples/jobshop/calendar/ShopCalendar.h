@@ -5,9 +5,9 @@
 #include <optional>
 #include <vector>
 
-#include "ShopClock.h"
 #include "calendar/CalendarSettings.h"
 #include "calendar/MachineCalendar.h"
+#include "calendar/ShopClock.h"
 #include "calendar/Span.h"
 
 namespace jobshop {

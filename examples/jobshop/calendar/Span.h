@@ -1,7 +1,7 @@
 // A span of a schedule's time.
 #pragma once
 
-#include "Instance.h"
+#include "problem/Instance.h"
 
 namespace jobshop {
 

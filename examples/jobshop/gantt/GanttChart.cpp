@@ -4,10 +4,10 @@
 
 #include <algorithm>
 
-#include "LowerBound.h"
 #include "gantt/GanttLayout.h"
 #include "gantt/JobColors.h"
 #include "gantt/TimeAxis.h"
+#include "problem/LowerBound.h"
 
 namespace jobshop {
 

@@ -3,10 +3,10 @@
 
 #include <string>
 
-#include "Instance.h"
-#include "Schedule.h"
-#include "ShopClock.h"
 #include "calendar/ShopCalendar.h"
+#include "calendar/ShopClock.h"
+#include "problem/Instance.h"
+#include "schedule/Schedule.h"
 
 namespace jobshop {
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "Schedule.h"
+#include "schedule/Schedule.h"
 
 namespace jobshop {
 

@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
-#include "Instance.h"
-#include "ShopClock.h"
+#include "calendar/ShopClock.h"
+#include "problem/Instance.h"
 
 namespace jobshop {
 

@@ -6,11 +6,11 @@
 #include <random>
 #include <vector>
 
-#include "Instance.h"
-#include "Schedule.h"
 #include "improve/SearchCourse.h"
 #include "improve/ShopGraph.h"
 #include "improve/TabuSearch.h"
+#include "problem/Instance.h"
+#include "schedule/Schedule.h"
 
 namespace jobshop {
 

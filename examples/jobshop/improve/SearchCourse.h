@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-#include "Instance.h"
+#include "problem/Instance.h"
 
 namespace jobshop {
 

@@ -5,8 +5,8 @@
 #include <cstdint>
 #include <vector>
 
-#include "Instance.h"
-#include "Schedule.h"
+#include "problem/Instance.h"
+#include "schedule/Schedule.h"
 
 namespace jobshop {
 

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "JobShopData.h"
-#include "ScheduleChecker.h"
+#include "schedule/ScheduleChecker.h"
 
 namespace jobshop {
 

@@ -7,9 +7,9 @@
 #include <string>
 #include <utility>
 
-#include "ActiveScheduler.h"
-#include "DispatchRules.h"
 #include "JobShopData.h"
+#include "schedule/ActiveScheduler.h"
+#include "schedule/DispatchRules.h"
 
 namespace jobshop {
 

@@ -7,8 +7,8 @@
 #include <cstdint>
 #include <string>
 
-#include "Instance.h"
-#include "Schedule.h"
+#include "problem/Instance.h"
+#include "schedule/Schedule.h"
 
 namespace jobshop {
 

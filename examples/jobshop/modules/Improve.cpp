@@ -9,9 +9,9 @@
 #include <vector>
 
 #include "JobShopData.h"
-#include "ScheduleChecker.h"
 #include "improve/EliteSearch.h"
 #include "modules/ImproveWatch.h"
+#include "schedule/ScheduleChecker.h"
 
 namespace jobshop {
 

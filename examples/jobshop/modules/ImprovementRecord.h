@@ -7,7 +7,7 @@
 #include <mutex>
 #include <vector>
 
-#include "Instance.h"
+#include "problem/Instance.h"
 
 namespace jobshop {
 

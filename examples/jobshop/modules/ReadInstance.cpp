@@ -2,8 +2,8 @@
 
 #include <libvarrow/log/log.h>
 
-#include "InstanceReader.h"
 #include "JobShopData.h"
+#include "problem/InstanceReader.h"
 
 namespace jobshop {
 

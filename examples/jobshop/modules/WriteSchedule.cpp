@@ -4,7 +4,7 @@
 
 #include "JobShopData.h"
 #include "OutputFile.h"
-#include "ScheduleText.h"
+#include "schedule/ScheduleText.h"
 
 namespace jobshop {
 

@@ -8,7 +8,7 @@
 
 #include <optional>
 
-#include "Instance.h"
+#include "problem/Instance.h"
 
 namespace jobshop {
 

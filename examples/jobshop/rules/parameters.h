@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "Schedule.h"
 #include "calendar/MachineCalendar.h"
+#include "schedule/Schedule.h"
 
 namespace jobshop {
 

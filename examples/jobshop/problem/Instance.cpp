@@ -1,4 +1,4 @@
-#include "Instance.h"
+#include "problem/Instance.h"
 
 namespace jobshop {
 

@@ -1,4 +1,4 @@
-#include "ScheduleChecker.h"
+#include "schedule/ScheduleChecker.h"
 
 #include <algorithm>
 #include <tuple>

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "Instance.h"
+#include "problem/Instance.h"
 
 namespace jobshop {
 

@@ -1,8 +1,8 @@
 // A lower bound of the makespan.
 #pragma once
 
-#include "Instance.h"
 #include "calendar/ShopCalendar.h"
+#include "problem/Instance.h"
 
 namespace jobshop {
 

@@ -1,4 +1,4 @@
-#include "Schedule.h"
+#include "schedule/Schedule.h"
 
 #include <algorithm>
 #include <tuple>

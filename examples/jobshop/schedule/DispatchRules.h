@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "Instance.h"
+#include "problem/Instance.h"
 
 namespace jobshop {
 

@@ -1,11 +1,11 @@
-#include "ScheduleText.h"
+#include "schedule/ScheduleText.h"
 
 #include <libvarrow/stream/FastStringStream.h>
 
 #include <algorithm>
 #include <tuple>
 
-#include "LowerBound.h"
+#include "problem/LowerBound.h"
 
 namespace jobshop {
 

@@ -4,9 +4,9 @@
 #include <string>
 #include <vector>
 
-#include "Instance.h"
-#include "Schedule.h"
 #include "calendar/ShopCalendar.h"
+#include "problem/Instance.h"
+#include "schedule/Schedule.h"
 
 namespace jobshop {
 

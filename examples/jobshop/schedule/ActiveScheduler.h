@@ -3,10 +3,10 @@
 
 #include <functional>
 
-#include "DispatchRules.h"
-#include "Instance.h"
-#include "Schedule.h"
 #include "calendar/ShopCalendar.h"
+#include "problem/Instance.h"
+#include "schedule/DispatchRules.h"
+#include "schedule/Schedule.h"
 
 namespace jobshop {
 

@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "Instance.h"
 #include "calendar/MachineCalendar.h"
+#include "problem/Instance.h"
 
 namespace jobshop {
 

@@ -4,7 +4,7 @@
 #include <boost/date_time/posix_time/posix_time_types.hpp>
 #include <string>
 
-#include "Instance.h"
+#include "problem/Instance.h"
 
 namespace jobshop {
 

@@ -1,4 +1,4 @@
-#include "InstanceReader.h"
+#include "problem/InstanceReader.h"
 
 #include <libvarrow/utility/UTFConverter.h>
 #include <algorithm>

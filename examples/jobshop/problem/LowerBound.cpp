@@ -1,4 +1,4 @@
-#include "LowerBound.h"
+#include "problem/LowerBound.h"
 
 #include <algorithm>
 #include <limits>

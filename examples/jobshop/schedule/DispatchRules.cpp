@@ -1,4 +1,4 @@
-#include "DispatchRules.h"
+#include "schedule/DispatchRules.h"
 
 #include <libvarrow/backtrace/Check.h>
 

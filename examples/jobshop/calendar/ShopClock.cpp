@@ -1,4 +1,4 @@
-#include "ShopClock.h"
+#include "calendar/ShopClock.h"
 
 #include <libvarrow/time/time_range.h>
 

@@ -1,4 +1,4 @@
-#include "ActiveScheduler.h"
+#include "schedule/ActiveScheduler.h"
 
 #include <algorithm>
 #include <utility>
