@@ -34,7 +34,9 @@ void loadPlugin(DllManager& plugins, const fs::path& file) {
   try {
     plugins.findOrCreateDll(file.stem().string(), file.parent_path().string());
   } catch (const std::exception& error) {
-    throw std::runtime_error(name + error.what());
+    const std::string reason = error.what();
+    const bool isNamed = reason.find(file.generic_string()) != std::string::npos;
+    throw std::runtime_error(isNamed ? reason : name + reason);
   } catch (...) {
     throw std::runtime_error(name + "an exception that is not a std::exception");
   }

@@ -38,15 +38,16 @@ std::vector<Progress> unfinished(const StatisticsContainer& statistics) {
 
 std::string progressLine(const std::string& step, const StatisticsContainer& statistics,
                          std::size_t width) {
-  constexpr std::size_t kBarLength = 20;
+  constexpr std::size_t kNarrow = 60;
+  const std::size_t barLength = width < kNarrow ? 10 : 20;
   const std::vector<Progress> list = unfinished(statistics);
   if (list.empty()) return std::string();
   // The numbers first: narrow terminals cut the names.
   std::string line;
   for (const auto& [name, percent] : list) {
-    const std::size_t filled = kBarLength * percent / kWhole;
+    const std::size_t filled = barLength * percent / kWhole;
     line += std::to_string(percent) + " % [" + std::string(filled, '#') +
-            std::string(kBarLength - filled, '.') + "] " + oneLine(name) + "  ";
+            std::string(barLength - filled, '.') + "] " + oneLine(name) + "  ";
   }
   line += oneLine(step);
   cutText(line, width);

@@ -78,7 +78,13 @@ TEST_F(RunFolders, AnEarlierRunIsReplacedWhole) {
   writeFile("new/run/orders.txt", "stale");
   writeFile("home/.profile", "mine");
   boost::system::error_code unsupported;
-  fs::create_symlink(fs::absolute("home"), "new/run/home", unsupported);
+  fs::create_symlink(fs::absolute("home"), "new/run/dump/home", unsupported);
+  writeFile("new/run/notes.txt", "mine");
+  EXPECT_TRUE(contains(errorOfRun("new/run", true), "has notes.txt, which is not of its earlier"));
+  fs::remove("new/run/notes.txt");
+  writeFile("new/run/dump/inner/run.lock", "");
+  EXPECT_TRUE(contains(errorOfRun("new/run", true), "contains another run: "));
+  fs::remove_all("new/run/dump/inner");
   EXPECT_EQ("", errorOfRun("new/run/", true));
   auto second = contentOf("new/run");
   ASSERT_EQ(first.size(), second.size());
