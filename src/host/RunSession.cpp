@@ -12,6 +12,7 @@
 #include <utility>
 
 #include "libvarrow/backtrace/BackTrace.h"
+#include "libvarrow/log/log.h"
 #include "libvarrow/module/ModuleData.h"
 
 namespace libvarrow::host {
@@ -117,7 +118,12 @@ fs::path RunSession::inputPath(const fs::path& path) {
   Json::Value entry(Json::objectValue);
   entry["file"] = file.generic_string();
   const std::string sum = checksum(file);
-  if (!sum.empty()) entry["sha256"] = sum;
+  if (!sum.empty()) {
+    entry["sha256"] = sum;
+  } else {
+    LIBVARROW_LOG_WARN("%s/run.json: no checksum of %s", places_.folder.generic_string().c_str(),
+                       file.generic_string().c_str());
+  }
   const Lock lock(mutex_);
   for (const Json::Value& known : inputs_) {
     if (known == entry) return file;

@@ -98,7 +98,7 @@ shop/p.json:5:25: error: modules[3].Dispatch.rule: "EDD" is not one of "SPT", "L
 shop/p.json:5:41: error: modules[3].Dispatch.tries: 0 is less than 1
 shop/p.json:5:53: error: modules[3].Dispatch.noise: Value is not convertible to double.
 shop/p.json:5:69: error: modules[3].Dispatch.seed: LargestInt out of UInt64 range
-shop/p.json:5:73: error: modules[3].Dispatch: unknown json key:[speed]; did you mean "seed"?
+shop/p.json:5:73: error: modules[3].Dispatch: unknown json key:[speed]
 shop/p.json:7:14: error: modules[4].SetCalendars.start: cant not parse [tomorrow] as time
 shop/p.json:7:34: error: modules[4].SetCalendars.days: Value is not convertible to Int.
 shop/p.json:7:53: error: modules[4].SetCalendars.efficiency: 0 is less than 0.001

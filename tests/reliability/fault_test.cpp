@@ -89,7 +89,10 @@ class FaultTest : public InTemporaryDirectory {
       const auto same = found.files.find(name);
       if (same != found.files.end() && same->second == content) continue;
       const std::string file = fs::path(name).filename().string();
-      const bool isSilent = silent.count(file) > 0 && isSame(faulty, name);
+      // Without its file, the logger uses its default, as output.txt says.
+      const bool hasOtherLog =
+          faulty.filename() == "log.conf" && found.files.count("./run/log.txt");
+      const bool isSilent = hasOtherLog || (silent.count(file) > 0 && isSame(faulty, name));
       EXPECT_TRUE(isSilent || contains(said, name.substr(2))) << name << " is lost silently";
     }
   }
