@@ -207,12 +207,6 @@ TEST_F(Improvement, KeepsTheBestScheduleWhenTheRunEnds) {
   EXPECT_EQ("0/100;0%", recorded("search").asString());
 }
 
-TEST_F(Improvement, EndsAtTheTimeLimit) {
-  plan(shipped("ft06"));
-  EXPECT_EQ("no error", improve(R"({"time_limit": "00:00:01"})"));
-  EXPECT_EQ("100/100;100%", recorded("search").asString());
-}
-
 TEST_F(Improvement, RefusesWhatItCannotPlan) {
   EXPECT_EQ("no schedule: Dispatch must run before this module", improve("{}"));
   plan(shipped("ft06"));
