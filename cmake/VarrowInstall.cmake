@@ -70,4 +70,6 @@ install(
   FILES "${PROJECT_BINARY_DIR}/generated/varrow-host.pc"
   DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig"
   COMPONENT host_development)
-install(TARGETS varrow_tool RUNTIME COMPONENT tools)
+if(TARGET varrow_tool)
+  install(TARGETS varrow_tool RUNTIME COMPONENT tools)
+endif()

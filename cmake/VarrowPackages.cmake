@@ -35,7 +35,9 @@ string(
 set(CPACK_COMPONENT_DEVELOPMENT_DESCRIPTION
     "The headers of libvarrow and the files by which CMake and pkg-config find it.")
 
-# CPack does not find the libraries of other components: they are named.
+# The libraries of the other packages are found in the build; the packages are named.
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS "${PROJECT_BINARY_DIR}/src"
+                                                "${PROJECT_BINARY_DIR}/src/host")
 set(CPACK_DEBIAN_HOST_RUNTIME_PACKAGE_NAME "libvarrow-host${PROJECT_VERSION_MAJOR}")
 set(CPACK_DEBIAN_HOST_RUNTIME_PACKAGE_SECTION libs)
 set(CPACK_DEBIAN_HOST_RUNTIME_PACKAGE_SHLIBDEPS ON)
