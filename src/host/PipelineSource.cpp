@@ -16,6 +16,7 @@
 
 #include "host/fault_text.h"
 #include "host/overrides.h"
+#include "host/system.h"
 #include "libvarrow/json/json.h"
 #include "libvarrow/module/ChainedModule.h"
 #include "libvarrow/module/InputFile.h"
@@ -75,7 +76,7 @@ std::unique_ptr<cppbind::Checker> PipelineSource::read(const fs::path& file,
   Origin& origin = origins_.emplace_back(Origin{file.generic_string()});
   std::string text;
   if (!readFile(file, text)) {
-    const char* const reason = fs::is_directory(file) ? "it is a folder" : std::strerror(errno);
+    const char* const reason = fs::is_directory(file) ? "it is a folder" : system::errorText(errno);
     addFault(origin.name, std::string("cannot be read: ") + reason);
     return nullptr;
   }

@@ -11,6 +11,7 @@
 #include <stdexcept>
 #include <utility>
 
+#include "host/system.h"
 #include "libvarrow/json/json.h"
 
 namespace libvarrow::host {
@@ -118,7 +119,8 @@ void writeWhole(const fs::path& file, const std::string& text) {
   boost::system::error_code ignored;
   if (!isWhole || stream.fail()) {
     fs::remove(made, ignored);
-    throw std::runtime_error("cannot write " + file.generic_string() + ": " + std::strerror(error));
+    throw std::runtime_error("cannot write " + file.generic_string() + ": " +
+                             system::errorText(error));
   }
   fs::rename(made, file);
 }

@@ -32,6 +32,9 @@ const char* signalName(int signal);
 /// file gets their descriptors.
 void openStandardStreams();
 
+/// Returns the text of a value of errno, in English whatever the locale, as the other messages are.
+const char* errorText(int error);
+
 /// RAII guard: keeps standard output for results and redirects its descriptor, because modules and
 /// the library print there. Initially redirects it to the null device. One object at a time.
 class ResultStream {

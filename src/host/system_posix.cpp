@@ -50,7 +50,7 @@ void onSignal(int signal) {
 }
 
 std::string reason() {
-  return std::strerror(errno);
+  return errorText(errno);
 }
 
 void flush() {
@@ -118,6 +118,15 @@ void endBy(int signal) {
   ::pthread_sigmask(SIG_UNBLOCK, &signals, nullptr);
   ::raise(signal);
   std::_Exit(128 + signal);  // as shells report it
+}
+
+const char* errorText(int error) {
+#ifdef __GLIBC__
+  const char* const text = ::strerrordesc_np(error);
+  return text != nullptr ? text : "an unknown error";
+#else
+  return std::strerror(error);
+#endif
 }
 
 void openStandardStreams() {

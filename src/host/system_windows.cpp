@@ -96,6 +96,10 @@ void endBy(int) {
   ExitProcess(kControlC);
 }
 
+const char* errorText(int error) {
+  return std::strerror(error);
+}
+
 void openStandardStreams() {
   for (int descriptor = kInput; descriptor <= kError; ++descriptor) {
     if (::_get_osfhandle(descriptor) < 0) {
