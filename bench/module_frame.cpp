@@ -110,7 +110,7 @@ void systemCalls(benchmark::State& state) {
   }
 }
 
-// A new folder each time, as in a run: its folder is removed while the clock stands still.
+// A new folder each time, as in a run; its removal is not measured.
 template <class Write>
 void inNewFolders(benchmark::State& state, Write write) {
   const TemporaryDirectory directory = memoryDirectory();

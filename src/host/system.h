@@ -32,7 +32,7 @@ const char* signalName(int signal);
 /// file gets their descriptors.
 void openStandardStreams();
 
-/// Returns the text of a value of errno, in English whatever the locale, as the other messages are.
+/// Returns the text of a value of errno, in English in every locale, like the other messages.
 const char* errorText(int error);
 
 /// RAII guard: keeps standard output for results and redirects its descriptor, because modules and

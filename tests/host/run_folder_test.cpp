@@ -1,4 +1,4 @@
-// Run folders: what a run may replace, and where it writes.
+// Run folders: the folders that a run may replace, and the places of its files.
 #include "host/modules.h"
 #include "host/program.h"
 

@@ -10,14 +10,14 @@
 
 namespace jobshop {
 
-/// Operations of an instance, numbered from 1 through the jobs in turn; 0 is no operation.
+/// Operations of an instance, numbered from 1 through the jobs in turn; 0 means none.
 using OperationId = std::uint32_t;
 
 /// Every operation once, in an order that keeps those of the jobs. The operations of each machine
 /// run in it, too.
 using OperationOrder = std::vector<OperationId>;
 
-/// An operation with its neighbours, each 0 when there is none.
+/// An operation with its neighbours, each 0 when missing.
 struct Vertex {
   OperationId jobBefore = 0;
   OperationId jobAfter = 0;
@@ -80,7 +80,7 @@ class ShopGraph {
   void updateTails(std::size_t to);
 
   std::size_t machineCount_;
-  std::vector<Vertex> vertices_;  // the first stands for no operation: its times are 0
+  std::vector<Vertex> vertices_;                // the first, for the number 0, has the times 0
   std::vector<ScheduledOperation> operations_;  // without times; the first is not used
   std::vector<OperationId> firstOfJobs_;
   std::vector<OperationId> lastOfJobs_;

@@ -36,7 +36,7 @@ OrderedShop TabuSearch::run() {
   return best;
 }
 
-// Returns false when there is no move.
+// Returns false without a possible move.
 bool TabuSearch::step(Time best) {
   moves_ = blockMoves(graph_, criticalPath(graph_, random_));
   if (moves_.empty()) return false;

@@ -148,12 +148,12 @@ class LIBVARROW_API Timeline {
   const_iterator begin() const { return at(0); }
   const_iterator end() const { return at(chunks_.size()); }
   ///@}
-  /// Returns whether there are no slots.
+  /// Returns true when the timeline has no slots.
   bool empty() const { return chunks_.empty(); }
   /// Returns the number of slots.
   std::size_t size() const { return size_; }
   ///@{
-  /// Returns the begin of the first slot or the end of the last. Aborts when there are no slots.
+  /// Returns the begin of the first slot or the end of the last. Aborts when it has none.
   boost::posix_time::ptime const& beginTime() const;
   boost::posix_time::ptime const& endTime() const;
   ///@}
