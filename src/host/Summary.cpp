@@ -3,16 +3,44 @@
 #include <json/value.h>
 
 #include <algorithm>
+#include <map>
 #include <utility>
 #include <vector>
 
 #include "host/one_line.h"
+#include "host/run_facts.h"
 #include "libvarrow/json/json.h"
 
 namespace libvarrow {
 
+namespace {
+
+using Facts = std::vector<std::pair<std::string, Json::Value>>;
+
+std::string jsonText(const Facts& facts) {
+  std::map<std::string, Json::Value> lists;
+  for (const auto& [label, value] : facts) lists[label].append(value);
+  Json::Value json(Json::objectValue);
+  for (const auto& [label, values] : lists) json[label] = values.size() == 1 ? values[0] : values;
+  return Json2Str(json);
+}
+
+std::string linesText(const Facts& facts) {
+  std::size_t width = 0;
+  for (const auto& fact : facts) width = std::max(width, fact.first.size());
+  std::string lines;
+  for (const auto& [label, value] : facts) {
+    const std::string text =
+        value.isString() ? host::oneLine(value.asString()) : host::oneLineOf(value);
+    lines += label + std::string(width - label.size() + 2, ' ') + text + '\n';
+  }
+  return lines;
+}
+
+}  // namespace
+
 struct Summary::Imp {
-  std::vector<std::pair<std::string, std::string>> facts;
+  Facts facts;
 };
 
 Summary::Summary() : imp_(std::make_unique<Imp>()) {}
@@ -20,34 +48,15 @@ Summary::Summary() : imp_(std::make_unique<Imp>()) {}
 Summary::~Summary() = default;
 
 void Summary::add(const std::string& label, const std::string& text) {
-  imp_->facts.emplace_back(host::oneLine(label), text);
+  addValue(label, text);
+}
+
+void Summary::addValue(const std::string& label, const Json::Value& value) {
+  imp_->facts.emplace_back(host::oneLine(label), value);
 }
 
 std::string Summary::text(bool asJson) const {
-  if (asJson) {
-    Json::Value json(Json::objectValue);
-    for (const auto& [label, text] : imp_->facts) {
-      Json::Value& member = json[label];
-      if (member.isString()) {
-        Json::Value list(Json::arrayValue);
-        list.append(member);
-        member = std::move(list);
-      }
-      if (member.isArray()) {
-        member.append(text);
-      } else {
-        member = text;
-      }
-    }
-    return Json2Str(json);
-  }
-  std::size_t width = 0;
-  for (const auto& fact : imp_->facts) width = std::max(width, fact.first.size());
-  std::string lines;
-  for (const auto& [label, text] : imp_->facts) {
-    lines += label + std::string(width - label.size() + 2, ' ') + host::oneLine(text) + '\n';
-  }
-  return lines;
+  return asJson ? jsonText(imp_->facts) : linesText(imp_->facts);
 }
 
 }  // namespace libvarrow

@@ -68,7 +68,8 @@ class PathReader {
     bool isKnown = false;
     for (const std::string& key : node.keys()) isKnown |= readMember(rest, key, node);
     const bool isNewKey = rest.find_first_of(".[") == std::string_view::npos;
-    const bool mayBeNew = node.object != nullptr && !node.hasOnlyKnownKeys();
+    const bool isMap = node.kind != nullptr && node.kind->kind == ValueKind::Map;
+    const bool mayBeNew = isMap || (node.object != nullptr && !node.hasOnlyKnownKeys());
     if (!isKnown && isNewKey && mayBeNew) read("", memberOf(std::string(rest), node));
   }
 
@@ -125,9 +126,40 @@ std::vector<PipelineNode> onlyMeanings(const std::string& path, std::vector<Pipe
   return found;
 }
 
-void append(std::vector<PipelineNode>& list, const std::vector<PipelineNode>& more) {
-  list.insert(list.end(), more.begin(), more.end());
-}
+// Finds the fields of every object of a class by a path that begins with the class's name, which
+// may contain dots.
+class ClassFields {
+ public:
+  ClassFields(const std::string& path, const Description& description)
+      : path_(path), description_(description) {}
+
+  /// Returns the fields, valid as long as this object.
+  std::vector<PipelineNode> find(const PipelineNode& root) {
+    for (std::size_t dot = path_.find('.'); dot != std::string::npos;
+         dot = path_.find('.', dot + 1)) {
+      const auto* const wanted = classNamed(path_.substr(0, dot), description_);
+      if (wanted != nullptr) findIn(*wanted, path_.substr(dot + 1), root);
+    }
+    return found_;
+  }
+
+ private:
+  void findIn(const cppbind::ObjectDescription& wanted, const std::string& field,
+              const PipelineNode& root) {
+    forEachClassObject(root, description_, [&](const PipelineNode& object) {
+      if (object.object != &wanted) return;
+      readers_.push_back(std::make_unique<PathReader>(description_));
+      readers_.back()->read(field, object);
+      const std::vector<PipelineNode> places = onlyMeanings(path_, readers_.back()->found());
+      found_.insert(found_.end(), places.begin(), places.end());
+    });
+  }
+
+  const std::string& path_;
+  const Description& description_;
+  std::vector<std::unique_ptr<PathReader>> readers_;  // keep the nodes valid
+  std::vector<PipelineNode> found_;
+};
 
 // Returns the paths of all fields of class objects, in the short and in the full form.
 std::vector<std::string> knownPaths(const PipelineNode& root, const Description& description) {
@@ -184,23 +216,12 @@ std::vector<JsonPath> applySetting(const std::string& setting, const Description
   reader.read(path, root);
   std::vector<PipelineNode> places = onlyMeanings(path, reader.found());
 
-  const std::size_t dot = path.find('.');
-  const auto* const wanted =
-      dot == std::string::npos ? nullptr : classNamed(path.substr(0, dot), description);
-  std::vector<std::unique_ptr<PathReader>> readers;  // keep the nodes valid
-  std::vector<PipelineNode> inClass;
-  if (wanted != nullptr) {
-    forEachClassObject(root, description, [&](const PipelineNode& object) {
-      if (object.object != wanted) return;
-      readers.push_back(std::make_unique<PathReader>(description));
-      readers.back()->read(path.substr(dot + 1), object);
-      append(inClass, onlyMeanings(path, readers.back()->found()));
-    });
-  }
+  ClassFields fields(path, description);
+  const std::vector<PipelineNode> inClass = fields.find(root);
   if (!places.empty() && !inClass.empty()) {
     throw std::runtime_error("\"" + path + "\" is a path and also a field of a class");
   }
-  append(places, inClass);
+  places.insert(places.end(), inClass.begin(), inClass.end());
   if (places.empty()) throwUnknown(path, root, description);
 
   std::vector<JsonPath> set;

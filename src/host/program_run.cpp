@@ -94,7 +94,7 @@ void stateKeyFigures(ModuleData& data, Summary& summary) {
   const Json::Value info = data.getBaiscInfoJson();
   if (!info.isObject()) return;
   for (auto member = info.begin(); member != info.end(); ++member) {
-    summary.add(member.name(), member->isString() ? member->asString() : oneLineOf(*member));
+    summary.addValue(member.name(), *member);
   }
 }
 

@@ -17,6 +17,7 @@ class Overrides : public InTemporaryDirectory {
     options.dumps = libvarrow::DumpLevel::None;
     libvarrow::Host host("orders", "");
     registerOrders(host);
+    host.regClass<Receive>("shop.Receive");
     Orders data;
     const libvarrow::RunResult result = host.execute(options, data);
     if (result.end != libvarrow::RunResult::End::Done) return result.error;
@@ -45,6 +46,8 @@ TEST_F(Overrides, APathIsReadKeyByKey) {
        R"({"lots": {"a.b": 9, "[0]": 2, "a": 3}}, {)" + note + "}, null"},
       {"modules[0].Receive.lots[0]=9",
        R"({"lots": {"a.b": 1, "[0]": 9, "a": 3}}, {)" + note + "}, null"},
+      {"modules[0].Receive.lots.new=9",
+       R"({"lots": {"a.b": 1, "[0]": 2, "a": 3, "new": 9}}, {)" + note + "}, null"},
       {"modules[0].Receive.lots={\"z\": 1}", R"({"lots": {"z": 1}}, {)" + note + "}, null"}};
   for (const auto& [setting, objects] : cases) {
     libvarrow::RunOptions options;
@@ -57,6 +60,10 @@ TEST_F(Overrides, APathIsReadKeyByKey) {
     found.append(ran["modules"][2]["Receive"]);
     EXPECT_EQ(json("[" + objects + "]"), found) << setting;
   }
+  writePipeline(R"({"shop.Receive": {}})");
+  libvarrow::RunOptions options;
+  options.set = {"shop.receive.count=4"};
+  EXPECT_EQ(4, changed(options)["modules"][0]["shop.Receive"]["count"].asInt());
 }
 
 TEST_F(Overrides, APathWithoutOneMeaningIsRefused) {

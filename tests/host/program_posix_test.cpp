@@ -183,16 +183,22 @@ TEST_F(HostProcess, ACrashEndsWithTheStepAndTheReason) {
   }
 }
 
-TEST_F(HostProcess, AFullDiskIsReported) {
+TEST_F(HostProcess, AFullDiskAndOneThatCannotBeWrittenAreReported) {
   writePipeline(act("write", "o.txt"));
   fs::create_directory("disk");
-  const ChildResult made = runProgram(
-      {"unshare", "-m", "sh", "-c",
-       "mount -t tmpfs -o size=4k tmpfs disk && echo mounted && $0 run p.json --out disk/run",
-       ORDERS});
-  if (!contains(made.output, "mounted")) GTEST_SKIP() << "no tmpfs: " << made.errors;
-  EXPECT_EQ(1, made.exitCode);
-  EXPECT_TRUE(contains(lastLine(made.errors), "No space left on device")) << made.errors;
+  const std::pair<std::string, std::string> cases[] = {
+      {"size=4k", "No space left on device"},
+      {"ro", "disk/run cannot be made: Read-only file system"}};
+  for (const auto& [option, reason] : cases) {
+    const ChildResult made =
+        runProgram({"unshare", "-m", "sh", "-c",
+                    "mount -t tmpfs -o " + option +
+                        " tmpfs disk && echo mounted && $0 run p.json --out disk/run",
+                    ORDERS});
+    if (!contains(made.output, "mounted")) GTEST_SKIP() << "no tmpfs: " << made.errors;
+    EXPECT_EQ(1, made.exitCode);
+    EXPECT_TRUE(contains(lastLine(made.errors), reason)) << made.errors;
+  }
 }
 
 }  // namespace

@@ -24,8 +24,8 @@ TEST_F(HostProgram, EndsWithItsStatusAndWritesOnlyResultsToStandardOutput) {
   const std::string run = (fs::canonical(".") / "run").generic_string();
   const std::string file = (fs::canonical(".") / "run/o.txt").generic_string();
   const std::string folder = "run folder  " + run + "\n";
-  const std::string json = "{\n \"open\" : \"3\",\n \"orders\" : \"" + file +
-                           "\",\n \"run folder\" : \"" + run + "\"\n}\n";
+  const std::string json =
+      "{\n \"open\" : 3,\n \"orders\" : \"" + file + "\",\n \"run folder\" : \"" + run + "\"\n}\n";
   struct Case {
     const char* arguments;
     int status;

@@ -38,7 +38,7 @@ int main(int argc, char** argv) {
   host.addFileSetting("orders", "ReadOrders.file", "the orders to plan");
   host.setSummary<PlanData>([](const PlanData& plan, libvarrow::Summary& summary) {
     summary.add("planned", std::to_string(plan.orders.size()) + " orders");
-    summary.add("late", std::to_string(plan.late()));
+    summary.addValue("late", Json::UInt64(plan.late()));
   });
   host.addCommand(std::make_unique<Count>());
   return host.run<PlanData>(argc, argv);
