@@ -7,6 +7,7 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "operations.h"
 
@@ -86,6 +87,54 @@ BENCHMARK(readPlan<planBySetBind>)->Name("binding_read/set_bind")->Unit(benchmar
 BENCHMARK(readPlan<planByHand>)
     ->Name("binding_read/jsoncpp_strptime")
     ->Unit(benchmark::kMicrosecond);
+
+// An object with many fields: the parts of one record that code has written.
+struct WideRecord {
+  explicit WideRecord(std::size_t fieldCount) : fields(fieldCount) {
+    for (std::size_t i = 0; i < fieldCount; ++i) keys.push_back("field_" + std::to_string(i));
+  }
+  void setBind(cppbind::Binder* binder, bool bindFields) {
+    if (!bindFields) return;
+    for (std::size_t i = 0; i < keys.size(); ++i) binder->bind(keys[i], fields[i]);
+  }
+
+  std::vector<std::string> keys;
+  std::vector<int> fields;
+};
+
+void readWideBySetBind(const Json::Value& json, WideRecord& record) {
+  cppbind::JsonDecodeBinder().decode(json, record);
+}
+
+void readWideByHand(const Json::Value& json, WideRecord& record) {
+  require(json.size() == record.keys.size(), "unknown key");
+  for (std::size_t i = 0; i < record.keys.size(); ++i) {
+    const Json::Value& member = memberOf(json, record.keys[i]);
+    require(member.isInt(), "no int");
+    record.fields[i] = member.asInt();
+  }
+}
+
+template <void (*read)(const Json::Value&, WideRecord&)>
+void readWide(benchmark::State& state) {
+  WideRecord record(static_cast<std::size_t>(state.range(0)));
+  Json::Value json(Json::objectValue);
+  for (std::size_t i = 0; i < record.keys.size(); ++i) json[record.keys[i]] = static_cast<int>(i);
+  for (auto _ : state) {
+    read(json, record);
+    benchmark::DoNotOptimize(record.fields.back());
+  }
+  if (record.fields.back() + 1 != state.range(0)) state.SkipWithError("not what was written");
+}
+
+BENCHMARK(readWide<readWideBySetBind>)
+    ->Name("binding_wide/set_bind")
+    ->RangeMultiplier(10)
+    ->Range(100, 100000);
+BENCHMARK(readWide<readWideByHand>)
+    ->Name("binding_wide/jsoncpp")
+    ->RangeMultiplier(10)
+    ->Range(100, 100000);
 
 }  // namespace
 

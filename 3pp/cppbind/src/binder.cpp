@@ -1,6 +1,7 @@
 #include "cppbind/imp/binder.h"
 
 #include <algorithm>
+#include <functional>
 
 #include "object_notes.h"
 
@@ -48,8 +49,7 @@ const Json::Value* Binder::claim(std::string_view key) {
   const Json::Value* member = source_->find(key.data(), key.data() + key.size());
   value_ = nullptr;
   if (member == nullptr) return nullptr;
-  // A key that is bound twice counts once, so that claimCount_ is the number of known members.
-  if (!isClaimed(member)) addClaim(member);
+  addClaim(member);
   if (!member->isNull()) value_ = member;
   return value_;
 }
@@ -105,28 +105,40 @@ void Binder::noteAbout(std::string_view text) {
   notes_->setAbout(text);
 }
 
+// A key that is bound twice counts once.
 void Binder::addClaim(const Json::Value* member) {
-  if (claimCount_ < firstClaims_.size()) {
-    firstClaims_[claimCount_] = member;
+  if (isAmongFirstClaims(member)) return;
+  if (firstClaimCount_ < firstClaims_.size()) {
+    firstClaims_[firstClaimCount_++] = member;
   } else {
     furtherClaims_.push_back(member);
   }
-  ++claimCount_;
+}
+
+bool Binder::isAmongFirstClaims(const Json::Value* member) const {
+  for (std::size_t i = 0; i < firstClaimCount_; ++i) {
+    if (firstClaims_[i] == member) return true;
+  }
+  return false;
+}
+
+bool Binder::hasClaimedAll() {
+  auto& claims = furtherClaims_;
+  std::sort(claims.begin(), claims.end(), std::less<>());
+  claims.erase(std::unique(claims.begin(), claims.end()), claims.end());
+  return firstClaimCount_ + claims.size() == source_->size();
 }
 
 bool Binder::isClaimed(const Json::Value* member) const {
-  const std::size_t firstCount = std::min(claimCount_, firstClaims_.size());
-  for (std::size_t i = 0; i < firstCount; ++i) {
-    if (firstClaims_[i] == member) return true;
-  }
-  return std::find(furtherClaims_.begin(), furtherClaims_.end(), member) != furtherClaims_.end();
+  return isAmongFirstClaims(member) ||
+         std::binary_search(furtherClaims_.begin(), furtherClaims_.end(), member, std::less<>());
 }
 
-void Binder::checkUnknownKeys() const {
+void Binder::checkUnknownKeys() {
   if (decoder_ == nullptr || isWholeClaimed_) return;
   if (!hasMembers_) detail::requireObject(*source_);
   if (decoder_->acceptsUnknownKeys()) return;
-  if (claimCount_ == source_->size()) return;
+  if (hasClaimedAll()) return;
   for (auto member = source_->begin(); member != source_->end(); ++member) {
     if (!isClaimed(&*member)) {
       throw ParseErrorException("unknown json key:[" + member.name() + "]");

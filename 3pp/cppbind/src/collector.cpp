@@ -118,13 +118,14 @@ class Collector::ObjectFaults {
 
   // Reads the object. Returns false when it has a fault, or keys that its setBind did not claim.
   bool read(void (*bind)(void* object, Binder& binder), void* object) {
+    bool isRead = true;
     try {
       if (bind != nullptr) bind(object, binder_);
     } catch (...) {
       faults_.push_back(Collector::caught());
-      return false;
+      isRead = false;
     }
-    return binder_.hasMembers_ && binder_.claimCount_ == json_.size();
+    return binder_.hasClaimedAll() && binder_.hasMembers_ && isRead;
   }
 
   // Finds the other faults and throws all, if any.

@@ -140,7 +140,7 @@ class CPPBIND_API Binder {
 
   /// Throws "unknown json key:[KEY]" for the first key, in the JSON's order, that no bind call
   /// claimed, unless the decode binder accepts such keys.
-  void checkUnknownKeys() const;
+  void checkUnknownKeys();
 
  private:
   friend class Describer;
@@ -164,6 +164,9 @@ class CPPBIND_API Binder {
                 const ClassRegisterBase* reg);
   void noteAbout(std::string_view text);
   void addClaim(const Json::Value* member);
+  bool isAmongFirstClaims(const Json::Value* member) const;
+  /// Returns true when fields claimed every member. Needed before isClaimed().
+  bool hasClaimedAll();
   bool isClaimed(const Json::Value* member) const;
   Json::Value& memberToWrite(std::string_view key);
   void requireEncoder() const {
@@ -185,7 +188,8 @@ class CPPBIND_API Binder {
   // The bound keys that the JSON has, each as the address of its member: the source does not change
   // while it is read, and addresses are cheaper to store and compare than texts.
   std::array<const Json::Value*, 16> firstClaims_;
-  std::size_t claimCount_ = 0;
+  std::size_t firstClaimCount_ = 0;
+  // Sorted and unique once all fields are bound: a search at each claim would take quadratic time.
   std::vector<const Json::Value*> furtherClaims_;
   std::vector<std::string> keys_;
   const Json::Value* value_ = nullptr;    // of the last field; null unless it is read
