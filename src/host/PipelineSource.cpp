@@ -108,7 +108,7 @@ void PipelineSource::apply(const RunOptions& options, const cppbind::ClassRegist
   if (options.set.empty()) return;
   const cppbind::Description description = cppbind::describe(modules);
   for (const std::string& setting : options.set) {
-    const std::string name = "--set " + setting;
+    const std::string name = "--set " + utility::fromUtf8(setting);
     try {
       origins_.push_back({name, std::nullopt, applySetting(setting, description, json_)});
       changes_.emplace_back(name, origins_.back().set.size());

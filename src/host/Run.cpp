@@ -4,6 +4,7 @@
 #include <exception>
 #include <utility>
 
+#include "host/json_string.h"
 #include "host/one_line.h"
 #include "host/step_names.h"
 #include "host/system.h"
@@ -183,8 +184,8 @@ Json::Value Run::facts() const {
   facts["files"] = Json::Value(Json::arrayValue);
   for (const auto& [kind, path] : session_.files()) {
     Json::Value& entry = facts["files"].append(Json::Value(Json::objectValue));
-    entry["kind"] = kind;
-    entry["path"] = path;
+    entry["kind"] = jsonString(kind);
+    entry["path"] = jsonString(path);
   }
   return facts;
 }

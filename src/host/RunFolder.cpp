@@ -9,6 +9,7 @@
 
 #include "host/RunRecord.h"
 #include "host/one_line.h"
+#include "libvarrow/utility/UTFConverter.h"
 
 namespace libvarrow::host {
 
@@ -98,9 +99,9 @@ RunFolder::RunFolder(const fs::path& path, bool overwrite)
 fs::path newRunFolder(const fs::path& runs, const fs::path& pipeline) {
   constexpr std::size_t kLongestName = 100;  // since systems limit the path
   fs::create_directories(runs);
-  std::string stem = oneLine(pipeline.stem().string());
+  std::string stem = utility::toUtf8(oneLine(pipeline.stem().string()));
   cutText(stem, kLongestName);
-  const std::string name = timeText() + "_" + stem;
+  const std::string name = timeText() + "_" + utility::fromUtf8(stem);
   for (int number = 1;; ++number) {
     const std::string unique = number == 1 ? name : name + "_" + std::to_string(number);
     if (!fs::create_directory(runs / unique)) continue;

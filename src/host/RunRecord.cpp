@@ -11,8 +11,10 @@
 #include <stdexcept>
 #include <utility>
 
+#include "host/json_string.h"
 #include "host/system.h"
 #include "libvarrow/json/json.h"
+#include "libvarrow/utility/UTFConverter.h"
 
 namespace libvarrow::host {
 
@@ -45,7 +47,7 @@ Json::Value readRecord(const fs::path& folder) {
 Json::Value namesIn(const fs::path& folder) {
   Json::Value names(Json::arrayValue);
   for (const fs::directory_entry& entry : fs::directory_iterator(folder)) {
-    names.append(entry.path().filename().string());
+    names.append(jsonString(entry.path().filename()));
   }
   return names;
 }
@@ -77,7 +79,7 @@ std::set<std::string> RunRecord::entriesIn(const fs::path& folder) {
   std::set<std::string> names;
   if (!record.isObject() || !record["entries"].isArray()) return names;
   for (const Json::Value& name : record["entries"]) {
-    if (name.isString()) names.insert(name.asString());
+    if (name.isString()) names.insert(utility::fromUtf8(name.asString()));
   }
   return names;
 }
@@ -96,9 +98,9 @@ void RunRecord::begin() {
 void RunRecord::end(const RunResult& result, const Json::Value& facts) {
   json_["end"] = now();
   json_["outcome"] = outcomeText(result.end);
-  if (!result.step.empty()) json_["failed_step"] = result.step;
-  if (!result.error.empty()) json_["error"] = result.error;
-  for (const std::string& rule : result.brokenRules) json_["rules_broken"].append(rule);
+  if (!result.step.empty()) json_["failed_step"] = jsonString(result.step);
+  if (!result.error.empty()) json_["error"] = jsonString(result.error);
+  for (const std::string& rule : result.brokenRules) json_["rules_broken"].append(jsonString(rule));
   json_["entries"] = namesIn(folder_);
   for (const std::string& key : facts.getMemberNames()) json_[key] = facts[key];
   write();

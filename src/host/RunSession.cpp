@@ -11,6 +11,7 @@
 #include <stdexcept>
 #include <utility>
 
+#include "host/json_string.h"
 #include "libvarrow/backtrace/BackTrace.h"
 #include "libvarrow/log/log.h"
 #include "libvarrow/module/ModuleData.h"
@@ -116,7 +117,7 @@ fs::path RunSession::outputPath(const fs::path& path) {
 fs::path RunSession::inputPath(const fs::path& path) {
   const fs::path file = fs::absolute(path, places_.inputs);
   Json::Value entry(Json::objectValue);
-  entry["file"] = file.generic_string();
+  entry["file"] = jsonString(file);
   const std::string sum = checksum(file);
   if (!sum.empty()) {
     entry["sha256"] = sum;

@@ -7,19 +7,23 @@
 #include <utility>
 #include <vector>
 
+#include "host/json_string.h"
 #include "host/one_line.h"
-#include "host/run_facts.h"
 #include "libvarrow/json/json.h"
+#include "libvarrow/utility/UTFConverter.h"
 
 namespace libvarrow {
 
 namespace {
 
+// Values are in UTF-8, like all JSON; labels are in the encoding of the system.
 using Facts = std::vector<std::pair<std::string, Json::Value>>;
 
 std::string jsonText(const Facts& facts) {
   std::map<std::string, Json::Value> lists;
-  for (const auto& [label, value] : facts) lists[label].append(value);
+  for (const auto& [label, value] : facts) {
+    lists[host::jsonString(label).asString()].append(value);
+  }
   Json::Value json(Json::objectValue);
   for (const auto& [label, values] : lists) json[label] = values.size() == 1 ? values[0] : values;
   return Json2Str(json);
@@ -31,8 +35,8 @@ std::string linesText(const Facts& facts) {
   std::string lines;
   for (const auto& [label, value] : facts) {
     const std::string text =
-        value.isString() ? host::oneLine(value.asString()) : host::oneLineOf(value);
-    lines += label + std::string(width - label.size() + 2, ' ') + text + '\n';
+        utility::fromUtf8(value.isString() ? value.asString() : Json2Str(value));
+    lines += label + std::string(width - label.size() + 2, ' ') + host::oneLine(text) + '\n';
   }
   return lines;
 }
@@ -48,7 +52,7 @@ Summary::Summary() : imp_(std::make_unique<Imp>()) {}
 Summary::~Summary() = default;
 
 void Summary::add(const std::string& label, const std::string& text) {
-  addValue(label, text);
+  addValue(label, host::jsonString(text));
 }
 
 void Summary::addValue(const std::string& label, const Json::Value& value) {

@@ -1,6 +1,7 @@
 #include "host/fault_text.h"
 
 #include "host/one_line.h"
+#include "libvarrow/utility/UTFConverter.h"
 
 namespace libvarrow::host {
 
@@ -16,7 +17,8 @@ std::string placeOf(const std::string& origin, const cppbind::Fault& fault) {
 std::vector<std::string> faultLines(const FileFaults& faults) {
   std::vector<std::string> lines;
   for (const cppbind::Fault& fault : faults.faults.first) {
-    lines.push_back(oneLine(faults.origin + (fault.line > 0 ? ":" : ": ") + fault.text()));
+    const std::string text = utility::fromUtf8(fault.text());
+    lines.push_back(oneLine(faults.origin + (fault.line > 0 ? ":" : ": ") + text));
   }
   if (const std::size_t count = faults.faults.unlistedCount(); count > 0) {
     lines.push_back(oneLine(faults.origin + ": and " + std::to_string(count) + " more"));
@@ -35,8 +37,9 @@ std::string firstError(const std::vector<FileFaults>& faults) {
   for (const FileFaults& file : faults) {
     for (const cppbind::Fault& fault : file.faults.first) {
       if (fault.severity != cppbind::Severity::Error) continue;
-      std::string text = placeOf(file.origin, fault) + ": " + fault.what();
-      if (!fault.hint.empty()) text += "; did you mean \"" + fault.hint + "\"?";
+      std::string reason = fault.what();
+      if (!fault.hint.empty()) reason += "; did you mean \"" + fault.hint + "\"?";
+      std::string text = placeOf(file.origin, fault) + ": " + utility::fromUtf8(reason);
       if (more > 0) text += "; and " + std::to_string(more) + " more error" + (more > 1 ? "s" : "");
       return oneLine(text);
     }

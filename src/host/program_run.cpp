@@ -15,6 +15,7 @@
 #include "host/step_names.h"
 #include "libvarrow/backtrace/BackTrace.h"
 #include "libvarrow/log/log.h"
+#include "libvarrow/utility/UTFConverter.h"
 
 namespace libvarrow::host {
 
@@ -94,7 +95,7 @@ void stateKeyFigures(ModuleData& data, Summary& summary) {
   const Json::Value info = data.getBaiscInfoJson();
   if (!info.isObject()) return;
   for (auto member = info.begin(); member != info.end(); ++member) {
-    summary.addValue(member.name(), *member);
+    summary.addValue(utility::fromUtf8(member.name()), *member);
   }
 }
 

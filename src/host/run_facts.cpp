@@ -3,8 +3,7 @@
 #include <boost/config.hpp>
 #include <boost/filesystem/operations.hpp>
 
-#include "host/one_line.h"
-#include "libvarrow/json/json.h"
+#include "host/json_string.h"
 #include "libvarrow/version.h"
 
 namespace libvarrow::host {
@@ -17,16 +16,14 @@ Json::Value runFacts(const RunOptions& options, const HostState& state) {
   if (!state.version.empty()) facts["version"] = state.version;
   facts["library"] = LIBVARROW_VERSION;
   facts["compiler"] = BOOST_COMPILER;
-  facts["pipeline"] = fs::absolute(options.pipeline).generic_string();
+  facts["pipeline"] = jsonString(fs::absolute(options.pipeline));
   facts["with"] = facts["set"] = facts["command_line"] = Json::Value(Json::arrayValue);
-  for (const auto& file : options.with) facts["with"].append(fs::absolute(file).generic_string());
+  for (const auto& file : options.with) facts["with"].append(jsonString(fs::absolute(file)));
   for (const std::string& setting : options.set) facts["set"].append(setting);
-  for (const std::string& argument : state.arguments) facts["command_line"].append(argument);
+  for (const std::string& argument : state.arguments) {
+    facts["command_line"].append(jsonString(argument));
+  }
   return facts;
-}
-
-std::string oneLineOf(const Json::Value& value) {
-  return oneLine(Json2Str(value));
 }
 
 }  // namespace libvarrow::host

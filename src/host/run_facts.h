@@ -11,7 +11,4 @@ namespace libvarrow::host {
 /// Returns host, versions, command line, pipeline file and its overrides.
 Json::Value runFacts(const RunOptions& options, const HostState& state);
 
-/// Returns `value` on one line, without a line end.
-std::string oneLineOf(const Json::Value& value);
-
 }  // namespace libvarrow::host

@@ -81,7 +81,7 @@ struct Act : libvarrow::Module {
 
  private:
   void write(const libvarrow::ModuleData& data) const {
-    const auto path = libvarrow::outputPath(data, text);
+    const auto path = libvarrow::outputPath(data, libvarrow::utility::fromUtf8(text));
     std::ofstream(path.string()) << data.dumpPath;
     libvarrow::addRunFile(data, "orders", path);
   }

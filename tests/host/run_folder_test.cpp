@@ -5,6 +5,9 @@
 namespace host_test {
 namespace {
 
+using libvarrow::utility::fromUtf8;
+using libvarrow::utility::toUtf8;
+
 class RunFolders : public InTemporaryDirectory {
  public:
   RunFolders() { writePipeline(act("write", "orders.txt")); }
@@ -110,19 +113,26 @@ TEST_F(RunFolders, ARunningRunIsNotReplaced) {
 }
 
 TEST_F(RunFolders, NamesMayBeLongAndOfAnyAlphabet) {
-  const std::string kChinese = "\xE8\xAE\xA1\xE5\x88\x92";  // plan
-  for (const std::string& folder :
-       {std::string(200, 'x'), std::string("with blanks/") + kChinese, std::string("%s%n")}) {
-    const ChildResult run = orders({"run", "p.json", "--out", folder});
-    EXPECT_EQ(0, run.exitCode) << run.errors;
-    EXPECT_TRUE(contains(run.output, "/" + folder + "/orders.txt\n")) << run.output;
-    EXPECT_EQ("done", outcome(folder));
+  const std::string name = fromUtf8("计划聙é");  // code page 1252 has the last letter only
+  for (const std::string& folder : {std::string(200, 'x'), "with blanks/" + name, "%s%n" + name}) {
+    const std::vector<std::string> arguments = {
+        "run", "p.json", "--out", folder, "--set", "Act.text=" + name + ".txt", "--overwrite"};
+    for (int i = 0; i < 2; ++i) {
+      const ChildResult run = orders(arguments);
+      EXPECT_EQ(0, run.exitCode) << run.errors;
+      EXPECT_TRUE(contains(run.output, "/" + folder + "/" + name + ".txt\n")) << run.output;
+    }
+    const Json::Value record = libvarrow::File2Json(folder + "/run.json");
+    EXPECT_EQ("done", record["outcome"].asString());
+    EXPECT_EQ(toUtf8(folder), record["command_line"][3].asString());
+    EXPECT_EQ(toUtf8(arguments[5]), record["set"][0].asString());
+    EXPECT_TRUE(contains(record["files"][0]["path"].asString(), toUtf8(folder + "/" + name)));
   }
 }
 
 TEST_F(RunFolders, WithoutANameARunGetsAFolderOfItsOwn) {
-  std::string longName;  // cut within limits, between two characters
-  for (int i = 0; i < 70; ++i) longName += "\xE8\xAE\xA1";
+  std::string longName = "x";  // cut within limits, between two characters
+  for (int i = 0; i < 40; ++i) longName += fromUtf8("计é");
   const std::string file = longName + ".json";
   fs::copy_file("p.json", file);
   for (int i = 0; i < 3; ++i) {
@@ -140,7 +150,9 @@ TEST_F(RunFolders, WithoutANameARunGetsAFolderOfItsOwn) {
     EXPECT_EQ("done", outcome(entry.path()));
     const std::string name = entry.path().filename().string().substr(18);
     const std::string stem = name.substr(0, name.find('_'));
-    EXPECT_TRUE(stem.size() > 90 && stem.size() % 3 == 0) << name;
+    EXPECT_EQ(0u, longName.find(stem)) << stem;
+    EXPECT_EQ(stem, fromUtf8(toUtf8(stem)));
+    EXPECT_LT(90u, toUtf8(stem).size());
   }
   EXPECT_EQ(3u, names.size());
 }

@@ -16,7 +16,7 @@ struct RunOptions {
   bool overwrite = false;                       ///< replaces an earlier run in the folder
   std::vector<boost::filesystem::path> with{};  ///< merged into the pipeline in order (RFC 7396)
   /// Applied after `with`, in order: "modules[2].Dispatch.tries=5", or "Dispatch.rule=SPT" for each
-  /// Dispatch.
+  /// Dispatch; in UTF-8, like JSON.
   std::vector<std::string> set{};
   boost::filesystem::path inputs{};  ///< of input files; empty: the pipeline's folder
   DumpLevel dumps = DumpLevel::All;  ///< the files of each step

@@ -8,6 +8,7 @@
 #include "host/commands/commands.h"
 #include "host/commands/pipeline_options.h"
 #include "host/fault_text.h"
+#include "host/json_string.h"
 #include "libvarrow/json/json.h"
 #include "libvarrow/module/pipeline_check.h"
 #include "libvarrow/xrule/rule_check.h"
@@ -18,7 +19,7 @@ namespace {
 
 Json::Value jsonOf(const std::string& origin, const cppbind::Fault& fault) {
   Json::Value json(Json::objectValue);
-  json["file"] = origin;
+  json["file"] = jsonString(origin);
   json["line"] = static_cast<Json::UInt64>(fault.line);
   json["column"] = static_cast<Json::UInt64>(fault.column);
   json["severity"] = fault.severity == cppbind::Severity::Error ? "error" : "warning";

@@ -1,15 +1,13 @@
 #include "host/commands/pipeline_options.h"
 
-#include <json/value.h>
-
 #include <boost/filesystem/operations.hpp>
 #include <set>
 #include <stdexcept>
 #include <utility>
 
 #include "host/commands/commands.h"
+#include "host/json_string.h"
 #include "libvarrow/json/json.h"
-#include "libvarrow/utility/UTFConverter.h"
 
 namespace libvarrow::host {
 
@@ -17,8 +15,7 @@ namespace {
 
 // Quoted, so that no character of the file name has a meaning.
 std::string quoted(const std::string& file) {
-  std::string text =
-      Json2Str(Json::Value(utility::toUtf8(boost::filesystem::absolute(file).generic_string())));
+  std::string text = Json2Str(jsonString(boost::filesystem::absolute(file)));
   text.pop_back();  // the line end
   return text;
 }
@@ -65,13 +62,14 @@ RunOptions ChangeOptions::runOptions(const HostState& state) const {
     const Setting& setting = state.settings[i];
     const std::string& value = values_[i].back();
     if (setting.isFile && value.empty()) throw UsageError("--" + setting.name + " needs a file");
-    options.set.push_back(setting.path + "=" + (setting.isFile ? quoted(value) : value));
+    const std::string text = setting.isFile ? quoted(value) : jsonString(value).asString();
+    options.set.push_back(setting.path + "=" + text);
   }
   for (const std::string& setting : set_) {
     if (setting.find('=') == std::string::npos) {
       throw UsageError("--set " + setting + " is not PATH=VALUE");
     }
-    options.set.push_back(setting);
+    options.set.push_back(jsonString(setting).asString());
   }
   options.inputs = inputs_;
   return options;
