@@ -1,15 +1,22 @@
 #include "host/one_line.h"
 
+#include "libvarrow/utility/UTFConverter.h"
+
 namespace libvarrow::host {
 
 namespace {
 
+bool isUtf8() {
+  static const bool is = utility::codePageName() == "UTF-8" || utility::codePageName() == "CP65001";
+  return is;
+}
+
 // Returns the length of the control character at `i`, or 0. Those from U+0080 on have two bytes in
-// UTF-8; terminals obey them, too.
+// UTF-8; terminals obey them, too. In other encodings these bytes are parts of letters.
 std::size_t controlLength(const std::string& text, std::size_t i) {
   const auto byte = static_cast<unsigned char>(text[i]);
   if (byte < ' ' || byte == 0x7F) return 1;
-  if (byte != 0xC2 || i + 1 == text.size()) return 0;
+  if (byte != 0xC2 || i + 1 == text.size() || !isUtf8()) return 0;
   const auto second = static_cast<unsigned char>(text[i + 1]);
   return second >= 0x80 && second < 0xA0 ? 2 : 0;
 }
