@@ -66,7 +66,7 @@ bool writeAll(int descriptor, const std::string& text) noexcept {
   while (done < text.size()) {
     const int written =
         ::_write(descriptor, text.data() + done, static_cast<unsigned>(text.size() - done));
-    if (written < 0) return false;
+    if (written <= 0) return false;
     done += static_cast<std::size_t>(written);
   }
   return true;
@@ -102,9 +102,12 @@ const char* errorText(int error) {
 
 void openStandardStreams() {
   for (int descriptor = kInput; descriptor <= kError; ++descriptor) {
-    if (::_get_osfhandle(descriptor) < 0) {
-      ::_open("NUL", descriptor == kInput ? _O_WRONLY : _O_RDONLY);
-    }
+    if (::_get_osfhandle(descriptor) >= 0) continue;
+    // Reading from it or writing to it then fails, as with a closed descriptor.
+    const int opened = ::_open("NUL", descriptor == kInput ? _O_WRONLY : _O_RDONLY);
+    if (opened == descriptor) continue;
+    ::_dup2(opened, descriptor);  // the C library may count a closed descriptor as used
+    ::_close(opened);
   }
 }
 
