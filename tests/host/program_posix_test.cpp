@@ -1,4 +1,4 @@
-// A host and its system: signals, closed streams, terminals, crashes.
+// A host and its system: signals, closed streams, terminals, disks.
 #include <pty.h>
 #include <signal.h>
 #include <sys/wait.h>
@@ -166,20 +166,6 @@ TEST_F(HostProcess, StandardStreamsMayBeClosedOrFull) {
     EXPECT_EQ(result.errors.empty() ? 0 : 1,
               std::count(result.errors.begin(), result.errors.end(), '\n'))
         << result.errors;
-  }
-}
-
-TEST_F(HostProcess, ACrashEndsWithTheStepAndTheReason) {
-  const std::pair<std::string, std::string> cases[] = {
-      {act("crash"), ":1:15: 0_Act: the process ends by SIGSEGV"},
-      {R"({"ChainedModule": {"modules": [)" + act("check") + "]}}",
-       ":1:46: 0_ChainedModule/0_Act: Expression 'text == "}};
-  for (const auto& [module, reason] : cases) {
-    writePipeline(module);
-    const ChildResult result = runProgram({ORDERS, "run", "p.json", "--out", "run", "--overwrite"});
-    EXPECT_EQ(SIGABRT, result.signal);
-    EXPECT_EQ(0u, lastLine(result.errors).find("orders: p.json" + reason)) << result.errors;
-    EXPECT_EQ("running", outcome("run"));
   }
 }
 

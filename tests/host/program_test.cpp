@@ -126,5 +126,19 @@ TEST_F(HostProgram, RunsEveryLayoutWithClassesOfPlugIns) {
   }
 }
 
+TEST_F(HostProgram, ACrashEndsWithTheStepAndTheReason) {
+  const std::pair<std::string, std::string> cases[] = {
+      {act("crash"), ":1:15: 0_Act: the process ends by SIGSEGV"},
+      {R"({"ChainedModule": {"modules": [)" + act("check") + "]}}",
+       ":1:46: 0_ChainedModule/0_Act: Expression 'text == "}};
+  for (const auto& [module, reason] : cases) {
+    writePipeline(module);
+    const ChildResult result = runInFolder("run p.json");
+    EXPECT_EQ(SIGABRT, result.signal);
+    EXPECT_EQ(0u, lastLine(result.errors).find("orders: p.json" + reason)) << result.errors;
+    EXPECT_EQ("running", outcome("run"));
+  }
+}
+
 }  // namespace
 }  // namespace host_test
