@@ -76,14 +76,14 @@ depends() {
 }
 
 check() {
-  if [ -z "${EMULATOR:-}" ]; then
-    ./steps run "$here/steps.json" --out steps_run | grep -q '^run folder  .*/steps_run$'
-    [ "$(grep -c '^a step$' steps_run/log/output.txt)" -eq 2 ]
-    rm -r steps_run
+  local program=(./consumer) host=(./steps)
+  if [ -n "${EMULATOR:-}" ]; then
+    # shellcheck disable=SC2206
+    program=($EMULATOR ./consumer.exe) host=($EMULATOR ./steps.exe)
   fi
-  local program=(./consumer)
-  # shellcheck disable=SC2206
-  [ -z "${EMULATOR:-}" ] || program=($EMULATOR ./consumer.exe)
+  "${host[@]}" run "$here/steps.json" --out steps_run | tr -d '\r' | grep '^run folder  .*/steps_run$' >/dev/null
+  [ "$(tr -d '\r' <steps_run/log/output.txt | grep -c '^a step$')" -eq 2 ]
+  rm -r steps_run
   "${program[@]}" | tr -d '\r' | tee output.txt
   grep -qx 'run/1_Shout/' output.txt
   grep -qx 'steps: 2' output.txt
@@ -104,7 +104,7 @@ case $way in
     ;;
   installation)
     cmake --install "$BUILD" --prefix "$prefix/usr" >install.log
-    cp "$prefix"/usr/bin/varrow.dll .
+    cp "$prefix"/usr/bin/varrow*.dll .
     configure_installed
     ;;
   *) exit 2 ;;
