@@ -4,19 +4,15 @@
 #include <cppbind/TextPositions.h>
 
 #include <algorithm>
-#include <array>
 #include <boost/filesystem/operations.hpp>
 #include <boost/make_shared.hpp>
-#include <cerrno>
 #include <cstdlib>
-#include <cstring>
-#include <fstream>
 #include <map>
 #include <utility>
 
 #include "host/fault_text.h"
+#include "host/file_text.h"
 #include "host/overrides.h"
-#include "host/system.h"
 #include "libvarrow/json/json.h"
 #include "libvarrow/module/ChainedModule.h"
 #include "libvarrow/module/InputFile.h"
@@ -32,18 +28,6 @@ namespace {
 namespace fs = boost::filesystem;
 using cppbind::Fault;
 using cppbind::JsonPlaces;
-
-// Reads the file once, because a pipe can be read only once.
-bool readFile(const fs::path& path, std::string& text) {
-  if (fs::is_directory(path)) return false;
-  errno = 0;
-  std::ifstream file(path.string(), std::ios::binary);
-  std::array<char, 65536> block{};
-  while (file.read(block.data(), block.size()) || file.gcount() > 0) {
-    text.append(block.data(), static_cast<std::size_t>(file.gcount()));
-  }
-  return file.is_open() && !file.bad();
-}
 
 // Returns the offset of a position in a text whose lines end with LF.
 std::size_t offsetOf(const std::string& text, const Fault& fault) {
@@ -75,9 +59,8 @@ std::unique_ptr<cppbind::Checker> PipelineSource::read(const fs::path& file,
                                                        const cppbind::ClassRegister* modules) {
   Origin& origin = origins_.emplace_back(Origin{file.generic_string()});
   std::string text;
-  if (!readFile(file, text)) {
-    const char* const reason = fs::is_directory(file) ? "it is a folder" : system::errorText(errno);
-    addFault(origin.name, std::string("cannot be read: ") + reason);
+  if (const std::string reason = readFile(file, text); !reason.empty()) {
+    addFault(origin.name, "cannot be read: " + reason);
     return nullptr;
   }
   auto checker = std::make_unique<cppbind::Checker>(text, modules);

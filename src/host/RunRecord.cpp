@@ -22,10 +22,6 @@ namespace {
 
 namespace fs = boost::filesystem;
 
-// The first member of every record, by which a folder is recognised.
-constexpr const char* kMark = "libvarrow_run";
-constexpr int kFormat = 1;
-
 std::string now() {
   return boost::posix_time::to_iso_extended_string(
              boost::posix_time::microsec_clock::universal_time()) +
@@ -39,7 +35,7 @@ Json::Value readRecord(const fs::path& folder) {
   std::ifstream file(path.string(), std::ios::binary);
   const cppbind::Checker checker(std::string(std::istreambuf_iterator<char>(file), {}));
   const bool isRecord =
-      checker.isJson() && checker.json().isObject() && checker.json()[kMark].isInt();
+      checker.isJson() && checker.json().isObject() && checker.json()[RunRecord::kMark].isInt();
   return isRecord ? checker.json() : Json::Value();
 }
 
