@@ -6,6 +6,7 @@
 
 #include "host/json_string.h"
 #include "host/one_line.h"
+#include "host/page/write_page.h"
 #include "host/step_names.h"
 #include "host/system.h"
 #include "libvarrow/json/json.h"
@@ -42,6 +43,15 @@ class DataOfRun {
 
 RunPlaces placesOf(const RunFolder& folder, const RunOptions& options) {
   return {folder.path(), inputFolder(options), (folder / "dump").generic_string() + "/"};
+}
+
+// The page repeats what the other files have: without it the run has the same outcome.
+void tryToWritePage(const fs::path& folder, const Json::Value& record) {
+  try {
+    writePage(folder, record);
+  } catch (const std::exception& error) {
+    LIBVARROW_LOG_WARN("%s", error.what());
+  }
 }
 
 RunSession::CrashLineOf crashLines(const RunContext& context, const PipelineSource& source) {
@@ -95,6 +105,7 @@ RunResult Run::process(cppbind::ClassRegister& modules, ModuleData& data) {
     LIBVARROW_LOG_ERROR("%s", error.what());
     if (result.end != RunResult::End::Failed) fail(result, error.what());
   }
+  tryToWritePage(folder_.path(), record_.json());
   return result;
 }
 

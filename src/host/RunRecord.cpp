@@ -12,6 +12,7 @@
 #include <utility>
 
 #include "host/json_string.h"
+#include "host/page/write_page.h"
 #include "host/system.h"
 #include "libvarrow/json/json.h"
 #include "libvarrow/utility/UTFConverter.h"
@@ -77,6 +78,7 @@ std::set<std::string> RunRecord::entriesIn(const fs::path& folder) {
   for (const Json::Value& name : record["entries"]) {
     if (name.isString()) names.insert(utility::fromUtf8(name.asString()));
   }
+  if (!names.empty()) names.insert(kPageFile);  // written afterwards, and again by `report`
   return names;
 }
 

@@ -25,7 +25,8 @@ class RunRecord {
   /// Returns true when `folder` has a run.json that this class wrote.
   static bool isIn(const boost::filesystem::path& folder);
 
-  /// Returns the names in `folder` when its run ended; empty for a run that did not.
+  /// Returns the names in `folder` when its run ended, and that of its page; empty for a run that
+  /// did not end.
   static std::set<std::string> entriesIn(const boost::filesystem::path& folder);
 
   /// Takes what is known at the begin of the run.
@@ -33,6 +34,8 @@ class RunRecord {
 
   /// Writes the record of a run that has begun. Throws std::runtime_error with the system's reason.
   void begin();
+  /// Returns the record as it was written last.
+  const Json::Value& json() const { return json_; }
   /// Adds the outcome and `facts` to the record and writes it. Throws like begin().
   void end(const RunResult& result, const Json::Value& facts);
 

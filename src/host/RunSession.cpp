@@ -12,6 +12,7 @@
 #include <utility>
 
 #include "host/json_string.h"
+#include "host/page/write_page.h"
 #include "libvarrow/backtrace/BackTrace.h"
 #include "libvarrow/log/log.h"
 #include "libvarrow/module/ModuleData.h"
@@ -39,7 +40,7 @@ std::string checksum(const fs::path& path) {
 
 bool isOfHost(const std::string& name) {
   return name == "run.json" || name == "run.lock" || name == "pipeline.json" ||
-         name == "statistics.json";
+         name == "statistics.json" || name == kPageFile;
 }
 
 }  // namespace

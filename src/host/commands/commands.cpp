@@ -7,6 +7,7 @@ void addCommands(HostState& state) {
   state.commands.push_back(checkCommand(state));
   state.commands.push_back(classesCommand(state));
   state.commands.push_back(schemaCommand(state));
+  state.commands.push_back(reportCommand());
 }
 
 }  // namespace libvarrow::host

@@ -8,11 +8,12 @@
 namespace libvarrow::host {
 
 ///@{
-/// Return a command, which refers to `state`.
+/// Return a command, which may refer to `state`.
 std::unique_ptr<Command> runCommand(HostState& state);
 std::unique_ptr<Command> checkCommand(HostState& state);
 std::unique_ptr<Command> classesCommand(HostState& state);
 std::unique_ptr<Command> schemaCommand(HostState& state);
+std::unique_ptr<Command> reportCommand();
 ///@}
 
 /// Adds the commands of every host to `state`.

@@ -1,0 +1,45 @@
+#include <boost/filesystem/path.hpp>
+#include <ostream>
+#include <string>
+
+#include "host/RunReader.h"
+#include "host/commands/commands.h"
+#include "host/page/write_page.h"
+#include "libvarrow/json/json.h"
+
+namespace libvarrow::host {
+
+namespace {
+
+class ReportCommand : public Command {
+ public:
+  ReportCommand() : Command("report", "writes the page of a run, report.html, again") {}
+
+  void declare(CommandOptions& options) override {
+    options.addArgument("RUN", run_, "the run folder");
+  }
+
+  int run(CommandContext& context) override {
+    const RunReader run(run_);
+    const std::string page = writePage(run.folder(), run.record()).generic_string();
+    if (!context.wantsJson()) {
+      context.out() << page << '\n';
+      return kDone;
+    }
+    Json::Value json(Json::objectValue);
+    json["page"] = page;
+    context.out() << Json2Str(json);
+    return kDone;
+  }
+
+ private:
+  std::string run_;
+};
+
+}  // namespace
+
+std::unique_ptr<Command> reportCommand() {
+  return std::make_unique<ReportCommand>();
+}
+
+}  // namespace libvarrow::host

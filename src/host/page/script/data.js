@@ -1,0 +1,88 @@
+// The data of the run, as the page contains it. All text of it is set as text, never as HTML.
+"use strict";
+
+// Returns the value of JSON text. Integers that a number cannot hold become BigInt.
+function parse(json) {
+  if (!/\d{16}/.test(json)) return JSON.parse(json);
+  return JSON.parse(json, (key, value, context) =>
+    typeof value === "number" && context && /^-?\d{16,}$/.test(context.source) ?
+      BigInt(context.source) : value);
+}
+
+// Returns the data with this id; undefined if it is not JSON.
+function dataOf(id) {
+  try {
+    return parse(document.getElementById(id).textContent);
+  } catch (error) {
+    return undefined;
+  }
+}
+
+// Returns the events of the steps, without lines that are not JSON.
+function events() {
+  const whole = dataOf("steps");
+  if (whole !== undefined) return whole;
+  const lines = document.getElementById("steps").textContent.slice(1, -1).split(",\n");
+  return lines.flatMap(line => {
+    try {
+      return [parse(line)];
+    } catch (error) {
+      return [];
+    }
+  });
+}
+
+// Returns the steps in the order in which they began. A step has the index of its chain as "parent",
+// -1 for none. A step without an end has the state "running".
+function stepsOf(list) {
+  const steps = [];
+  const open = [];
+  for (const event of list) {
+    if (event === null || typeof event !== "object") continue;
+    if (event.event === "begin") {
+      const parent = open.length > 0 ? open[open.length - 1] : null;
+      const step = {...event, index: steps.length, name: String(event.step), state: "running",
+                    depth: open.length, parent: parent ? parent.index : -1, hasSteps: false,
+                    at: Number(event.at) || 0};
+      if (parent) parent.hasSteps = true;
+      steps.push(step);
+      open.push(step);
+    } else {
+      let at = open.length - 1;
+      while (at >= 0 && open[at].name !== event.step) --at;
+      if (at < 0) continue;
+      const step = open[at];
+      open.length = at;
+      step.state = event.event === "failed" ? "failed" : "ended";
+      step.after = event.after;
+      for (const key of ["wall", "cpu", "memory"]) {
+        if (typeof event[key] === "number") step[key] = event[key];
+      }
+    }
+  }
+  const last = list.reduce((most, event) => Math.max(most, Number(event && event.at) || 0), 0);
+  for (const step of steps) {
+    if (step.wall === undefined) step.span = Math.max(0, last - step.at);
+    else step.span = step.wall;
+  }
+  return steps;
+}
+
+const run = dataOf("run") || {};
+const links = dataOf("links") || {own: [], files: []};
+const statistics = dataOf("statistics");
+const steps = stepsOf(events());
+const runSeconds = secondsOfRun();
+
+function secondsOfRun() {
+  if (typeof run.wall === "number") return run.wall;
+  return steps.reduce((most, step) => Math.max(most, step.at + step.span), 0);
+}
+
+function isObject(value) {
+  return value !== null && typeof value === "object" && !Array.isArray(value);
+}
+
+function listOf(value) {
+  return Array.isArray(value) ? value : [];
+}

@@ -1,0 +1,54 @@
+// The command line, the files and the machine of the run.
+// Members of the record that other sections show.
+const kShown = new Set(["libvarrow_run", "outcome", "error", "failed_step", "rules_broken",
+  "rules_kept", "warnings", "warnings_dropped", "wall", "cpu", "memory", "files", "entries", "host",
+  "version", "library", "compiler", "pipeline", "command_line", "begin", "end", "configuration",
+  "inputs", "plugins", "program", "libraries", "seeds"]);
+
+function quoted(argument) {
+  const text = scalarText(argument);
+  return /^[\w@%+=:,./-]+$/.test(text) ? text : "'" + text.replace(/'/g, "'\\''") + "'";
+}
+
+const kFileColumns = [["File", "path"], ["Version", "version"], ["Checksum", "checksum"]];
+
+function fileTable(heading, files) {
+  const {element, body} = table(heading, kFileColumns);
+  inPieces(body, files.filter(isObject), file => row(kFileColumns,
+    [scalarText(file.file || file.name || ""), scalarText(file.version || ""),
+     make("code", {}, scalarText(file.sha256 || file.build_id || "none"))]));
+  return element;
+}
+
+function showSetUp() {
+  const element = section("set_up", "How it was run");
+  const command = [run.host, ...listOf(run.command_line)].filter(part => part !== undefined);
+  element.append(make("pre", {class: "command", tabindex: "0", role: "region",
+    "aria-label": "Command line"}, command.map(quoted).join(" ")));
+  const facts = [["Pipeline", run.pipeline], ["Host", [run.host, run.version].join(" ").trim()],
+    ["libvarrow", run.library], ["Compiler", run.compiler],
+    ["Begin", run.begin ? timeText(run.begin) : ""], ["End", run.end ? timeText(run.end) : "none"]];
+  for (const seed of listOf(run.seeds)) {
+    if (isObject(seed)) facts.push([scalarText(seed.path), scalarText(seed.value)]);
+  }
+  for (const [name, value] of Object.entries(run)) {
+    if (kShown.has(name) || listOf(value).length === 0 && Array.isArray(value)) continue;
+    const text = Array.isArray(value) ? value.map(each =>
+      typeof each === "object" ? preview(each) : scalarText(each)).join(", ") :
+      isObject(value) ? leaves(value).map(([key, each]) => `${key} ${scalarText(each)}`).join(", ") :
+      scalarText(value);
+    facts.push([name.charAt(0).toUpperCase() + name.slice(1).replace(/_/g, " "), text]);
+  }
+  element.append(pairs(facts.filter(([, value]) => value !== undefined && value !== "")
+    .map(([name, value]) => [name, scalarText(value)])));
+  const programs = [run.program, ...listOf(run.libraries)].filter(isObject);
+  for (const [heading, files] of [["Input files", listOf(run.inputs)],
+                                  ["Plug-ins", listOf(run.plugins)],
+                                  ["Program and libraries", programs]]) {
+    if (files.length > 0) element.append(fileTable(heading, files));
+  }
+  if (run.configuration !== undefined) {
+    element.append(make("h3", {}, "Configuration, with every default"),
+      make("div", {class: "tree"}, treeOf("pipeline", run.configuration)));
+  }
+}
