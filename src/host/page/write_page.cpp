@@ -1,5 +1,6 @@
 #include "host/page/write_page.h"
 
+#include <boost/filesystem/operations.hpp>
 #include <string>
 #include <string_view>
 
@@ -57,7 +58,7 @@ fs::path writePage(const fs::path& folder, const Json::Value& record) {
   appendData(html, "statistics", statistics.empty() ? "null" : statistics);
   appendData(html, "links", Json2Str(runLinks(folder, record)));
   html += kPageAfterData;
-  const fs::path page = folder / kPageFile;
+  const fs::path page = fs::canonical(folder) / kPageFile;
   writeWhole(page, html);
   return page;
 }

@@ -32,19 +32,18 @@ function events() {
   });
 }
 
-// Returns the steps in the order in which they began. A step has the index of its chain as "parent",
-// -1 for none. A step without an end has the state "running".
+// Returns the steps in the order in which they began. A step without an end has the state
+// "running"; its "span" lasts until the last event.
 function stepsOf(list) {
   const steps = [];
   const open = [];
   for (const event of list) {
     if (event === null || typeof event !== "object") continue;
     if (event.event === "begin") {
-      const parent = open.length > 0 ? open[open.length - 1] : null;
-      const step = {...event, index: steps.length, name: String(event.step), state: "running",
-                    depth: open.length, parent: parent ? parent.index : -1, hasSteps: false,
-                    at: Number(event.at) || 0};
-      if (parent) parent.hasSteps = true;
+      const step = {index: steps.length, name: String(event.step), class: event.class,
+                    place: event.place, before: event.before, at: Number(event.at) || 0,
+                    depth: open.length, hasSteps: false, state: "running"};
+      if (open.length > 0) open[open.length - 1].hasSteps = true;
       steps.push(step);
       open.push(step);
     } else {
@@ -61,10 +60,7 @@ function stepsOf(list) {
     }
   }
   const last = list.reduce((most, event) => Math.max(most, Number(event && event.at) || 0), 0);
-  for (const step of steps) {
-    if (step.wall === undefined) step.span = Math.max(0, last - step.at);
-    else step.span = step.wall;
-  }
+  for (const step of steps) step.span = step.wall ?? Math.max(0, last - step.at);
   return steps;
 }
 

@@ -31,6 +31,16 @@ function bar(share) {
   return make("span", {class: "bar", "aria-hidden": "true"}, fill);
 }
 
+// Returns a name and its values, for a line of a tree.
+function named(name, ...values) {
+  return [make("span", {class: "name"}, name), " ", ...values];
+}
+
+// Returns a line of a tree without lines below.
+function leaf(name, ...values) {
+  return make("div", {class: "leaf"}, ...named(name, ...values));
+}
+
 // Returns an element that is filled when it is opened for the first time.
 function foldable(summary, fill, isOpen = false) {
   const body = make("div", {class: "body"});

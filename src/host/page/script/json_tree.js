@@ -21,13 +21,11 @@ function preview(value) {
 function treeOf(name, value) {
   if (value === null || typeof value !== "object") {
     const text = value === null ? "none" : value === "" ? '""' : scalarText(value);
-    return make("div", {class: "leaf"}, make("span", {class: "name"}, name),
-                make("span", {class: "value"}, text));
+    return leaf(name, make("span", {class: "value"}, text));
   }
   const members = Object.entries(value);
   if (members.length === 0) return treeOf(name, Array.isArray(value) ? "[]" : "{}");
-  const summary = [make("span", {class: "name"}, name), make("code", {}, preview(value))];
-  return foldable(summary, body => {
+  return foldable(named(name, make("code", {}, preview(value))), body => {
     const list = make("div", {});
     body.append(list);
     inPieces(list, members, ([key, member]) => treeOf(key, member), body);

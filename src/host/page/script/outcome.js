@@ -5,7 +5,7 @@ const kOutcomes = {
   "faulty": ["bad", "✗", "Faulty files"],
   "failed": ["bad", "✗", "Failed"],
   "ended on request": ["warn", "■", "Ended on request"],
-  "running": ["warn", "…", "Without an end"],
+  "running": ["warn", "…", "No end"],
 };
 
 function fileName(path) {
@@ -63,13 +63,15 @@ function showOutcome() {
   if (broken.length > 0) {
     const few = broken.slice(0, 5).map(rule => make("li", {}, scalarText(rule)));
     box.append(make("p", {}, count(broken.length, "broken rule") + ":"), make("ul", {}, ...few));
-    if (broken.length > 5) box.append(make("p", {}, make("a", {href: "#rules"}, "All broken rules")));
+    if (broken.length > 5) {
+      box.append(make("p", {}, make("a", {href: "#rules"}, "All broken rules")));
+    }
   }
   element.append(box, pairs(figures()));
   const last = steps.findLast(step => isObject(step.after));
   if (last) {
-    element.append(make("h3", {}, "Key figures at the end"),
-      pairs(leaves(last.after).slice(0, 40).map(([name, value]) => [name, scalarText(value)])));
+    const heading = run.outcome === "running" ? "Last key figures" : "Key figures at the end";
+    element.append(make("h3", {}, heading), pairs(leaves(last.after).slice(0, 40).map(([name, value]) => [name, scalarText(value)])));
   }
 }
 

@@ -2,7 +2,9 @@
 function rejectionsOf() {
   const list = [];
   visitStatistics(statistics, (path, name, value) => {
-    if (isRejections(value)) list.push({name: [...path, name].join(" / "), ...value.__rejections__});
+    if (!isRejections(value)) return;
+    const {dropped, subjects} = value.__rejections__;
+    list.push({name: [...path, name].join(" / "), dropped, subjects});
   });
   return list;
 }
@@ -19,14 +21,14 @@ function nearestText(reason) {
 
 function subjectElement(name, subject, isOpen) {
   const state = subject.placed ? "placed" : "not placed";
-  const summary = [make("span", {class: "name"}, name),
-    make("span", {class: "value"},
-         `${state}; ${count(subject.examined || 0, "candidate")} examined`)];
+  const verdict = make("span", {class: "value"},
+    `${state}; ${count(subject.examined || 0, "candidate")} examined`);
   const reasons = Object.entries(subject.reasons || {}).sort((a, b) =>
     (b[1].count - a[1].count) || natural.compare(a[0], b[0]));
-  if (reasons.length === 0) return leaf(name, summary[1]);
-  return foldable(summary, body => {
+  if (reasons.length === 0) return leaf(name, verdict);
+  return foldable(named(name, verdict), body => {
     const {element, body: rows} = table(`Why ${name} was rejected`, kReasonColumns);
+    element.classList.add("reasons");
     body.append(element);
     inPieces(rows, reasons, ([reason, facts]) =>
       row(kReasonColumns, [scalarText(facts.count), bar(facts.count / reasons[0][1].count), reason,
@@ -42,8 +44,8 @@ function showRejections(element, {name, dropped, subjects}, hasName) {
   element.append(make("p", {}, `${count(missing, "subject")} not placed, ` +
     `${grouped(all.length - missing)} placed.`));
   if (dropped) {
-    element.append(note(`${count(dropped, "rejection")} of further subjects and reasons dropped, as the ` +
-                        "statistic was full."));
+    element.append(note(`${count(dropped, "rejection")} of further subjects and reasons dropped, ` +
+                        "as the statistic was full."));
   }
   const list = make("div", {class: "tree"});
   const below = make("div", {});

@@ -35,7 +35,8 @@ function showSetUp() {
     if (kShown.has(name) || listOf(value).length === 0 && Array.isArray(value)) continue;
     const text = Array.isArray(value) ? value.map(each =>
       typeof each === "object" ? preview(each) : scalarText(each)).join(", ") :
-      isObject(value) ? leaves(value).map(([key, each]) => `${key} ${scalarText(each)}`).join(", ") :
+      isObject(value) ?
+        leaves(value).map(([key, each]) => `${key} ${scalarText(each)}`).join(", ") :
       scalarText(value);
     facts.push([name.charAt(0).toUpperCase() + name.slice(1).replace(/_/g, " "), text]);
   }

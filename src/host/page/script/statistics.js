@@ -51,7 +51,8 @@ function histogramBars(value) {
 function distributionBars(value) {
   return Object.entries(value).filter(([name]) => name !== "__sum__" && name !== "__key_count__")
     .map(([name, text]) => {
-      const [, number, share] = /^count=(.*), proportion=(.*)$/.exec(text) || ["", String(text), ""];
+      const form = /^count=(.*), proportion=(.*)$/;
+      const [, number, share] = form.exec(text) || ["", String(text), ""];
       return {name, size: Number(number), count: number, share};
     });
 }
@@ -59,18 +60,14 @@ function distributionBars(value) {
 function histogram(name, value, isOpen) {
   const facts = `${scalarText(value.count)} samples, min ${value.min}, mean ` +
     `${Number(Number(value["sum/count"]).toPrecision(6))}, max ${value.max}, sum ${value.sum}`;
-  return foldable([make("span", {class: "name"}, name), make("span", {class: "value"}, facts)],
+  return foldable(named(name, make("span", {class: "value"}, facts)),
     body => addBars(body, `Samples of ${name}`, histogramBars(value)), isOpen);
 }
 
 function distribution(name, value, isOpen) {
   const facts = `${scalarText(value.__sum__)} in ${count(value.__key_count__, "key")}`;
-  return foldable([make("span", {class: "name"}, name), make("span", {class: "value"}, facts)],
+  return foldable(named(name, make("span", {class: "value"}, facts)),
     body => addBars(body, `Counts of ${name}`, distributionBars(value)), isOpen);
-}
-
-function leaf(name, ...children) {
-  return make("div", {class: "leaf"}, make("span", {class: "name"}, name), ...children);
 }
 
 function times(name, value) {
@@ -79,9 +76,8 @@ function times(name, value) {
   if (list.length < 2) return leaf(name, make("span", {class: "value"}, text));
   const facts = `${text}, ${list[0]} to ${list[list.length - 1]}`;
   if (list.length === 2) return leaf(name, make("span", {class: "value"}, facts));
-  const summary = [make("span", {class: "name"}, name), make("span", {class: "value"},
-    `${facts}, ${count(list.length, "time")}`)];
-  return foldable(summary, body => {
+  const summary = make("span", {class: "value"}, `${facts}, ${count(list.length, "time")}`);
+  return foldable(named(name, summary), body => {
     const items = make("ol", {});
     body.append(items);
     inPieces(items, list, time => make("li", {}, scalarText(time)), body);
@@ -90,10 +86,10 @@ function times(name, value) {
 
 function progress(name, value, isOpen) {
   const children = listOf(value.childdreProgress);
-  const done = [make("span", {class: "name"}, name), bar(value.progressPercent / 100),
+  const done = [bar(value.progressPercent / 100),
                 make("span", {class: "value"}, `${value.progressPercent}\u202f%`)];
-  if (children.length === 0) return make("div", {class: "leaf"}, ...done);
-  return foldable(done, body =>
+  if (children.length === 0) return leaf(name, ...done);
+  return foldable(named(name, ...done), body =>
     inPieces(body, children.map((child, i) => [String(i), child]), ([key, child]) =>
       isProgress(child) ? progress(key, child, isOpen) : treeOf(key, child), body), isOpen);
 }
@@ -106,9 +102,8 @@ function percent(name, text) {
 
 function container(name, value, isOpen) {
   const size = value.length === 0 ? "empty" : count(value.length, "entry", "entries");
-  const summary = [make("span", {class: "name"}, name), make("span", {class: "note"}, size)];
-  if (value.length === 0) return leaf(...summary);
-  return foldable(summary, body => {
+  if (value.length === 0) return leaf(name, make("span", {class: "note"}, size));
+  return foldable(named(name, make("span", {class: "note"}, size)), body => {
     const list = make("div", {});
     body.append(list);
     inPieces(list, value, entry => statistic(...Object.entries(entry)[0], isOpen), body);
@@ -161,7 +156,7 @@ function showStatistics() {
   visitStatistics(statistics, (path, name, value) => {
     if (!isContainer(value)) ++number;
   });
-  const element = section("statistics_tree", "Statistics", grouped(number));
+  const element = section("statistics_tree", "Statistics", number > 0 ? grouped(number) : "");
   if (!isObject(statistics)) {
     element.append(note(statistics === undefined ? "The statistics are not readable."
                                                  : "The run has written no statistics."));

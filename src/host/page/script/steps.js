@@ -59,14 +59,13 @@ function nameCell(step, isInOrder) {
 function stepRow(step, isInOrder) {
   const share = step.span / runSeconds || 0;
   return row(kStepColumns,
-    [nameCell(step, isInOrder), [bar(share), percentText(share)],
-     step.wall === undefined ? "" : secondsText(step.wall), secondsText(step.cpu),
-     bytesText(step.memory), changesCell(step)],
+    [nameCell(step, isInOrder), step.wall === undefined ? "" : [bar(share), percentText(share)],
+     secondsText(step.wall), secondsText(step.cpu), bytesText(step.memory), changesCell(step)],
     {"data-step": step.index, tabindex: "-1", class: step.hasSteps ? "chain" : ""});
 }
 
 function showSteps() {
-  const element = section("steps", "Steps", grouped(steps.length));
+  const element = section("steps", "Steps", steps.length > 0 ? grouped(steps.length) : "");
   if (steps.length === 0) {
     element.append(note("No steps are recorded."));
     return;

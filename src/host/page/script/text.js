@@ -1,8 +1,8 @@
 // Values as text for readers.
 // Returns text in which control characters, and those that reorder the text, are visible.
 function visible(text) {
-  return String(text).replace(/[\u0000-\u0008\u000b-\u001f\u007f-\u009f\u202a-\u202e\u2066-\u2069]/g,
-    c => "\\u" + c.charCodeAt(0).toString(16).padStart(4, "0"));
+  const hidden = /[\u0000-\u0008\u000b-\u001f\u007f-\u009f\u202a-\u202e\u2066-\u2069]/g;
+  return String(text).replace(hidden, c => "\\u" + c.charCodeAt(0).toString(16).padStart(4, "0"));
 }
 
 function count(number, noun, nouns = noun + "s") {
@@ -36,6 +36,7 @@ function bytesText(bytes) {
 }
 
 function percentText(share) {
+  if (share > 0 && share < 0.0005) return "<\u202f0.1\u202f%";
   return `${Number((share * 100).toFixed(share < 0.1 ? 1 : 0))}\u202f%`;
 }
 

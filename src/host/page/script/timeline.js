@@ -17,7 +17,7 @@ function barsBetween(from, to) {
   for (const step of steps) {
     if (step.depth >= kMostLanes) continue;
     const begin = Math.max(from, step.at);
-    const end = Math.min(to, step.at + step.span);
+    const end = step.state === "running" ? to : Math.min(to, step.at + step.span);
     if (end < from || begin > to || end < begin) continue;
     const lane = lanes[step.depth] || (lanes[step.depth] = []);
     const narrow = (to - from) * kNarrow;
@@ -42,14 +42,14 @@ function ticksBetween(from, to) {
   return ticks;
 }
 
-function barElement(one, lane, from, to, zoom) {
+function barElement(one, lane, isOdd, from, to, zoom) {
   const step = one.steps[0];
   const isMany = one.steps.length > 1;
   const x = (one.begin - from) / (to - from);
   const width = Math.max(kNarrow, (one.end - one.begin) / (to - from));
   const state = one.steps.some(each => each.state === "failed") ? "failed" :
     one.steps.some(each => each.state === "running") ? "running" :
-    isMany ? "many" : step.index % 2 ? "odd" : "even";
+    isMany ? "many" : isOdd ? "odd" : "even";
   const short = step.name.split("/").pop();
   const text = isMany ? count(one.steps.length, "step") : short;
   const about = isMany ? `${text}, from ${step.name}` :
@@ -59,7 +59,8 @@ function barElement(one, lane, from, to, zoom) {
   const element = svg("svg",
     {class: "step " + state, x: `${x * 100}%`, y: lane * kLane + 22, width: `${width * 100}%`,
      height: kLane - 3},
-    svg("title", {}, visible(about)), svg("rect", {width: "100%", height: "100%", rx: 2}), ...label);
+    svg("title", {}, visible(about)), svg("rect", {width: "100%", height: "100%", rx: 2}),
+    ...label);
   element.addEventListener("click", () => {
     if (isMany) zoom(one.begin, one.end);
     else if (step.hasSteps && one.end - one.begin < (to - from) * 0.999) zoom(step.at, one.end);
@@ -72,7 +73,9 @@ let zoomTo = () => {};
 
 function showTimeline() {
   const element = section("timeline", "Timeline");
-  const total = steps.reduce((most, step) => Math.max(most, step.at + step.span), 0);
+  const last = steps.reduce((most, step) => Math.max(most, step.at + step.span), 0);
+  // Leaves room for the steps without an end, of which the last has only begun.
+  const total = steps.some(step => step.state === "running") ? last * 1.05 : last;
   if (!(total > 0)) {
     element.append(note("No times of steps are recorded."));
     return;
@@ -93,8 +96,8 @@ function showTimeline() {
         svg("text", {class: isLast ? "tick last" : "tick", x: percent(time), dx: isLast ? -4 : 4,
                      y: 13}, secondsText(Number(time.toPrecision(6)))));
     }
-    lanes.forEach((lane, i) => lane.forEach(one =>
-      chart.append(barElement(one, i, from, to, zoomTo))));
+    lanes.forEach((lane, i) => lane.forEach((one, j) =>
+      chart.append(barElement(one, i, j % 2 === 1, from, to, zoomTo))));
     place.replaceChildren(chart);
     const isWhole = from === 0 && to === total;
     whole.hidden = isWhole;
