@@ -122,7 +122,12 @@ void writeWhole(const fs::path& file, const std::string& text) {
     throw std::runtime_error("cannot write " + file.generic_string() + ": " +
                              system::errorText(error));
   }
-  fs::rename(made, file);
+  boost::system::error_code renamed;
+  fs::rename(made, file, renamed);
+  if (!renamed) return;
+  fs::remove(made, ignored);
+  throw std::runtime_error("cannot write " + file.generic_string() + ": " +
+                           system::errorText(renamed.default_error_condition().value()));
 }
 
 }  // namespace libvarrow::host

@@ -6,62 +6,83 @@ namespace libvarrow::host {
 
 namespace {
 
-bool isBlank(unsigned char c) {
-  return c == ' ' || c == '\n' || c == '\r' || c == '\t';
+bool isOfHtml(unsigned char c) {
+  return c == '<' || c == '>' || c == '&';
 }
 
-// Returns the escape of a character that HTML may interpret; null for any other.
-const char* escapeOf(unsigned char c) {
-  if (c == '<') return "\\u003c";
-  if (c == '>') return "\\u003e";
-  return c == '&' ? "\\u0026" : nullptr;
+// Returns true for most characters: those that are copied inside and outside of strings.
+bool isPlain(unsigned char c) {
+  return c > ' ' && c < 0x80 && c != '"' && c != '\\' && !isOfHtml(c);
 }
 
-// Returns the end of the text from `at` that is copied as it is.
-const unsigned char* endOfPlain(const unsigned char* at, const unsigned char* end, bool inString) {
-  while (at < end && *at < 0x80 && *at != '"' && *at != '\\' && escapeOf(*at) == nullptr &&
-         (inString || !isBlank(*at))) {
-    ++at;
+void appendEscape(std::string& html, unsigned char c) {
+  constexpr const char* kDigits = "0123456789abcdef";
+  html.append("\\u00").append(1, kDigits[c >> 4U]).append(1, kDigits[c & 15U]);
+}
+
+class Copier {
+ public:
+  Copier(std::string& html, std::string_view json)
+      : html_(html),
+        at_(reinterpret_cast<const unsigned char*>(json.data())),
+        end_(at_ + json.size()) {}
+
+  void copy() {
+    while (at_ < end_) {
+      if (isPlain(*at_)) {
+        copyPlain();
+      } else if (*at_ >= 0x80) {
+        copyCharacter();
+      } else if (*at_ == '\\' && at_ + 1 < end_ && (isPlain(at_[1]) || isQuoteOrSlash(at_[1]))) {
+        append(at_ + 2);  // the quote does not end the string
+      } else {
+        copySpecial();
+      }
+    }
   }
-  return at;
-}
 
-const char* charsOf(const unsigned char* bytes) {
-  return reinterpret_cast<const char*>(bytes);
-}
+ private:
+  static bool isQuoteOrSlash(unsigned char c) { return c == '"' || c == '\\'; }
+
+  void append(const unsigned char* end) {
+    html_.append(reinterpret_cast<const char*>(at_), reinterpret_cast<const char*>(end));
+    at_ = end;
+  }
+
+  void copyPlain() {
+    const unsigned char* end = at_;
+    while (end < end_ && isPlain(*end)) ++end;
+    append(end);
+  }
+
+  void copyCharacter() {
+    const unsigned char* const end = base::endOfUtf8Character(at_, end_);
+    if (end != nullptr) return append(end);
+    html_ += "\xEF\xBF\xBD";
+    ++at_;
+  }
+
+  void copySpecial() {
+    const unsigned char c = *at_++;
+    if (c == '"') isInString_ = !isInString_;
+    const bool isControl = c < ' ';
+    if (isOfHtml(c) || (isControl && isInString_)) {
+      appendEscape(html_, c);
+    } else if (isInString_ || (c != ' ' && !isControl)) {
+      html_ += static_cast<char>(c);
+    }
+  }
+
+  std::string& html_;
+  const unsigned char* at_;
+  const unsigned char* const end_;
+  bool isInString_ = false;
+};
 
 }  // namespace
 
 void appendScriptJson(std::string& html, std::string_view json) {
-  constexpr const char* kReplacement = "\xEF\xBF\xBD";
-  const auto* at = reinterpret_cast<const unsigned char*>(json.data());
-  const auto* const end = at + json.size();
-  bool inString = false;
-  while (at < end) {
-    const auto* const plain = endOfPlain(at, end, inString);
-    html.append(charsOf(at), charsOf(plain));
-    at = plain;
-    if (at == end) return;
-    if (*at == '\\' && end - at > 1 && at[1] < 0x80 && escapeOf(at[1]) == nullptr) {
-      html.append(charsOf(at), 2);  // the next character does not end the string
-      at += 2;
-    } else if (*at >= 0x80) {
-      const auto* const next = base::endOfUtf8Character(at, end);
-      if (next == nullptr)
-        html += kReplacement;
-      else
-        html.append(charsOf(at), charsOf(next));
-      at = next == nullptr ? at + 1 : next;
-    } else {
-      if (*at == '"') inString = !inString;
-      const char* const escape = escapeOf(*at);
-      if (escape != nullptr)
-        html += escape;
-      else if (inString || !isBlank(*at))
-        html += static_cast<char>(*at);
-      ++at;
-    }
-  }
+  Copier(html, json).copy();
 }
 
 }  // namespace libvarrow::host

@@ -1,4 +1,5 @@
 // The data of the run, as the page contains it. All text of it is set as text, never as HTML.
+
 "use strict";
 
 // Returns the value of JSON text. Integers that a number cannot hold become BigInt.

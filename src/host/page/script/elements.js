@@ -1,4 +1,5 @@
 // The elements of which every section is made.
+
 const kPiece = 200;  // rows of a long list that are in the page at a time
 
 // Returns an element; children are elements or text.

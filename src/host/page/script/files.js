@@ -1,4 +1,5 @@
 // Links to the files of the run.
+
 const kAbout = {
   "run.json": "the record of the run", "pipeline.json": "the pipeline as it ran",
   "steps.jsonl": "begin and end of each step", "statistics.json": "the tree of statistics",

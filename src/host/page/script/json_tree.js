@@ -1,4 +1,5 @@
 // Any JSON value as a tree.
+
 // Returns "path: value" pairs of the scalars in a value.
 function leaves(value, path = "", list = []) {
   if (value !== null && typeof value === "object") {

@@ -1,4 +1,5 @@
 // The head of the page and the outcome of the run.
+
 const kOutcomes = {
   "done": ["good", "✓", "Done"],
   "rules broken": ["bad", "✗", "Rules broken"],
@@ -67,15 +68,17 @@ function showOutcome() {
       box.append(make("p", {}, make("a", {href: "#rules"}, "All broken rules")));
     }
   }
-  element.append(box, pairs(figures()));
+  element.append(box, pairs(totals()));
   const last = steps.findLast(step => isObject(step.after));
   if (last) {
     const heading = run.outcome === "running" ? "Last key figures" : "Key figures at the end";
-    element.append(make("h3", {}, heading), pairs(leaves(last.after).slice(0, 40).map(([name, value]) => [name, scalarText(value)])));
+    const figures = leaves(last.after).slice(0, 40).map(([name, value]) =>
+      [name, scalarText(value)]);
+    element.append(make("h3", {}, heading), pairs(figures));
   }
 }
 
-function figures() {
+function totals() {
   const entries = [["Time", secondsText(run.wall)], ["Processor time", secondsText(run.cpu)],
                    ["Peak memory", bytesText(run.memory)],
                    ["Steps", steps.length > 0 ? grouped(steps.length) : ""]];

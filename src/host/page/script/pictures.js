@@ -1,4 +1,5 @@
 // The pictures that modules wrote.
+
 function showPictures() {
   const pictures = links.files.filter(file => file.picture);
   if (pictures.length === 0) return;

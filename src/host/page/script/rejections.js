@@ -1,4 +1,5 @@
 // The reasons for which subjects were not placed.
+
 function rejectionsOf() {
   const list = [];
   visitStatistics(statistics, (path, name, value) => {

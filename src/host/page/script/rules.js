@@ -1,4 +1,5 @@
 // The rules that the run kept and broke.
+
 function ruleList(heading, rules, kind, sign) {
   const list = make("ul", {class: "rules " + kind});
   const place = make("div", {}, make("h3", {}, heading), list);

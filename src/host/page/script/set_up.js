@@ -1,4 +1,5 @@
 // The command line, the files and the machine of the run.
+
 // Members of the record that other sections show.
 const kShown = new Set(["libvarrow_run", "outcome", "error", "failed_step", "rules_broken",
   "rules_kept", "warnings", "warnings_dropped", "wall", "cpu", "memory", "files", "entries", "host",

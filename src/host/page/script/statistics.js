@@ -1,4 +1,5 @@
 // The tree of statistics.
+
 const kFewEntries = 150;  // so many statistics are shown unfolded
 
 // Returns true for the form of a container: a list of objects with one member each.

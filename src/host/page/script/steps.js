@@ -1,4 +1,5 @@
 // The table of steps.
+
 const kStepColumns = [["Step", "name"], ["Share", "share"], ["Time", "number"],
                       ["Processor", "number"], ["Peak memory", "number"],
                       ["Changed key figures", "changes"]];

@@ -1,4 +1,5 @@
 // Values as text for readers.
+
 // Returns text in which control characters, and those that reorder the text, are visible.
 function visible(text) {
   const hidden = /[\u0000-\u0008\u000b-\u001f\u007f-\u009f\u202a-\u202e\u2066-\u2069]/g;

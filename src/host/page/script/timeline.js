@@ -1,4 +1,5 @@
 // The timeline of the steps. The table of steps has the same facts.
+
 const kSvg = "http://www.w3.org/2000/svg";
 const kLane = 26;
 const kMostLanes = 12;

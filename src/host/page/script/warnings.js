@@ -1,4 +1,5 @@
 // The warnings of the log.
+
 const kWarningColumns = [["Time", "number"], ["Level", "level"], ["Text", "text"]];
 
 function showWarnings() {
