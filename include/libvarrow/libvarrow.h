@@ -30,6 +30,7 @@
 #include "libvarrow/statistics/NumStatistics.h"
 #include "libvarrow/statistics/PercentStatistics.h"
 #include "libvarrow/statistics/ProgressStatistics.h"
+#include "libvarrow/statistics/RejectionStatistics.h"
 #include "libvarrow/statistics/StatisticsContainer.h"
 #include "libvarrow/statistics/TimeStatistics.h"
 #include "libvarrow/statistics/TimedStatDumper.h"

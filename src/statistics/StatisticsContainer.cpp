@@ -43,6 +43,11 @@ DistributionStatistics* StatisticsContainer::getDistributionStatistics(const std
   return create<DistributionStatistics>(name);
 }
 
+RejectionStatistics* StatisticsContainer::getRejectionStatistics(const std::string& name,
+                                                                 std::size_t maxPairs) {
+  return create<RejectionStatistics>(name, maxPairs);
+}
+
 JsonStatistics* StatisticsContainer::getJsonStatistics(const std::string& name,
                                                        const Json::Value* value) {
   return create<JsonStatistics>(name, value);

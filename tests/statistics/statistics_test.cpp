@@ -1,8 +1,10 @@
 // The rendering of each statistic, alone and in a tree, and the progress of a computation.
 
+#include <algorithm>
 #include <boost/date_time/posix_time/posix_time.hpp>
 #include <boost/make_shared.hpp>
 #include <limits>
+#include <random>
 
 #include "libvarrow/statistics/ProgressStatistics.h"
 #include "libvarrow/statistics/StatisticsContainer.h"
@@ -55,6 +57,61 @@ TEST(DistributionStatisticsTest, MergingAddsKeyByKeyAndLeavesTheSource) {
   EXPECT_EQ((std::map<std::string, std::uint64_t>{{"b", 3}}), to.get());
   to.inc("c", 1234567);
   EXPECT_EQ("count=1.23457e+06, proportion=99.9998%", to.toJsonValue4Bind()["c"].asString());
+}
+
+// Records the same calls in several orders, and some of them in an object that is merged.
+TEST(RejectionStatisticsTest, TheResultDoesNotDependOnTheOrderOfCalls) {
+  using boost::posix_time::minutes;
+  using boost::posix_time::seconds;
+  constexpr double kNoNumber = std::numeric_limits<double>::quiet_NaN();
+  using Call = std::function<void(RejectionStatistics&)>;
+  std::vector<Call> calls = {
+      [](auto& to) { to.rejected("C017", "OT2", "room too short", minutes(30)); },
+      [](auto& to) { to.rejected("C017", "OT1", "room too short", seconds(1801)); },
+      [](auto& to) { to.rejected("C017", "OT3", "room too short", minutes(30)); },
+      [](auto& to) { to.rejected("C017", "OT0", "room too short"); },
+      [](auto& to) { to.rejected("C017", "A", "room too short", boost::posix_time::neg_infin); },
+      [](auto& to) { to.rejected("C017", "d", "surgeon off duty"); },
+      [](auto& to) { to.rejected("C017", "c", "surgeon off duty", kNoNumber); },
+      [](auto& to) { to.rejected("C0", "17", "too heavy", 0.0); },
+      [](auto& to) { to.rejected("C0", "18", "too heavy", -0.0); },
+      [](auto& to) { to.rejected("C0", "16", "too heavy", 0.5); },
+      [](auto& to) { to.placed("C0"); },
+      [](auto& to) { to.placed("C1"); }};
+  const char* const expected = R"({"__rejections__": {"dropped": 0, "subjects": {
+      "C017": {"placed": false, "examined": 7, "reasons": {
+        "room too short": {"count": 5, "nearest": "OT2", "short_by": "00:30:00"},
+        "surgeon off duty": {"count": 2, "example": "c"}}},
+      "C0": {"placed": true, "examined": 3, "reasons": {
+        "too heavy": {"count": 3, "nearest": "17", "short_by": 0.0}}},
+      "C1": {"placed": true, "examined": 0, "reasons": {}}}}})";
+  std::mt19937 random(1);
+  for (int round = 0; round < 200; ++round) {
+    std::shuffle(calls.begin(), calls.end(), random);
+    RejectionStatistics to, from;
+    for (const Call& call : calls) call(random() % 3 == 0 ? from : to);
+    to.merge(&from);
+    ASSERT_EQ(json(expected), json(to.dumpAsJsonString()));
+  }
+}
+
+TEST(RejectionStatisticsTest, PairsBeyondTheLargestNumberAreOnlyCounted) {
+  RejectionStatistics few(2), more;
+  for (const char* subject : {"a", "b", "c", "b"}) {
+    more.rejected(subject, "", "late");
+    few.rejected(subject, "x", "late", 1);
+  }
+  few.rejected("a", "", "early");
+  few.placed("a");
+  few.placed("d");
+  few.merge(&more);
+  const Json::Value content = json(few.dumpAsJsonString())["__rejections__"];
+  EXPECT_EQ(4, content["dropped"].asInt());
+  EXPECT_EQ(json(R"({"a": {"placed": true, "examined": 2,
+                           "reasons": {"late": {"count": 2, "nearest": "x", "short_by": 1.0}}},
+                     "b": {"placed": false, "examined": 4,
+                           "reasons": {"late": {"count": 4, "nearest": "x", "short_by": 1.0}}}})"),
+            content["subjects"]);
 }
 
 TEST(TimeStatisticsTest, MinutesAreWholeSecondsFromFirstToLast) {
@@ -117,9 +174,11 @@ TEST(StatisticsContainerTest, MergingMovesEntries) {
 
 TEST(StatisticsTest, MisuseEndsTheProcess) {
   DistributionStatistics itself;
+  RejectionStatistics itselfToo;
   const std::pair<const char*, std::function<void()>> faults[] = {
       {"'interval_ != 0' is false", [] { NumStatistics(0).add(1); }},
       {"'other != this' is false", [&] { itself.merge(&itself); }},
+      {"'other != this' is false", [&] { itselfToo.merge(&itselfToo); }},
       {"BackTraceException", [] { CountStatistics().fromJsonValue4Bind(1); }},
       {"'total() != 0' is false", [] { SimpleProgressStatistics(0).getProcessPercent(); }},
       {"'!children_.empty()' is false", [] { ComposedProgressStatistics({}).toJsonValue4Bind(); }}};

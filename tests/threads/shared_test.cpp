@@ -40,7 +40,7 @@ void onThreads(const std::function<void(int)>& body) {
 class SharedTest : public test_support::InTemporaryDirectory {};
 
 TEST_F(SharedTest, TotalsAreExactDuringTimedDumpsAndMerges) {
-  // Eight hundred thousand updates: four kinds, eight threads.
+  // A million updates: five kinds, eight threads.
   constexpr int kUpdates = 25000;
   constexpr int kTotal = kThreads * kUpdates;
   test_support::setVariable("LIBVARROW_TIMED_STAT_DUMP", "1");
@@ -53,6 +53,8 @@ TEST_F(SharedTest, TotalsAreExactDuringTimedDumpsAndMerges) {
   root.addStat("progress", progress);
   StatisticsContainer* parts = root.getStatisticsContainer("parts");
   DistributionStatistics merged;
+  RejectionStatistics* rejections = root.getRejectionStatistics("rejections");
+  RejectionStatistics mergedRejections;
   TimeStatistics* times = parts->getTimeStatistics("times");
   {
     TimedStatDumper dumper(&root, "stat.json");
@@ -64,7 +66,11 @@ TEST_F(SharedTest, TotalsAreExactDuringTimedDumpsAndMerges) {
         numbers->add(thread * 10);
         distribution->inc(key, 2);
         progress->inc();
-        if (n % 8 == 0 && thread == 0) merged.merge(distribution);
+        rejections->rejected(n % 2 == 0 ? "even" : "odd", key, "late", kUpdates - n);
+        if (n % 8 == 0 && thread == 0) {
+          merged.merge(distribution);
+          mergedRejections.merge(rejections);
+        }
         if (n % 125 != 0) continue;
         EXPECT_LE(merged.get().size(), std::size_t{kThreads});
         EXPECT_LE(distribution->getCountSum(), 2u * kTotal);
@@ -82,6 +88,8 @@ TEST_F(SharedTest, TotalsAreExactDuringTimedDumpsAndMerges) {
   EXPECT_EQ("25000,   12.50%", entries[1]["numbers"]["[700-710)"].asString());
   EXPECT_EQ(2 * kTotal, entries[2]["distribution"]["__sum__"].asInt());
   EXPECT_EQ("200000/200000;100%", entries[3]["progress"].asString());
+  EXPECT_EQ(json(R"({"count": 100000, "nearest": "key0", "short_by": 1.0})"),
+            entries[5]["rejections"]["__rejections__"]["subjects"]["odd"]["reasons"]["late"]);
   const Json::Value& written = entries[4]["parts"];
   EXPECT_EQ(1u + 2 * kTotal / 125, written.size());
   EXPECT_EQ(kTotal / 125u, written[0]["times"]["timestamps"].size());

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <boost/thread/mutex.hpp>
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -16,6 +17,7 @@
 #include "libvarrow/statistics/JsonStatistics.h"
 #include "libvarrow/statistics/NumStatistics.h"
 #include "libvarrow/statistics/PercentStatistics.h"
+#include "libvarrow/statistics/RejectionStatistics.h"
 #include "libvarrow/statistics/TimeStatistics.h"
 
 namespace libvarrow {
@@ -57,6 +59,8 @@ class LIBVARROW_API StatisticsContainer : public CommonStatistics {
   CountStatistics* getCountStatistics(const std::string& name, std::int64_t initial = 0);
   PercentStatistics* getPercentStatistics(const std::string& name, std::uint64_t total);
   DistributionStatistics* getDistributionStatistics(const std::string& name);
+  RejectionStatistics* getRejectionStatistics(
+      const std::string& name, std::size_t maxPairs = RejectionStatistics::kMaxPairs);
   JsonStatistics* getJsonStatistics(const std::string& name, const Json::Value* value = nullptr);
   JsonStatistics* getJsonStatistics(const std::string& name, const Json::Value& value);
   ///@}
