@@ -37,7 +37,7 @@ Json::Value parsed(const std::string& text, const fs::path& file, const std::str
   return json;
 }
 
-// The file that stands for a link to the latest run has the name of the folder beside it.
+// On systems without links the file "latest" contains the name of the folder beside it.
 fs::path folderOf(const fs::path& path) {
   boost::system::error_code ignored;
   if (!fs::is_regular_file(path, ignored)) return path;
@@ -81,11 +81,13 @@ bool isStep(const Json::Value& line) {
 }  // namespace
 
 RunReader::RunReader(const fs::path& folder) : folder_(folderOf(folder)) {
-  boost::system::error_code error;
-  const fs::file_status status = fs::status(folder_, error);
-  if (!fs::exists(status)) fail(folder_, " does not exist");
+  const auto isMissing = [](const fs::path& path) {
+    boost::system::error_code ignored;
+    return fs::status(path, ignored).type() == fs::file_not_found;
+  };
+  if (isMissing(folder_)) fail(folder_, " does not exist");
   const fs::path file = folder_ / RunRecord::kFileName;
-  if (!fs::exists(file, error) && !error) {
+  if (isMissing(file)) {
     fail(folder_, " is not a run folder: it has no " + std::string(RunRecord::kFileName));
   }
   record_ = parsed(textOf(file), file);

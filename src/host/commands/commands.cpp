@@ -8,6 +8,7 @@ void addCommands(HostState& state) {
   state.commands.push_back(classesCommand(state));
   state.commands.push_back(schemaCommand(state));
   state.commands.push_back(reportCommand());
+  state.commands.push_back(whyCommand(state));
 }
 
 }  // namespace libvarrow::host

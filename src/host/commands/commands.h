@@ -14,6 +14,7 @@ std::unique_ptr<Command> checkCommand(HostState& state);
 std::unique_ptr<Command> classesCommand(HostState& state);
 std::unique_ptr<Command> schemaCommand(HostState& state);
 std::unique_ptr<Command> reportCommand();
+std::unique_ptr<Command> whyCommand(HostState& state);
 ///@}
 
 /// Adds the commands of every host to `state`.
