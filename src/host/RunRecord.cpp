@@ -85,6 +85,7 @@ std::set<std::string> RunRecord::entriesIn(const fs::path& folder) {
 RunRecord::RunRecord(const fs::path& folder, Json::Value facts)
     : folder_(folder), json_(std::move(facts)) {
   json_[kMark] = kFormat;
+  json_["folder"] = folder.generic_string();
 }
 
 void RunRecord::begin() {

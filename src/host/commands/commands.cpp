@@ -9,6 +9,7 @@ void addCommands(HostState& state) {
   state.commands.push_back(schemaCommand(state));
   state.commands.push_back(reportCommand());
   state.commands.push_back(whyCommand(state));
+  state.commands.push_back(diffCommand());
 }
 
 }  // namespace libvarrow::host

@@ -15,6 +15,7 @@ std::unique_ptr<Command> classesCommand(HostState& state);
 std::unique_ptr<Command> schemaCommand(HostState& state);
 std::unique_ptr<Command> reportCommand();
 std::unique_ptr<Command> whyCommand(HostState& state);
+std::unique_ptr<Command> diffCommand();
 ///@}
 
 /// Adds the commands of every host to `state`.
