@@ -1,7 +1,10 @@
 #include "host/page/run_links.h"
 
+#include <Poco/Base64Encoder.h>
+
 #include <boost/filesystem/operations.hpp>
 #include <cstdint>
+#include <sstream>
 #include <string>
 
 #include "host/file_text.h"
@@ -16,21 +19,12 @@ namespace fs = boost::filesystem;
 constexpr std::uintmax_t kLargestPicture = 1024 * 1024;
 
 std::string base64(const std::string& bytes) {
-  constexpr const char* kDigits =
-      "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
-  std::string text;
-  text.reserve((bytes.size() + 2) / 3 * 4);
-  for (std::size_t at = 0; at < bytes.size(); at += 3) {
-    unsigned group = 0;
-    for (std::size_t i = 0; i < 3; ++i) {
-      group =
-          group << 8U | (at + i < bytes.size() ? static_cast<unsigned char>(bytes[at + i]) : 0U);
-    }
-    for (const unsigned shift : {18U, 12U, 6U, 0U}) text += kDigits[group >> shift & 63U];
-  }
-  const std::size_t missing = (3 - bytes.size() % 3) % 3;
-  text.replace(text.size() - missing, missing, missing, '=');
-  return text;
+  std::ostringstream text;
+  Poco::Base64Encoder encoder(text);
+  encoder.rdbuf()->setLineLength(0);
+  encoder << bytes;
+  encoder.close();
+  return text.str();
 }
 
 std::string pictureType(const fs::path& file) {
