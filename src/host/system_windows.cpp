@@ -33,10 +33,17 @@ constexpr int kHangUp = 1;
 
 std::atomic<int> receivedSignal{0};
 
+// Ends the process without exit handlers, as signals do.
+[[noreturn]] void terminate() {
+  constexpr UINT kControlC = 0xC000013A;  // the system's own status for such an end
+  TerminateProcess(GetCurrentProcess(), kControlC);
+  std::abort();
+}
+
 BOOL WINAPI onEvent(DWORD event) {
   const int signal = event == CTRL_C_EVENT ? SIGINT : event == CTRL_BREAK_EVENT ? SIGTERM : kHangUp;
   int none = 0;
-  if (!receivedSignal.compare_exchange_strong(none, signal)) return FALSE;  // ends the process
+  if (!receivedSignal.compare_exchange_strong(none, signal)) terminate();
   // The system ends the process when this thread returns from these events.
   if (signal == kHangUp) Sleep(INFINITE);
   return TRUE;
@@ -91,9 +98,8 @@ const char* signalName(int signal) {
 }
 
 void endBy(int) {
-  constexpr UINT kControlC = 0xC000013A;  // the system's own status for such an end
   flush();
-  ExitProcess(kControlC);
+  terminate();
 }
 
 const char* errorText(int error) {
