@@ -5,8 +5,9 @@
 
 namespace libvarrow::crash {
 
-/// The code with which a process ends that aborts.
-constexpr UINT kAbortExitCode = 3;
+/// The exit code after a crash: that of SIGABRT in shells of other systems. That of std::abort(),
+/// 3, is also the status of hosts whose plan breaks rules.
+constexpr UINT kAbortExitCode = 134;
 
 /// Continues a read of unreadable memory where the reader checks for its failure. Returns whether
 /// the exception came from such a read of the calling thread.

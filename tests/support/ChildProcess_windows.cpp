@@ -72,13 +72,14 @@ std::string outputOf(const Poco::Pipe& pipe) {
   return begin == std::string::npos ? text : text.substr(begin + kBegin.size());
 }
 
+constexpr int kAborted = 3;  // without a crash handler; also a status of hosts
+
 // Returns the signal of a process that ended with `exitCode`, or 0.
-int signalOf(DWORD exitCode) {
-  constexpr DWORD kAborted = 3;
-  if (exitCode == kAborted) return SIGABRT;
+int signalOf(int exitCode) {
+  if (exitCode == kAborted || exitCode == 134) return SIGABRT;
   if (exitCode == 128 + kKillSignal) return kKillSignal;
-  return exitCode == EXCEPTION_ACCESS_VIOLATION || exitCode == EXCEPTION_STACK_OVERFLOW ? SIGSEGV
-                                                                                        : 0;
+  const auto code = static_cast<DWORD>(exitCode);
+  return code == EXCEPTION_ACCESS_VIOLATION || code == EXCEPTION_STACK_OVERFLOW ? SIGSEGV : 0;
 }
 
 ChildResult run(std::vector<std::string> commandLine) {
@@ -95,8 +96,8 @@ ChildResult run(std::vector<std::string> commandLine) {
     exitCode = process.wait();
   } catch (const Poco::SystemException&) {  // under wine, for a program that is not for Windows
   }
-  result.signal = signalOf(static_cast<DWORD>(exitCode));
-  if (result.signal == 0) result.exitCode = exitCode;
+  result.signal = signalOf(exitCode);
+  if (result.signal == 0 || exitCode == kAborted) result.exitCode = exitCode;
   return result;
 }
 
