@@ -149,6 +149,7 @@ TEST_F(HostProcess, StandardStreamsMayBeClosedOrFull) {
       {"$0" + run + ">&-", 1, "", "orders: cannot write standard output: Bad file descriptor\n"},
       {"$0" + run + ">/dev/full", 1, "",
        "orders: cannot write standard output: No space left on device\n"},
+      {"$0 ''", 2, "", "orders: unknown command \"\"; see orders --help\n"},
       {"$0 --help >/dev/full", 1, "", "orders: cannot write standard output\n"},
       {"$0" + run + "<&- 2>&- | head -n 1", 0, "open        2\n", ""},
       {"$0 run /dev/stdin --out run --overwrite <p.json | head -n 1", 0, "open        2\n", ""},

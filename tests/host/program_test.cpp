@@ -42,7 +42,6 @@ TEST_F(HostProgram, EndsWithItsStatusAndWritesOnlyResultsToStandardOutput) {
       {"run throw.json", 1, "", "throw.json:1:15: 0_Act: no orders %s%n"},
       {"run p.json --until 3_Act", 2, "",
        "the pipeline has no step \"3_Act\"; did you mean \"1_Act\"?; see orders run --help"},
-      {"", 2, "", "unknown command \"\"; see orders --help"},
       {"rnu p.json", 2, "", "unknown command rnu; did you mean \"run\"?; see orders --help"},
       {"run", 2, "", "PIPELINE is required; see orders run --help"},
       {"run p.json q.json", 2, "",
