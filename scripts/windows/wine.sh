@@ -2,6 +2,7 @@
 # Runs a Windows program under wine, without a display, in the Windows of a build directory.
 #
 #     wine.sh BUILD DEPENDENCIES PROGRAM [ARGUMENT...]
+#     wine.sh BUILD DEPENDENCIES --console PROGRAM [ARGUMENT...]    with the caller's terminal
 #     wine.sh BUILD DEPENDENCIES --start    starts its server, and installs it if it is missing
 #     wine.sh BUILD DEPENDENCIES --stop     ends its programs and its server, and no others
 set -euo pipefail
@@ -36,6 +37,9 @@ case $1 in
     ;;
   --stop)
     timeout 60 "$WINESERVER" --kill || true
+    ;;
+  --console)
+    exec timeout --foreground --kill-after=10 "$seconds" "$wine" "${@:2}"
     ;;
   *)
     # Output goes to files: the services of wine, which a program starts, would keep a pipe open.
