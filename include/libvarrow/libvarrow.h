@@ -20,6 +20,7 @@
 #include "libvarrow/module/ModuleExecutor.h"
 #include "libvarrow/module/ModuleLoader.h"
 #include "libvarrow/module/RunObserver.h"
+#include "libvarrow/module/TraceSpan.h"
 #include "libvarrow/module/pipeline_check.h"
 #include "libvarrow/module/pipeline_schema.h"
 #include "libvarrow/module/run_files.h"

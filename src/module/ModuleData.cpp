@@ -1,5 +1,7 @@
 #include "libvarrow/module/ModuleData.h"
 
+#include <stdexcept>
+
 #include "base/json_text.h"
 
 namespace libvarrow {
@@ -13,6 +15,10 @@ Json::Value ModuleData::getBaiscInfoJson() {
 void ModuleData::dumpDetailInfo(std::string) const {}
 
 void ModuleData::dump4Debug(std::string) const {}
+
+void ModuleData::restore4Debug(const std::string&) {
+  throw std::runtime_error("this kind of data has no restore4Debug");
+}
 
 std::string ModuleData::getBaiscInfo(Json::Value* out) {
   const Json::Value info = getBaiscInfoJson();

@@ -32,6 +32,15 @@ bool RunObserver::isEndRequested() const noexcept {
   return false;
 }
 
+void RunObserver::ruleKept(const std::string&) {}
+
+void RunObserver::spanEnds(const std::string&, std::chrono::steady_clock::time_point,
+                           std::chrono::steady_clock::time_point) noexcept {}
+
+bool RunObserver::skipsStep(Module&, const ModuleData&) {
+  return false;
+}
+
 bool isEndRequested(const ModuleData& data) noexcept {
   const RunObserver* const observer = data.observer();
   return observer != nullptr && observer->isEndRequested();

@@ -15,8 +15,12 @@ void runChainedStep(Module& module, std::size_t index, const std::string& chainP
   const std::string prefix =
       chainPath.empty() ? boost::uuids::to_string(boost::uuids::random_generator()()) : chainPath;
   const std::string stepPath = prefix + std::to_string(index) + "_" + name + "/";
-  const CPUProfiler profiler(stepPath + "_cpu.prof");
   data.dumpPath = stepPath;
+  if (data.observer() != nullptr && data.observer()->skipsStep(module, data)) {
+    data.dumpPath = chainPath;
+    return;
+  }
+  const CPUProfiler profiler(stepPath + "_cpu.prof");
   LIBVARROW_LOG_INFO("Start module %s", name.c_str());
   module.process(&data);
   LIBVARROW_LOG_INFO("End module %s", name.c_str());

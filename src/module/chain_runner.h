@@ -8,8 +8,8 @@
 
 namespace libvarrow {
 
-/// Runs `module`, the one at `index`, in a separate directory below `chainPath`, then sets the
-/// data's dump path to `chainPath` again.
+/// Runs `module`, the one at `index`, in a separate directory below `chainPath`, unless the
+/// observer skips it. Then sets the data's dump path to `chainPath` again.
 void runChainedStep(Module& module, std::size_t index, const std::string& chainPath,
                     ModuleData& data);
 

@@ -22,4 +22,8 @@ void reportRulesBroken(const ModuleData& data, const std::string& text) {
   if (data.observer() != nullptr) data.observer()->rulesBroken(text);
 }
 
+void reportRuleKept(const ModuleData& data, const std::string& text) {
+  if (data.observer() != nullptr) data.observer()->ruleKept(text);
+}
+
 }  // namespace libvarrow

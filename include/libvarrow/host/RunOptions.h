@@ -21,6 +21,9 @@ struct RunOptions {
   boost::filesystem::path inputs{};  ///< of input files; empty: the pipeline's folder
   DumpLevel dumps = DumpLevel::All;  ///< the files of each step
   std::string until{};  ///< ends after this step, "1_ChainedModule/0_Plan"; empty: last
+  /// Continues an earlier run with this step, by the folder of its dumps,
+  /// "runs/latest/dump/2_Plan"; empty: begins with the first step.
+  boost::filesystem::path from{};
   /// Called after the host's own observer; may reduce the dumps and end the run. Not owned.
   RunObserver* observer = nullptr;
 };

@@ -48,6 +48,11 @@ class LIBVARROW_API ModuleData {
   /// The base does nothing.
   virtual void dump4Debug(std::string path) const;
 
+  /// Sets the data to the state that dump4Debug(path) wrote, so that a run can continue at a step:
+  /// later dumps must be those of the run that wrote it. Throws std::runtime_error when that is not
+  /// possible; the data may then be in any state. The base always throws.
+  virtual void restore4Debug(const std::string& path);
+
   /// Returns getBaiscInfoJson() as text indented by tabs; also copies the value to `*out` unless
   /// `out` is null.
   std::string getBaiscInfo(Json::Value* out);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <boost/filesystem/path.hpp>
+#include <chrono>
 #include <stdexcept>
 #include <string>
 
@@ -38,8 +39,8 @@ class LIBVARROW_API RunEnded : public std::runtime_error {
 ///     executor.process(&data);
 ///
 /// A step is one call of Module::process(), chains included. The functions for steps are called by
-/// the thread that runs the step, those for rules and files by any thread of a module. The base
-/// class does nothing and requests all dumps.
+/// the thread that runs the step, those for rules, files and spans by any thread of a module. The
+/// base class does nothing, skips no step and requests all dumps.
 class LIBVARROW_API RunObserver {
  public:
   RunObserver() = default;
@@ -71,6 +72,15 @@ class LIBVARROW_API RunObserver {
   /// Returns true when the run must end as soon as possible. Called before each step of a chain,
   /// and by modules from any thread: overrides must be thread-safe.
   virtual bool isEndRequested() const noexcept;
+
+  /// Called by reportRuleKept(), with a text for users.
+  virtual void ruleKept(const std::string& text);
+  /// Called at the end of a TraceSpan, by its thread.
+  virtual void spanEnds(const std::string& name, std::chrono::steady_clock::time_point begin,
+                        std::chrono::steady_clock::time_point end) noexcept;
+  /// Returns true when a chain must not run `step`. Called before each step of a chain, with the
+  /// dump path of the step in `data`. A skipped step neither begins nor ends.
+  virtual bool skipsStep(Module& step, const ModuleData& data);
 };
 
 /// Returns true when the run of `data` must end as soon as possible; false without an observer.

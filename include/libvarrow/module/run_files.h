@@ -36,5 +36,7 @@ LIBVARROW_API void addRunFile(const ModuleData& data, const std::string& kind,
 /// Records that the plan breaks a rule; call it once for each rule. The run continues, and its host
 /// exits with the status for broken rules. Does nothing without a run.
 LIBVARROW_API void reportRulesBroken(const ModuleData& data, const std::string& text);
+/// Records that the plan keeps a rule; call it once for each rule. Does nothing without a run.
+LIBVARROW_API void reportRuleKept(const ModuleData& data, const std::string& text);
 
 }  // namespace libvarrow
