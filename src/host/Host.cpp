@@ -165,11 +165,13 @@ RunResult Host::execute(const RunOptions& options, ModuleData& data) {
       result.error = host::firstError(result.faults);
       return result;
     }
+    const host::ResumePoint from(options.from);
+    from.requireDump(options.folder);
     const host::RunFolder folder(options.folder, options.overwrite);
     host::RunRecord record(folder.path(), host::runFacts(options, state));
     record.begin();
     const host::RunContext context{state.name};
-    return host::Run(options, context, source, folder, record).process(*state.modules, data);
+    return host::Run(options, context, source, from, folder, record).process(*state.modules, data);
   } catch (const std::exception& error) {
     result.error = error.what();
   }

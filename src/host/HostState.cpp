@@ -69,8 +69,10 @@ void HostState::loadPlugins() {
                              " does not exist");
   }
   auto loaded = std::make_unique<DllManager>();
-  for (const fs::path& file : pluginsIn(folder)) loadPlugin(*loaded, file);
+  std::vector<fs::path> files = pluginsIn(folder);
+  for (const fs::path& file : files) loadPlugin(*loaded, file);
   plugins = std::move(loaded);
+  pluginFiles = std::move(files);
 }
 
 bool HostState::hasClasses() const {

@@ -32,6 +32,7 @@ struct HostState {
 
   // Destroyed after the registers, as their classes may be from plug-ins.
   std::unique_ptr<DllManager> plugins{};
+  std::vector<boost::filesystem::path> pluginFiles{};  // that were loaded
   boost::shared_ptr<cppbind::ClassRegister> modules{};
   boost::shared_ptr<cppbind::ClassRegister> rules{};
 

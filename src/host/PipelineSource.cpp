@@ -1,7 +1,6 @@
 #include "host/PipelineSource.h"
 
 #include <cppbind/Description.h>
-#include <cppbind/TextPositions.h>
 
 #include <algorithm>
 #include <boost/filesystem/operations.hpp>
@@ -163,10 +162,10 @@ void PipelineSource::locate(Fault& fault, const JsonPath& path, bool isKey,
   fault.line = fault.column = 0;
   if (!origin.text) return;
   if (!origin.places) origin.places.emplace(*origin.text);
-  const JsonPlaces::Place place = origin.places->find(path);
+  const JsonPlaces::Place place = origin.places->values.find(path);
   if (place.depth < path.size() && isKey) return;
   const std::size_t offset = isKey && place.key != JsonPlaces::kNone ? place.key : place.value;
-  const auto position = cppbind::TextPositions(origin.places->text()).at(offset);
+  const auto position = origin.places->positions.at(offset);
   fault.line = position.line;
   fault.column = position.column;
 }

@@ -4,6 +4,7 @@
 #include <cppbind/Checker.h>
 #include <cppbind/ClassRegister.h>
 #include <cppbind/JsonPlaces.h>
+#include <cppbind/TextPositions.h>
 #include <json/value.h>
 
 #include <boost/filesystem/path.hpp>
@@ -48,12 +49,20 @@ class PipelineSource {
   std::string placeOf(const std::string& step) const;
 
  private:
+  // The places of the values of a text.
+  struct Places {
+    explicit Places(const std::string& text) : values(text), positions(values.text()) {}
+
+    cppbind::JsonPlaces values;
+    cppbind::TextPositions positions;  // of the text of `values`
+  };
+
   // A file or an option that sets values of the pipeline.
   struct Origin {
     std::string name;
     std::optional<std::string> text{};  // of a file
     std::vector<JsonPath> set{};
-    mutable std::optional<cppbind::JsonPlaces> places{};  // of the text, once they are needed
+    mutable std::optional<Places> places{};  // once they are needed
   };
 
   // Reads a file and adds it to the origins. Returns null when it has faults.

@@ -7,6 +7,7 @@
 #include "host/json_string.h"
 #include "host/one_line.h"
 #include "host/page/write_page.h"
+#include "host/records/configuration.h"
 #include "host/step_names.h"
 #include "host/system.h"
 #include "libvarrow/json/json.h"
@@ -54,12 +55,18 @@ void tryToWritePage(const fs::path& folder, const Json::Value& record) {
   }
 }
 
-RunSession::CrashLineOf crashLines(const RunContext& context, const PipelineSource& source) {
-  if (!context.setsCrashLine) return nullptr;
-  return [&](const std::string& step) {
-    const std::string line = context.program + ": " + source.placeOf(step);
-    return oneLine(step.empty() ? line : line + ": " + step);
-  };
+RunSession::PlaceOf placesIn(const PipelineSource& source) {
+  return [&](const std::string& step) { return source.placeOf(step); };
+}
+
+double secondsOf(std::chrono::nanoseconds time) {
+  return std::chrono::duration<double>(time).count();
+}
+
+Json::Value listOf(const std::vector<std::string>& texts) {
+  Json::Value list(Json::arrayValue);
+  for (const std::string& text : texts) list.append(jsonString(text));
+  return list;
 }
 
 }  // namespace
@@ -70,13 +77,15 @@ fs::path inputFolder(const RunOptions& options) {
 }
 
 Run::Run(const RunOptions& options, const RunContext& context, const PipelineSource& source,
-         const RunFolder& folder, RunRecord& record)
+         const ResumePoint& from, const RunFolder& folder, RunRecord& record)
     : options_(options),
       context_(context),
       source_(source),
+      from_(from),
       folder_(folder),
       statistics_(context.program),
-      session_(placesOf(folder, options), options, context.isEndAsked, crashLines(context, source)),
+      session_(placesOf(folder, options), options, context.isEndAsked, placesIn(source),
+               context.setsCrashLine ? context.program : std::string(), from.step()),
       record_(record) {}
 
 RunResult Run::process(cppbind::ClassRegister& modules, ModuleData& data) {
@@ -84,6 +93,7 @@ RunResult Run::process(cppbind::ClassRegister& modules, ModuleData& data) {
   result.folder = folder_.path();
   result.faults = source_.faults();
   try {
+    session_.openRecords();
     writeWhole(folder_ / "pipeline.json", Json2Str(source_.json()));
     const DataOfRun dataOfRun(data, session_, statistics_);
     const TimedStatDumper dumper(&statistics_, (folder_ / "statistics.json").string());
@@ -94,19 +104,41 @@ RunResult Run::process(cppbind::ClassRegister& modules, ModuleData& data) {
     fail(result, "an exception that is not a std::exception");
   }
   result.brokenRules = session_.brokenRules();
+  writeRecords(result);
+  return result;
+}
+
+void Run::writeRecords(RunResult& result) {
+  const auto failUnlessFailed = [&](const std::string& reason) {
+    if (result.end != RunResult::End::Failed) fail(result, reason);
+  };
+  try {
+    session_.closeRecords();
+  } catch (const std::exception& error) {
+    LIBVARROW_LOG_ERROR("%s", error.what());
+    failUnlessFailed(error.what());
+  }
   try {
     // The dumper removes a file that it could not write completely.
-    if (result.end != RunResult::End::Failed && !fs::exists(folder_ / "statistics.json")) {
-      fail(result, "cannot write " + (folder_ / "statistics.json").generic_string() +
+    if (!fs::exists(folder_ / "statistics.json")) {
+      failUnlessFailed("cannot write " + (folder_ / "statistics.json").generic_string() +
                        "; the log has the reason");
     }
     record_.end(result, facts());
   } catch (const std::exception& error) {
     LIBVARROW_LOG_ERROR("%s", error.what());
-    if (result.end != RunResult::End::Failed) fail(result, error.what());
+    failUnlessFailed(error.what());
   }
   tryToWritePage(folder_.path(), record_.json());
-  return result;
+}
+
+// A pipeline with a class that cannot be written is recorded as the file has it.
+void Run::recordConfiguration(const Module& chain) {
+  Json::Value facts(Json::objectValue);
+  facts["configuration"] = configurationOf(chain);
+  if (facts["configuration"].isNull()) facts["configuration"] = source_.json();
+  facts["seeds"] = seedsOf(facts["configuration"]);
+  record_.add(facts);
 }
 
 void Run::runChain(cppbind::ClassRegister& modules, ModuleData& data, RunResult& result) {
@@ -116,6 +148,9 @@ void Run::runChain(cppbind::ClassRegister& modules, ModuleData& data, RunResult&
   // The chain may have code of plug-ins, and so may exceptions: both end here.
   const boost::shared_ptr<Module> chain = source_.load(modules);
   requireStep(*chain, options_.until);
+  from_.requireStepOf(*chain, options_.until);
+  recordConfiguration(*chain);
+  from_.restore(data);
   data.dumpPath = session_.places().dumps;
   try {
     chain->process(&data);
@@ -149,6 +184,8 @@ void Run::judge(RunResult& result, bool isEnded, const std::string& exception) {
     fail(result, exception);
   } else if (isEnded && !session_.isUntilReached()) {
     fail(result, "a step ended the run");
+  } else if (!session_.isFromReached()) {
+    fail(result, "the step " + from_.step() + " did not run");
   } else if (!options_.until.empty() && !session_.isUntilReached()) {
     fail(result, "the step " + options_.until + " did not run");
   } else if (!rules.empty()) {
@@ -190,7 +227,17 @@ void Run::dumpAfterFailure(ModuleData& data) const {
 }
 
 Json::Value Run::facts() const {
+  const system::ProcessUse use = system::processUse();
   Json::Value facts(Json::objectValue);
+  facts["wall"] = secondsOf(StepRecord::Clock::now() - begin_);
+  facts["cpu"] = secondsOf(use.processorTime - useBefore_.processorTime);
+  facts["memory"] = Json::UInt64(use.peakMemory);
+  facts["rules_broken"] = listOf(session_.brokenRules());
+  facts["rules_kept"] = listOf(session_.keptRules());
+  if (context_.warnings != nullptr) {
+    facts["warnings"] = context_.warnings->list();
+    facts["warnings_dropped"] = Json::UInt64(context_.warnings->dropped());
+  }
   facts["inputs"] = session_.inputs();
   facts["files"] = Json::Value(Json::arrayValue);
   for (const auto& [kind, path] : session_.files()) {

@@ -4,9 +4,11 @@
 #include <string>
 
 #include "host/PipelineSource.h"
+#include "host/ResumePoint.h"
 #include "host/RunFolder.h"
 #include "host/RunRecord.h"
 #include "host/RunSession.h"
+#include "host/records/LogWarnings.h"
 #include "libvarrow/host/RunOptions.h"
 #include "libvarrow/host/RunResult.h"
 #include "libvarrow/module/ModuleData.h"
@@ -20,6 +22,7 @@ struct RunContext {
   std::string program;             ///< the program's name
   bool (*isEndAsked)() = nullptr;  ///< true when a signal asked for the end
   bool setsCrashLine = false;      ///< the line that a crash writes last, of which there is one
+  const LogWarnings* warnings = nullptr;  ///< of the log, if the run is the only one
 };
 
 /// Returns the absolute folder of inputs: that of the options or, without one, that of the pipeline
@@ -30,7 +33,7 @@ class Run {
  public:
   /// Makes nothing yet. `record` has begun. The arguments must outlive the object.
   Run(const RunOptions& options, const RunContext& context, const PipelineSource& source,
-      const RunFolder& folder, RunRecord& record);
+      const ResumePoint& from, const RunFolder& folder, RunRecord& record);
 
   /// Runs the pipeline on `data` and returns the outcome, also for exceptions. Restores the
   /// observer and the statistics container of `data`. Call it once.
@@ -40,17 +43,22 @@ class Run {
   const RunSession& session() const { return session_; }
 
  private:
+  void recordConfiguration(const Module& chain);
   void runChain(cppbind::ClassRegister& modules, ModuleData& data, RunResult& result);
   void judge(RunResult& result, bool isEnded, const std::string& exception);
   std::string bySignal() const;
   void fail(RunResult& result, const std::string& reason) const;
   void dumpAfterFailure(ModuleData& data) const;
   Json::Value facts() const;
+  void writeRecords(RunResult& result);
 
   const RunOptions& options_;
   const RunContext& context_;
   const PipelineSource& source_;
+  const ResumePoint& from_;
   const RunFolder& folder_;
+  const StepRecord::Clock::time_point begin_ = StepRecord::Clock::now();
+  const system::ProcessUse useBefore_ = system::processUse();
   StatisticsContainer statistics_;
   RunSession session_;
   RunRecord& record_;

@@ -2,10 +2,9 @@
 
 #include <cppbind/Checker.h>
 
-#include <boost/date_time/posix_time/posix_time.hpp>
 #include <boost/filesystem/operations.hpp>
 #include <cerrno>
-#include <cstring>
+#include <chrono>
 #include <fstream>
 #include <iterator>
 #include <stdexcept>
@@ -14,6 +13,7 @@
 #include "host/json_string.h"
 #include "host/page/write_page.h"
 #include "host/system.h"
+#include "host/utc_text.h"
 #include "libvarrow/json/json.h"
 #include "libvarrow/utility/UTFConverter.h"
 
@@ -24,9 +24,7 @@ namespace {
 namespace fs = boost::filesystem;
 
 std::string now() {
-  return boost::posix_time::to_iso_extended_string(
-             boost::posix_time::microsec_clock::universal_time()) +
-         "Z";
+  return utcText(std::chrono::system_clock::now());
 }
 
 // Returns the record of a run; null when the folder has none of ours.
@@ -85,7 +83,7 @@ std::set<std::string> RunRecord::entriesIn(const fs::path& folder) {
 RunRecord::RunRecord(const fs::path& folder, Json::Value facts)
     : folder_(folder), json_(std::move(facts)) {
   json_[kMark] = kFormat;
-  json_["folder"] = folder.generic_string();
+  json_["folder"] = jsonString(folder);
 }
 
 void RunRecord::begin() {
@@ -94,15 +92,18 @@ void RunRecord::begin() {
   write();
 }
 
+void RunRecord::add(const Json::Value& facts) {
+  for (const std::string& key : facts.getMemberNames()) json_[key] = facts[key];
+  write();
+}
+
 void RunRecord::end(const RunResult& result, const Json::Value& facts) {
   json_["end"] = now();
   json_["outcome"] = outcomeText(result.end);
   if (!result.step.empty()) json_["failed_step"] = jsonString(result.step);
   if (!result.error.empty()) json_["error"] = jsonString(result.error);
-  for (const std::string& rule : result.brokenRules) json_["rules_broken"].append(jsonString(rule));
   json_["entries"] = namesIn(folder_);
-  for (const std::string& key : facts.getMemberNames()) json_[key] = facts[key];
-  write();
+  add(facts);
 }
 
 void RunRecord::write() const {

@@ -36,6 +36,8 @@ class RunRecord {
   void begin();
   /// Returns the record as it was written last.
   const Json::Value& json() const { return json_; }
+  /// Adds `facts` to the record of a run and writes it. Throws like begin().
+  void add(const Json::Value& facts);
   /// Adds the outcome and `facts` to the record and writes it. Throws like begin().
   void end(const RunResult& result, const Json::Value& facts);
 

@@ -1,18 +1,15 @@
 #include "host/RunSession.h"
 
-#include <Poco/DigestEngine.h>
-#include <Poco/SHA2Engine.h>
-
 #include <algorithm>
 #include <array>
 #include <boost/filesystem/operations.hpp>
 #include <boost/thread/lock_guard.hpp>
-#include <fstream>
 #include <stdexcept>
 #include <utility>
 
+#include "host/checksum.h"
 #include "host/json_string.h"
-#include "host/page/write_page.h"
+#include "host/one_line.h"
 #include "libvarrow/backtrace/BackTrace.h"
 #include "libvarrow/log/log.h"
 #include "libvarrow/module/ModuleData.h"
@@ -24,37 +21,43 @@ namespace {
 namespace fs = boost::filesystem;
 using Lock = boost::lock_guard<boost::mutex>;
 
-// Returns the SHA-256 of a file; empty when it cannot be read, and for pipes, which can be read
-// once.
-std::string checksum(const fs::path& path) {
-  boost::system::error_code ignored;
-  if (!fs::is_regular_file(path, ignored)) return std::string();
-  std::ifstream file(path.string(), std::ios::binary);
-  Poco::SHA2Engine engine(Poco::SHA2Engine::SHA_256);
-  std::array<char, 65536> block{};
-  while (file.read(block.data(), block.size()) || file.gcount() > 0) {
-    engine.update(block.data(), static_cast<std::size_t>(file.gcount()));
-  }
-  return file.eof() ? Poco::DigestEngine::digestToHex(engine.digest()) : std::string();
+bool isOfHost(const std::string& name) {
+  constexpr std::array kNames = {"run.json",    "run.lock",   "pipeline.json", "statistics.json",
+                                 "steps.jsonl", "trace.json", "report.html"};
+  return std::find(kNames.begin(), kNames.end(), name) != kNames.end();
 }
 
-bool isOfHost(const std::string& name) {
-  return name == "run.json" || name == "run.lock" || name == "pipeline.json" ||
-         name == "statistics.json" || name == kPageFile;
+bool isInside(const std::string& step, const std::string& chain) {
+  return step.size() > chain.size() && step.compare(0, chain.size(), chain) == 0 &&
+         (chain.empty() || step[chain.size()] == '/');
 }
 
 }  // namespace
 
 RunSession::RunSession(RunPlaces places, const RunOptions& options, bool (*isEndAsked)(),
-                       CrashLineOf crashLineOf)
+                       PlaceOf placeOf, std::string crashName, std::string from)
     : places_(std::move(places)),
       options_(options),
       isEndAsked_(isEndAsked),
-      crashLineOf_(std::move(crashLineOf)) {
+      placeOf_(std::move(placeOf)),
+      crashName_(std::move(crashName)),
+      from_(std::move(from)),
+      isFromReached_(from_.empty()),
+      record_(places_.folder, begin_),
+      trace_(begin_) {
   showStep();
 }
 
 RunSession::~RunSession() = default;
+
+void RunSession::openRecords() {
+  record_.open();
+}
+
+void RunSession::closeRecords() const {
+  trace_.write(places_.folder);
+  record_.requireWhole();
+}
 
 // A step's name is the part of its dump path that the chains append.
 std::string RunSession::nameOf(const ModuleData& data) const {
@@ -66,22 +69,29 @@ std::string RunSession::nameOf(const ModuleData& data) const {
 }
 
 void RunSession::showStep() {
-  const std::string step = steps_.empty() ? std::string() : steps_.back();
-  if (crashLineOf_) setCrashLine(crashLineOf_(step));
+  const std::string step = steps_.empty() ? std::string() : steps_.back().name;
+  if (!crashName_.empty()) {
+    const std::string place = steps_.empty() ? placeOf_("") : steps_.back().place;
+    setCrashLine(oneLine(crashName_ + ": " + place + (step.empty() ? "" : ": " + step)));
+  }
   const Lock lock(mutex_);
   shownStep_ = step;
 }
 
 void RunSession::stepBegins(Module& step, ModuleData& data) {
   failedStep_.clear();  // handled by its chain
-  steps_.push_back(nameOf(data));
+  const std::string name = nameOf(data);
+  steps_.push_back({name, placeOf_(name)});
   showStep();
+  record_.begins(steps_.back(), step, data);
   if (options_.observer != nullptr) options_.observer->stepBegins(step, data);
 }
 
 void RunSession::stepEnds(Module& step, ModuleData& data) {
   failedStep_.clear();
-  lastStep_ = steps_.back();
+  record_.ends(steps_.back(), data);
+  trace_.addStep(steps_.back().name, steps_.back().begin);
+  lastStep_ = steps_.back().name;
   if (!options_.until.empty() && lastStep_ == options_.until) isUntilReached_ = true;
   steps_.pop_back();
   showStep();
@@ -89,7 +99,13 @@ void RunSession::stepEnds(Module& step, ModuleData& data) {
 }
 
 void RunSession::stepFails(Module& step, ModuleData& data) noexcept {
-  if (failedStep_.empty()) failedStep_ = std::move(steps_.back());
+  try {
+    record_.fails(steps_.back());
+    trace_.addStep(steps_.back().name, steps_.back().begin);
+  } catch (const std::exception&) {
+    // Out of memory: the record lacks the end of the step.
+  }
+  if (failedStep_.empty()) failedStep_ = std::move(steps_.back().name);
   steps_.pop_back();
   try {
     showStep();  // of the chain, which may go on
@@ -99,12 +115,40 @@ void RunSession::stepFails(Module& step, ModuleData& data) noexcept {
   if (options_.observer != nullptr) options_.observer->stepFails(step, data);
 }
 
+void RunSession::spanEnds(const std::string& name, StepRecord::Clock::time_point begin,
+                          StepRecord::Clock::time_point end) noexcept {
+  try {
+    trace_.addSpan(name, begin, end);
+  } catch (const std::exception&) {
+    // Out of memory: the timeline lacks the span.
+  }
+  if (options_.observer != nullptr) options_.observer->spanEnds(name, begin, end);
+}
+
+// Enters the chains around the first step to run.
+bool RunSession::skipsStep(Module& step, const ModuleData& data) {
+  if (!isFromReached_) {
+    const std::string name = nameOf(data);
+    isFromReached_ = name == from_;
+    if (!isFromReached_ && !isInside(from_, name)) return true;
+  }
+  return options_.observer != nullptr && options_.observer->skipsStep(step, data);
+}
+
 void RunSession::rulesBroken(const std::string& text) {
   {
     const Lock lock(mutex_);
     brokenRules_.push_back(text);
   }
   if (options_.observer != nullptr) options_.observer->rulesBroken(text);
+}
+
+void RunSession::ruleKept(const std::string& text) {
+  {
+    const Lock lock(mutex_);
+    keptRules_.push_back(text);
+  }
+  if (options_.observer != nullptr) options_.observer->ruleKept(text);
 }
 
 fs::path RunSession::outputPath(const fs::path& path) {
@@ -161,6 +205,11 @@ std::string RunSession::currentStep() const {
 std::vector<std::string> RunSession::brokenRules() const {
   const Lock lock(mutex_);
   return brokenRules_;
+}
+
+std::vector<std::string> RunSession::keptRules() const {
+  const Lock lock(mutex_);
+  return keptRules_;
 }
 
 std::vector<std::pair<std::string, std::string>> RunSession::files() const {

@@ -127,12 +127,16 @@ void requireOutside(const RunOptions& options) {
 }
 
 // Called before the folder is made, which would not be empty for the next try.
-void requireUntil(const RunOptions& options, cppbind::ClassRegister& modules,
-                  const PipelineSource& source) {
-  if (options.until.empty()) return;
-  const boost::shared_ptr<Module> chain = source.load(modules);
+ResumePoint requireSteps(const RunOptions& options, cppbind::ClassRegister& modules,
+                         const PipelineSource& source) {
   try {
+    ResumePoint from(options.from);
+    if (options.until.empty() && from.step().empty()) return from;
+    const boost::shared_ptr<Module> chain = source.load(modules);
     requireStep(*chain, options.until);
+    from.requireStepOf(*chain, options.until);
+    from.requireDump(options.folder);
+    return from;
   } catch (const std::runtime_error& error) {
     throw UsageError(error.what());
   }
@@ -161,12 +165,12 @@ class InFolder {
 };
 
 // Runs the checked pipeline. The data is destroyed before the caller unloads plug-ins.
-ExitStatus runChecked(const RunOptions& options, HostState& state, const PipelineSource& source,
+ExitStatus runChecked(const RunOptions& options, const RunContext& context, HostState& state,
+                      const PipelineSource& source, const ResumePoint& from,
                       const RunFolder& folder, RunRecord& record, bool asJson, std::ostream& out) {
-  const RunContext context{state.name, isEndAsked, /*setsCrashLine=*/true};
   const std::unique_ptr<ModuleData> data = state.createData();
   if (data == nullptr) throw std::logic_error("the host creates no data");
-  Run run(options, context, source, folder, record);
+  Run run(options, context, source, from, folder, record);
   const ExitGuard exitGuard(state.name, run.session());
   RunResult result;
   {
@@ -211,7 +215,7 @@ ExitStatus runPipeline(RunOptions options, HostState& state, system::ResultStrea
     state.lastLine = firstError(source.faults()) + state.missingPlugins(source.faults());
     return kFailed;
   }
-  requireUntil(options, *state.modules, source);
+  const ResumePoint from = requireSteps(options, *state.modules, source);
   requireOutside(options);
   const system::EndSignals signals;  // from here on, something would be left half done
   const fs::path path = options.folder.empty()
@@ -222,9 +226,11 @@ ExitStatus runPipeline(RunOptions options, HostState& state, system::ResultStrea
   record.begin();
   const InFolder inFolder(folder.path(), results);
   initLog(logConf);
+  const LogWarnings warnings;
+  const RunContext context{state.name, isEndAsked, /*setsCrashLine=*/true, &warnings};
   logFaults(source.faults());
   tellChanges(source);
-  return runChecked(options, state, source, folder, record, asJson, out);
+  return runChecked(options, context, state, source, from, folder, record, asJson, out);
 }
 
 }  // namespace libvarrow::host

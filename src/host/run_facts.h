@@ -8,7 +8,11 @@
 
 namespace libvarrow::host {
 
-/// Returns host, versions, command line, pipeline file and its overrides.
+/// Returns host, versions and files of the code, machine, process, command line, pipeline file, its
+/// overrides and the options of the run.
 Json::Value runFacts(const RunOptions& options, const HostState& state);
+
+/// Returns "all", "brief" or "none".
+const char* dumpLevelText(DumpLevel level);
 
 }  // namespace libvarrow::host

@@ -36,7 +36,7 @@ bool collect(const Module& chain, const std::string& prefix, const std::string& 
 
 }  // namespace
 
-void requireStep(Module& chain, const std::string& step) {
+void requireStep(const Module& chain, const std::string& step) {
   std::vector<std::string> names;
   if (step.empty() || collect(chain, "", step, names)) return;
   if (std::find(names.begin(), names.end(), step) != names.end()) return;
@@ -45,6 +45,16 @@ void requireStep(Module& chain, const std::string& step) {
   std::string error = "the pipeline has no step \"" + step + "\"";
   if (!nearest.name().empty()) error += "; did you mean \"" + std::string(nearest.name()) + "\"?";
   throw std::runtime_error(error);
+}
+
+// A chain is listed before its steps, and ends after them.
+bool isBefore(const Module& chain, const std::string& step, const std::string& other) {
+  std::vector<std::string> names;
+  collect(chain, "", other, names);
+  const auto at = std::find(names.begin(), names.end(), step);
+  const auto otherAt = std::find(at, names.end(), other);
+  const bool isAround = other.compare(0, step.size() + 1, step + "/") == 0;
+  return at != otherAt && otherAt != names.end() && !isAround;
 }
 
 }  // namespace libvarrow::host

@@ -10,6 +10,9 @@ namespace libvarrow::host {
 /// Throws std::runtime_error, which suggests the nearest name, when `chain` has no step `step`,
 /// "1_ChainedModule/0_Plan". Accepts an empty name, and any step of a module that is not a chain of
 /// the library, since such steps are not known.
-void requireStep(Module& chain, const std::string& step);
+void requireStep(const Module& chain, const std::string& step);
+
+/// Returns true when `chain` has both steps and `step` ends before `other` begins.
+bool isBefore(const Module& chain, const std::string& step, const std::string& other);
 
 }  // namespace libvarrow::host

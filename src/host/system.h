@@ -1,7 +1,9 @@
-// The functions of the system that a host needs: signals, standard streams, terminal, locks.
+// The functions of the system that a host needs: signals, standard streams, terminal, locks, and
+// figures of the process and the machine.
 #pragma once
 
 #include <boost/filesystem/path.hpp>
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -65,6 +67,32 @@ std::size_t terminalColumns();
 /// Makes `link` refer to the folder `name` beside it, atomically. It is a symbolic link, or a text
 /// file on systems where usual users cannot make links. Ignores errors.
 void pointAt(const boost::filesystem::path& link, const std::string& name);
+
+/// The resources that the process has used so far.
+struct ProcessUse {
+  std::chrono::microseconds processorTime{};  ///< of all threads
+  std::uint64_t peakMemory = 0;               ///< bytes; 0: unknown
+};
+ProcessUse processUse() noexcept;
+
+/// Returns the number of the process.
+std::uint64_t processId() noexcept;
+
+/// The machine, as its system describes it.
+struct Machine {
+  std::string name;
+  std::string system;
+  std::uint64_t memory = 0;  ///< bytes; 0: unknown
+};
+Machine machine();
+
+///@{
+/// Returns the build id that the linker wrote into the program, or into the library that contains
+/// `address`, in hexadecimal digits; empty without one. Two files of the same id have the same
+/// contents, except debug information.
+std::string programBuildId();
+std::string buildId(const void* address);
+///@}
 
 /// Lock of a file, which is created if it is missing. Released when the object or the process ends.
 class FileLock {

@@ -1,10 +1,16 @@
+#include <elf.h>
 #include <fcntl.h>
+#include <link.h>
 #include <poll.h>
 #include <signal.h>
+#include <sys/auxv.h>
 #include <sys/file.h>
 #include <sys/ioctl.h>
+#include <sys/resource.h>
+#include <sys/utsname.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <atomic>
 #include <boost/filesystem/operations.hpp>
@@ -12,6 +18,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <fstream>
 #include <iostream>
 #include <stdexcept>
 
@@ -81,6 +88,85 @@ bool writeAll(int descriptor, const std::string& text) noexcept {
     done += static_cast<std::size_t>(written);
   }
   return true;
+}
+
+// Returns the largest resident size in kibibytes; 0 if it is unknown.
+long peakOfProgram() noexcept {
+  try {
+    std::ifstream status("/proc/self/status");
+    for (std::string word; status >> word;) {
+      long size = 0;
+      if (word == "VmHWM:" && status >> size) return size;
+    }
+  } catch (const std::exception&) {
+    return 0;
+  }
+  return 0;
+}
+
+// A program that another one started inherits the peak of that one. Reads the own peak from a file
+// as long as that is the larger.
+long peakMemory(const rusage& use) noexcept {
+  static const long inherited = use.ru_maxrss > peakOfProgram() ? use.ru_maxrss : -1;
+  return use.ru_maxrss == inherited ? peakOfProgram() : use.ru_maxrss;
+}
+
+std::chrono::microseconds timeOf(const timeval& time) {
+  return std::chrono::seconds(time.tv_sec) + std::chrono::microseconds(time.tv_usec);
+}
+
+// The build id of the loaded file that contains an address.
+struct BuildIdSearch {
+  std::uintptr_t address;
+  std::string id{};
+
+  static int visit(dl_phdr_info* info, std::size_t, void* search) {
+    return static_cast<BuildIdSearch*>(search)->readOf(*info) ? 1 : 0;
+  }
+
+  bool readOf(const dl_phdr_info& info) {
+    const ElfW(Phdr)* const end = info.dlpi_phdr + info.dlpi_phnum;
+    const bool isInside = std::any_of(info.dlpi_phdr, end, [&](const ElfW(Phdr) & part) {
+      const std::uintptr_t begin = info.dlpi_addr + part.p_vaddr;
+      return part.p_type == PT_LOAD && address >= begin && address - begin < part.p_memsz;
+    });
+    if (!isInside) return false;
+    for (const ElfW(Phdr)* part = info.dlpi_phdr; part != end && id.empty(); ++part) {
+      if (part->p_type != PT_NOTE) continue;
+      const auto begin = info.dlpi_addr + part->p_vaddr;
+      readNotes(reinterpret_cast<const char*>(begin), part->p_memsz);
+    }
+    return true;
+  }
+
+  void readNotes(const char* at, std::size_t size) {
+    const auto padded = [](std::size_t length) { return (length + 3) / 4 * 4; };
+    ElfW(Nhdr) note;
+    while (size >= sizeof note) {
+      std::memcpy(&note, at, sizeof note);
+      const std::size_t name = sizeof note + padded(note.n_namesz);
+      const std::size_t whole = name + padded(note.n_descsz);
+      if (whole > size) return;
+      const bool isGnu = note.n_namesz == 4 && std::memcmp(at + sizeof note, "GNU", 4) == 0;
+      if (isGnu && note.n_type == NT_GNU_BUILD_ID) return setId(at + name, note.n_descsz);
+      at += whole;
+      size -= whole;
+    }
+  }
+
+  void setId(const char* bytes, std::size_t count) {
+    constexpr const char* kDigits = "0123456789abcdef";
+    for (std::size_t i = 0; i < count; ++i) {
+      const auto byte = static_cast<unsigned char>(bytes[i]);
+      id += {kDigits[byte / 16], kDigits[byte % 16]};
+    }
+  }
+};
+
+std::string buildIdAt(std::uintptr_t address) {
+  BuildIdSearch search{address};
+  ::dl_iterate_phdr(BuildIdSearch::visit, &search);
+  return search.id;
 }
 
 }  // namespace
@@ -187,6 +273,35 @@ void pointAt(const fs::path& link, const std::string& name) {
   fs::create_symlink(name, made, ignored);
   fs::rename(made, link, ignored);
   if (ignored) fs::remove(made, ignored);
+}
+
+ProcessUse processUse() noexcept {
+  rusage use{};
+  ::getrusage(RUSAGE_SELF, &use);
+  constexpr std::uint64_t kUnit = 1024;
+  return {timeOf(use.ru_utime) + timeOf(use.ru_stime),
+          static_cast<std::uint64_t>(peakMemory(use)) * kUnit};
+}
+
+std::uint64_t processId() noexcept {
+  return static_cast<std::uint64_t>(::getpid());
+}
+
+Machine machine() {
+  utsname names{};
+  ::uname(&names);
+  const auto pages = static_cast<std::uint64_t>(std::max(0L, ::sysconf(_SC_PHYS_PAGES)));
+  return {names.nodename, std::string(names.sysname) + ' ' + names.release + ' ' + names.machine,
+          pages * static_cast<std::uint64_t>(::sysconf(_SC_PAGESIZE))};
+}
+
+// The table of the program's segments is in one of them.
+std::string programBuildId() {
+  return buildIdAt(::getauxval(AT_PHDR));
+}
+
+std::string buildId(const void* address) {
+  return buildIdAt(reinterpret_cast<std::uintptr_t>(address));
 }
 
 FileLock::FileLock(const fs::path& file)

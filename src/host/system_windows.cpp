@@ -2,8 +2,10 @@
 // After <windows.h>.
 #include <fcntl.h>
 #include <io.h>
+#include <psapi.h>
 #include <sys/stat.h>
 
+#include <array>
 #include <atomic>
 #include <boost/filesystem/operations.hpp>
 #include <cerrno>
@@ -77,6 +79,25 @@ bool writeAll(int descriptor, const std::string& text) noexcept {
     done += static_cast<std::size_t>(written);
   }
   return true;
+}
+
+std::chrono::microseconds timeOf(const FILETIME& time) {
+  constexpr std::uint64_t kTicksOfMicrosecond = 10;
+  const auto ticks = (std::uint64_t{time.dwHighDateTime} << 32U) + time.dwLowDateTime;
+  return std::chrono::microseconds(ticks / kTicksOfMicrosecond);
+}
+
+// Symbol servers find a file by its time stamp and its size.
+std::string buildIdOf(HMODULE library) {
+  if (library == nullptr) return std::string();
+  const auto* const begin = reinterpret_cast<const char*>(library);
+  const auto& dos = *reinterpret_cast<const IMAGE_DOS_HEADER*>(begin);
+  const auto& headers = *reinterpret_cast<const IMAGE_NT_HEADERS*>(begin + dos.e_lfanew);
+  std::array<char, 32> text{};
+  std::snprintf(text.data(), text.size(), "%08lx%lx",
+                static_cast<unsigned long>(headers.FileHeader.TimeDateStamp),
+                static_cast<unsigned long>(headers.OptionalHeader.SizeOfImage));
+  return text.data();
 }
 
 }  // namespace
@@ -164,6 +185,42 @@ void pointAt(const fs::path& link, const std::string& name) {
   std::ofstream(made.string()) << name << '\n';
   fs::rename(made, link, ignored);
   if (ignored) fs::remove(made, ignored);
+}
+
+ProcessUse processUse() noexcept {
+  FILETIME ignored{};
+  FILETIME kernel{};
+  FILETIME user{};
+  GetProcessTimes(GetCurrentProcess(), &ignored, &ignored, &kernel, &user);
+  PROCESS_MEMORY_COUNTERS memory{};
+  K32GetProcessMemoryInfo(GetCurrentProcess(), &memory, sizeof memory);
+  return {timeOf(kernel) + timeOf(user), memory.PeakWorkingSetSize};
+}
+
+std::uint64_t processId() noexcept {
+  return GetCurrentProcessId();
+}
+
+Machine machine() {
+  std::array<wchar_t, 256> name{};
+  auto size = static_cast<DWORD>(name.size() - 1);
+  GetComputerNameExW(ComputerNamePhysicalDnsHostname, name.data(), &size);
+  MEMORYSTATUSEX memory{};
+  memory.dwLength = sizeof memory;
+  GlobalMemoryStatusEx(&memory);
+  return {fs::path(name.data()).string(), "Windows", memory.ullTotalPhys};
+}
+
+std::string programBuildId() {
+  return buildIdOf(GetModuleHandleW(nullptr));
+}
+
+std::string buildId(const void* address) {
+  HMODULE library = nullptr;
+  GetModuleHandleExW(
+      GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+      static_cast<LPCWSTR>(address), &library);
+  return buildIdOf(library);
 }
 
 // Without sharing, the system itself refuses a second opening.

@@ -23,8 +23,9 @@ std::string quoted(const std::string& file) {
 }  // namespace
 
 void addSetting(Setting setting, HostState& state) {
-  static const std::set<std::string> own = {"out",    "overwrite", "with",  "set",  "plugins",
-                                            "inputs", "dumps",     "until", "help", "json"};
+  static const std::set<std::string> own = {"out",     "overwrite", "with",  "set",
+                                            "plugins", "inputs",    "dumps", "until",
+                                            "from",    "help",      "json"};
   bool isTaken = own.count(setting.name) > 0;
   for (const Setting& known : state.settings) isTaken |= known.name == setting.name;
   if (isTaken) throw std::logic_error("the option --" + setting.name + " exists");

@@ -19,6 +19,8 @@ class RunCommand : public Command {
     options.addChoice("dumps", dumps_, {"all", "brief", "none"},
                       "the files of each step; brief: the key figures only");
     options.addOption("until", until_, "ends after this step, such as 1_Plan");
+    options.addOption("from", from_,
+                      "continues an earlier run with this step, such as RUN/dump/1_Plan");
     changes_.declare(options, state_);
     plugins_.declare(options);
   }
@@ -33,6 +35,7 @@ class RunCommand : public Command {
     options.overwrite = overwrite_;
     options.dumps = levels.at(dumps_);
     options.until = until_;
+    options.from = from_;
     return context.runPipeline(options);
   }
 
@@ -45,6 +48,7 @@ class RunCommand : public Command {
   bool overwrite_ = false;
   std::string dumps_ = "all";
   std::string until_;
+  boost::filesystem::path from_;
   ChangeOptions changes_;
   PluginOption plugins_;
 };

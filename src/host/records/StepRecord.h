@@ -1,0 +1,57 @@
+// The record of a run's steps: steps.jsonl in its folder.
+#pragma once
+
+#include <json/value.h>
+
+#include <boost/filesystem/path.hpp>
+#include <chrono>
+#include <fstream>
+#include <string>
+#include <vector>
+
+#include "host/system.h"
+#include "libvarrow/module/Module.h"
+
+namespace libvarrow::host {
+
+/// Writer of one line at the begin and one at the end of each step, flushed at once: after a crash
+/// they tell which step ran.
+class StepRecord {
+ public:
+  static constexpr const char* kFileName = "steps.jsonl";
+
+  using Clock = std::chrono::steady_clock;
+
+  /// A step that runs.
+  struct Step {
+    std::string name;   ///< "1_ChainedModule/0_Plan"; empty: the whole pipeline
+    std::string place;  ///< "pipeline.json:12:5"
+    Clock::time_point begin{};
+    std::chrono::microseconds processorTime{};  ///< of the process when the step began
+  };
+
+  /// Does nothing yet. The run began at `begin`.
+  StepRecord(const boost::filesystem::path& folder, Clock::time_point begin);
+
+  /// Creates the file. Throws std::runtime_error with the system's reason.
+  void open();
+  /// Starts the clocks of `step` and writes its first line.
+  void begins(Step& step, Module& module, ModuleData& data);
+  /// Writes the last line of a step.
+  void ends(const Step& step, ModuleData& data);
+  /// Writes the last line of a step that failed. Without key figures: the data may be in any state.
+  void fails(const Step& step);
+  /// Throws std::runtime_error when a line could not be written.
+  void requireWhole() const;
+
+ private:
+  std::string lastLine(const char* event, const Step& step) const;
+  void write(const std::string& line);
+
+  const boost::filesystem::path file_;
+  const Clock::time_point begin_;
+  std::ofstream stream_;
+  int error_ = 0;  // of the first line that could not be written
+};
+
+}  // namespace libvarrow::host

@@ -1,0 +1,87 @@
+#include "host/records/TraceRecord.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "host/RunRecord.h"
+#include "host/records/json_line.h"
+
+namespace libvarrow::host {
+
+namespace {
+
+std::size_t dropped(std::size_t count) {
+  return count - std::min(count, TraceRecord::kLimit);
+}
+
+}  // namespace
+
+TraceRecord::TraceRecord(Clock::time_point begin) : begin_(begin) {
+  threadNumber();
+}
+
+void TraceRecord::addStep(const std::string& step, Clock::time_point begin) {
+  const std::string name = step.empty() ? "pipeline" : step.substr(step.rfind('/') + 1);
+  const std::lock_guard lock(mutex_);
+  add({name, step, begin, Clock::now(), threadNumber(), /*isStep=*/true}, steps_);
+}
+
+void TraceRecord::addSpan(const std::string& name, Clock::time_point begin, Clock::time_point end) {
+  const std::lock_guard lock(mutex_);
+  add({name, {}, begin, end, threadNumber()}, spans_);
+}
+
+// Steps and spans have separate limits: the outer steps, which end last, are not lost.
+void TraceRecord::add(Event event, std::size_t& count) {
+  if (count++ < kLimit) events_.push_back(std::move(event));
+}
+
+std::size_t TraceRecord::threadNumber() {
+  return threads_.emplace(std::this_thread::get_id(), threads_.size() + 1).first->second;
+}
+
+std::int64_t TraceRecord::micros(Clock::time_point time) const {
+  return std::chrono::duration_cast<std::chrono::microseconds>(time - begin_).count();
+}
+
+// Both ends are rounded alike: what was nested or in order stays so.
+void TraceRecord::appendEvent(std::string& text, const Event& event) const {
+  const std::int64_t begin = micros(event.begin);
+  text += "{\"name\":" + jsonText(event.name) + ",\"cat\":\"" + (event.isStep ? "step" : "span") +
+          R"(","ph":"X","pid":1,"tid":)" + std::to_string(event.thread) +
+          ",\"ts\":" + std::to_string(begin) +
+          ",\"dur\":" + std::to_string(micros(event.end) - begin) + ",\"args\":{";
+  if (event.isStep) text += "\"step\":" + jsonText(event.step);
+  text += "}}";
+}
+
+std::string TraceRecord::text() const {
+  // By begin; of those that begin together the outer first, which ends last or was added last.
+  std::vector<const Event*> sorted;
+  for (auto event = events_.rbegin(); event != events_.rend(); ++event) sorted.push_back(&*event);
+  std::stable_sort(sorted.begin(), sorted.end(), [](const Event* a, const Event* b) {
+    return a->begin != b->begin ? a->begin < b->begin : a->end > b->end;
+  });
+  std::string text = "{\"displayTimeUnit\":\"ms\",\"otherData\":{\"steps_dropped\":" +
+                     std::to_string(dropped(steps_)) +
+                     ",\"spans_dropped\":" + std::to_string(dropped(spans_)) +
+                     "},\"traceEvents\":[";
+  for (const auto& [id, number] : threads_) {
+    const std::string name = number == 1 ? "main" : "thread " + std::to_string(number);
+    text += R"({"name":"thread_name","ph":"M","pid":1,"tid":)" + std::to_string(number) +
+            ",\"args\":{\"name\":\"" + name + "\"}},\n";
+  }
+  for (const Event* event : sorted) {
+    appendEvent(text, *event);
+    text += ",\n";
+  }
+  text.replace(text.size() - 2, 2, "]}\n");
+  return text;
+}
+
+void TraceRecord::write(const boost::filesystem::path& folder) const {
+  const std::lock_guard lock(mutex_);
+  writeWhole(folder / kFileName, text());
+}
+
+}  // namespace libvarrow::host
