@@ -35,10 +35,7 @@ class Started {
   }
 
   void kill(int signal) const { ::kill(pid_, signal); }
-  bool isRunning() {
-    if (::waitpid(pid_, &status_, WNOHANG) == 0) return true;
-    return false;
-  }
+  bool isRunning() { return ::waitpid(pid_, &status_, WNOHANG) == 0; }
   // Reads the terminal until `part` was written or the process has ended.
   bool reads(const std::string& part) {
     char text[256];
@@ -67,10 +64,7 @@ class Started {
 
 class HostProcess : public InTemporaryDirectory {
  protected:
-  static const std::vector<std::string>& run() {
-    static const std::vector<std::string> line{"run", "p.json", "--out", "run", "--overwrite"};
-    return line;
-  }
+  const std::vector<std::string> run{"run", "p.json", "--out", "run", "--overwrite"};
 };
 
 TEST_F(HostProcess, ASignalEndsTheRunWithWholeFilesAtAnyMoment) {
@@ -84,7 +78,7 @@ TEST_F(HostProcess, ASignalEndsTheRunWithWholeFilesAtAnyMoment) {
   int begun = 0;
   for (int i = 0; i < (times == nullptr ? 20 : std::stoi(times)); ++i) {
     const auto& [signal, name] = signals[i % 3];
-    Started host(run());
+    Started host(run);
     const bool isLate = i % 4 == 0;
     EXPECT_TRUE(!isLate || host.reads("30_Act"));
     std::this_thread::sleep_for(std::chrono::microseconds(random() % 80000));
@@ -102,7 +96,7 @@ TEST_F(HostProcess, ASignalEndsTheRunWithWholeFilesAtAnyMoment) {
 
 TEST_F(HostProcess, ASecondSignalEndsItAtOnceAndAnIgnoredOneNever) {
   writePipeline(act("hang"));
-  Started host(run());
+  Started host(run);
   EXPECT_TRUE(host.reads("0_Act"));
   EXPECT_TRUE(eventually([&] {
     host.kill(SIGINT);
@@ -111,7 +105,7 @@ TEST_F(HostProcess, ASecondSignalEndsItAtOnceAndAnIgnoredOneNever) {
   EXPECT_EQ("running", outcome("run"));
 
   writePipeline(act("wait"));
-  Started nohup(run(), [] { ::signal(SIGHUP, SIG_IGN); });
+  Started nohup(run, [] { ::signal(SIGHUP, SIG_IGN); });
   EXPECT_TRUE(nohup.reads("0_Act"));
   nohup.kill(SIGHUP);
   nohup.kill(SIGTERM);
@@ -121,7 +115,7 @@ TEST_F(HostProcess, ASecondSignalEndsItAtOnceAndAnIgnoredOneNever) {
 
 TEST_F(HostProcess, TheBarFitsTheTerminalAndIsErased) {
   writePipeline(act("wait"));
-  Started host(run());
+  Started host(run);
   EXPECT_TRUE(host.reads(" % [##........] waiting  0_Act")) << host.text();
   host.kill(SIGINT);
   host.end();
@@ -138,7 +132,7 @@ TEST_F(HostProcess, TheBarFitsTheTerminalAndIsErased) {
 
 TEST_F(HostProcess, StandardStreamsMayBeClosedOrFull) {
   writePipeline(act("print") + R"(, {"Receive": {"count": 2}})");
-  const std::string run = " run p.json --out run --overwrite ";
+  const std::string line = " run p.json --out run --overwrite ";
   struct Case {
     std::string command;
     int status;
@@ -146,17 +140,17 @@ TEST_F(HostProcess, StandardStreamsMayBeClosedOrFull) {
     std::string errors;
   };
   const Case cases[] = {
-      {"$0" + run + ">&-", 1, "", "orders: cannot write standard output: Bad file descriptor\n"},
-      {"$0" + run + ">/dev/full", 1, "",
+      {"$0" + line + ">&-", 1, "", "orders: cannot write standard output: Bad file descriptor\n"},
+      {"$0" + line + ">/dev/full", 1, "",
        "orders: cannot write standard output: No space left on device\n"},
       {"$0 ''", 2, "", "orders: unknown command \"\"; see orders --help\n"},
       {"$0 --help >/dev/full", 1, "", "orders: cannot write standard output\n"},
-      {"$0" + run + "<&- 2>&- | head -n 1", 0, "open        2\n", ""},
+      {"$0" + line + "<&- 2>&- | head -n 1", 0, "open        2\n", ""},
       {"$0 run /dev/stdin --out run --overwrite <p.json | head -n 1", 0, "open        2\n", ""},
-      {"$0" + run + "--set Receive.file=/dev/fd/3 3<p.json; echo 5 | $0" + run +
+      {"$0" + line + "--set Receive.file=/dev/fd/3 3<p.json; echo 5 | $0" + line +
            "--set Receive.file=/dev/stdin | head -n 1",
        0, "open        5\n", "orders: p.json:1:54: 1_Receive: /dev/fd/3: not a number\n"},
-      {"NO_ORDERS=1 $0" + run + "; $0" + run + " | head -n 1", 0, "open        2\n",
+      {"NO_ORDERS=1 $0" + line + "; $0" + line + " | head -n 1", 0, "open        2\n",
        "orders: no orders\n"},
       {"mkdir gone && cd gone && rmdir ../gone && $0 run ../p.json --out x", 1, "", "orders: "}};
   for (const auto& [command, status, output, errors] : cases) {

@@ -5,8 +5,7 @@
 namespace host_test {
 namespace {
 
-using libvarrow::utility::fromUtf8;
-using libvarrow::utility::toUtf8;
+using namespace libvarrow::utility;
 
 class RunFolders : public InTemporaryDirectory {
  public:
@@ -123,7 +122,6 @@ TEST_F(RunFolders, NamesMayBeLongAndOfAnyAlphabet) {
       EXPECT_TRUE(contains(run.output, "/" + folder + "/" + name + ".txt\n")) << run.output;
     }
     const Json::Value record = libvarrow::File2Json(folder + "/run.json");
-    EXPECT_EQ("done", record["outcome"].asString());
     EXPECT_EQ(toUtf8(folder), record["command_line"][3].asString());
     EXPECT_EQ(toUtf8(arguments[5]), record["set"][0].asString());
     EXPECT_TRUE(contains(record["files"][0]["path"].asString(), toUtf8(folder + "/" + name)));
@@ -150,9 +148,8 @@ TEST_F(RunFolders, WithoutANameARunGetsAFolderOfItsOwn) {
     EXPECT_EQ("done", outcome(entry.path()));
     const std::string name = entry.path().filename().string().substr(18);
     const std::string stem = name.substr(0, name.find('_'));
-    EXPECT_EQ(0u, longName.find(stem)) << stem;
+    EXPECT_TRUE(longName.find(stem) == 0 && toUtf8(stem).size() > 90) << stem;
     EXPECT_EQ(stem, fromUtf8(toUtf8(stem)));
-    EXPECT_LT(90u, toUtf8(stem).size());
   }
   EXPECT_EQ(3u, names.size());
 }
