@@ -110,6 +110,11 @@ void PipelineSource::check(const cppbind::ClassRegister& modules,
     checkChanged(modules);
   }
   checker_.reset();
+  // ModuleLoader also loads modules without a chain: its caller may use them by name.
+  const bool isNamed = pipelineLayout(json_) == PipelineLayout::Named;
+  if (isNamed && json_.get("chained_module", Json::Value()).isNull()) {
+    addFault(origins_.front().name, "the pipeline has no chain to run");
+  }
   for (const std::string& name : ruleFiles.names()) {
     const fs::path file = fs::absolute(utility::fromUtf8(name), inputs);
     addFaults(file.generic_string(), checkRuleFile(file, rules));
@@ -130,6 +135,8 @@ void PipelineSource::checkChanged(const cppbind::ClassRegister& modules) {
       const std::size_t offset = offsetOf(text, fault);
       path = places.pathTo(offset);
       isKey = places.find(path).key == offset;
+      // A missing member may be one that a merged file removed.
+      if (!isKey && path.size() < fault.path.size()) path = fault.path;
     }
     const Origin& origin = originOf(path);
     locate(fault, path, isKey, origin);
@@ -188,7 +195,6 @@ boost::shared_ptr<Module> PipelineSource::load(cppbind::ClassRegister& modules) 
     }
     loader.loadJson(json_);
   }
-  if (loader.mainModule() == nullptr) throw std::runtime_error("the pipeline has no chain to run");
   return loader.mainModule();
 }
 

@@ -42,6 +42,7 @@ class PipelineSource {
   /// Returns the pipeline that runs, without "$schema".
   const Json::Value& json() const { return json_; }
   /// Returns the chain of the pipeline, in any layout. Throws like the loaders of the library.
+  /// Precondition: check() found no errors.
   boost::shared_ptr<Module> load(cppbind::ClassRegister& modules) const;
 
   /// Returns the place of a step, "1_ChainedModule/0_Plan": "pipeline.json:12:5", or only the name

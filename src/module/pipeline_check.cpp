@@ -1,5 +1,6 @@
 #include "libvarrow/module/pipeline_check.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "base/json_text.h"
@@ -73,15 +74,20 @@ void checkNamed(Checker& checker) {
   }
 }
 
+// Returns the key of a layout that `key` probably means; an empty text if there is none.
+std::string nearestLayoutKey(const std::string& key) {
+  base::NearestName nearest(key);
+  for (const char* known : {kChainOnly, kModules, kChain, kMainModule}) nearest.consider(known);
+  return std::string(nearest.name());
+}
+
 // Adds the unknown keys that probably mean the key of another layout. Such a file is read as a
 // chain.
 void hintAtLayouts(Checker& checker) {
   for (const std::string& key : checker.json().getMemberNames()) {
-    base::NearestName nearest(key);
-    for (const char* known : {kChainOnly, kModules, kChain, kMainModule}) nearest.consider(known);
-    if (nearest.name().empty() || nearest.name() == kChainOnly) continue;
-    checker.add(
-        {Severity::Error, {}, "unknown json key:[" + key + "]", std::string(nearest.name())}, &key);
+    const std::string nearest = nearestLayoutKey(key);
+    if (nearest.empty() || nearest == kChainOnly) continue;
+    checker.add({Severity::Error, {}, "unknown json key:[" + key + "]", nearest}, &key);
   }
 }
 
@@ -93,6 +99,13 @@ std::optional<PipelineLayout> pipelineLayout(const Json::Value& root) {
   if (root.isMember(kModules) || root.isMember(kChain)) return PipelineLayout::Named;
   if (root.isMember(kMainModule)) return PipelineLayout::Object;
   return std::nullopt;
+}
+
+bool resemblesPipeline(const Json::Value& root) {
+  if (!root.isObject()) return false;
+  const Json::Value::Members keys = root.getMemberNames();
+  return std::any_of(keys.begin(), keys.end(),
+                     [](const std::string& key) { return !nearestLayoutKey(key).empty(); });
 }
 
 cppbind::Faults checkPipeline(Checker& checker, bool ignoreUnknownKeys) {

@@ -106,6 +106,7 @@ inline void registerOrders(libvarrow::Host& host) {
   host.regClass<Receive>("Receive");
   host.regClass<Act>("Act");
   host.regRule<Late>("Late");
+  host.regRule<Late>("LateModule");  // resembles the key of a pipeline
 }
 
 }  // namespace host_test

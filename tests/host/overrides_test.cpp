@@ -138,6 +138,7 @@ TEST_F(Overrides, FaultsPointToTheirOrigin) {
       {{"whole.json"},
        {"Receive.count=1", "modules[0].Receive={\"count\": 0}"},
        "--set modules[0].Receive={\"count\": 0}: modules[0].Receive.count: 0 is less than 1"},
+      {{"gone.json"}, {}, "gone.json:1:13: modules: should be a object array"},
       {{"gone.json", "none.json"}, {}, "none.json: cannot be read: No such file or directory"}};
   for (const Case& c : cases) {
     libvarrow::RunOptions options;

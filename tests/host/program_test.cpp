@@ -21,6 +21,9 @@ TEST_F(HostProgram, EndsWithItsStatusAndWritesOnlyResultsToStandardOutput) {
   writePipeline(act("report", "one is late") + ", " + act("report", "two"), "report.json");
   writePipeline(act("break", "three is late") + ", " + act("throw", "too late"), "break.json");
   writePipeline(act("throw", "no\\norders %s%n"), "throw.json");
+  writeFile("named.json", R"({"named_modules": {}})");
+  writeFile("misspelt.json", R"({"moduls": []})");
+  writeFile("rule.json", R"({"LateModule": {"limit": -1}})");
   const std::string run = (fs::canonical(".") / "run").generic_string();
   const std::string file = (fs::canonical(".") / "run/o.txt").generic_string();
   const std::string folder = "run folder  " + run + "\n";
@@ -42,6 +45,13 @@ TEST_F(HostProgram, EndsWithItsStatusAndWritesOnlyResultsToStandardOutput) {
       {"run throw.json", 1, "", "throw.json:1:15: 0_Act: no orders %s%n"},
       {"run p.json --until 3_Act", 2, "",
        "the pipeline has no step \"3_Act\"; did you mean \"1_Act\"?; see orders run --help"},
+      {"check named.json", 1, "named.json: error: the pipeline has no chain to run\n",
+       "named.json: the pipeline has no chain to run"},
+      {"check misspelt.json", 1,
+       "misspelt.json:1:2: error: modules: should be a object array; did you mean \"modules\"?\n",
+       "misspelt.json:1:2: modules: should be a object array; did you mean \"modules\"?"},
+      {"check rule.json", 1, "rule.json:1:26: error: LateModule.limit: -1 is less than 0\n",
+       "rule.json:1:26: LateModule.limit: -1 is less than 0"},
       {"rnu p.json", 2, "", "unknown command rnu; did you mean \"run\"?; see orders --help"},
       {"run", 2, "", "PIPELINE is required; see orders run --help"},
       {"run p.json q.json", 2, "",

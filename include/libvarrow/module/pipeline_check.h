@@ -28,6 +28,9 @@ enum class PipelineLayout {
 /// files.
 LIBVARROW_API std::optional<PipelineLayout> pipelineLayout(const Json::Value& root);
 
+/// Returns true when a key of `root` is one of a layout, or probably a misspelt one.
+LIBVARROW_API bool resemblesPipeline(const Json::Value& root);
+
 ///@{
 /// Returns all faults of a pipeline in any layout; see cppbind::Checker. A value without a layout
 /// is checked as a chain. `reg` creates the modules: of the named layout it is

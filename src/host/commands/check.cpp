@@ -1,6 +1,7 @@
 #include <cppbind/Checker.h>
 #include <json/value.h>
 
+#include <algorithm>
 #include <ostream>
 
 #include "host/PipelineSource.h"
@@ -65,7 +66,17 @@ class CheckCommand : public Command {
   bool needsClasses() const override { return true; }
 
  private:
-  // A file without the keys of a pipeline is a rule file.
+  // Returns true for files that are checked as pipelines. Others are rule files. The name of a rule
+  // may resemble a key of pipelines.
+  bool isPipeline(const Json::Value& json) const {
+    if (pipelineLayout(json)) return true;
+    if (!resemblesPipeline(json)) return false;
+    const Json::Value::Members keys = json.getMemberNames();
+    return std::none_of(keys.begin(), keys.end(), [this](const std::string& key) {
+      return state_.rules->find(key) != nullptr;
+    });
+  }
+
   std::vector<FileFaults> faultsOf(const std::string& file) const {
     RunOptions options = changes_.runOptions(state_);
     options.pipeline = file;
@@ -73,7 +84,7 @@ class CheckCommand : public Command {
     unchanged.pipeline = file;
     PipelineSource read(unchanged, *state_.modules);
     if (errorCount(read.faults()) > 0) return read.faults();
-    if (!pipelineLayout(read.json())) {
+    if (!isPipeline(read.json())) {
       cppbind::Faults faults = checkRuleText(read.text(), *state_.rules);
       if (faults.first.empty()) return {};
       return {{options.pipeline.generic_string(), std::move(faults)}};
