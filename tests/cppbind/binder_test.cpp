@@ -148,14 +148,18 @@ TEST_F(BinderTest, AnUnknownKeyIsFoundAmongManyFields) {
     void setBind(Binder* binder, bool) {
       int i = 0;
       for (int& field : fields) binder->bind("key" + std::to_string(i++), field, 0);
-      binder->bind("key0", fields[0]);
+      binder->bind(again, fields[0]);
     }
+    std::string again;
   } wide;
   Json::Value value;
   for (int i = 0; i < 39; ++i) value["key" + std::to_string(i)] = i;
   value["other"] = 1;
-  EXPECT_EQ("unknown json key:[other]", errorOf([&] { binder.decode(value, wide); }));
-  EXPECT_EQ(38, wide.fields[38]);
+  for (const char* again : {"key0", "key38"}) {
+    wide.again = again;
+    EXPECT_EQ("unknown json key:[other]", errorOf([&] { binder.decode(value, wide); })) << again;
+    EXPECT_EQ(38, wide.fields[38]);
+  }
 }
 
 TEST_F(BinderTest, ObjectListsHaveTheirDefaultAndRegistry) {
