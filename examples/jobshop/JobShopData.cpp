@@ -1,16 +1,47 @@
 #include "JobShopData.h"
 
+#include <cppbind/cppbind.h>
 #include <libvarrow/backtrace/Check.h>
+#include <libvarrow/json/json.h>
 
 #include <stdexcept>
 #include <utility>
 
 #include "OutputFile.h"
 #include "calendar/CalendarText.h"
+#include "problem/InstanceReader.h"
 #include "problem/LowerBound.h"
+#include "schedule/ScheduleReader.h"
 #include "schedule/ScheduleText.h"
 
 namespace jobshop {
+
+namespace {
+
+// The texts of the data, which tell what else a debug dump has.
+struct DumpedState {
+  std::optional<std::string> instance;
+  std::optional<std::string> origin;  // of the schedule
+  std::string rules;
+  bool hasCalendar = false;
+
+  void setBind(cppbind::Binder* binder, bool bindFields) {
+    if (!bindFields) return;
+    binder->bind("instance", instance);
+    binder->bind("origin", origin);
+    binder->bind("rules", rules);
+    binder->bind("has_calendar", hasCalendar);
+  }
+};
+
+template <class T>
+T readObject(const std::string& file) {
+  T object;
+  cppbind::JsonDecodeBinder().decode(cppbind::readJsonFile(file), object);
+  return object;
+}
+
+}  // namespace
 
 JobShopData& JobShopData::of(libvarrow::ModuleData* data) {
   auto* const shop = dynamic_cast<JobShopData*>(data);
@@ -97,6 +128,29 @@ void JobShopData::dump4Debug(std::string path) const {
   if (schedule_) {
     writeText(path + "schedule.csv", scheduleCsv(*schedule_, calendar_, calendar_.clock()));
   }
+  DumpedState state{{}, {}, rulesVerdict_, calendar_.isSet()};
+  if (instance_) state.instance = instance_->name;
+  if (schedule_) state.origin = schedule_->origin;
+  writeText(path + "state.json", libvarrow::Json2Str(cppbind::JsonEncodeBinder().encode(state)));
+}
+
+void JobShopData::restore4Debug(const std::string& path) {
+  const auto state = readObject<DumpedState>(path + "state.json");
+  instance_.reset();
+  calendar_ = {};
+  lowerBound_ = 0;
+  clearSchedule();
+  if (!state.instance) return;
+  Instance instance = readInstance(path + "instance.txt");
+  instance.name = *state.instance;
+  setInstance(std::move(instance));
+  if (state.hasCalendar) {
+    const auto settings = readObject<CalendarSettings>(path + "calendar.json");
+    setCalendar(ShopCalendar(settings, this->instance().machineCount));
+  }
+  if (!state.origin) return;
+  setSchedule({readScheduleCsv(path + "schedule.csv", this->instance()), *state.origin});
+  setRulesVerdict(state.rules);
 }
 
 }  // namespace jobshop

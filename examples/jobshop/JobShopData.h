@@ -50,9 +50,11 @@ class JobShopData : public libvarrow::ModuleData {
 
   Json::Value getBaiscInfoJson() override;
   void dumpDetailInfo(std::string path) const override;
-  /// Writes "schedule.csv", "instance.txt" in the form that ReadInstance reads, and
-  /// "calendar.json", the keys of a SetCalendars.
+  /// Writes "schedule.csv", "instance.txt" in the form that ReadInstance reads, "calendar.json",
+  /// the keys of a SetCalendars, and "state.json", the texts that the others lack.
   void dump4Debug(std::string path) const override;
+  /// Reads these files. Throws std::runtime_error when one of them does not fit.
+  void restore4Debug(const std::string& path) override;
 
  private:
   void clearSchedule();

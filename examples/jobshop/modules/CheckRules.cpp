@@ -94,6 +94,11 @@ void CheckRules::tellBroken(const ValidatorReason& report, const RuleFile& rules
     LIBVARROW_LOG_WARN("%s: %s", name.c_str(), reason.c_str());
     if (told.insert(name).second) libvarrow::reportRulesBroken(shop, name + ": " + reason);
   }
+  for (const auto& rule : rules.rules()) {
+    if (rule->isEnabled() && rule->getFailedCountValue() == 0) {
+      libvarrow::reportRuleKept(shop, rule->dumpStr());
+    }
+  }
   if (told.empty() || !stop_) return;
   throw libvarrow::RulesBroken("rules: " + verdictOf(rules));
 }
