@@ -57,7 +57,7 @@ class Browser:
                           {"cmd": command, "params": parameters})
 
     def open(self, file, width=1400, scheme="light"):
-        """Opens a file and returns the processor seconds that its page took."""
+        """Opens a file and returns the processor seconds that the pages took until now."""
         self.logs("browser"), self.logs("performance")
         self.protocol("Performance.enable")
         self.protocol("Emulation.setDeviceMetricsOverride", width=width, height=900,
@@ -66,11 +66,12 @@ class Browser:
                       features=[{"name": "prefers-color-scheme", "value": scheme}])
         self._post(self.session + "/url", {"url": file.as_uri()})
         self.run("return document.body.offsetHeight")
-        return self.busy_seconds()
+        return self.processor_seconds()
 
-    def busy_seconds(self):
+    def processor_seconds(self):
+        """Returns the time of the thread that shows pages, which waits for no other process."""
         metrics = self.protocol("Performance.getMetrics")["metrics"]
-        return next(metric["value"] for metric in metrics if metric["name"] == "TaskDuration")
+        return next(metric["value"] for metric in metrics if metric["name"] == "ThreadTime")
 
     def run(self, script, *arguments):
         """Returns the result of a script, the body of a function."""

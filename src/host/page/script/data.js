@@ -4,7 +4,7 @@
 
 // Returns the value of JSON text. Integers that a number cannot hold become BigInt.
 function parse(json) {
-  if (!/\d{16}/.test(json)) return JSON.parse(json);
+  if (!/[:,[]-?\d{16,}[,\]}]/.test(json)) return JSON.parse(json);
   return JSON.parse(json, (key, value, context) =>
     typeof value === "number" && context && /^-?\d{16,}$/.test(context.source) ?
       BigInt(context.source) : value);
@@ -33,13 +33,13 @@ function events() {
   });
 }
 
-// Returns the steps in the order in which they began. A step without an end has the state
-// "running"; its "span" lasts until the last event.
+// Returns the steps in the order in which they began, without the pipeline as a whole, whose name
+// is empty. A step without an end has the state "running"; its "span" lasts until the last event.
 function stepsOf(list) {
   const steps = [];
   const open = [];
   for (const event of list) {
-    if (event === null || typeof event !== "object") continue;
+    if (!isObject(event) || event.step === "") continue;
     if (event.event === "begin") {
       const step = {index: steps.length, name: String(event.step), class: event.class,
                     place: event.place, before: event.before, at: Number(event.at) || 0,
@@ -68,7 +68,8 @@ function stepsOf(list) {
 const run = dataOf("run") || {};
 const links = dataOf("links") || {own: [], files: []};
 const statistics = dataOf("statistics");
-const steps = stepsOf(events());
+const stepEvents = events();
+const steps = stepsOf(stepEvents);
 const runSeconds = secondsOfRun();
 
 function secondsOfRun() {

@@ -69,7 +69,7 @@ function showOutcome() {
     }
   }
   element.append(box, pairs(totals()));
-  const last = steps.findLast(step => isObject(step.after));
+  const last = stepEvents.findLast(event => isObject(event) && isObject(event.after));
   if (last) {
     const heading = run.outcome === "running" ? "Last key figures" : "Key figures at the end";
     const figures = leaves(last.after).slice(0, 40).map(([name, value]) =>

@@ -4,14 +4,15 @@
 const kShown = new Set(["libvarrow_run", "outcome", "error", "failed_step", "rules_broken",
   "rules_kept", "warnings", "warnings_dropped", "wall", "cpu", "memory", "files", "entries", "host",
   "version", "library", "compiler", "pipeline", "command_line", "begin", "end", "configuration",
-  "inputs", "plugins", "program", "libraries", "seeds"]);
+  "inputs", "plugins", "program", "libraries", "seeds", "machine"]);
 
 function quoted(argument) {
   const text = scalarText(argument);
   return /^[\w@%+=:,./-]+$/.test(text) ? text : "'" + text.replace(/'/g, "'\\''") + "'";
 }
 
-const kFileColumns = [["File", "path"], ["Version", "version"], ["Checksum", "checksum"]];
+const kFileColumns = [["File", "path"], ["Version", "version"],
+                      ["SHA-256 or build id", "checksum"]];
 
 function fileTable(heading, files) {
   const {element, body} = table(heading, kFileColumns);
@@ -21,6 +22,26 @@ function fileTable(heading, files) {
   return element;
 }
 
+// Returns "Folder of inputs" for the name of a member.
+function headingOf(name) {
+  return name.charAt(0).toUpperCase() + name.slice(1).replace(/_/g, " ");
+}
+
+// Returns the text of a member of the record that the page does not know.
+function factText(value) {
+  if (Array.isArray(value)) {
+    return value.map(each => typeof each === "object" ? preview(each) : each).join(", ");
+  }
+  if (!isObject(value)) return scalarText(value);
+  return leaves(value).map(([key, each]) => `${key} ${scalarText(each)}`).join(", ");
+}
+
+function machineText(machine) {
+  const {name, system, processors, memory} = machine;
+  return [name, system, processors && count(processors, "processor"), bytesText(memory)]
+    .filter(part => part).join(", ");
+}
+
 function showSetUp() {
   const element = section("set_up", "How it was run");
   const command = [run.host, ...listOf(run.command_line)].filter(part => part !== undefined);
@@ -28,21 +49,19 @@ function showSetUp() {
     "aria-label": "Command line"}, command.map(quoted).join(" ")));
   const facts = [["Pipeline", run.pipeline], ["Host", [run.host, run.version].join(" ").trim()],
     ["libvarrow", run.library], ["Compiler", run.compiler],
+    ["Machine", isObject(run.machine) ? machineText(run.machine) : ""],
     ["Begin", run.begin ? timeText(run.begin) : ""], ["End", run.end ? timeText(run.end) : "none"]];
-  for (const seed of listOf(run.seeds)) {
-    if (isObject(seed)) facts.push([scalarText(seed.path), scalarText(seed.value)]);
-  }
   for (const [name, value] of Object.entries(run)) {
-    if (kShown.has(name) || listOf(value).length === 0 && Array.isArray(value)) continue;
-    const text = Array.isArray(value) ? value.map(each =>
-      typeof each === "object" ? preview(each) : scalarText(each)).join(", ") :
-      isObject(value) ?
-        leaves(value).map(([key, each]) => `${key} ${scalarText(each)}`).join(", ") :
-      scalarText(value);
-    facts.push([name.charAt(0).toUpperCase() + name.slice(1).replace(/_/g, " "), text]);
+    if (!kShown.has(name)) facts.push([headingOf(name), factText(value)]);
   }
-  element.append(pairs(facts.filter(([, value]) => value !== undefined && value !== "")
-    .map(([name, value]) => [name, scalarText(value)])));
+  element.append(pairs(facts.filter(([, value]) => value !== undefined && value !== "")));
+  const seeds = listOf(run.seeds).filter(isObject);
+  if (seeds.length > 0) {
+    const list = make("div", {class: "tree"});
+    element.append(make("h3", {}, "Seeds"), list);
+    inPieces(list, seeds, seed => leaf(scalarText(seed.path),
+      make("span", {class: "value"}, scalarText(seed.value))), element);
+  }
   const programs = [run.program, ...listOf(run.libraries)].filter(isObject);
   for (const [heading, files] of [["Input files", listOf(run.inputs)],
                                   ["Plug-ins", listOf(run.plugins)],

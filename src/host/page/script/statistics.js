@@ -59,7 +59,7 @@ function distributionBars(value) {
 }
 
 function histogram(name, value, isOpen) {
-  const facts = `${scalarText(value.count)} samples, min ${value.min}, mean ` +
+  const facts = `${count(value.count, "sample")}, min ${value.min}, mean ` +
     `${Number(Number(value["sum/count"]).toPrecision(6))}, max ${value.max}, sum ${value.sum}`;
   return foldable(named(name, make("span", {class: "value"}, facts)),
     body => addBars(body, `Samples of ${name}`, histogramBars(value)), isOpen);

@@ -43,7 +43,7 @@ function nameCell(step, isInOrder) {
   const short = step.name.split("/").pop();
   const about = [];
   if (step.class && !short.endsWith("_" + step.class)) about.push(make("span", {}, step.class));
-  if (step.place) about.push(make("span", {}, step.place));
+  if (step.place) about.push(make("span", {}, fileName(step.place)));
   if (links.own.includes("dump")) about.push(linkTo("dump/" + step.name, "dump"));
   if (step.hasSteps) {
     about.push(button("zoom", () => {

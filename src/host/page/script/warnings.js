@@ -1,6 +1,6 @@
 // The warnings of the log.
 
-const kWarningColumns = [["Time", "number"], ["Level", "level"], ["Text", "text"]];
+const kWarningColumns = [["Time", "time"], ["Level", "level"], ["Text", "text"]];
 
 function showWarnings() {
   const warnings = listOf(run.warnings).filter(isObject);
