@@ -15,7 +15,7 @@ std::string readFile(const boost::filesystem::path& path, std::string& text) {
   text.clear();
   errno = 0;
   std::ifstream file(path.string(), std::ios::binary);
-  std::array<char, 65536> block{};
+  std::array<char, 65536> block;  // not initialised, as most files are smaller
   while (file.read(block.data(), block.size()) || file.gcount() > 0) {
     text.append(block.data(), static_cast<std::size_t>(file.gcount()));
   }

@@ -21,7 +21,7 @@ std::string takeData(std::string& html, const std::string& id) {
 // Returns the data of a page by its ids. Fails if the data has a character that HTML interprets.
 std::map<std::string, Json::Value> dataOf(std::string& html) {
   std::map<std::string, Json::Value> data;
-  for (const char* id : {"run", "steps", "statistics", "links"}) {
+  for (const char* id : {"run", "steps", "statistics", "links", "pictures"}) {
     const std::string text = takeData(html, id);
     EXPECT_EQ(std::string::npos, text.find_first_of("<>&\t")) << id;
     data[id] = json(text);
@@ -32,19 +32,17 @@ std::map<std::string, Json::Value> dataOf(std::string& html) {
 class Page : public InTemporaryDirectory {};
 
 TEST_F(Page, EveryRunHasItsData) {
-  writePipeline(act("write", "chart.svg") + ", " + act("write", "table.csv") + ", " +
-                act("report", "late & <b>"));
+  writePipeline(act("write", "o.txt") + ", " + act("report", "late & <b>"));
   EXPECT_EQ(3, orders({"run", "p.json", "--out", "run"}).exitCode);
   std::string html = readFile("run/report.html");
   auto data = dataOf(html);
   EXPECT_EQ(libvarrow::File2Json("run/run.json"), data["run"]);
   EXPECT_EQ(libvarrow::File2Json("run/statistics.json"), data["statistics"]);
-  const Json::Value& files = data["links"]["files"];
-  EXPECT_EQ("chart.svg", files[0]["link"].asString());
-  EXPECT_EQ("data:image/svg+xml;base64,", files[0]["picture"].asString().substr(0, 26));
-  EXPECT_EQ("table.csv", files[1]["link"].asString());
-  EXPECT_FALSE(files[1].isMember("picture"));
+  EXPECT_EQ("o.txt", data["links"]["files"][0]["link"].asString());
+  EXPECT_FALSE(data["links"]["files"][0].isMember("picture"));
   EXPECT_EQ(3, orders({"run", "p.json", "--out", "run", "--overwrite"}).exitCode);
+  writePipeline(act("write", "report.html"));
+  EXPECT_TRUE(contains(orders({"run", "p.json", "--out", "own"}).errors, "is a file of the run"));
 }
 
 TEST_F(Page, TextsOfARunCannotLeaveTheirPlaceInThePage) {
@@ -57,11 +55,8 @@ TEST_F(Page, TextsOfARunCannotLeaveTheirPlaceInThePage) {
   const std::string invalid = "a\xFF\xC0\xAF\xED\xA0\x80\xE2\x82";
   std::string replaced = "a";
   for (int i = 0; i < 8; ++i) replaced += "\xEF\xBF\xBD";
-  fs::create_directory("outside");
-  writeFile("outside/secret.png", "secret");
-  const std::string secret = fs::canonical("outside/secret.png").generic_string();
-  writeFile("run/run.json", R"({"libvarrow_run": 1, "outcome": "running", "error": ")" + hostile +
-                                R"(", "files": [{"kind": "x", "path": ")" + secret + "\"}]}");
+  writeFile("run/run.json",
+            R"({"libvarrow_run": 1, "outcome": "running", "error": ")" + hostile + "\"}");
   const std::string line = R"({"event": "begin", "step": ")" + hostile + "\"}";
   writeFile("run/steps.jsonl", line + "\n" + line + "\n" + line.substr(0, 40));
   writeFile("run/statistics.json", "{\"" + invalid + "\": \"\xE2\x82\xAC\t" + hostile + "\"}");
@@ -76,8 +71,30 @@ TEST_F(Page, TextsOfARunCannotLeaveTheirPlaceInThePage) {
   EXPECT_EQ(2u, data["steps"].size());
   EXPECT_EQ(meant, data["steps"][1]["step"].asString());
   EXPECT_EQ("\xE2\x82\xAC\t" + meant, data["statistics"][replaced].asString());
-  EXPECT_FALSE(data["links"]["files"][0].isMember("link"));
   EXPECT_LT(html.size(), 100'000u);
+}
+
+TEST_F(Page, PicturesOfTheRunFolderAreInThePage) {
+  fs::create_directory("run");
+  const std::string run = fs::canonical("run").generic_string();
+  writeFile("run/a.svg", "<svg/>");
+  writeFile("run/b.png", "ab");
+  writeFile("run/large.jpg", std::string(2'000'000, 'x'));
+  writeFile("secret.png", "secret");
+  boost::system::error_code unsupported;
+  fs::create_symlink(fs::absolute("secret.png"), "run/link.png", unsupported);
+  std::string files;
+  for (const char* path : {"/a.svg", "/b.png", "/large.jpg", "/link.png", "/../secret.png"}) {
+    files += (files.empty() ? "{\"path\": \"" : ", {\"path\": \"") + run + path + "\"}";
+  }
+  writeFile("run/run.json", R"({"libvarrow_run": 1, "files": [)" + files + "]}");
+  EXPECT_EQ(0, orders({"report", "run"}).exitCode);
+  std::string html = readFile("run/report.html");
+  auto data = dataOf(html);
+  EXPECT_EQ(json(R"(["data:image/svg+xml;base64,PHN2Zy8+", "data:image/png;base64,YWI="])"),
+            data["pictures"]);
+  EXPECT_EQ("large.jpg", data["links"]["files"][2]["link"].asString());
+  EXPECT_FALSE(data["links"]["files"][4].isMember("link"));
 }
 
 TEST_F(Page, APageThatCannotBeWrittenIsAWarning) {

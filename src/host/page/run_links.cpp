@@ -1,11 +1,8 @@
 #include "host/page/run_links.h"
 
-#include <Poco/Base64Encoder.h>
-
 #include <boost/filesystem/operations.hpp>
 #include <cstdint>
-#include <sstream>
-#include <string>
+#include <utility>
 
 #include "host/file_text.h"
 
@@ -18,13 +15,27 @@ namespace fs = boost::filesystem;
 // Larger pictures are only linked.
 constexpr std::uintmax_t kLargestPicture = 1024 * 1024;
 
-std::string base64(const std::string& bytes) {
-  std::ostringstream text;
-  Poco::Base64Encoder encoder(text);
-  encoder.rdbuf()->setLineLength(0);
-  encoder << bytes;
-  encoder.close();
-  return text.str();
+// Writes three bytes as four digits.
+void writeGroup(char* to, const unsigned char* bytes) {
+  constexpr const char* kDigits =
+      "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+  const unsigned group = unsigned{bytes[0]} << 16U | unsigned{bytes[1]} << 8U | bytes[2];
+  to[0] = kDigits[group >> 18U];
+  to[1] = kDigits[group >> 12U & 63U];
+  to[2] = kDigits[group >> 6U & 63U];
+  to[3] = kDigits[group & 63U];
+}
+
+// Appends the bytes in base 64. The last group is filled with zeros, whose digits are replaced.
+void appendBase64(std::string& text, std::string bytes) {
+  const std::size_t missing = (3 - bytes.size() % 3) % 3;
+  bytes.append(missing, '\0');
+  const std::size_t begin = text.size();
+  text.resize(begin + bytes.size() / 3 * 4);
+  const auto* from = reinterpret_cast<const unsigned char*>(bytes.data());
+  const auto* const end = from + bytes.size();
+  for (char* to = text.data() + begin; from < end; from += 3, to += 4) writeGroup(to, from);
+  text.replace(text.size() - missing, missing, missing, '=');
 }
 
 std::string pictureType(const fs::path& file) {
@@ -34,46 +45,57 @@ std::string pictureType(const fs::path& file) {
   return extension == ".jpg" || extension == ".jpeg" ? "image/jpeg" : "";
 }
 
-// Returns the path of a file from `folder`, which is canonical; empty for a file that is not in it
-// or does not exist. A link of the file system may not lead out of the folder either.
-fs::path pathInside(const fs::path& folder, const std::string& file) {
-  boost::system::error_code error;
-  const fs::path real = fs::canonical(fs::absolute(file, folder), error);
-  if (error || !fs::is_regular_file(real, error)) return fs::path();
-  const fs::path relative = real.lexically_relative(folder);
-  return relative.empty() || *relative.begin() == ".." ? fs::path() : relative;
+// Returns the path of a file relative to `folder`; empty for a file that is not in it or does not
+// exist.
+std::string pathInside(const fs::path& folder, const std::string& file) {
+  const std::string begin = folder.generic_string() + "/";
+  if (file.compare(0, begin.size(), begin) != 0) return "";
+  if (file.find("/../") != std::string::npos) return "";
+  boost::system::error_code ignored;
+  return fs::is_regular_file(file, ignored) ? file.substr(begin.size()) : "";
 }
 
-Json::Value linkOf(const fs::path& folder, const Json::Value& entry) {
-  Json::Value link(Json::objectValue);
+// Returns a picture as data URI; empty for other files. A link of the file system may not bring a
+// file from elsewhere into the page.
+std::string pictureOf(const fs::path& folder, const fs::path& link) {
+  const std::string type = pictureType(link);
+  if (type.empty()) return type;
+  boost::system::error_code error;
+  const fs::path file = fs::canonical(folder / link, error);
+  if (error || pathInside(folder, file.generic_string()).empty()) return "";
+  std::string bytes;
+  if (fs::file_size(file, error) > kLargestPicture || !readFile(file, bytes).empty()) return "";
+  std::string uri = "data:" + type + ";base64,";
+  appendBase64(uri, std::move(bytes));
+  return uri;
+}
+
+void addLink(RunLinks& links, const fs::path& folder, const Json::Value& entry) {
+  Json::Value& link = links.json["files"].append(Json::Value(Json::objectValue));
   link["kind"] = entry["kind"].isString() ? entry["kind"] : "file";
   link["path"] = entry["path"];
-  const fs::path inside = pathInside(folder, link["path"].asString());
-  if (inside.empty()) return link;
-  link["link"] = inside.generic_string();
-  const std::string type = pictureType(inside);
-  boost::system::error_code error;
-  if (type.empty() || fs::file_size(folder / inside, error) > kLargestPicture) return link;
-  std::string bytes;
-  if (!readFile(folder / inside, bytes).empty()) return link;
-  link["picture"] = "data:" + type + ";base64," + base64(bytes);
-  return link;
+  const std::string inside = pathInside(folder, entry["path"].asString());
+  if (inside.empty()) return;
+  link["link"] = inside;
+  std::string picture = pictureOf(folder, inside);
+  if (picture.empty()) return;
+  link["picture"] = static_cast<Json::UInt64>(links.pictures.size());
+  links.pictures.push_back(std::move(picture));
 }
 
 }  // namespace
 
-Json::Value runLinks(const fs::path& folder, const Json::Value& record) {
-  Json::Value links(Json::objectValue);
-  Json::Value& own = links["own"] = Json::Value(Json::arrayValue);
+RunLinks runLinks(const fs::path& folder, const Json::Value& record) {
+  RunLinks links;
+  Json::Value& own = links.json["own"] = Json::Value(Json::arrayValue);
   for (const char* name : {"run.json", "pipeline.json", "steps.jsonl", "statistics.json",
                            "trace.json", "log/run.log", "log/output.txt", "dump"}) {
     if (fs::exists(folder / name)) own.append(name);
   }
-  Json::Value& files = links["files"] = Json::Value(Json::arrayValue);
-  const fs::path real = fs::canonical(folder);
+  links.json["files"] = Json::Value(Json::arrayValue);
   if (!record["files"].isArray()) return links;
   for (const Json::Value& entry : record["files"]) {
-    if (entry.isObject() && entry["path"].isString()) files.append(linkOf(real, entry));
+    if (entry.isObject() && entry["path"].isString()) addLink(links, folder, entry);
   }
   return links;
 }

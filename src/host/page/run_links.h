@@ -4,12 +4,20 @@
 #include <json/value.h>
 
 #include <boost/filesystem/path.hpp>
+#include <string>
+#include <vector>
 
 namespace libvarrow::host {
 
-/// Returns {"own": [PATH...], "files": [{"kind", "path", "link", "picture"}...]}: the run's own
-/// files that exist, and the files of its modules. Links are relative to `folder`. A file outside
-/// of it has no "link". A picture is a data URI.
-Json::Value runLinks(const boost::filesystem::path& folder, const Json::Value& record);
+struct RunLinks {
+  /// {"own": [PATH...], "files": [{"kind", "path", "link", "picture"}...]}: the run's own files
+  /// that exist, and those of its modules. Links are relative to the run folder; a file outside of
+  /// it has none. A picture is an index of `pictures`.
+  Json::Value json;
+  std::vector<std::string> pictures;  ///< data URIs, without characters to escape
+};
+
+/// Returns the links in the page of the run in `folder`, an absolute path without links.
+RunLinks runLinks(const boost::filesystem::path& folder, const Json::Value& record);
 
 }  // namespace libvarrow::host

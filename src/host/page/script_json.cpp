@@ -1,25 +1,38 @@
 #include "host/page/script_json.h"
 
+#include <algorithm>
+#include <array>
+#include <cstddef>
+
 #include "base/utf8.h"
 
 namespace libvarrow::host {
 
 namespace {
 
-bool isOfHtml(unsigned char c) {
-  return c == '<' || c == '>' || c == '&';
+enum class Kind : unsigned char { Plain, Space, Control, Quote, Backslash, Html, NotAscii };
+
+constexpr Kind kindOf(unsigned char c) {
+  if (c == ' ') return Kind::Space;
+  if (c < ' ') return Kind::Control;
+  if (c == '"') return Kind::Quote;
+  if (c == '\\') return Kind::Backslash;
+  if (c == '<' || c == '>' || c == '&') return Kind::Html;
+  return c < 0x80 ? Kind::Plain : Kind::NotAscii;
 }
 
-// Returns true for most characters: those that are copied inside and outside of strings.
-bool isPlain(unsigned char c) {
-  return c > ' ' && c < 0x80 && c != '"' && c != '\\' && !isOfHtml(c);
+using Kinds = std::array<Kind, 256>;
+
+// Returns the kinds of all bytes, as the data of a run may be long.
+constexpr Kinds kindsOfBytes() {
+  Kinds kinds{};
+  for (std::size_t c = 0; c < kinds.size(); ++c) kinds[c] = kindOf(static_cast<unsigned char>(c));
+  return kinds;
 }
 
-void appendEscape(std::string& html, unsigned char c) {
-  constexpr const char* kDigits = "0123456789abcdef";
-  html.append("\\u00").append(1, kDigits[c >> 4U]).append(1, kDigits[c & 15U]);
-}
+constexpr Kinds kKinds = kindsOfBytes();
 
+// Copies JSON in pieces, with a buffer that has room for the most that a piece can need.
 class Copier {
  public:
   Copier(std::string& html, std::string_view json)
@@ -29,53 +42,85 @@ class Copier {
 
   void copy() {
     while (at_ < end_) {
-      if (isPlain(*at_)) {
-        copyPlain();
-      } else if (*at_ >= 0x80) {
-        copyCharacter();
-      } else if (*at_ == '\\' && at_ + 1 < end_ && (isPlain(at_[1]) || isQuoteOrSlash(at_[1]))) {
-        append(at_ + 2);  // the quote does not end the string
-      } else {
-        copySpecial();
-      }
+      copyPiece(std::min<std::size_t>(kPiece, static_cast<std::size_t>(end_ - at_)));
     }
   }
 
  private:
-  static bool isQuoteOrSlash(unsigned char c) { return c == '"' || c == '\\'; }
+  static constexpr std::size_t kPiece = 512;
+  static constexpr std::size_t kMostPerByte = 6;
 
-  void append(const unsigned char* end) {
-    html_.append(reinterpret_cast<const char*>(at_), reinterpret_cast<const char*>(end));
-    at_ = end;
+  // Copies `size` bytes, and the rest of a character or escape that begins in them.
+  void copyPiece(std::size_t size) {
+    to_ = buffer_.data();
+    for (const unsigned char* const end = at_ + size; at_ < end;) {
+      if (isInString_) {
+        copyString(end);
+      } else {
+        copyTokens(end);
+      }
+      if (at_ < end) copySpecial(kKinds[*at_]);
+    }
+    html_.append(buffer_.data(), static_cast<std::size_t>(to_ - buffer_.data()));
   }
 
-  void copyPlain() {
-    const unsigned char* end = at_;
-    while (end < end_ && isPlain(*end)) ++end;
-    append(end);
+  // Local variables stay in registers, as opposed to members, which a written byte could change.
+  void copyString(const unsigned char* end) {
+    const unsigned char* at = at_;
+    char* to = to_;
+    while (at < end && (kKinds[*at] == Kind::Plain || kKinds[*at] == Kind::Space)) {
+      *to++ = static_cast<char>(*at++);
+    }
+    at_ = at;
+    to_ = to;
+  }
+
+  void copyTokens(const unsigned char* end) {
+    const unsigned char* at = at_;
+    char* to = to_;
+    for (; at < end; ++at) {
+      const Kind kind = kKinds[*at];
+      if (kind == Kind::Plain) {
+        *to++ = static_cast<char>(*at);
+      } else if (kind != Kind::Space && kind != Kind::Control) {
+        break;
+      }
+    }
+    at_ = at;
+    to_ = to;
+  }
+
+  void copySpecial(Kind kind) {
+    if (kind == Kind::NotAscii) return copyCharacter();
+    if (kind == Kind::Html || kind == Kind::Control) return copyEscaped();
+    if (kind == Kind::Quote) isInString_ = !isInString_;
+    copyBytes(at_ + 1);
+    // The character after a backslash does not end the string.
+    if (kind == Kind::Backslash && at_ < end_ && (*at_ == '"' || *at_ == '\\')) copyBytes(at_ + 1);
   }
 
   void copyCharacter() {
     const unsigned char* const end = base::endOfUtf8Character(at_, end_);
-    if (end != nullptr) return append(end);
-    html_ += "\xEF\xBF\xBD";
+    if (end != nullptr) return copyBytes(end);
+    for (const char byte : {'\xEF', '\xBF', '\xBD'}) *to_++ = byte;
     ++at_;
   }
 
-  void copySpecial() {
-    const unsigned char c = *at_++;
-    if (c == '"') isInString_ = !isInString_;
-    const bool isControl = c < ' ';
-    if (isOfHtml(c) || (isControl && isInString_)) {
-      appendEscape(html_, c);
-    } else if (isInString_ || (c != ' ' && !isControl)) {
-      html_ += static_cast<char>(c);
-    }
+  void copyEscaped() {
+    constexpr const char* kDigits = "0123456789abcdef";
+    for (const char c : {'\\', 'u', '0', '0', kDigits[*at_ >> 4U], kDigits[*at_ & 15U]}) *to_++ = c;
+    ++at_;
+  }
+
+  void copyBytes(const unsigned char* end) {
+    while (at_ < end) *to_++ = static_cast<char>(*at_++);
   }
 
   std::string& html_;
   const unsigned char* at_;
   const unsigned char* const end_;
+  std::array<char, (kPiece + 4) * kMostPerByte> buffer_;  // not initialised
+  char* to_ = nullptr;
   bool isInString_ = false;
 };
 

@@ -3,6 +3,7 @@
 #include <boost/filesystem/operations.hpp>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "host/RunReader.h"
 #include "host/RunRecord.h"
@@ -21,44 +22,78 @@ namespace fs = boost::filesystem;
 // Returns the content of a file; empty without it, as a run may end before it has its files.
 std::string contentOf(const fs::path& file) {
   std::string text;
-  return readFile(file, text).empty() ? text : std::string();
+  if (!readFile(file, text).empty()) text.clear();
+  return text;
 }
 
+std::size_t sizeOf(const std::vector<std::string>& texts) {
+  std::size_t size = 0;
+  for (const std::string& text : texts) size += text.size();
+  return size;
+}
+
+// An element whose text is JSON. A script of the page reads it.
+class DataElement {
+ public:
+  DataElement(std::string& html, const char* id) : html_(html) {
+    html_.append("<script type=\"application/json\" id=\"").append(id).append("\">");
+  }
+  ~DataElement() { html_ += "</script>\n"; }
+  DataElement(const DataElement&) = delete;
+  DataElement& operator=(const DataElement&) = delete;
+
+ private:
+  std::string& html_;
+};
+
 void appendData(std::string& html, const char* id, const std::string& json) {
-  html += "<script type=\"application/json\" id=\"";
-  html.append(id).append("\">");
+  const DataElement element(html, id);
   appendScriptJson(html, json);
-  html += "</script>\n";
 }
 
 // Appends the complete lines of a file of JSON lines as a list with one line for each, so that the
 // page can leave out a line that is not JSON.
 void appendLines(std::string& html, const char* id, const std::string& lines) {
-  html += "<script type=\"application/json\" id=\"";
-  html.append(id).append("\">[");
-  const char* separator = "";
+  const DataElement element(html, id);
+  const char* separator = "[";
   for (std::size_t begin = 0, end = 0; (end = lines.find('\n', begin)) != std::string::npos;
        begin = end + 1) {
     html += separator;
     appendScriptJson(html, std::string_view(lines).substr(begin, end - begin));
     separator = ",\n";
   }
-  html += "]</script>\n";
+  html += *separator == '[' ? "[]" : "]";
+}
+
+void appendPictures(std::string& html, const std::vector<std::string>& pictures) {
+  const DataElement element(html, "pictures");
+  const char* separator = "[";
+  for (const std::string& picture : pictures) {
+    html.append(separator).append("\"").append(picture).append("\"");
+    separator = ",";
+  }
+  html += *separator == '[' ? "[]" : "]";
 }
 
 }  // namespace
 
 fs::path writePage(const fs::path& folder, const Json::Value& record) {
-  const std::string steps = contentOf(folder / RunReader::kSteps);
-  const std::string statistics = contentOf(folder / RunReader::kStatistics);
-  std::string html(kPageBeforeData);
-  html.reserve(html.size() + kPageAfterData.size() + 2 * (steps.size() + statistics.size()));
-  appendData(html, "run", Json2Str(record));
+  const fs::path real = fs::canonical(folder);
+  const RunLinks links = runLinks(real, record);
+  const fs::path page = real / kPageFile;
+  const std::string run = contentOf(real / RunRecord::kFileName);
+  const std::string steps = contentOf(real / RunReader::kSteps);
+  const std::string statistics = contentOf(real / RunReader::kStatistics);
+  std::string html;
+  html.reserve(kPageBeforeData.size() + kPageAfterData.size() + run.size() + steps.size() +
+               statistics.size() + sizeOf(links.pictures) + 10'000);
+  html += kPageBeforeData;
+  appendData(html, "run", run);
   appendLines(html, "steps", steps);
   appendData(html, "statistics", statistics.empty() ? "null" : statistics);
-  appendData(html, "links", Json2Str(runLinks(folder, record)));
+  appendData(html, "links", Json2Str(links.json));
+  appendPictures(html, links.pictures);
   html += kPageAfterData;
-  const fs::path page = fs::canonical(folder) / kPageFile;
   writeWhole(page, html);
   return page;
 }

@@ -65,8 +65,9 @@ function stepsOf(list) {
   return steps;
 }
 
-const run = dataOf("run") || {};
+const run = dataOf("run") || {outcome: "run.json is not readable"};
 const links = dataOf("links") || {own: [], files: []};
+const pictures = dataOf("pictures") || [];
 const statistics = dataOf("statistics");
 const stepEvents = events();
 const steps = stepsOf(stepEvents);

@@ -5,7 +5,10 @@ function rejectionsOf() {
   visitStatistics(statistics, (path, name, value) => {
     if (!isRejections(value)) return;
     const {dropped, subjects} = value.__rejections__;
-    list.push({name: [...path, name].join(" / "), dropped, subjects});
+    const place = [...path, name].join(" / ");
+    const earlier = list.filter(one => one.place === place).length;
+    const number = earlier === 0 ? "" : ` (${earlier + 1})`;
+    list.push({place, name: place + number, dropped, subjects});
   });
   return list;
 }
