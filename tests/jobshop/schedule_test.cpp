@@ -1,6 +1,7 @@
 // Schedules: the faults that make them infeasible, and their files.
 #include "JobShopData.h"
 #include "modules/CheckSchedule.h"
+#include "schedule/EarlierStarts.h"
 #include "schedule/ScheduleText.h"
 #include "shop_fixtures.h"
 
@@ -55,6 +56,42 @@ TEST(ScheduleChecker, OperationsHaveToKeepToWorkingTime) {
     }
     EXPECT_EQ(expected, text) << start;
   }
+}
+
+TEST(EarlierStarts, EachObstacleIsRecordedWithItsAmount) {
+  const Instance instance = instanceFrom("4 2\n0 3 1 2\n1 4 0 2\n0 1 1 1\n0 3 1 1\n");
+  const Schedule schedule = {{{0, 0, 0, 0, 3},
+                              {1, 0, 1, 0, 4},
+                              {0, 1, 1, 5, 7},
+                              {1, 1, 0, 5, 7},
+                              {2, 0, 0, 7, 8},
+                              {3, 0, 0, 72, 75}},
+                             "hand"};
+  libvarrow::RejectionStatistics rejections;
+  recordEarlierStarts(instance, schedule, calendarFrom(kEarlyShift), rejections);
+  std::string text;
+  const Json::Value subjects = rejections.toJsonValue4Bind()["__rejections__"]["subjects"];
+  for (const std::string& job : subjects.getMemberNames()) {
+    const Json::Value& reasons = subjects[job]["reasons"];
+    EXPECT_TRUE(subjects[job]["placed"].asBool());
+    for (const std::string& reason : reasons.getMemberNames()) {
+      const Json::Value& each = reasons[reason];
+      text += job + ": " + each["count"].asString() + " x " + reason + ", " +
+              each["nearest"].asString() + each["example"].asString() + ", " +
+              each["short_by"].asString() + '\n';
+    }
+  }
+  EXPECT_EQ(
+      "job 0: 1 x machine 1 is busy, operation 1 at 2024-03-01 09:00:00, 01:00:00\n"
+      "job 0: 1 x machine 1 is not working, operation 1 at 2024-03-01 10:00:00, 01:00:00\n"
+      "job 1: 1 x machine 0 is not working, operation 1 at 2024-03-01 10:00:00, 01:00:00\n"
+      "job 1: 1 x operation before not done, operation 1 at 2024-03-01 09:00:00, 01:00:00\n"
+      "job 2: 1 x gap not used, operation 0 at 2024-03-01 09:00:00, \n"
+      "job 2: 1 x machine 0 is busy, operation 0 at 2024-03-01 06:00:00, 07:00:00\n"
+      "job 3: 1 x gap of machine 0 too short, operation 0 at 2024-03-01 09:00:00, 02:00:00\n"
+      "job 3: 1 x machine 0 is busy, operation 0 at 2024-03-01 06:00:00, 08:00:00\n"
+      "job 3: 1 x machine 0 is not working, operation 0 at 2024-03-01 14:00:00, 64:00:00\n",
+      text);
 }
 
 TEST(ScheduleText, JsonIsByJobAndCsvByStartWithClockTimesIfSet) {

@@ -7,12 +7,15 @@
 #include <vector>
 
 #include "JobShopData.h"
+#include "schedule/EarlierStarts.h"
 #include "schedule/ScheduleChecker.h"
 
 namespace jobshop {
 
 void CheckSchedule::setBind(cppbind::Binder* binder, bool) {
-  binder->about("Ends the run if the schedule is not feasible.");
+  binder->about(
+      "Ends the run if the schedule is not feasible, and records why operations do not start "
+      "earlier.");
 }
 
 void CheckSchedule::processImp(libvarrow::ModuleData* data) {
@@ -23,7 +26,11 @@ void CheckSchedule::processImp(libvarrow::ModuleData* data) {
   shop.statistics()
       .getPercentStatistics("violations", schedule.operations.size())
       ->inc(violations.size());
-  if (violations.empty()) return;
+  if (violations.empty()) {
+    recordEarlierStarts(shop.instance(), schedule, shop.calendar(),
+                        *shop.statistics().getRejectionStatistics("earlier starts"));
+    return;
+  }
   for (const std::string& violation : violations) LIBVARROW_LOG_ERROR("%s", violation.c_str());
   throw std::runtime_error("the schedule is not feasible: " + violations.front() + " (" +
                            std::to_string(violations.size()) + " in all)");

@@ -1,4 +1,4 @@
-// The module that stops a pipeline whose schedule is not feasible.
+// The module that stops a pipeline whose schedule is not feasible, and explains one that is.
 #pragma once
 
 #include <cppbind/imp/binder.h>
@@ -6,7 +6,8 @@
 
 namespace jobshop {
 
-/// Module that logs every violation and throws std::runtime_error with the first.
+/// Module that logs every violation and throws std::runtime_error with the first. Of a feasible
+/// schedule it records the reasons for which operations do not start earlier.
 ///
 /// In JSON: {"CheckSchedule": {}}.
 class CheckSchedule : public libvarrow::Module {
