@@ -6,10 +6,12 @@
 #include <libvarrow/statistics/NumStatistics.h>
 #include <libvarrow/statistics/PercentStatistics.h>
 #include <libvarrow/statistics/ProgressStatistics.h>
+#include <libvarrow/statistics/RejectionStatistics.h>
 #include <libvarrow/statistics/StatisticsContainer.h>
 #include <libvarrow/statistics/TimeStatistics.h>
 #include <libvarrow/statistics/TimedStatDumper.h>
 
+#include <boost/date_time/posix_time/posix_time_types.hpp>
 #include <boost/make_shared.hpp>
 #include <iostream>
 #include <string>
@@ -79,6 +81,17 @@ void showProgress(libvarrow::StatisticsContainer& run) {
 }
 // [/progress]
 
+// [rejections]
+void planRooms(libvarrow::StatisticsContainer& run) {
+  using boost::posix_time::minutes;
+  auto* rooms = run.getRejectionStatistics("rooms");
+  rooms->rejected("C017", "OT1 2024-03-04 07:00", "surgeon off duty");
+  rooms->rejected("C017", "OT2 2024-03-08 12:45", "room too short", minutes(30));
+  rooms->rejected("C017", "OT1 2024-03-08 13:00", "room too short", minutes(45));
+  rooms->placed("C018");
+}
+// [/rejections]
+
 }  // namespace
 
 int main() {
@@ -89,5 +102,6 @@ int main() {
   record(run);
   countInThreads(run);
   showProgress(run);
+  planRooms(run);
   std::cout << run.dumpAsJsonString();
 }

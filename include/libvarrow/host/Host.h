@@ -28,7 +28,7 @@ namespace libvarrow {
 ///       return host.run<PlanData>(argc, argv);
 ///     }
 ///
-/// Its commands are run, check, classes and schema; "orders --help" lists them. ChainedModule,
+/// Its commands are run, check, classes, schema and why; "orders --help" lists them. ChainedModule,
 /// ChainedModuleV2 and CommonModuleStatDumper are registered.
 ///
 /// The constructor changes nothing in the process except the two registers; the destructor removes

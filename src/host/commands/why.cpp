@@ -159,7 +159,7 @@ class WhyCommand : public Command {
       context.out() << Json2Str(json);
       return;
     }
-    context.out() << notPlaced.size() << " of " << all.size() << " not placed\n";
+    context.out() << notPlaced.size() << " of " << all.size() << " subjects not placed\n";
     for (const auto& [subject, verdict] : notPlaced) {
       context.out() << "  " << shown(subject) << names.blanksFor(oneLine(subject))
                     << std::string(kGap, ' ') << candidates(verdict.examined());
