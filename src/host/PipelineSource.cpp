@@ -7,6 +7,7 @@
 #include <boost/make_shared.hpp>
 #include <cstdlib>
 #include <map>
+#include <tuple>
 #include <utility>
 
 #include "host/fault_text.h"
@@ -45,6 +46,13 @@ bool covers(const std::vector<JsonPath>& set, const JsonPath& path) {
                      [&](const JsonPath& setPath) { return beginsWith(path, setPath); });
 }
 
+// The members of the changed pipeline are in another order than those of its files.
+void sortByPlace(std::vector<Fault>& faults) {
+  std::stable_sort(faults.begin(), faults.end(), [](const Fault& left, const Fault& right) {
+    return std::tie(left.line, left.column) < std::tie(right.line, right.column);
+  });
+}
+
 }  // namespace
 
 PipelineSource::PipelineSource(const RunOptions& options, const cppbind::ClassRegister& modules) {
@@ -79,13 +87,15 @@ void PipelineSource::addFault(const std::string& origin, const std::string& mess
 }
 
 void PipelineSource::addFaults(std::string origin, cppbind::Faults faults) {
-  if (!faults.first.empty()) faults_.push_back({std::move(origin), std::move(faults)});
+  host::addFaults(faults_, {std::move(origin), std::move(faults)});
 }
 
 void PipelineSource::apply(const RunOptions& options, const cppbind::ClassRegister& modules) {
   for (const fs::path& file : options.with) {
     const auto patch = read(file, nullptr);
-    if (patch != nullptr) origins_.back().set = mergePatch(patch->json(), json_);
+    if (patch == nullptr) continue;
+    origins_.back().set = mergePatch(patch->json(), json_);
+    origins_.back().warnings = patch->faults();
   }
   if (options.set.empty()) return;
   const cppbind::Description description = cppbind::describe(modules);
@@ -126,8 +136,11 @@ void PipelineSource::check(const cppbind::ClassRegister& modules,
 void PipelineSource::checkChanged(const cppbind::ClassRegister& modules) {
   const std::string text = Json2Str(json_);
   const JsonPlaces places(text);
-  cppbind::Faults all = checkPipelineText(text, modules);
+  origins_.front().warnings = checker_->faults();
   std::map<std::string, cppbind::Faults> ofOrigin;
+  for (const Origin& origin : origins_) ofOrigin.try_emplace(origin.name, origin.warnings);
+  cppbind::Faults all = checkPipelineText(text, modules);
+  cppbind::Faults* last = nullptr;
   for (Fault& fault : all.first) {
     JsonPath path = fault.path;
     bool isKey = false;
@@ -141,19 +154,17 @@ void PipelineSource::checkChanged(const cppbind::ClassRegister& modules) {
     const Origin& origin = originOf(path);
     locate(fault, path, isKey, origin);
     cppbind::Faults& faults = ofOrigin[origin.name];
-    ++(fault.severity == cppbind::Severity::Error ? faults.errorCount : faults.warningCount);
+    const bool isError = fault.severity == cppbind::Severity::Error;
+    ++(isError ? faults.errorCount : faults.warningCount);
+    --(isError ? all.errorCount : all.warningCount);
     faults.first.push_back(std::move(fault));
+    last = &faults;
   }
-  if (ofOrigin.empty()) return;
-  // The others count where the first listed one is.
-  cppbind::Faults& first = ofOrigin.begin()->second;
-  const auto listed = [&](std::size_t cppbind::Faults::*count) {
-    std::size_t sum = 0;
-    for (const auto& [name, faults] : ofOrigin) sum += faults.*count;
-    return sum;
-  };
-  first.errorCount += all.errorCount - listed(&cppbind::Faults::errorCount);
-  first.warningCount += all.warningCount - listed(&cppbind::Faults::warningCount);
+  if (last != nullptr) {  // Those that are not listed count where the last listed one is.
+    last->errorCount += all.errorCount;
+    last->warningCount += all.warningCount;
+  }
+  for (auto& [name, faults] : ofOrigin) sortByPlace(faults.first);
   for (const Origin& origin : origins_) addFaults(origin.name, std::move(ofOrigin[origin.name]));
 }
 

@@ -63,6 +63,7 @@ class PipelineSource {
     std::string name;
     std::optional<std::string> text{};  // of a file
     std::vector<JsonPath> set{};
+    cppbind::Faults warnings{};              // about the text alone
     mutable std::optional<Places> places{};  // once they are needed
   };
 

@@ -1,5 +1,9 @@
 #include "host/fault_text.h"
 
+#include <algorithm>
+#include <boost/filesystem/operations.hpp>
+#include <utility>
+
 #include "host/one_line.h"
 #include "libvarrow/utility/UTFConverter.h"
 
@@ -12,7 +16,29 @@ std::string placeOf(const std::string& origin, const cppbind::Fault& fault) {
   return origin + ":" + std::to_string(fault.line) + ":" + std::to_string(fault.column);
 }
 
+bool isSameFile(const std::string& left, const std::string& right) {
+  boost::system::error_code notFound;
+  return left == right || boost::filesystem::equivalent(left, right, notFound);
+}
+
+bool areEqual(const cppbind::Faults& left, const cppbind::Faults& right) {
+  const auto isEqual = [](const cppbind::Fault& a, const cppbind::Fault& b) {
+    return a.text() == b.text();
+  };
+  return left.errorCount == right.errorCount && left.warningCount == right.warningCount &&
+         std::equal(left.first.begin(), left.first.end(), right.first.begin(), right.first.end(),
+                    isEqual);
+}
+
 }  // namespace
+
+void addFaults(std::vector<FileFaults>& list, FileFaults added) {
+  if (added.faults.first.empty()) return;
+  const bool isListed = std::any_of(list.begin(), list.end(), [&](const FileFaults& listed) {
+    return areEqual(listed.faults, added.faults) && isSameFile(listed.origin, added.origin);
+  });
+  if (!isListed) list.push_back(std::move(added));
+}
 
 std::vector<std::string> faultLines(const FileFaults& faults) {
   std::vector<std::string> lines;

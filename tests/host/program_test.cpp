@@ -24,6 +24,16 @@ TEST_F(HostProgram, EndsWithItsStatusAndWritesOnlyResultsToStandardOutput) {
   writeFile("named.json", R"({"named_modules": {}})");
   writeFile("misspelt.json", R"({"moduls": []})");
   writeFile("rule.json", R"({"LateModule": {"limit": -1}})");
+  writePipeline(R"({"Receive": {"rules": "rule.json"}})", "with_rule.json");
+  writeFile("twice.json", R"({"modules": [{"Receive": {"note": 5, "count": 1, "count": 0}}]})");
+  const std::string twice =
+      "twice.json:1:35: error: modules[0].Receive.note: Value is not convertible to string.\n"
+      "twice.json:1:50: warning: modules[0].Receive.count: the key is given twice; the last one "
+      "counts\n"
+      "twice.json:1:59: error: modules[0].Receive.count: 0 is less than 1\n";
+  const char* const lastOfTwice =
+      "twice.json:1:35: modules[0].Receive.note: Value is not convertible to string.; and 1 more "
+      "error";
   const std::string run = (fs::canonical(".") / "run").generic_string();
   const std::string file = (fs::canonical(".") / "run/o.txt").generic_string();
   const std::string folder = "run folder  " + run + "\n";
@@ -50,7 +60,10 @@ TEST_F(HostProgram, EndsWithItsStatusAndWritesOnlyResultsToStandardOutput) {
       {"check misspelt.json", 1,
        "misspelt.json:1:2: error: modules: should be a object array; did you mean \"modules\"?\n",
        "misspelt.json:1:2: modules: should be a object array; did you mean \"modules\"?"},
-      {"check rule.json", 1, "rule.json:1:26: error: LateModule.limit: -1 is less than 0\n",
+      {"check twice.json --set Receive.lots={}", 1, twice, lastOfTwice},
+      {"check p.json --with twice.json", 1, twice, lastOfTwice},
+      {"check rule.json with_rule.json ./rule.json", 1,
+       "rule.json:1:26: error: LateModule.limit: -1 is less than 0\n",
        "rule.json:1:26: LateModule.limit: -1 is less than 0"},
       {"rnu p.json", 2, "", "unknown command rnu; did you mean \"run\"?; see orders --help"},
       {"run", 2, "", "PIPELINE is required; see orders run --help"},

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <ostream>
+#include <utility>
 
 #include "host/PipelineSource.h"
 #include "host/Run.h"
@@ -30,10 +31,6 @@ Json::Value jsonOf(const std::string& origin, const cppbind::Fault& fault) {
   return json;
 }
 
-void append(std::vector<FileFaults>& list, const std::vector<FileFaults>& more) {
-  list.insert(list.end(), more.begin(), more.end());
-}
-
 class CheckCommand : public Command {
  public:
   explicit CheckCommand(HostState& state)
@@ -49,7 +46,9 @@ class CheckCommand : public Command {
     plugins_.apply(state_);
     state_.loadPlugins();
     std::vector<FileFaults> faults;
-    for (const std::string& file : files_) append(faults, faultsOf(file));
+    for (const std::string& file : files_) {
+      for (FileFaults& found : faultsOf(file)) addFaults(faults, std::move(found));
+    }
     if (context.wantsJson()) {
       printJson(faults, context.out());
     } else {
@@ -85,9 +84,7 @@ class CheckCommand : public Command {
     PipelineSource read(unchanged, *state_.modules);
     if (errorCount(read.faults()) > 0) return read.faults();
     if (!isPipeline(read.json())) {
-      cppbind::Faults faults = checkRuleText(read.text(), *state_.rules);
-      if (faults.first.empty()) return {};
-      return {{options.pipeline.generic_string(), std::move(faults)}};
+      return {{options.pipeline.generic_string(), checkRuleText(read.text(), *state_.rules)}};
     }
     const bool isChanged = !options.with.empty() || !options.set.empty();
     PipelineSource source = isChanged ? PipelineSource(options, *state_.modules) : std::move(read);
