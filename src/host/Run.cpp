@@ -47,9 +47,9 @@ RunPlaces placesOf(const RunFolder& folder, const RunOptions& options) {
 }
 
 // The page repeats what the other files have: without it the run has the same outcome.
-void tryToWritePage(const fs::path& folder, const Json::Value& record) {
+void tryToWritePage(const fs::path& folder, const RunFiles& files) {
   try {
-    writePage(folder, record);
+    writePage(folder, files);
   } catch (const std::exception& error) {
     LIBVARROW_LOG_WARN("%s", error.what());
   }
@@ -129,7 +129,7 @@ void Run::writeRecords(RunResult& result) {
     LIBVARROW_LOG_ERROR("%s", error.what());
     failUnlessFailed(error.what());
   }
-  tryToWritePage(folder_.path(), record_.json());
+  tryToWritePage(folder_.path(), session_.files());
 }
 
 // A pipeline with a class that cannot be written is recorded as the file has it.

@@ -34,8 +34,6 @@ class RunRecord {
 
   /// Writes the record of a run that has begun. Throws std::runtime_error with the system's reason.
   void begin();
-  /// Returns the record as it was written last.
-  const Json::Value& json() const { return json_; }
   /// Adds `facts` to the record of a run and writes it. Throws like begin().
   void add(const Json::Value& facts);
   /// Adds the outcome and `facts` to the record and writes it. Throws like begin().

@@ -79,13 +79,13 @@ TEST_F(Page, PicturesOfTheRunFolderAreInThePage) {
   const std::string run = fs::canonical("run").generic_string();
   writeFile("run/a.svg", "<svg/>");
   writeFile("run/b.png", "ab");
-  writeFile("run/large.jpg", std::string(2'000'000, 'x'));
+  writeFile("run/large.jpg", std::string(5'000'000, 'x'));
   writeFile("secret.png", "secret");
   boost::system::error_code unsupported;
   fs::create_symlink(fs::absolute("secret.png"), "run/link.png", unsupported);
   std::string files;
   for (const char* path : {"/a.svg", "/b.png", "/large.jpg", "/link.png", "/../secret.png"}) {
-    files += (files.empty() ? "{\"path\": \"" : ", {\"path\": \"") + run + path + "\"}";
+    files += (files.empty() ? "" : ", ") + R"({"kind": "a", "path": ")" + run + path + "\"}";
   }
   writeFile("run/run.json", R"({"libvarrow_run": 1, "files": [)" + files + "]}");
   EXPECT_EQ(0, orders({"report", "run"}).exitCode);

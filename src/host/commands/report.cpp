@@ -11,6 +11,15 @@ namespace libvarrow::host {
 
 namespace {
 
+RunFiles filesOf(const Json::Value& record) {
+  RunFiles files;
+  for (const Json::Value& entry : record["files"]) {
+    const bool isWhole = entry["kind"].isString() && entry["path"].isString();
+    if (isWhole) files.emplace_back(entry["kind"].asString(), entry["path"].asString());
+  }
+  return files;
+}
+
 class ReportCommand : public Command {
  public:
   ReportCommand() : Command("report", "writes the page of a run, report.html, again") {}
@@ -21,7 +30,7 @@ class ReportCommand : public Command {
 
   int run(CommandContext& context) override {
     const RunReader run(run_);
-    const std::string page = writePage(run.folder(), run.record()).generic_string();
+    const std::string page = writePage(run.folder(), filesOf(run.record())).generic_string();
     if (!context.wantsJson()) {
       context.out() << page << '\n';
       return kDone;

@@ -1,8 +1,8 @@
 #include "host/page/run_links.h"
 
+#include <algorithm>
 #include <boost/filesystem/operations.hpp>
 #include <cstdint>
-#include <utility>
 
 #include "host/file_text.h"
 
@@ -12,8 +12,8 @@ namespace {
 
 namespace fs = boost::filesystem;
 
-// Larger pictures are only linked.
-constexpr std::uintmax_t kLargestPicture = 1024 * 1024;
+// The most bytes of pictures in a page. Pictures for which no room is left are only linked.
+constexpr std::uintmax_t kMostPictures = 4 * 1024 * 1024;
 
 // Writes three bytes as four digits.
 void writeGroup(char* to, const unsigned char* bytes) {
@@ -55,29 +55,31 @@ std::string pathInside(const fs::path& folder, const std::string& file) {
   return fs::is_regular_file(file, ignored) ? file.substr(begin.size()) : "";
 }
 
-// Returns a picture as data URI; empty for other files. A link of the file system may not bring a
-// file from elsewhere into the page.
-std::string pictureOf(const fs::path& folder, const fs::path& link) {
+// Returns a picture as data URI; empty for other files, and for one that is larger than `room`,
+// which it reduces. A link of the file system may not bring a file from elsewhere into the page.
+std::string pictureOf(const fs::path& folder, const fs::path& link, std::uintmax_t& room) {
   const std::string type = pictureType(link);
   if (type.empty()) return type;
   boost::system::error_code error;
   const fs::path file = fs::canonical(folder / link, error);
   if (error || pathInside(folder, file.generic_string()).empty()) return "";
   std::string bytes;
-  if (fs::file_size(file, error) > kLargestPicture || !readFile(file, bytes).empty()) return "";
+  if (fs::file_size(file, error) > room || !readFile(file, bytes).empty()) return "";
+  room -= std::min<std::uintmax_t>(room, bytes.size());
   std::string uri = "data:" + type + ";base64,";
   appendBase64(uri, std::move(bytes));
   return uri;
 }
 
-void addLink(RunLinks& links, const fs::path& folder, const Json::Value& entry) {
+void addLink(RunLinks& links, const fs::path& folder, const std::string& kind,
+             const std::string& path, std::uintmax_t& room) {
   Json::Value& link = links.json["files"].append(Json::Value(Json::objectValue));
-  link["kind"] = entry["kind"].isString() ? entry["kind"] : "file";
-  link["path"] = entry["path"];
-  const std::string inside = pathInside(folder, entry["path"].asString());
+  link["kind"] = kind;
+  link["path"] = path;
+  const std::string inside = pathInside(folder, path);
   if (inside.empty()) return;
   link["link"] = inside;
-  std::string picture = pictureOf(folder, inside);
+  std::string picture = pictureOf(folder, inside, room);
   if (picture.empty()) return;
   link["picture"] = static_cast<Json::UInt64>(links.pictures.size());
   links.pictures.push_back(std::move(picture));
@@ -85,18 +87,15 @@ void addLink(RunLinks& links, const fs::path& folder, const Json::Value& entry) 
 
 }  // namespace
 
-RunLinks runLinks(const fs::path& folder, const Json::Value& record) {
+RunLinks runLinks(const fs::path& folder, const RunFiles& files) {
   RunLinks links;
-  Json::Value& own = links.json["own"] = Json::Value(Json::arrayValue);
+  links.json["own"] = links.json["files"] = Json::Value(Json::arrayValue);
   for (const char* name : {"run.json", "pipeline.json", "steps.jsonl", "statistics.json",
                            "trace.json", "log/run.log", "log/output.txt", "dump"}) {
-    if (fs::exists(folder / name)) own.append(name);
+    if (fs::exists(folder / name)) links.json["own"].append(name);
   }
-  links.json["files"] = Json::Value(Json::arrayValue);
-  if (!record["files"].isArray()) return links;
-  for (const Json::Value& entry : record["files"]) {
-    if (entry.isObject() && entry["path"].isString()) addLink(links, folder, entry);
-  }
+  std::uintmax_t room = kMostPictures;
+  for (const auto& [kind, path] : files) addLink(links, folder, kind, path, room);
   return links;
 }
 

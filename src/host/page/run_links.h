@@ -5,9 +5,13 @@
 
 #include <boost/filesystem/path.hpp>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace libvarrow::host {
+
+/// Files that modules wrote, as kind and absolute path.
+using RunFiles = std::vector<std::pair<std::string, std::string>>;
 
 struct RunLinks {
   /// {"own": [PATH...], "files": [{"kind", "path", "link", "picture"}...]}: the run's own files
@@ -18,6 +22,6 @@ struct RunLinks {
 };
 
 /// Returns the links in the page of the run in `folder`, an absolute path without links.
-RunLinks runLinks(const boost::filesystem::path& folder, const Json::Value& record);
+RunLinks runLinks(const boost::filesystem::path& folder, const RunFiles& files);
 
 }  // namespace libvarrow::host

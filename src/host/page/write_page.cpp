@@ -9,7 +9,6 @@
 #include "host/RunRecord.h"
 #include "host/file_text.h"
 #include "host/page/page_parts.h"
-#include "host/page/run_links.h"
 #include "host/page/script_json.h"
 #include "libvarrow/json/json.h"
 
@@ -77,9 +76,9 @@ void appendPictures(std::string& html, const std::vector<std::string>& pictures)
 
 }  // namespace
 
-fs::path writePage(const fs::path& folder, const Json::Value& record) {
+fs::path writePage(const fs::path& folder, const RunFiles& files) {
   const fs::path real = fs::canonical(folder);
-  const RunLinks links = runLinks(real, record);
+  const RunLinks links = runLinks(real, files);
   const fs::path page = real / kPageFile;
   const std::string run = contentOf(real / RunRecord::kFileName);
   const std::string steps = contentOf(real / RunReader::kSteps);

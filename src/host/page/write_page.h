@@ -1,17 +1,17 @@
 // The page of a run: report.html in its folder.
 #pragma once
 
-#include <json/value.h>
-
 #include <boost/filesystem/path.hpp>
+
+#include "host/page/run_links.h"
 
 namespace libvarrow::host {
 
 constexpr const char* kPageFile = "report.html";
 
-/// Writes the page of the run in `folder`, whose run.json has `record`, and returns its absolute
+/// Writes the page of the run in `folder`, whose modules wrote `files`, and returns its absolute
 /// path. The run may have no end: then the page tells which step ran. Throws std::runtime_error
 /// with the system's reason when the page cannot be written.
-boost::filesystem::path writePage(const boost::filesystem::path& folder, const Json::Value& record);
+boost::filesystem::path writePage(const boost::filesystem::path& folder, const RunFiles& files);
 
 }  // namespace libvarrow::host
