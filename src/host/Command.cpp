@@ -43,7 +43,11 @@ bool CommandContext::wantsJson() const {
 }
 
 ExitStatus CommandContext::runPipeline(const RunOptions& options) const {
-  return host::runPipeline(options, imp_.state, imp_.results, imp_.wantsJson, imp_.out);
+  return runPipeline(options, imp_.out);
+}
+
+ExitStatus CommandContext::runPipeline(const RunOptions& options, std::ostream& summary) const {
+  return host::runPipeline(options, imp_.state, imp_.results, imp_.wantsJson, summary);
 }
 
 }  // namespace libvarrow

@@ -80,8 +80,12 @@ class LIBVARROW_HOST_API CommandContext {
   std::ostream& out() const;
   /// Returns true when --json was given.
   bool wantsJson() const;
-  /// Runs a pipeline like the command run, with log, signals, summary and last line.
+  ///@{
+  /// Runs a pipeline like the command run, with log, signals, summary and last line. The summary is
+  /// written to out() or to `summary`.
   ExitStatus runPipeline(const RunOptions& options) const;
+  ExitStatus runPipeline(const RunOptions& options, std::ostream& summary) const;
+  ///@}
 
  private:
   friend class host::CommandRunner;

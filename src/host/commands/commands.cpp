@@ -10,6 +10,7 @@ void addCommands(HostState& state) {
   state.commands.push_back(reportCommand());
   state.commands.push_back(whyCommand(state));
   state.commands.push_back(diffCommand());
+  state.commands.push_back(repeatCommand(state));
 }
 
 }  // namespace libvarrow::host

@@ -16,6 +16,7 @@ std::unique_ptr<Command> schemaCommand(HostState& state);
 std::unique_ptr<Command> reportCommand();
 std::unique_ptr<Command> whyCommand(HostState& state);
 std::unique_ptr<Command> diffCommand();
+std::unique_ptr<Command> repeatCommand(HostState& state);
 ///@}
 
 /// Adds the commands of every host to `state`.

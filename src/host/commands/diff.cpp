@@ -12,10 +12,12 @@ int tellDifferences(const RunReader& left, const RunReader& right, bool all,
                     const CommandContext& context) {
   DiffReport report(all);
   RunDiff(left, right, report).compare();
+  const std::string leftName = left.folder().generic_string();
+  const std::string rightName = right.folder().generic_string();
   if (context.wantsJson()) {
-    context.out() << Json2Str(report.json());
+    context.out() << Json2Str(report.json(leftName, rightName));
   } else {
-    context.out() << report.text(left.folder().generic_string(), right.folder().generic_string());
+    context.out() << report.text(leftName, rightName);
   }
   for (const RunReader* const run : {&left, &right}) {
     const std::string reason = incompleteness(*run);

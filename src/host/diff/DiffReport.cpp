@@ -115,8 +115,10 @@ std::string DiffReport::timesText() const {
   return text;
 }
 
-Json::Value DiffReport::json() const {
+Json::Value DiffReport::json(const std::string& left, const std::string& right) const {
   Json::Value json(Json::objectValue);
+  json["left"] = left;
+  json["right"] = right;
   json["same"] = isSame();
   json["differences"] = Json::Value(Json::arrayValue);
   for (const Difference& difference : differences_) {

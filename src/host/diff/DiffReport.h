@@ -52,7 +52,7 @@ class DiffReport {
   ///@{
   /// Returns the report for users or for programs. The names are those of the two runs.
   std::string text(const std::string& left, const std::string& right) const;
-  Json::Value json() const;
+  Json::Value json(const std::string& left, const std::string& right) const;
   ///@}
 
  private:

@@ -88,7 +88,7 @@ bool endsLine(const std::string& line) {
 
 std::string withoutEnd(std::string line) {
   if (endsLine(line)) line.pop_back();
-  if (!line.empty() && line.back() == '\r') line.pop_back();
+  while (!line.empty() && line.back() == '\r') line.pop_back();
   return line;
 }
 

@@ -1,0 +1,165 @@
+#include <boost/filesystem/operations.hpp>
+#include <ostream>
+#include <sstream>
+#include <stdexcept>
+
+#include "host/PipelineSource.h"
+#include "host/Run.h"
+#include "host/RunFolder.h"
+#include "host/RunRecord.h"
+#include "host/checksum.h"
+#include "host/commands/commands.h"
+#include "host/commands/diff_result.h"
+#include "host/commands/pipeline_options.h"
+#include "host/diff/OwnFolders.h"
+#include "host/diff/origin_diff.h"
+#include "host/fault_text.h"
+#include "host/one_line.h"
+#include "host/run_facts.h"
+#include "host/system.h"
+
+namespace libvarrow::host {
+
+namespace {
+
+namespace fs = boost::filesystem;
+
+DumpLevel dumpLevelOf(const Json::Value& record) {
+  const std::string text = textAt(record, "dumps");
+  for (const DumpLevel level : {DumpLevel::Brief, DumpLevel::None}) {
+    if (text == dumpLevelText(level)) return level;
+  }
+  return DumpLevel::All;
+}
+
+// Returns the input files of the record as they are now, without those that are missing. Files of
+// the recorded folder of inputs are searched in `folder`.
+Json::Value inputsNow(const Json::Value& record, const fs::path& folder) {
+  Json::Value list(Json::arrayValue);
+  for (const Json::Value& input : record["inputs"]) {
+    fs::path file(textAt(input, "file"));
+    const fs::path inside = file.lexically_relative(textAt(record, "folder_of_inputs"));
+    if (!inside.empty() && *inside.begin() != "..") file = folder / inside;
+    if (!fs::exists(file)) continue;
+    Json::Value& entry = list.append(Json::Value(Json::objectValue));
+    entry["file"] = file.generic_string();
+    entry["sha256"] = checksum(file);
+  }
+  return list;
+}
+
+Lines linesOf(const DiffReport& changes) {
+  Lines lines;
+  for (const Difference& change : changes.differences()) {
+    const char* const kind = !change.left    ? " is new"
+                             : !change.right ? " is missing"
+                                             : " has changed";
+    lines.push_back(oneLine(change.place + kind));
+  }
+  for (const std::string& note : changes.notes()) lines.push_back(oneLine(note));
+  return lines;
+}
+
+class RepeatCommand : public Command {
+ public:
+  explicit RepeatCommand(HostState& state)
+      : Command("repeat", "runs the pipeline of a run again and compares the two runs"),
+        state_(state) {}
+
+  void declare(CommandOptions& options) override {
+    options.addArgument("RUN", run_, "a run folder");
+    options.addOption("out", out_, "the new run folder, in place of runs/TIME_PIPELINE");
+    options.addOption("inputs", inputs_, "the folder of input files, in place of the recorded one");
+    options.addFlag("anyway", anyway_, "also when input files, plug-ins or the program changed");
+    options.addFlag("all", all_, "prints all differences, and the time of each step in both runs");
+    plugins_.declare(options);
+  }
+
+  int run(CommandContext& context) override {
+    const RunReader recorded(run_);
+    RunOptions options = optionsOf(recorded);
+    loadPlugins(recorded.record());
+    requireUnchanged(recorded.record(), options);
+    requireFaultless(options);
+    if (options.folder.empty()) {
+      const fs::path pipeline(textAt(recorded.record(), "pipeline"));
+      options.folder = newRunFolder(fs::absolute("runs"), pipeline);
+    }
+    std::ostringstream summary;
+    context.runPipeline(options, summary);
+    if (system::EndSignals::received() != 0) return kNotCompared;
+    const RunReader repeated(options.folder);
+    state_.lastLine.clear();  // the recorded run may have failed in the same way
+    if (!context.wantsJson()) {
+      context.out() << "run folder  " << oneLine(options.folder.generic_string()) << '\n';
+    }
+    return tellDifferences(recorded, repeated, all_, context);
+  }
+
+  int failureStatus() const override { return kNotCompared; }
+  bool needsData() const override { return true; }
+
+ private:
+  RunOptions optionsOf(const RunReader& recorded) const {
+    const Json::Value& record = recorded.record();
+    const std::string host = textAt(record, "host");
+    if (host != state_.name) {
+      throw std::runtime_error(run_ + " is a run of the program \"" + host + "\"");
+    }
+    RunOptions options;
+    options.pipeline = recorded.folder() / "pipeline.json";
+    options.folder = out_;
+    options.inputs = inputs_.empty() ? fs::path(textAt(record, "folder_of_inputs")) : inputs_;
+    options.dumps = dumpLevelOf(record);
+    options.until = textAt(record, "until");
+    options.from = textAt(record, "from");
+    return options;
+  }
+
+  // Without --plugins from the folder of the recorded ones.
+  void loadPlugins(const Json::Value& record) const {
+    const Json::Value& plugins = record["plugins"];
+    if (!plugins.empty()) {
+      state_.pluginFolder = fs::path(textAt(plugins[0], "file")).parent_path().string();
+      state_.isPluginFolderGiven = true;
+    }
+    plugins_.apply(state_);
+    state_.loadPlugins();
+  }
+
+  // Tells each change and refuses changed runs, since their differences would prove nothing.
+  void requireUnchanged(const Json::Value& record, const RunOptions& options) const {
+    Json::Value now = runFacts(options, state_);
+    now["inputs"] = inputsNow(record, options.inputs);
+    DiffReport changes(/*all=*/true);
+    diffOrigins(record, now, changes);
+    const Lines lines = linesOf(changes);
+    for (const std::string& line : lines) system::writeError(line + '\n');
+    if (!lines.empty() && !anyway_) {
+      throw std::runtime_error("not repeated: " + lines.front() + "; --anyway repeats it");
+    }
+  }
+
+  // Before a folder is made.
+  void requireFaultless(const RunOptions& options) const {
+    PipelineSource source(options, *state_.modules);
+    source.check(*state_.modules, *state_.rules, options.inputs);
+    if (errorCount(source.faults()) > 0) throw std::runtime_error(firstError(source.faults()));
+  }
+
+  HostState& state_;
+  std::string run_;
+  fs::path out_;
+  fs::path inputs_;
+  bool anyway_ = false;
+  bool all_ = false;
+  PluginOption plugins_;
+};
+
+}  // namespace
+
+std::unique_ptr<Command> repeatCommand(HostState& state) {
+  return std::make_unique<RepeatCommand>(state);
+}
+
+}  // namespace libvarrow::host
