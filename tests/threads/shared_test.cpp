@@ -88,7 +88,7 @@ TEST_F(SharedTest, TotalsAreExactDuringTimedDumpsAndMerges) {
   EXPECT_EQ("25000,   12.50%", entries[1]["numbers"]["[700-710)"].asString());
   EXPECT_EQ(2 * kTotal, entries[2]["distribution"]["__sum__"].asInt());
   EXPECT_EQ("200000/200000;100%", entries[3]["progress"].asString());
-  EXPECT_EQ(json(R"({"count": 100000, "nearest": "key0", "short_by": 1.0})"),
+  EXPECT_EQ(test_support::json(R"({"count": 100000, "nearest": "key0", "short_by": 1.0})"),
             entries[5]["rejections"]["__rejections__"]["subjects"]["odd"]["reasons"]["late"]);
   const Json::Value& written = entries[4]["parts"];
   EXPECT_EQ(1u + 2 * kTotal / 125, written.size());
