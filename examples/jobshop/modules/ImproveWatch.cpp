@@ -20,12 +20,10 @@ ImproveWatch::ImproveWatch(const JobShopData& shop, SearchLimits limits)
     : shop_(shop),
       limits_(limits),
       percent_(new libvarrow::SimpleProgressStatistics(kSteps)),
-      improvements_(new ImprovementRecord),
-      improvementTimes_(new libvarrow::TimeStatistics) {
+      improvements_(new ImprovementRecord) {
   // addStat() takes ownership.
   shop.statistics().addStat("search", percent_);
   shop.statistics().addStat("improvements", improvements_);
-  shop.statistics().addStat("improvement_times", improvementTimes_);
   record(0, shop.schedule().makespan());
 }
 
@@ -43,8 +41,8 @@ void ImproveWatch::improved(std::uint64_t iterations, Time makespan) {
 
 void ImproveWatch::record(std::uint64_t iterations, Time makespan) {
   lastImprovement_ = iterations;
-  improvements_->add(iterations, makespan);
-  improvementTimes_->appendCurrentLocalTime();
+  const auto time = std::chrono::duration_cast<std::chrono::milliseconds>(Clock::now() - start_);
+  improvements_->add(iterations, time, makespan);
 }
 
 void ImproveWatch::finish() {

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <libvarrow/statistics/ProgressStatistics.h>
-#include <libvarrow/statistics/TimeStatistics.h>
 
 #include <chrono>
 #include <cstdint>
@@ -52,7 +51,6 @@ class ImproveWatch : public SearchWatch {
   // Owned by the statistics of the run.
   libvarrow::SimpleProgressStatistics* const percent_;
   ImprovementRecord* const improvements_;
-  libvarrow::TimeStatistics* const improvementTimes_;
   std::uint64_t counted_ = 0;
   std::uint64_t iterations_ = 0;
   std::uint64_t lastImprovement_ = 0;
