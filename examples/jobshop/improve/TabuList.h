@@ -10,7 +10,8 @@
 namespace jobshop {
 
 /// Pairs of operations, each forbidden to have this order on its machine until an iteration. Its
-/// memory is fixed: a new pair may displace one that is forbidden, which is rare.
+/// memory is fixed: a new pair may displace one that is forbidden, which is rare
+/// unless the tenure is long.
 class TabuList {
  public:
   TabuList() : entries_(std::size_t{1} << kBits) {}
