@@ -161,10 +161,11 @@ class ClassFields {
   std::vector<PipelineNode> found_;
 };
 
-// Returns the paths of all fields of class objects, in the short and in the full form.
+// Returns the paths of all class objects, and of their fields in the short and in the full form.
 std::vector<std::string> knownPaths(const PipelineNode& root, const Description& description) {
   std::vector<std::string> paths = root.keys();
   forEachClassObject(root, description, [&](const PipelineNode& object) {
+    paths.push_back(pathText(object.path));
     for (const std::string& key : object.keys()) {
       paths.push_back(object.object->name + "." + key);
       paths.push_back(pathText(object.path) + "." + key);

@@ -81,6 +81,8 @@ TEST_F(Overrides, APathWithoutOneMeaningIsRefused) {
       {"modules[-1].Receive.count=1",
        "the pipeline has no \"modules[-1].Receive.count\"; did you mean "
        "\"modules[0].Receive.count\"?"},
+      {"modules[0].Recieve={}",
+       "the pipeline has no \"modules[0].Recieve\"; did you mean \"modules[0].Receive\"?"},
       {"Act.text=1", "the pipeline has no \"Act.text\""},
       {"modules[0]Receive.note=1",
        "the pipeline has no \"modules[0]Receive.note\"; did you mean "
