@@ -209,40 +209,56 @@ boost::shared_ptr<Module> PipelineSource::load(cppbind::ClassRegister& modules) 
   return loader.mainModule();
 }
 
+PipelineSource::StepNode PipelineSource::chainOf(const std::string& step) const {
+  StepNode node{&json_};
+  const auto layout = pipelineLayout(json_);
+  node.hasNames = layout == PipelineLayout::Named;
+  if (layout == PipelineLayout::Object) {
+    node.path.push_back("mainModule");
+    node.enter(json_["mainModule"]);
+  }
+  for (std::size_t begin = 0; begin < step.size();) {
+    node = node.step(step, begin);
+    begin = std::min(step.find('/', begin), step.size() - 1) + 1;
+  }
+  return node;
+}
+
+void PipelineSource::StepNode::enter(const Json::Value& module) {
+  json = nullptr;
+  if (!module.isObject() || module.size() != 1) return;
+  path.push_back(module.begin().name());
+  if (module.begin()->isObject()) json = &*module.begin();
+}
+
+PipelineSource::StepNode PipelineSource::StepNode::step(const std::string& step,
+                                                        std::size_t begin) const {
+  StepNode node{nullptr};
+  node.path.reserve(path.size() + 3);
+  node.path.assign(path.begin(), path.end());
+  if (json == nullptr) return node;
+  const auto index = static_cast<Json::ArrayIndex>(std::strtoul(&step[begin], nullptr, 10));
+  const Json::Value& list = (*json)[hasNames ? "chained_module" : "modules"];
+  if (!list.isArray() || index >= list.size()) return node;
+  if (!hasNames) {
+    node.path.emplace_back("modules");
+    node.path.push_back(indexText(index));
+    node.enter(list[index]);
+  } else if (list[index].isString()) {
+    const std::string name = list[index].asString();
+    node.path.insert(node.path.end(), {"named_modules", name});
+    node.enter((*json)["named_modules"][name]);
+  }
+  return node;
+}
+
 // Of steps inside other classes than chains, the innermost known place.
 std::string PipelineSource::placeOf(const std::string& step) const {
-  JsonPath path;
-  const Json::Value* chain = &json_;  // an object with the key "modules"
-  const auto enter = [&](const Json::Value& module) {
-    if (!module.isObject() || module.size() != 1) return false;
-    path.push_back(module.begin().name());
-    chain = &*module.begin();
-    return chain->isObject();
-  };
-  const auto layout = pipelineLayout(json_);
-  bool isKnown = true;
-  if (layout == PipelineLayout::Object) {
-    path.push_back("mainModule");
-    isKnown = enter(json_["mainModule"]);
-  }
-  for (std::size_t begin = 0; isKnown && begin < step.size();) {
-    const std::size_t end = std::min(step.find('/', begin), step.size());
-    const auto index = static_cast<Json::ArrayIndex>(std::strtoul(&step[begin], nullptr, 10));
-    if (layout == PipelineLayout::Named && begin == 0) {
-      const Json::Value& names = json_["chained_module"];
-      isKnown = names.isArray() && index < names.size() && names[index].isString();
-      if (!isKnown) break;
-      path.insert(path.end(), {"named_modules", names[index].asString()});
-      isKnown = enter(json_["named_modules"][names[index].asString()]);
-    } else {
-      const Json::Value& modules = (*chain)["modules"];
-      isKnown = modules.isArray() && index < modules.size();
-      if (!isKnown) break;
-      path.insert(path.end(), {"modules", indexText(index)});
-      isKnown = enter(modules[index]);
-    }
-    begin = end + 1;
-  }
+  const std::size_t slash = step.rfind('/');
+  const std::string chain = slash == std::string::npos ? std::string() : step.substr(0, slash);
+  if (!lastChain_ || lastChain_->first != chain) lastChain_ = {chain, chainOf(chain)};
+  const StepNode& around = lastChain_->second;
+  const JsonPath path = step.empty() ? JsonPath(around.path) : around.step(step, slash + 1).path;
   const Origin& origin = path.empty() ? origins_.front() : originOf(path);
   if (path.empty() || !origin.text) return origins_.front().name;
   Fault fault;

@@ -67,6 +67,19 @@ class PipelineSource {
     mutable std::optional<Places> places{};  // once they are needed
   };
 
+  // A step of the pipeline: its path, or that of the innermost step whose place is known.
+  struct StepNode {
+    const Json::Value* json;  // the value with the steps of a chain; null: none are known
+    JsonPath path{};
+    bool hasNames = false;  // the steps are named modules
+
+    void enter(const Json::Value& module);
+    // Returns the step of this chain whose number is at `begin` of the text.
+    StepNode step(const std::string& step, std::size_t begin) const;
+  };
+
+  StepNode chainOf(const std::string& step) const;
+
   // Reads a file and adds it to the origins. Returns null when it has faults.
   std::unique_ptr<cppbind::Checker> read(const boost::filesystem::path& file,
                                          const cppbind::ClassRegister* modules);
@@ -82,6 +95,7 @@ class PipelineSource {
   std::vector<FileFaults> faults_;
   std::vector<std::pair<std::string, std::size_t>> changes_;
   Json::Value json_;
+  mutable std::optional<std::pair<std::string, StepNode>> lastChain_{};  // whose step was found
 };
 
 }  // namespace libvarrow::host

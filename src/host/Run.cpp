@@ -134,11 +134,8 @@ void Run::writeRecords(RunResult& result) {
 
 // A pipeline with a class that cannot be written is recorded as the file has it.
 void Run::recordConfiguration(const Module& chain) {
-  Json::Value facts(Json::objectValue);
-  facts["configuration"] = configurationOf(chain);
-  if (facts["configuration"].isNull()) facts["configuration"] = source_.json();
-  facts["seeds"] = seedsOf(facts["configuration"]);
-  record_.add(facts);
+  const Json::Value configuration = configurationOf(chain);
+  record_.setConfiguration(configuration.isNull() ? source_.json() : configuration);
 }
 
 void Run::runChain(cppbind::ClassRegister& modules, ModuleData& data, RunResult& result) {

@@ -23,9 +23,11 @@ constexpr const char* kLock = "run.lock";
   throw std::runtime_error("the run folder " + path.generic_string() + " " + reason);
 }
 
+// A run that was killed at its begin leaves its lock and the beginning of its record.
 bool isEmpty(const fs::path& folder) {
   for (const fs::directory_entry& entry : fs::directory_iterator(folder)) {
-    if (entry.path().filename() != kLock) return false;
+    const fs::path name = entry.path().filename();
+    if (name != kLock && name != RunRecord::kUnfinished) return false;
   }
   return true;
 }

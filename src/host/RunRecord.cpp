@@ -2,6 +2,7 @@
 
 #include <cppbind/Checker.h>
 
+#include <boost/algorithm/string/replace.hpp>
 #include <boost/filesystem/operations.hpp>
 #include <cerrno>
 #include <chrono>
@@ -12,6 +13,8 @@
 
 #include "host/json_string.h"
 #include "host/page/write_page.h"
+#include "host/records/configuration.h"
+#include "host/records/json_line.h"
 #include "host/system.h"
 #include "host/utc_text.h"
 #include "libvarrow/json/json.h"
@@ -80,34 +83,52 @@ std::set<std::string> RunRecord::entriesIn(const fs::path& folder) {
   return names;
 }
 
-RunRecord::RunRecord(const fs::path& folder, Json::Value facts)
-    : folder_(folder), json_(std::move(facts)) {
-  json_[kMark] = kFormat;
-  json_["folder"] = jsonString(folder);
+RunRecord::RunRecord(const fs::path& folder, const Json::Value& facts) : folder_(folder) {
+  for (const std::string& key : facts.getMemberNames()) set(key, facts[key]);
+  set(kMark, kFormat);
+  set("folder", jsonString(folder));
+}
+
+// Indented by one more blank than the text of a value alone.
+void RunRecord::set(const std::string& key, const Json::Value& value) {
+  std::string text = Json2Str(value);
+  text.pop_back();
+  boost::algorithm::replace_all(text, "\n", "\n ");
+  members_[key] = std::move(text);
 }
 
 void RunRecord::begin() {
-  json_["begin"] = now();
-  json_["outcome"] = "running";
+  set("begin", now());
+  set("outcome", "running");
   write();
 }
 
-void RunRecord::add(const Json::Value& facts) {
-  for (const std::string& key : facts.getMemberNames()) json_[key] = facts[key];
+// One line for each step: the configuration may be large.
+void RunRecord::setConfiguration(const Json::Value& configuration) {
+  constexpr int kDepth = 2;
+  std::string text;
+  appendJson(text, configuration, kDepth);
+  members_["configuration"] = std::move(text);
+  set("seeds", seedsOf(configuration));
   write();
 }
 
 void RunRecord::end(const RunResult& result, const Json::Value& facts) {
-  json_["end"] = now();
-  json_["outcome"] = outcomeText(result.end);
-  if (!result.step.empty()) json_["failed_step"] = jsonString(result.step);
-  if (!result.error.empty()) json_["error"] = jsonString(result.error);
-  json_["entries"] = namesIn(folder_);
-  add(facts);
+  set("end", now());
+  set("outcome", outcomeText(result.end));
+  if (!result.step.empty()) set("failed_step", jsonString(result.step));
+  if (!result.error.empty()) set("error", jsonString(result.error));
+  set("entries", namesIn(folder_));
+  for (const std::string& key : facts.getMemberNames()) set(key, facts[key]);
+  write();
 }
 
 void RunRecord::write() const {
-  writeWhole(folder_ / kFileName, Json2Str(json_));
+  std::string text;
+  for (const auto& [key, value] : members_) {
+    text.append(text.empty() ? "{\n \"" : ",\n \"").append(key).append("\" : ").append(value);
+  }
+  writeWhole(folder_ / kFileName, text + "\n}\n");
 }
 
 void writeWhole(const fs::path& file, const std::string& text) {

@@ -4,6 +4,7 @@
 #include <json/value.h>
 
 #include <boost/filesystem/path.hpp>
+#include <map>
 #include <set>
 #include <string>
 
@@ -21,6 +22,7 @@ class RunRecord {
   /// The member of every record by which a folder is recognised; its value is the format.
   static constexpr const char* kMark = "libvarrow_run";
   static constexpr int kFormat = 1;
+  static constexpr const char* kUnfinished = "run.json.writing";  ///< while it is written
 
   /// Returns true when `folder` has a run.json that this class wrote.
   static bool isIn(const boost::filesystem::path& folder);
@@ -30,20 +32,22 @@ class RunRecord {
   static std::set<std::string> entriesIn(const boost::filesystem::path& folder);
 
   /// Takes what is known at the begin of the run.
-  RunRecord(const boost::filesystem::path& folder, Json::Value facts);
+  RunRecord(const boost::filesystem::path& folder, const Json::Value& facts);
 
   /// Writes the record of a run that has begun. Throws std::runtime_error with the system's reason.
   void begin();
-  /// Adds `facts` to the record of a run and writes it. Throws like begin().
-  void add(const Json::Value& facts);
+  /// Adds the pipeline with its defaults, and its seeds, and writes the record. Throws like
+  /// begin().
+  void setConfiguration(const Json::Value& configuration);
   /// Adds the outcome and `facts` to the record and writes it. Throws like begin().
   void end(const RunResult& result, const Json::Value& facts);
 
  private:
+  void set(const std::string& key, const Json::Value& value);
   void write() const;
 
   const boost::filesystem::path folder_;
-  Json::Value json_;
+  std::map<std::string, std::string> members_;  // as JSON text, which is written several times
 };
 
 /// Writes `text` to `file`, which is replaced as a whole or not at all. Throws std::runtime_error

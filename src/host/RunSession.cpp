@@ -40,6 +40,7 @@ RunSession::RunSession(RunPlaces places, const RunOptions& options, bool (*isEnd
       options_(options),
       isEndAsked_(isEndAsked),
       placeOf_(std::move(placeOf)),
+      placeOfPipeline_(placeOf_("")),
       crashName_(std::move(crashName)),
       from_(std::move(from)),
       isFromReached_(from_.empty()),
@@ -69,10 +70,12 @@ std::string RunSession::nameOf(const ModuleData& data) const {
 }
 
 void RunSession::showStep() {
-  const std::string step = steps_.empty() ? std::string() : steps_.back().name;
+  const std::string_view step = steps_.empty() ? std::string_view() : steps_.back().name;
   if (!crashName_.empty()) {
-    const std::string place = steps_.empty() ? placeOf_("") : steps_.back().place;
-    setCrashLine(oneLine(crashName_ + ": " + place + (step.empty() ? "" : ": " + step)));
+    std::string line = crashName_ + ": ";
+    line += steps_.empty() ? placeOfPipeline_ : steps_.back().place;
+    if (!step.empty()) line.append(": ").append(step);
+    setCrashLine(oneLine(line));
   }
   const Lock lock(mutex_);
   shownStep_ = step;
@@ -80,8 +83,9 @@ void RunSession::showStep() {
 
 void RunSession::stepBegins(Module& step, ModuleData& data) {
   failedStep_.clear();  // handled by its chain
-  const std::string name = nameOf(data);
-  steps_.push_back({name, placeOf_(name)});
+  std::string name = nameOf(data);
+  std::string place = placeOf_(name);
+  steps_.push_back({std::move(name), std::move(place)});
   showStep();
   record_.begins(steps_.back(), step, data);
   if (options_.observer != nullptr) options_.observer->stepBegins(step, data);

@@ -88,6 +88,7 @@ class RunSession : public RunObserver {
   const RunOptions& options_;
   bool (*const isEndAsked_)();
   const PlaceOf placeOf_;
+  const std::string placeOfPipeline_;
   const std::string crashName_;
   const std::string from_;
   bool isFromReached_;

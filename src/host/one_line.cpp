@@ -1,5 +1,7 @@
 #include "host/one_line.h"
 
+#include <algorithm>
+
 #include "libvarrow/utility/UTFConverter.h"
 
 namespace libvarrow::host {
@@ -21,9 +23,17 @@ std::size_t controlLength(const std::string& text, std::size_t i) {
   return second >= 0x80 && second < 0xA0 ? 2 : 0;
 }
 
+// Returns true when oneLine() would not change the text.
+bool isOneLine(const std::string& text) {
+  const auto isPlain = [](char c) { return c >= ' ' && c <= '~'; };
+  return (text.empty() || (text.front() != ' ' && text.back() != ' ')) &&
+         std::all_of(text.begin(), text.end(), isPlain);
+}
+
 }  // namespace
 
 std::string oneLine(const std::string& text) {
+  if (isOneLine(text)) return text;
   std::string line;
   std::size_t blanks = 0;
   bool hasControl = false;

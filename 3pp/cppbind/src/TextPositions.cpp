@@ -9,7 +9,7 @@ namespace cppbind {
 namespace {
 
 // at() counts at most as many bytes from a mark.
-constexpr std::size_t kBytesBetweenMarks = 1024;
+constexpr std::size_t kBytesBetweenMarks = 128;
 
 std::size_t characterLength(std::string_view text, std::size_t offset) {
   const auto* const begin = reinterpret_cast<const unsigned char*>(text.data());

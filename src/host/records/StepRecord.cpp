@@ -8,36 +8,12 @@
 
 namespace libvarrow::host {
 
-namespace {
-
-// Returns the key figures as a member of a line. What the data throws here, it throws again when
-// the frame asks; the step then fails as it would without a record.
-std::string figures(const char* key, ModuleData& data) {
-  try {
-    const Json::Value info = data.getBaiscInfoJson();
-    if (!info.isNull()) return std::string(",\"") + key + "\":" + jsonLine(info);
-  } catch (...) {
-    return std::string();
-  }
-  return std::string();
-}
-
-std::string member(const char* key, const std::string& json) {
-  return std::string(",\"") + key + "\":" + json;
-}
-
-std::string firstMembers(const char* event, const std::string& step) {
-  return std::string("{\"event\":\"") + event + "\",\"step\":" + jsonText(step);
-}
-
-}  // namespace
-
 StepRecord::StepRecord(const boost::filesystem::path& folder, Clock::time_point begin)
     : file_(folder / kFileName), begin_(begin) {}
 
 void StepRecord::open() {
   errno = 0;
-  stream_.open(file_.string(), std::ios::trunc);
+  stream_.open(file_.string(), std::ios::trunc | std::ios::binary);
   if (!stream_) error_ = errno;
   requireWhole();
 }
@@ -45,34 +21,65 @@ void StepRecord::open() {
 void StepRecord::begins(Step& step, Module& module, ModuleData& data) {
   step.begin = Clock::now();
   step.processorTime = system::processUse().processorTime;
-  write(firstMembers("begin", step.name) + member("class", jsonText(module.getModuleName())) +
-        member("time", jsonText(utcText(std::chrono::system_clock::now()))) +
-        member("at", jsonSeconds(step.begin - begin_)) + member("place", jsonText(step.place)) +
-        figures("before", data) + "}\n");
-}
-
-std::string StepRecord::lastLine(const char* event, const Step& step) const {
-  const Clock::time_point now = Clock::now();
-  const system::ProcessUse use = system::processUse();
-  return firstMembers(event, step.name) + member("at", jsonSeconds(now - begin_)) +
-         member("wall", jsonSeconds(now - step.begin)) +
-         member("cpu", jsonSeconds(use.processorTime - step.processorTime)) +
-         member("memory", std::to_string(use.peakMemory));
+  beginLine("begin", step);
+  add<std::string_view>("class", module.getModuleName());
+  add<std::string_view>("time", utcText(std::chrono::system_clock::now()));
+  add<std::chrono::nanoseconds>("at", step.begin - begin_);
+  add<std::string_view>("place", step.place);
+  addFigures("before", data);
+  endLine();
 }
 
 void StepRecord::ends(const Step& step, ModuleData& data) {
-  const std::string line = lastLine("end", step);
-  write(line + figures("after", data) + "}\n");
+  beginLine("end", step);
+  addUse(step);
+  addFigures("after", data);
+  endLine();
 }
 
 void StepRecord::fails(const Step& step) {
-  write(lastLine("failed", step) + "}\n");
+  beginLine("failed", step);
+  addUse(step);
+  endLine();
 }
 
-void StepRecord::write(const std::string& line) {
+void StepRecord::beginLine(const char* event, const Step& step) {
+  line_.assign("{\"event\":\"").append(event) += '"';
+  add<std::string_view>("step", step.name);
+}
+
+template <class T>
+void StepRecord::add(const char* key, const T& value) {
+  line_.append(",\"").append(key).append("\":");
+  appendJson(line_, value);
+}
+
+// Ignores exceptions: the frame of the step asks again, and the step then fails as without a
+// record.
+void StepRecord::addFigures(const char* key, ModuleData& data) {
+  const std::size_t size = line_.size();
+  try {
+    const Json::Value info = data.getBaiscInfoJson();
+    if (!info.isNull()) add(key, info);
+  } catch (...) {
+    line_.resize(size);
+  }
+}
+
+void StepRecord::addUse(const Step& step) {
+  const Clock::time_point now = Clock::now();
+  const system::ProcessUse use = system::processUse();
+  add<std::chrono::nanoseconds>("at", now - begin_);
+  add<std::chrono::nanoseconds>("wall", now - step.begin);
+  add<std::chrono::nanoseconds>("cpu", use.processorTime - step.processorTime);
+  add("memory", use.peakMemory);
+}
+
+void StepRecord::endLine() {
   if (error_ != 0) return;
+  line_ += "}\n";
   errno = 0;
-  stream_ << line << std::flush;
+  stream_ << line_ << std::flush;
   if (!stream_) error_ = errno == 0 ? EIO : errno;
 }
 

@@ -45,12 +45,17 @@ class StepRecord {
   void requireWhole() const;
 
  private:
-  std::string lastLine(const char* event, const Step& step) const;
-  void write(const std::string& line);
+  void beginLine(const char* event, const Step& step);
+  template <class T>
+  void add(const char* key, const T& value);
+  void addFigures(const char* key, ModuleData& data);
+  void addUse(const Step& step);
+  void endLine();
 
   const boost::filesystem::path file_;
   const Clock::time_point begin_;
   std::ofstream stream_;
+  std::string line_;
   int error_ = 0;  // of the first line that could not be written
 };
 

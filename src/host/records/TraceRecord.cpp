@@ -21,14 +21,13 @@ TraceRecord::TraceRecord(Clock::time_point begin) : begin_(begin) {
 }
 
 void TraceRecord::addStep(const std::string& step, Clock::time_point begin) {
-  const std::string name = step.empty() ? "pipeline" : step.substr(step.rfind('/') + 1);
   const std::lock_guard lock(mutex_);
-  add({name, step, begin, Clock::now(), threadNumber(), /*isStep=*/true}, steps_);
+  add({step, begin, Clock::now(), threadNumber(), /*isStep=*/true}, steps_);
 }
 
 void TraceRecord::addSpan(const std::string& name, Clock::time_point begin, Clock::time_point end) {
   const std::lock_guard lock(mutex_);
-  add({name, {}, begin, end, threadNumber()}, spans_);
+  add({name, begin, end, threadNumber()}, spans_);
 }
 
 // Steps and spans have separate limits: the outer steps, which end last, are not lost.
@@ -40,24 +39,42 @@ std::size_t TraceRecord::threadNumber() {
   return threads_.emplace(std::this_thread::get_id(), threads_.size() + 1).first->second;
 }
 
-std::int64_t TraceRecord::micros(Clock::time_point time) const {
-  return std::chrono::duration_cast<std::chrono::microseconds>(time - begin_).count();
+std::uint64_t TraceRecord::micros(Clock::time_point time) const {
+  const auto since = std::chrono::duration_cast<std::chrono::microseconds>(time - begin_);
+  return static_cast<std::uint64_t>(std::max<std::int64_t>(0, since.count()));
 }
 
 // Both ends are rounded alike: what was nested or in order stays so.
 void TraceRecord::appendEvent(std::string& text, const Event& event) const {
-  const std::int64_t begin = micros(event.begin);
-  text += "{\"name\":" + jsonText(event.name) + ",\"cat\":\"" + (event.isStep ? "step" : "span") +
-          R"(","ph":"X","pid":1,"tid":)" + std::to_string(event.thread) +
-          ",\"ts\":" + std::to_string(begin) +
-          ",\"dur\":" + std::to_string(micros(event.end) - begin) + ",\"args\":{";
-  if (event.isStep) text += "\"step\":" + jsonText(event.step);
+  const std::string_view name = event.name;
+  text += "{\"name\":";
+  if (!event.isStep) {
+    appendJson(text, name);
+  } else if (name.empty()) {
+    text += "\"pipeline\"";
+  } else {
+    appendJson(text, name.substr(name.rfind('/') + 1));
+  }
+  text += event.isStep ? R"(,"cat":"step","ph":"X","pid":1,"tid":)"
+                       : R"(,"cat":"span","ph":"X","pid":1,"tid":)";
+  appendJson(text, event.thread);
+  const std::uint64_t begin = micros(event.begin);
+  text += ",\"ts\":";
+  appendJson(text, begin);
+  text += ",\"dur\":";
+  appendJson(text, micros(event.end) - begin);
+  text += ",\"args\":{";
+  if (event.isStep) {
+    text += "\"step\":";
+    appendJson(text, name);
+  }
   text += "}}";
 }
 
 std::string TraceRecord::text() const {
   // By begin; of those that begin together the outer first, which ends last or was added last.
   std::vector<const Event*> sorted;
+  sorted.reserve(events_.size());
   for (auto event = events_.rbegin(); event != events_.rend(); ++event) sorted.push_back(&*event);
   std::stable_sort(sorted.begin(), sorted.end(), [](const Event* a, const Event* b) {
     return a->begin != b->begin ? a->begin < b->begin : a->end > b->end;

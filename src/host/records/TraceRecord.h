@@ -3,6 +3,7 @@
 
 #include <boost/filesystem/path.hpp>
 #include <chrono>
+#include <cstdint>
 #include <map>
 #include <mutex>
 #include <string>
@@ -33,8 +34,7 @@ class TraceRecord {
 
  private:
   struct Event {
-    std::string name;
-    std::string step{};  // the whole name of a step; empty for a span, and for the whole pipeline
+    std::string name;  // of a step the whole name
     Clock::time_point begin{};
     Clock::time_point end{};
     std::size_t thread = 0;
@@ -45,7 +45,7 @@ class TraceRecord {
   std::size_t threadNumber();
   std::string text() const;
   void appendEvent(std::string& text, const Event& event) const;
-  std::int64_t micros(Clock::time_point time) const;
+  std::uint64_t micros(Clock::time_point time) const;
 
   const Clock::time_point begin_;
   mutable std::mutex mutex_;

@@ -16,29 +16,39 @@ bool endsIn(std::string_view text, std::string_view end) {
   return text.size() >= end.size() && text.substr(text.size() - end.size()) == end;
 }
 
-bool isSeed(const std::string& key) {
+bool isSeed(std::string_view key) {
   return key == "seed" || endsIn(key, "_seed") || endsIn(key, "Seed");
 }
 
-void addSeeds(const Json::Value& value, JsonPath& path, Json::Value& seeds) {
-  if (value.isArray()) {
-    for (Json::ArrayIndex i = 0; i < value.size(); ++i) {
-      path.push_back(indexText(i));
-      addSeeds(value[i], path, seeds);
-      path.pop_back();
-    }
+// A value with those around it: a path is made only for a seed.
+struct Place {
+  const Place* around;
+  std::string_view key;        // of a member
+  Json::ArrayIndex index = 0;  // of an element
+
+  JsonPath path() const {
+    JsonPath path = around->around == nullptr ? JsonPath() : around->path();
+    path.push_back(key.data() == nullptr ? indexText(index) : std::string(key));
+    return path;
   }
-  if (!value.isObject()) return;
-  for (auto member = value.begin(); member != value.end(); ++member) {
-    const std::string key = member.name();
-    path.push_back(key);
-    if (isSeed(key)) {
-      Json::Value& entry = seeds.append(Json::Value(Json::objectValue));
-      entry["path"] = pathText(path);
-      entry["value"] = *member;
+};
+
+void addSeeds(const Json::Value& value, const Place& place, Json::Value& seeds) {
+  Json::ArrayIndex index = 0;
+  if (!value.isArray() && !value.isObject()) return;
+  for (auto element = value.begin(); element != value.end(); ++element) {
+    Place inner{&place, {}, index++};
+    if (value.isObject()) {
+      const char* end = nullptr;
+      const char* const name = element.memberName(&end);
+      inner.key = std::string_view(name, static_cast<std::size_t>(end - name));
     }
-    addSeeds(*member, path, seeds);
-    path.pop_back();
+    if (isSeed(inner.key)) {
+      Json::Value& entry = seeds.append(Json::Value(Json::objectValue));
+      entry["path"] = pathText(inner.path());
+      entry["value"] = *element;
+    }
+    addSeeds(*element, inner, seeds);
   }
 }
 
@@ -60,8 +70,7 @@ Json::Value configurationOf(const Module& chain) {
 
 Json::Value seedsOf(const Json::Value& pipeline) {
   Json::Value seeds(Json::arrayValue);
-  JsonPath path;
-  addSeeds(pipeline, path, seeds);
+  addSeeds(pipeline, {nullptr, {}}, seeds);
   return seeds;
 }
 

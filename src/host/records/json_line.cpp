@@ -2,29 +2,84 @@
 
 #include <json/writer.h>
 
+#include <algorithm>
+#include <array>
+#include <charconv>
+
 #include "base/ClassicNumbers.h"
 #include "host/json_string.h"
 
 namespace libvarrow::host {
 
-std::string jsonText(const std::string& text) {
-  return Json::valueToQuotedString(jsonString(text).asCString());
+namespace {
+
+bool isPlain(char c) {
+  return c >= ' ' && c <= '~' && c != '"' && c != '\\';
 }
 
-std::string jsonSeconds(std::chrono::nanoseconds time) {
-  const auto micros = std::chrono::duration_cast<std::chrono::microseconds>(time).count();
-  const std::string part = std::to_string(micros % 1'000'000);
-  return std::to_string(micros / 1'000'000) + '.' + std::string(6 - part.size(), '0') + part;
+void appendUtf8(std::string& json, std::string_view text) {
+  if (!std::all_of(text.begin(), text.end(), isPlain)) {
+    json += Json::valueToQuotedString(std::string(text).c_str());
+    return;
+  }
+  json += '"';
+  json += text;
+  json += '"';
 }
 
-std::string jsonLine(const Json::Value& value) {
-  [[maybe_unused]] const base::ClassicNumbers classicNumbers{};
-  static const Json::StreamWriterBuilder builder = [] {
-    Json::StreamWriterBuilder made;
-    made["indentation"] = "";
-    return made;
-  }();
-  return Json::writeString(builder, value);
+void appendElementsOf(std::string& json, const Json::Value& value, int depth) {
+  bool isFirst = true;
+  for (auto element = value.begin(); element != value.end(); ++element) {
+    if (!isFirst) json += ',';
+    isFirst = false;
+    if (depth > 0) json += '\n';
+    if (value.isObject()) {
+      const char* end = nullptr;
+      const char* const name = element.memberName(&end);
+      appendUtf8(json, std::string_view(name, static_cast<std::size_t>(end - name)));
+      json += ':';
+    }
+    appendJson(json, *element, depth - 1);
+  }
+}
+
+}  // namespace
+
+void appendJson(std::string& json, std::string_view text) {
+  const bool isAscii = std::all_of(text.begin(), text.end(), isPlain);
+  appendUtf8(json, isAscii ? text : jsonString(std::string(text)).asString());
+}
+
+void appendJson(std::string& json, std::uint64_t number) {
+  std::array<char, 20> digits{};
+  char* const end = std::to_chars(digits.begin(), digits.end(), number).ptr;
+  json.append(digits.data(), end);
+}
+
+void appendJson(std::string& json, std::chrono::nanoseconds time) {
+  const auto micros = std::chrono::duration_cast<std::chrono::microseconds>(time);
+  const auto count = static_cast<std::uint64_t>(std::max<std::int64_t>(0, micros.count()));
+  appendJson(json, count / 1'000'000);
+  const std::size_t point = json.size();
+  appendJson(json, 1'000'000 + count % 1'000'000);
+  json[point] = '.';
+}
+
+void appendJson(std::string& json, const Json::Value& value, int depth) {
+  const char* begin = nullptr;
+  const char* end = nullptr;
+  if (value.isArray() || value.isObject()) {
+    json += value.isArray() ? '[' : '{';
+    appendElementsOf(json, value, depth);
+    json += value.isArray() ? ']' : '}';
+  } else if (value.isString() && value.getString(&begin, &end)) {
+    appendUtf8(json, std::string_view(begin, static_cast<std::size_t>(end - begin)));
+  } else if (value.type() == Json::realValue) {
+    [[maybe_unused]] const base::ClassicNumbers classicNumbers{};
+    json += Json::valueToString(value.asDouble());
+  } else {
+    json += value.isNull() ? "null" : value.asString();
+  }
 }
 
 }  // namespace libvarrow::host

@@ -1,20 +1,26 @@
-// Parts of JSON text, for records with one object in each line.
+// Parts of JSON text, for records of many lines. Faster than the writers of the JSON library.
 #pragma once
 
 #include <json/value.h>
 
 #include <chrono>
+#include <cstdint>
 #include <string>
+#include <string_view>
 
 namespace libvarrow::host {
 
-/// Returns a text of the program as JSON, in UTF-8. Bytes without a meaning become U+FFFD.
-std::string jsonText(const std::string& text);
+/// Appends a text of the program as JSON, in UTF-8. Bytes without a meaning become U+FFFD.
+void appendJson(std::string& json, std::string_view text);
 
-/// Returns a duration as a JSON number of seconds, in microseconds: "0.001230".
-std::string jsonSeconds(std::chrono::nanoseconds time);
+/// Appends a number.
+void appendJson(std::string& json, std::uint64_t number);
 
-/// Returns `value` without line ends.
-std::string jsonLine(const Json::Value& value);
+/// Appends a duration as a number of seconds, in microseconds: "0.001230".
+void appendJson(std::string& json, std::chrono::nanoseconds time);
+
+/// Appends `value`. The elements of the outer `depth` levels begin on lines of their own; the rest
+/// has no line ends.
+void appendJson(std::string& json, const Json::Value& value, int depth = 0);
 
 }  // namespace libvarrow::host
