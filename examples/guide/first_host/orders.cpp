@@ -33,6 +33,22 @@ struct OrderFile {
 };
 // [/read]
 
+// [restore]
+struct DumpedOrder : Order {
+  void setBind(cppbind::Binder* binder, bool bindFields) {
+    Order::setBind(binder, bindFields);
+    if (bindFields) binder->bind("done", done);
+  }
+};
+
+struct OrderDump {
+  std::vector<DumpedOrder> orders;
+  void setBind(cppbind::Binder* binder, bool bindFields) {
+    if (bindFields) binder->bind("orders", orders);
+  }
+};
+// [/restore]
+
 }  // namespace
 
 // [data]
@@ -48,6 +64,21 @@ void PlanData::dumpDetailInfo(std::string path) const {
   print(out, orders);
 }
 // [/data]
+
+// [restore]
+void PlanData::dump4Debug(std::string path) const {
+  OrderDump dump;
+  for (const Order& order : orders) dump.orders.push_back({order});
+  libvarrow::AutoCreateDirFileStream out(path + "orders.json");
+  out << libvarrow::Json2Str(cppbind::JsonEncodeBinder().encode(dump));
+}
+
+void PlanData::restore4Debug(const std::string& path) {
+  OrderDump dump;
+  cppbind::JsonDecodeBinder().decode(cppbind::readJsonFile(path + "orders.json"), dump);
+  orders.assign(dump.orders.begin(), dump.orders.end());
+}
+// [/restore]
 
 std::size_t PlanData::late() const {
   return static_cast<std::size_t>(std::count_if(orders.begin(), orders.end(), [](const Order& o) {
@@ -69,6 +100,9 @@ void ReadOrders::processImp(libvarrow::ModuleData* data) {
 // [/read]
 
 void SortOrders::processImp(libvarrow::ModuleData* data) {
+  // [span]
+  const libvarrow::TraceSpan span(*data, "sort by " + by_);
+  // [/span]
   std::vector<Order>& orders = planOf(data).orders;
   std::stable_sort(orders.begin(), orders.end(), [this](const Order& a, const Order& b) {
     return by_ == "due" ? a.due < b.due : a.work < b.work;

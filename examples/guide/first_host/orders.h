@@ -38,6 +38,14 @@ struct PlanData : libvarrow::ModuleData {
   Json::Value getBaiscInfoJson() override;
   // Writes the readable in_detail.txt and out_detail.txt.
   void dumpDetailInfo(std::string path) const override;
+  // [/data]
+  // [restore]
+  // Writes the whole data into a folder.
+  void dump4Debug(std::string path) const override;
+  // Sets the data to what dump4Debug wrote.
+  void restore4Debug(const std::string& path) override;
+  // [/restore]
+  // [data]
 };
 // [/data]
 
