@@ -1,5 +1,6 @@
 """Tests the pages of runs in a browser: test_page.py PROGRAM OUTPUT_FOLDER RUN..."""
 
+import json
 import pathlib
 import re
 import subprocess
@@ -154,6 +155,22 @@ def test_looks(browser, page, output, name):
     browser.print(output / f"{name}.pdf")
 
 
+def test_real(browser, page):
+    """Compares a page with the files of its run."""
+    browser.open(page)
+    text = browser.run("return document.body.innerText")
+    record = json.loads((page.parent / "run.json").read_text())
+    for rule in record.get("rules_broken", []):
+        expect("✗ broken: " + rule in text, f"{page} lacks: {rule}")
+    steps = page.parent / "steps.jsonl"
+    names = {json.loads(line)["step"].split("/")[-1]
+             for line in (steps.read_text().splitlines() if steps.exists() else [])}
+    shown = set(lines_of(browser, "#steps td.name code"))
+    expect(names - {""} <= shown, f"{page} lacks steps: {names - shown}")
+    drawn = browser.run("return [...document.images].map(image => image.naturalWidth)")
+    expect(drawn and all(drawn), f"{page} lacks a picture")
+
+
 def test_large(browser, page):
     seconds = browser.open(page)
     print(f"{page}: {page.stat().st_size} bytes, shown after {seconds:.2f} s")
@@ -202,7 +219,9 @@ def main():
         expect("The step that ran: 1_ChainedModule/0_Plan" in lines_of(browser, "#outcome")[0],
                "the page of the killed run lacks its step")
         for run in real:
-            test_looks(browser, report(program, run), output, run.name)
+            page = report(program, run)
+            test_real(browser, page)
+            test_looks(browser, page, output, run.name)
     with Browser() as browser:
         test_large(browser, report(program, output / "large"))
     return 1 if failures else 0

@@ -85,7 +85,8 @@ TEST_F(Page, PicturesOfTheRunFolderAreInThePage) {
   fs::create_symlink(fs::absolute("secret.png"), "run/link.png", unsupported);
   std::string files;
   for (const char* path : {"/a.svg", "/b.png", "/large.jpg", "/link.png", "/../secret.png"}) {
-    files += (files.empty() ? "" : ", ") + R"({"kind": "a", "path": ")" + run + path + "\"}";
+    files +=
+        std::string(files.empty() ? "" : ", ") + R"({"kind": "a", "path": ")" + run + path + "\"}";
   }
   writeFile("run/run.json", R"({"libvarrow_run": 1, "files": [)" + files + "]}");
   EXPECT_EQ(0, orders({"report", "run"}).exitCode);
