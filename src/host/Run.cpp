@@ -8,6 +8,7 @@
 #include "host/one_line.h"
 #include "host/page/write_page.h"
 #include "host/records/configuration.h"
+#include "host/run_file_names.h"
 #include "host/step_names.h"
 #include "host/system.h"
 #include "libvarrow/json/json.h"
@@ -94,9 +95,9 @@ RunResult Run::process(cppbind::ClassRegister& modules, ModuleData& data) {
   result.faults = source_.faults();
   try {
     session_.openRecords();
-    writeWhole(folder_ / "pipeline.json", Json2Str(source_.json()));
+    writeWhole(folder_ / kPipelineFile, Json2Str(source_.json()));
     const DataOfRun dataOfRun(data, session_, statistics_);
-    const TimedStatDumper dumper(&statistics_, (folder_ / "statistics.json").string());
+    const TimedStatDumper dumper(&statistics_, (folder_ / kStatisticsFile).string());
     runChain(modules, data, result);
   } catch (const std::exception& error) {
     fail(result, error.what());
@@ -120,8 +121,8 @@ void Run::writeRecords(RunResult& result) {
   }
   try {
     // The dumper removes a file that it could not write completely.
-    if (!fs::exists(folder_ / "statistics.json")) {
-      failUnlessFailed("cannot write " + (folder_ / "statistics.json").generic_string() +
+    if (!fs::exists(folder_ / kStatisticsFile)) {
+      failUnlessFailed("cannot write " + (folder_ / kStatisticsFile).generic_string() +
                        "; the log has the reason");
     }
     record_.end(result, facts());

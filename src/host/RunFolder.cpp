@@ -9,6 +9,7 @@
 
 #include "host/RunRecord.h"
 #include "host/one_line.h"
+#include "host/run_file_names.h"
 #include "libvarrow/utility/UTFConverter.h"
 
 namespace libvarrow::host {
@@ -16,8 +17,6 @@ namespace libvarrow::host {
 namespace {
 
 namespace fs = boost::filesystem;
-
-constexpr const char* kLock = "run.lock";
 
 [[noreturn]] void refuse(const fs::path& path, const std::string& reason) {
   throw std::runtime_error("the run folder " + path.generic_string() + " " + reason);
@@ -27,7 +26,7 @@ constexpr const char* kLock = "run.lock";
 bool isEmpty(const fs::path& folder) {
   for (const fs::directory_entry& entry : fs::directory_iterator(folder)) {
     const fs::path name = entry.path().filename();
-    if (name != kLock && name != RunRecord::kUnfinished) return false;
+    if (name != kLockFile && name != kUnfinishedRecord) return false;
   }
   return true;
 }
@@ -44,7 +43,7 @@ void requireOwnFiles(const fs::path& folder) {
   }
   for (fs::recursive_directory_iterator entry(folder), end; entry != end; ++entry) {
     const bool isDeeper = entry.depth() > 0;
-    if (isDeeper && entry->path().filename() == kLock) {
+    if (isDeeper && entry->path().filename() == kLockFile) {
       refuse(folder, "contains another run: " + entry->path().parent_path().generic_string());
     }
   }
@@ -56,7 +55,7 @@ void removeRun(const fs::path& folder) {
                                                  fs::directory_iterator()};
   for (const fs::directory_entry& entry : entries) {
     const fs::path name = entry.path().filename();
-    if (name != kLock && name != RunRecord::kFileName) fs::remove_all(entry.path());
+    if (name != kLockFile && name != kRecordFile) fs::remove_all(entry.path());
   }
 }
 
@@ -73,7 +72,7 @@ fs::path made(const fs::path& path, bool overwrite) {
   fs::create_directories(path, error);
   if (!fs::exists(path)) refuse(path, "cannot be made: " + error.message());
   if (!fs::is_directory(path)) refuse(path, "is not a folder");
-  if (!fs::exists(path / kLock)) requireUsable(path, overwrite);
+  if (!fs::exists(path / kLockFile)) requireUsable(path, overwrite);
   return fs::canonical(path);
 }
 
@@ -92,7 +91,7 @@ std::string timeText() {
 }  // namespace
 
 RunFolder::RunFolder(const fs::path& path, bool overwrite)
-    : path_(made(path, overwrite)), lock_(path_ / kLock) {
+    : path_(made(path, overwrite)), lock_(path_ / kLockFile) {
   if (!lock_.isHeld()) refuse(path, "is in use by another run");
   requireUsable(path_, overwrite);
   if (!isEmpty(path_)) removeRun(path_);

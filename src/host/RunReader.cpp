@@ -9,6 +9,7 @@
 #include "host/RunRecord.h"
 #include "host/file_text.h"
 #include "host/one_line.h"
+#include "host/run_file_names.h"
 
 namespace libvarrow::host {
 
@@ -41,7 +42,7 @@ Json::Value parsed(const std::string& text, const fs::path& file, const std::str
 fs::path folderOf(const fs::path& path) {
   boost::system::error_code ignored;
   if (!fs::is_regular_file(path, ignored)) return path;
-  if (path.filename() == RunRecord::kFileName) return path.parent_path();
+  if (path.filename() == kRecordFile) return path.parent_path();
   if (path.filename() != "latest") fail(path, " is not a run folder: it is a file");
   return path.parent_path() / oneLine(textOf(path));
 }
@@ -86,9 +87,9 @@ RunReader::RunReader(const fs::path& folder) : folder_(folderOf(folder)) {
     return fs::status(path, ignored).type() == fs::file_not_found;
   };
   if (isMissing(folder_)) fail(folder_, " does not exist");
-  const fs::path file = folder_ / RunRecord::kFileName;
+  const fs::path file = folder_ / kRecordFile;
   if (isMissing(file)) {
-    fail(folder_, " is not a run folder: it has no " + std::string(RunRecord::kFileName));
+    fail(folder_, " is not a run folder: it has no " + std::string(kRecordFile));
   }
   record_ = parsed(textOf(file), file);
   check(record_, file);
@@ -96,7 +97,7 @@ RunReader::RunReader(const fs::path& folder) : folder_(folderOf(folder)) {
 
 Json::Value RunReader::steps() const {
   Json::Value steps(Json::arrayValue);
-  const fs::path file = folder_ / kSteps;
+  const fs::path file = folder_ / kStepsFile;
   if (!fs::exists(file)) return steps;
   const std::string text = textOf(file);
   std::size_t number = 0;
@@ -119,7 +120,7 @@ Json::Value RunReader::steps() const {
 }
 
 Json::Value RunReader::statistics() const {
-  const fs::path file = folder_ / kStatistics;
+  const fs::path file = folder_ / kStatisticsFile;
   if (!fs::exists(file)) return Json::Value();
   return parsed(textOf(file), file);
 }

@@ -12,9 +12,6 @@ namespace libvarrow::host {
 /// the right kind. Errors are std::runtime_error and name the file or folder and the reason.
 class RunReader {
  public:
-  static constexpr const char* kSteps = "steps.jsonl";
-  static constexpr const char* kStatistics = "statistics.json";
-
   /// Reads and checks the record. `folder` may also be the record's path, or the file "latest" that
   /// names the latest run on systems without links. Throws when there is no record of a run.
   explicit RunReader(const boost::filesystem::path& folder);

@@ -15,6 +15,7 @@
 #include "host/page/write_page.h"
 #include "host/records/configuration.h"
 #include "host/records/json_line.h"
+#include "host/run_file_names.h"
 #include "host/system.h"
 #include "host/utc_text.h"
 #include "libvarrow/json/json.h"
@@ -32,7 +33,7 @@ std::string now() {
 
 // Returns the record of a run; null when the folder has none of ours.
 Json::Value readRecord(const fs::path& folder) {
-  const fs::path path = folder / RunRecord::kFileName;
+  const fs::path path = folder / kRecordFile;
   if (fs::symlink_status(path).type() != fs::regular_file) return Json::Value();
   std::ifstream file(path.string(), std::ios::binary);
   const cppbind::Checker checker(std::string(std::istreambuf_iterator<char>(file), {}));
@@ -128,7 +129,7 @@ void RunRecord::write() const {
   for (const auto& [key, value] : members_) {
     text.append(text.empty() ? "{\n \"" : ",\n \"").append(key).append("\" : ").append(value);
   }
-  writeWhole(folder_ / kFileName, text + "\n}\n");
+  writeWhole(folder_ / kRecordFile, text + "\n}\n");
 }
 
 void writeWhole(const fs::path& file, const std::string& text) {

@@ -18,11 +18,9 @@ const char* outcomeText(RunResult::End end);
 /// Writer of run.json. Each write replaces the whole file, so that readers never see half of it.
 class RunRecord {
  public:
-  static constexpr const char* kFileName = "run.json";
   /// The member of every record by which a folder is recognised; its value is the format.
   static constexpr const char* kMark = "libvarrow_run";
   static constexpr int kFormat = 1;
-  static constexpr const char* kUnfinished = "run.json.writing";  ///< while it is written
 
   /// Returns true when `folder` has a run.json that this class wrote.
   static bool isIn(const boost::filesystem::path& folder);

@@ -1,7 +1,6 @@
 #include "host/RunSession.h"
 
 #include <algorithm>
-#include <array>
 #include <boost/filesystem/operations.hpp>
 #include <boost/thread/lock_guard.hpp>
 #include <stdexcept>
@@ -10,6 +9,7 @@
 #include "host/checksum.h"
 #include "host/json_string.h"
 #include "host/one_line.h"
+#include "host/run_file_names.h"
 #include "libvarrow/backtrace/BackTrace.h"
 #include "libvarrow/log/log.h"
 #include "libvarrow/module/ModuleData.h"
@@ -20,12 +20,6 @@ namespace {
 
 namespace fs = boost::filesystem;
 using Lock = boost::lock_guard<boost::mutex>;
-
-bool isOfHost(const std::string& name) {
-  constexpr std::array kNames = {"run.json",    "run.lock",   "pipeline.json", "statistics.json",
-                                 "steps.jsonl", "trace.json", "report.html"};
-  return std::find(kNames.begin(), kNames.end(), name) != kNames.end();
-}
 
 bool isInside(const std::string& step, const std::string& chain) {
   return step.size() > chain.size() && step.compare(0, chain.size(), chain) == 0 &&
@@ -157,7 +151,7 @@ void RunSession::ruleKept(const std::string& text) {
 
 fs::path RunSession::outputPath(const fs::path& path) {
   const fs::path file = fs::absolute(path, places_.folder).lexically_normal();
-  if (file.parent_path() == places_.folder && isOfHost(file.filename().string())) {
+  if (file.parent_path() == places_.folder && isFileOfHost(file.filename().string())) {
     throw std::runtime_error(path.generic_string() + " is a file of the run itself");
   }
   return file;

@@ -16,6 +16,7 @@
 #include "host/fault_text.h"
 #include "host/one_line.h"
 #include "host/run_facts.h"
+#include "host/run_file_names.h"
 #include "host/system.h"
 
 namespace libvarrow::host {
@@ -107,7 +108,7 @@ class RepeatCommand : public Command {
       throw std::runtime_error(run_ + " is a run of the program \"" + host + "\"");
     }
     RunOptions options;
-    options.pipeline = recorded.folder() / "pipeline.json";
+    options.pipeline = recorded.folder() / kPipelineFile;
     options.folder = out_;
     options.inputs = inputs_.empty() ? fs::path(textAt(record, "folder_of_inputs")) : inputs_;
     options.dumps = dumpLevelOf(record);

@@ -10,6 +10,7 @@
 #include "host/RunReader.h"
 #include "host/commands/commands.h"
 #include "host/one_line.h"
+#include "host/run_file_names.h"
 #include "libvarrow/json/json.h"
 #include "libvarrow/utility/UTFConverter.h"
 
@@ -122,7 +123,7 @@ class WhyCommand : public Command {
  private:
   static Rejections rejectionsOf(const RunReader& reader) {
     const Json::Value statistics = reader.statistics();
-    const std::string file = (reader.folder() / RunReader::kStatistics).generic_string();
+    const std::string file = (reader.folder() / kStatisticsFile).generic_string();
     if (statistics.isNull()) throw std::runtime_error(file + " is missing: the run has not ended");
     try {
       return rejectionsIn(statistics);

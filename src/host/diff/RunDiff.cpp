@@ -11,6 +11,7 @@
 #include "host/diff/file_diff.h"
 #include "host/diff/json_diff.h"
 #include "host/diff/origin_diff.h"
+#include "host/run_file_names.h"
 
 namespace libvarrow::host {
 
@@ -24,16 +25,7 @@ constexpr const char* kDumps = "dump";
 constexpr const char* kStatisticsOfStep = "module_stat.json";
 
 bool isOfHost(const std::string& name) {
-  static const std::set<std::string> names = {RunRecord::kFileName,
-                                              RunReader::kSteps,
-                                              RunReader::kStatistics,
-                                              "run.lock",
-                                              "pipeline.json",
-                                              "trace.json",
-                                              "report.html",
-                                              "log",
-                                              kDumps};
-  return names.count(name) > 0;
+  return isFileOfHost(name) || name == "log" || name == kDumps;
 }
 
 // A file may name a step outside the run folder.
@@ -123,8 +115,8 @@ std::string incompleteness(const RunReader& run) {
   if (outcome.empty() || outcome == "running") {
     return name + " has not ended: its run is working, or its process died";
   }
-  if (hasEntry(run, RunReader::kSteps) && !fs::exists(run.folder() / RunReader::kSteps)) {
-    return name + " has lost its file " + RunReader::kSteps;
+  if (hasEntry(run, kStepsFile) && !fs::exists(run.folder() / kStepsFile)) {
+    return name + " has lost its file " + kStepsFile;
   }
   return std::string();
 }

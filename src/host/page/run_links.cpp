@@ -5,6 +5,7 @@
 #include <cstdint>
 
 #include "host/file_text.h"
+#include "host/run_file_names.h"
 
 namespace libvarrow::host {
 
@@ -90,8 +91,8 @@ void addLink(RunLinks& links, const fs::path& folder, const std::string& kind,
 RunLinks runLinks(const fs::path& folder, const RunFiles& files) {
   RunLinks links;
   links.json["own"] = links.json["files"] = Json::Value(Json::arrayValue);
-  for (const char* name : {"run.json", "pipeline.json", "steps.jsonl", "statistics.json",
-                           "trace.json", "log/run.log", "log/output.txt", "dump"}) {
+  for (const char* name : {kRecordFile, kPipelineFile, kStepsFile, kStatisticsFile, kTraceFile,
+                           "log/run.log", "log/output.txt", "dump"}) {
     if (fs::exists(folder / name)) links.json["own"].append(name);
   }
   std::uintmax_t room = kMostPictures;

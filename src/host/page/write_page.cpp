@@ -10,6 +10,7 @@
 #include "host/file_text.h"
 #include "host/page/page_parts.h"
 #include "host/page/script_json.h"
+#include "host/run_file_names.h"
 #include "libvarrow/json/json.h"
 
 namespace libvarrow::host {
@@ -80,9 +81,9 @@ fs::path writePage(const fs::path& folder, const RunFiles& files) {
   const fs::path real = fs::canonical(folder);
   const RunLinks links = runLinks(real, files);
   const fs::path page = real / kPageFile;
-  const std::string run = contentOf(real / RunRecord::kFileName);
-  const std::string steps = contentOf(real / RunReader::kSteps);
-  const std::string statistics = contentOf(real / RunReader::kStatistics);
+  const std::string run = contentOf(real / kRecordFile);
+  const std::string steps = contentOf(real / kStepsFile);
+  const std::string statistics = contentOf(real / kStatisticsFile);
   std::string html;
   html.reserve(kPageBeforeData.size() + kPageAfterData.size() + run.size() + steps.size() +
                statistics.size() + sizeOf(links.pictures) + 10'000);

@@ -7,8 +7,6 @@
 
 namespace libvarrow::host {
 
-constexpr const char* kPageFile = "report.html";
-
 /// Writes the page of the run in `folder`, whose modules wrote `files`, and returns its absolute
 /// path. The run may have no end: then the page tells which step ran. Throws std::runtime_error
 /// with the system's reason when the page cannot be written.

@@ -4,12 +4,13 @@
 #include <stdexcept>
 
 #include "host/records/json_line.h"
+#include "host/run_file_names.h"
 #include "host/utc_text.h"
 
 namespace libvarrow::host {
 
 StepRecord::StepRecord(const boost::filesystem::path& folder, Clock::time_point begin)
-    : file_(folder / kFileName), begin_(begin) {}
+    : file_(folder / kStepsFile), begin_(begin) {}
 
 void StepRecord::open() {
   errno = 0;

@@ -18,8 +18,6 @@ namespace libvarrow::host {
 /// they tell which step ran.
 class StepRecord {
  public:
-  static constexpr const char* kFileName = "steps.jsonl";
-
   using Clock = std::chrono::steady_clock;
 
   /// A step that runs.

@@ -5,6 +5,7 @@
 
 #include "host/RunRecord.h"
 #include "host/records/json_line.h"
+#include "host/run_file_names.h"
 
 namespace libvarrow::host {
 
@@ -98,7 +99,7 @@ std::string TraceRecord::text() const {
 
 void TraceRecord::write(const boost::filesystem::path& folder) const {
   const std::lock_guard lock(mutex_);
-  writeWhole(folder / kFileName, text());
+  writeWhole(folder / kTraceFile, text());
 }
 
 }  // namespace libvarrow::host

@@ -15,7 +15,6 @@ namespace libvarrow::host {
 /// Collector of the times of steps and spans. Thread-safe.
 class TraceRecord {
  public:
-  static constexpr const char* kFileName = "trace.json";
   /// The number of steps, and the number of spans, that are kept; others are counted.
   static constexpr std::size_t kLimit = 100'000;
 
