@@ -74,7 +74,7 @@ TEST(RejectionStatisticsTest, TheResultDoesNotDependOnTheOrderOfCalls) {
       [](auto& to) { to.rejected("C017", "d", "surgeon off duty"); },
       [](auto& to) { to.rejected("C017", "c", "surgeon off duty", kNoNumber); },
       [](auto& to) { to.rejected("C0", "17", "too heavy", 0.0); },
-      [](auto& to) { to.rejected("C0", "18", "too heavy", -0.0); },
+      [](auto& to) { to.rejected("C0", "17", "too heavy", -0.0); },
       [](auto& to) { to.rejected("C0", "16", "too heavy", 0.5); },
       [](auto& to) { to.placed("C0"); },
       [](auto& to) { to.placed("C1"); }};
@@ -86,18 +86,22 @@ TEST(RejectionStatisticsTest, TheResultDoesNotDependOnTheOrderOfCalls) {
         "too heavy": {"count": 3, "nearest": "17", "short_by": 0.0}}},
       "C1": {"placed": true, "examined": 0, "reasons": {}}}}})";
   std::mt19937 random(1);
+  std::string first;
   for (int round = 0; round < 200; ++round) {
     std::shuffle(calls.begin(), calls.end(), random);
     RejectionStatistics to, from;
     for (const Call& call : calls) call(random() % 3 == 0 ? from : to);
     to.merge(&from);
-    ASSERT_EQ(json(expected), json(to.dumpAsJsonString()));
+    const std::string text = to.dumpAsJsonString();
+    if (first.empty()) first = text;
+    ASSERT_EQ(first, text);
   }
+  EXPECT_EQ(json(expected), json(first));
 }
 
 TEST(RejectionStatisticsTest, PairsBeyondTheLargestNumberAreOnlyCounted) {
   RejectionStatistics few(2), more;
-  for (const char* subject : {"a", "b", "c", "b"}) {
+  for (const char* subject : {"a", "b", "c", "c"}) {
     more.rejected(subject, "", "late");
     few.rejected(subject, "x", "late", 1);
   }
@@ -106,11 +110,11 @@ TEST(RejectionStatisticsTest, PairsBeyondTheLargestNumberAreOnlyCounted) {
   few.placed("d");
   few.merge(&more);
   const Json::Value content = json(few.dumpAsJsonString())["__rejections__"];
-  EXPECT_EQ(4, content["dropped"].asInt());
+  EXPECT_EQ(6, content["dropped"].asInt());
   EXPECT_EQ(json(R"({"a": {"placed": true, "examined": 2,
                            "reasons": {"late": {"count": 2, "nearest": "x", "short_by": 1.0}}},
-                     "b": {"placed": false, "examined": 4,
-                           "reasons": {"late": {"count": 4, "nearest": "x", "short_by": 1.0}}}})"),
+                     "b": {"placed": false, "examined": 2,
+                           "reasons": {"late": {"count": 2, "nearest": "x", "short_by": 1.0}}}})"),
             content["subjects"]);
 }
 
