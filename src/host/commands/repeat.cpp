@@ -79,7 +79,9 @@ class RepeatCommand : public Command {
   int run(CommandContext& context) override {
     const RunReader recorded(run_);
     RunOptions options = optionsOf(recorded);
-    loadPlugins(recorded.record());
+    // Not from the recorded folder: a run folder must not decide which code is loaded.
+    plugins_.apply(state_);
+    state_.loadPlugins();
     requireUnchanged(recorded.record(), options);
     requireFaultless(options);
     if (options.folder.empty()) {
@@ -115,17 +117,6 @@ class RepeatCommand : public Command {
     options.until = textAt(record, "until");
     options.from = textAt(record, "from");
     return options;
-  }
-
-  // Without --plugins from the folder of the recorded ones.
-  void loadPlugins(const Json::Value& record) const {
-    const Json::Value& plugins = record["plugins"];
-    if (!plugins.empty()) {
-      state_.pluginFolder = fs::path(textAt(plugins[0], "file")).parent_path().string();
-      state_.isPluginFolderGiven = true;
-    }
-    plugins_.apply(state_);
-    state_.loadPlugins();
   }
 
   // Tells each change and refuses changed runs, since their differences would prove nothing.
