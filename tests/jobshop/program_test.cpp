@@ -4,6 +4,7 @@
 #include <boost/algorithm/string/erase.hpp>
 #include <boost/filesystem/operations.hpp>
 
+#include "support/environment.h"
 #include "support/support.h"
 
 namespace fs = boost::filesystem;
@@ -54,6 +55,39 @@ TEST_F(Program, PlansInShiftsKeepsTheRulesAndDumpsTheCalendar) {
   EXPECT_TRUE(contains(readFile("run/dump/1_SetCalendars/out_detail.txt"),
                        "machine 3 in the first week, efficiency 0.8\n"
                        "  [2024-03-01 06:00:00,2024-03-01 10:00:00]:04:00:00\n"));
+}
+
+// Each run is repeated in another folder, locale and time zone, with another number of threads.
+TEST_F(Program, EveryPipelineRepeatsItsRun) {
+  struct Environment {
+    Environment() {
+      setVariable("LC_ALL", "de_DE.UTF-8");
+      setVariable("TZ", "Asia/Tokyo");
+      setVariable("OMP_NUM_THREADS", "3");
+    }
+    ~Environment() {
+      for (const char* const name : {"LC_ALL", "TZ", "OMP_NUM_THREADS"}) unsetVariable(name);
+    }
+  };
+  fs::create_directories("other/folder");
+  for (const std::string name : {"pipeline", "pipeline_shifts", "pipeline_late"}) {
+    const int status = jobshopRun(JOBSHOP_FOLDER "/" + name + ".json").exitCode;
+    EXPECT_TRUE(status == 0 || status == 3) << name;
+    const Environment environment;
+    const std::string run = fs::absolute("run").string();
+    const fs::path before = fs::current_path();
+    fs::current_path("other/folder");
+    const ChildResult repeated = runProgram({JOBSHOP_PROGRAM, "repeat", run});
+    fs::current_path(before);
+    EXPECT_EQ(0, repeated.exitCode) << name << repeated.output << repeated.errors;
+    EXPECT_TRUE(contains(repeated.output, "\nno difference in ")) << repeated.output;
+  }
+  jobshopRun(kPipeline, {"--set", "modules[1].ChainedModule.modules[4].Dispatch.seed=2"});
+  fs::rename("run", "second");
+  jobshopRun(kPipeline);
+  EXPECT_TRUE(
+      contains(runProgram({JOBSHOP_PROGRAM, "diff", "run", "second"}).output,
+               "\npipeline: modules[1].ChainedModule.modules[4].Dispatch.seed\n- 1\n+ 2\n"));
 }
 
 TEST_F(Program, ThePipelineSelectsTheModulesAndTheirOutput) {
