@@ -21,9 +21,8 @@ fs::path dumpsAround(const fs::path& path) {
 }
 
 bool isInside(const fs::path& path, const fs::path& folder) {
-  boost::system::error_code error;
-  const fs::path whole = fs::canonical(folder, error);
-  if (error) return false;  // a new folder
+  if (!fs::exists(folder)) return false;  // a new folder; an empty path is one with a new name
+  const fs::path whole = fs::canonical(folder);
   const fs::path relative = fs::canonical(path).lexically_relative(whole);
   return !relative.empty() && *relative.begin() != "..";
 }
