@@ -22,6 +22,13 @@ struct Orders : libvarrow::ModuleData {
     info["open"] = open;
     return info;
   }
+  void dump4Debug(std::string path) const override {
+    libvarrow::AutoCreateDirFileStream(path + "open.txt") << open;
+  }
+  void restore4Debug(const std::string& path) override {
+    std::ifstream file(path + "open.txt");
+    if (!(file >> open)) throw std::runtime_error("no open.txt");
+  }
 };
 
 struct Late : libvarrow::Rule {
@@ -59,17 +66,21 @@ struct Receive : libvarrow::Module {
 struct Act : libvarrow::Module {
   std::string how;
   std::string text;
+  int seed = 0;
 
   void setBind(cppbind::Binder* binder, bool bindFields) {
     if (!bindFields) return;
     binder->field("how", how)
-        .oneOf({"write", "print", "report", "break", "throw", "throw a number", "check", "crash",
-                "wait", "hang"});
+        .oneOf({"write", "print", "keep", "report", "break", "throw", "throw a number", "check",
+                "crash", "trace", "wait", "hang"});
     binder->field("text", text, "");
+    binder->field("order_seed", seed, 7);
   }
   void processImp(libvarrow::ModuleData* data) override {
     if (how == "write") write(*data);
     if (how == "print") print();
+    if (how == "keep") libvarrow::reportRuleKept(*data, text);
+    if (how == "trace") trace(*data);
     if (how == "report") libvarrow::reportRulesBroken(*data, text);
     if (how == "break") throw libvarrow::RulesBroken(text);
     if (how == "throw") throw std::runtime_error(text);
@@ -84,6 +95,15 @@ struct Act : libvarrow::Module {
     const auto path = libvarrow::outputPath(data, libvarrow::utility::fromUtf8(text));
     std::ofstream(path.string()) << data.dumpPath;
     libvarrow::addRunFile(data, "orders", path);
+  }
+  // Spans on two threads, and more warnings than the record keeps.
+  void trace(const libvarrow::ModuleData& data) const {
+    const libvarrow::TraceSpan outer(data, text);
+    std::thread([&] { const libvarrow::TraceSpan other(data, "other"); }).join();
+    for (int i = 0; i < 201; ++i) {
+      const libvarrow::TraceSpan inner(data, "inner");
+      LIBVARROW_LOG_WARN("late %d", i);
+    }
   }
   static void print() {
     std::cout << "by a stream\n";

@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <random>
+#include <sstream>
 
 #include "host/program.h"
 
@@ -62,6 +63,22 @@ class Started {
   std::string text_;
 };
 
+// Returns the innermost step that began and did not end, of a record whose last line may be torn.
+std::string runningStep(const std::string& record) {
+  std::vector<std::string> steps;
+  std::istringstream lines(record.substr(0, record.rfind('\n') + 1));
+  for (std::string line; std::getline(lines, line);) {
+    const Json::Value event = json(line);
+    if (event["event"].asString() == "begin") {
+      steps.push_back(event["step"].asString());
+    } else {
+      EXPECT_EQ(steps.back(), event["step"].asString());
+      steps.pop_back();
+    }
+  }
+  return steps.empty() ? "" : steps.back();
+}
+
 class HostProcess : public InTemporaryDirectory {
  protected:
   const std::vector<std::string> run{"run", "p.json", "--out", "run", "--overwrite"};
@@ -89,6 +106,35 @@ TEST_F(HostProcess, ASignalEndsTheRunWithWholeFilesAtAnyMoment) {
     EXPECT_TRUE(contains(host.text(), "orders: p.json: ended by " + name)) << host.text();
     EXPECT_EQ("ended on request", outcome("run"));
     libvarrow::File2Json("run/statistics.json");
+    fs::remove_all("run");
+  }
+  EXPECT_LE(5, begun);
+}
+
+TEST_F(HostProcess, AKillLeavesRecordsThatNameTheStep) {
+  const char* const times = std::getenv("HOST_KILLS");
+  std::mt19937 random(times == nullptr ? 1 : std::random_device()());
+  std::string modules;
+  for (int i = 0; i < 30; ++i) modules += act("print") + ", ";
+  writePipeline(modules + act("hang"));
+  int begun = 0;
+  for (int i = 0; i < (times == nullptr ? 20 : std::stoi(times)); ++i) {
+    Started host(run());
+    const bool isLate = i % 4 == 0;
+    EXPECT_TRUE(!isLate || host.reads("30_Act"));
+    std::this_thread::sleep_for(std::chrono::microseconds(random() % 80000));
+    host.kill(SIGKILL);
+    EXPECT_EQ(SIGKILL, host.end());
+    EXPECT_TRUE(fs::exists("run/run.json") || !fs::exists("run/steps.jsonl"));
+    if (!fs::exists("run/run.json")) continue;
+    EXPECT_EQ("running", outcome("run"));
+    // The folders of dumps are made by the steps themselves.
+    const std::string running = runningStep(readFile("run/steps.jsonl"));
+    EXPECT_TRUE(!isLate || running == "30_Act") << running;
+    const bool isStep = !running.empty();
+    begun += isStep ? 1 : 0;
+    const int next = isStep ? std::stoi(running) + 1 : 31;
+    EXPECT_FALSE(fs::exists("run/dump/" + std::to_string(next) + "_Act")) << running;
     fs::remove_all("run");
   }
   EXPECT_LE(5, begun);
