@@ -47,10 +47,18 @@ struct Listener : libvarrow::RunObserver {
   void stepFails(Module& step, ModuleData& data) noexcept override { add("fails ", step, data); }
   libvarrow::DumpLevel dumpLevel() const override { return level; }
   bool isEndRequested() const noexcept override { return endsNow; }
+  void ruleKept(const std::string& text) override { told.push_back(text); }
+  void spanEnds(const std::string& name, std::chrono::steady_clock::time_point begin,
+                std::chrono::steady_clock::time_point end) noexcept override {
+    told.push_back(begin <= end ? name : "before its begin");
+  }
+  bool skipsStep(Module&, const ModuleData& data) override { return data.dumpPath == skipped; }
 
   libvarrow::DumpLevel level = libvarrow::DumpLevel::All;
   bool throwsAtBegin = false;
   bool endsNow = false;
+  std::string skipped;
+  std::vector<std::string> told;
 };
 
 /// Records its runs, and calls the function of the test.

@@ -6,6 +6,8 @@
 #include <memory>
 
 #include "libvarrow/module/ChainedModule.h"
+#include "libvarrow/module/TraceSpan.h"
+#include "libvarrow/module/run_files.h"
 #include "module/recording.h"
 #include "support/support.h"
 
@@ -55,6 +57,29 @@ TEST_F(RunObserverTest, ARunEndsBetweenStepsOrWhereAModuleAsks) {
   EXPECT_EQ(1u, data.workPaths.size());
   EXPECT_THROW(throwIfEndRequested(data), RunEnded);
   EXPECT_EQ("ends A", data.calls[data.calls.size() - 2]);
+}
+
+TEST_F(RunObserverTest, SkippedStepsLeaveNoTraceAndKeepTheNamesOfTheOthers) {
+  listener.skipped = "run/0_A/";
+  EXPECT_EQ("begins B", run()[3]);
+  EXPECT_EQ((std::vector<std::string>{"run/1_B/"}), data.workPaths);
+  EXPECT_EQ("run/", data.dumpPath);
+  EXPECT_FALSE(boost::filesystem::exists("run/0_A"));
+}
+
+TEST_F(RunObserverTest, SpansAndKeptRulesReachTheObserver) {
+  listener.level = DumpLevel::None;
+  first->action = [](ModuleData& own) {
+    const TraceSpan outer(own, "outer");
+    reportRuleKept(own, "in time");
+    const TraceSpan inner(own, std::string("in") + "ner");
+  };
+  run();
+  EXPECT_EQ((std::vector<std::string>{"in time", "inner", "outer"}), listener.told);
+  RecordingData alone;
+  first->action(alone);
+  EXPECT_EQ("this kind of data has no restore4Debug",
+            errorOf([&] { alone.restore4Debug("run/"); }));
 }
 
 TEST_F(RunObserverTest, ACopyOfTheDataIsNotObserved) {
