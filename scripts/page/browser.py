@@ -31,6 +31,7 @@ class Browser:
                   "goog:loggingPrefs": {"browser": "ALL", "performance": "ALL"}}
         created = self._post("/session", {"capabilities": {"alwaysMatch": wanted}})
         self.session = "/session/" + created["sessionId"]
+        self._post(self.session + "/url", {"url": "about:blank"})  # ends the start page
         return self
 
     def __exit__(self, *_):
@@ -91,7 +92,8 @@ class Browser:
         """Returns the addresses that were requested since the page was opened."""
         events = [json.loads(entry["message"])["message"] for entry in self.logs("performance")]
         return [event["params"]["request"]["url"] for event in events
-                if event["method"] == "Network.requestWillBeSent"]
+                if event["method"] == "Network.requestWillBeSent" and
+                not event["params"]["documentURL"].startswith("chrome:")]  # the start page
 
     def screenshot(self, path, whole=True):
         image = self.protocol("Page.captureScreenshot", captureBeyondViewport=whole)
