@@ -31,7 +31,7 @@ function subjectElement(name, subject, isOpen) {
     (b[1].count - a[1].count) || natural.compare(a[0], b[0]));
   if (reasons.length === 0) return leaf(name, verdict);
   return foldable(named(name, verdict), body => {
-    const {element, body: rows} = table(`Why ${name} was rejected`, kReasonColumns);
+    const {element, body: rows} = table(`Rejected candidates for ${name}`, kReasonColumns);
     element.classList.add("reasons");
     body.append(element);
     inPieces(rows, reasons, ([reason, facts]) =>
