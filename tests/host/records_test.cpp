@@ -1,4 +1,5 @@
 // The records of a run: run.json, steps.jsonl, trace.json.
+#include <cmath>
 #include <sstream>
 
 #include "host/modules.h"
@@ -57,6 +58,26 @@ bool isInside(const Event& inner, const Event& outer) {
 }
 
 class Records : public InTemporaryDirectory {};
+
+TEST_F(Records, AreJsonForEveryNumber) {
+  struct Unbounded : Orders {
+    Json::Value getBaiscInfoJson() override {
+      Json::Value info;
+      for (const double number : {HUGE_VAL, -HUGE_VAL, std::nan("")}) info["bounds"].append(number);
+      return info;
+    }
+  } data;
+  writePipeline(act("write", "o.txt"));
+  libvarrow::Host host("orders", "");
+  registerOrders(host);
+  libvarrow::RunOptions options;
+  options.pipeline = "p.json";
+  options.folder = "run";
+  options.dumps = libvarrow::DumpLevel::None;
+  EXPECT_EQ("", host.execute(options, data).error);
+  EXPECT_EQ(json(R"(["inf", "-inf", "nan"])"),
+            linesOf("run/steps.jsonl").back()["after"]["bounds"]);
+}
 
 TEST_F(Records, OfAFailedRunNameEachStepWithItsPlaceAndFigures) {
   const std::string chain = R"({"ChainedModule": {"modules": [{"Receive": {"count": 3}}, )";

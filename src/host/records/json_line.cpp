@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <cmath>
 
 #include "base/ClassicNumbers.h"
 #include "host/json_string.h"
@@ -25,6 +26,14 @@ void appendUtf8(std::string& json, std::string_view text) {
   json += '"';
   json += text;
   json += '"';
+}
+
+// JSON has no infinite numbers; readers refuse those that the JSON library writes.
+std::string numberText(double number) {
+  if (std::isnan(number)) return "\"nan\"";
+  if (std::isinf(number)) return number > 0 ? "\"inf\"" : "\"-inf\"";
+  [[maybe_unused]] const base::ClassicNumbers classicNumbers{};
+  return Json::valueToString(number);
 }
 
 void appendElementsOf(std::string& json, const Json::Value& value, int depth) {
@@ -75,8 +84,7 @@ void appendJson(std::string& json, const Json::Value& value, int depth) {
   } else if (value.isString() && value.getString(&begin, &end)) {
     appendUtf8(json, std::string_view(begin, static_cast<std::size_t>(end - begin)));
   } else if (value.type() == Json::realValue) {
-    [[maybe_unused]] const base::ClassicNumbers classicNumbers{};
-    json += Json::valueToString(value.asDouble());
+    json += numberText(value.asDouble());
   } else {
     json += value.isNull() ? "null" : value.asString();
   }
