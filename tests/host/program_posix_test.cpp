@@ -119,7 +119,7 @@ TEST_F(HostProcess, AKillLeavesRecordsThatNameTheStep) {
   writePipeline(modules + act("hang"));
   int begun = 0;
   for (int i = 0; i < (times == nullptr ? 20 : std::stoi(times)); ++i) {
-    Started host(run());
+    Started host(run);
     const bool isLate = i % 4 == 0;
     EXPECT_TRUE(!isLate || host.reads("30_Act"));
     std::this_thread::sleep_for(std::chrono::microseconds(random() % 80000));
