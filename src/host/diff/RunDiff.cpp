@@ -47,6 +47,19 @@ double secondsOf(const StepEvent* event) {
   return isKnown ? (*event->line)["wall"].asDouble() : -1;
 }
 
+// Returns the names of a step's dumps in the order in which a reader needs them: key figures,
+// details, and all others by name.
+std::vector<std::string> inReadingOrder(const std::set<std::string>& names) {
+  std::vector<std::string> sorted(names.begin(), names.end());
+  const auto rank = [](const std::string& name) {
+    if (name == "in_info.json" || name == "out_info.json") return 0;
+    return name == "in_detail.txt" || name == "out_detail.txt" ? 1 : 2;
+  };
+  std::stable_sort(sorted.begin(), sorted.end(),
+                   [&](const auto& a, const auto& b) { return rank(a) < rank(b); });
+  return sorted;
+}
+
 const Json::Value* memberOf(const Json::Value& object, const char* key) {
   return object.isMember(key) ? &object[key] : nullptr;
 }
@@ -240,7 +253,7 @@ void RunDiff::compareDumps(const StepEvent& left, const StepEvent& right) {
   const std::string figures = left.isBegin ? "in_info.json" : "out_info.json";
   const char* const key = left.isBegin ? "before" : "after";
   const bool areFiguresKnown = left.line->isMember(key) && right.line->isMember(key);
-  for (const std::string& name : namesInBoth(folders)) {
+  for (const std::string& name : inReadingOrder(namesInBoth(folders))) {
     const std::string inner = left.step.empty() ? name : left.step + "/" + name;
     const bool isStep = leftEvents_.hasStep(inner) || rightEvents_.hasStep(inner);
     const bool isInput = ofInput.count(name) > 0;
