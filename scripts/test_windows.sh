@@ -56,7 +56,7 @@ fi
 run_tests CP1252 C.UTF-8
 run_tests CP936 zh_CN.UTF-8 -R '^(UTFConverter|Execute|HostProgram|Json|Overrides|RunFolders|Time[^r]|Scheduling|DllManager|Log|Utility|Rule|Module|Chain|Shared)'
 
-"$here/windows/press_ctrl_c.py" "$build" "$dependencies"
+timeout 600 "$here/windows/press_ctrl_c.py" "$build" "$dependencies"
 
 cmake --preset release > /dev/null
 cmake --build --preset release --target jobshop jobshop_gantt --parallel "$jobs"

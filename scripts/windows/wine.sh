@@ -39,7 +39,7 @@ case $1 in
     timeout 60 "$WINESERVER" --kill || true
     ;;
   --console)
-    exec timeout --foreground --kill-after=10 "$seconds" "$wine" "${@:2}"
+    exec "$wine" "${@:2}"  # timeout would pass on Ctrl+C a second time
     ;;
   *)
     # Output goes to files: the services of wine, which a program starts, would keep a pipe open.
