@@ -12,7 +12,7 @@ namespace libvarrow::host {
 /// that the folder may come from another machine.
 class ResumePoint {
  public:
-  /// Finds the run of `folder`, "RUN/dump/1_ChainedModule/0_Plan". An empty path is no point: the
+  /// Finds the run of `folder`, "RUN/dump/1_ChainedModule/0_Plan". With an empty path, the
   /// run begins with its first step. Throws std::runtime_error when `folder` is not a path in the
   /// dumps of a run.
   explicit ResumePoint(const boost::filesystem::path& folder);

@@ -13,7 +13,7 @@ namespace libvarrow::host {
 class RunReader {
  public:
   /// Reads and checks the record. `folder` may also be the record's path, or the file "latest" that
-  /// names the latest run on systems without links. Throws when there is no record of a run.
+  /// names the latest run on systems without links. Throws without the record of a run.
   explicit RunReader(const boost::filesystem::path& folder);
 
   /// Returns the run folder.

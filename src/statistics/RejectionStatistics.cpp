@@ -113,7 +113,7 @@ void RejectionStatistics::add(const Pair& pair, std::uint64_t count,
   nearest.candidate.assign(miss.candidate);
 }
 
-// Returns null when there is no room for a new pair.
+// Returns null for a new pair when the statistic is full.
 RejectionStatistics::Rejections* RejectionStatistics::recordOf(const Pair& pair) {
   const auto known = pairs_.find(pair);
   if (known != pairs_.end()) return &known->second;

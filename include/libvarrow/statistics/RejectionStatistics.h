@@ -49,7 +49,7 @@ class LIBVARROW_API RejectionStatistics : public CommonStatistics {
   /// Records that `candidate` was rejected for `subject`, and the amount that it was short by: a
   /// number in the host's unit, or a duration. The candidate that is kept has the least amount,
   /// then the smallest text. One without an amount, or with one that is infinite or not a number,
-  /// is kept only while there is no other. Use one kind of amount for a reason: any duration counts
+  /// is kept only without another. Use one kind of amount for a reason: any duration counts
   /// as less than any number.
   void rejected(std::string_view subject, std::string_view candidate, std::string_view reason);
   void rejected(std::string_view subject, std::string_view candidate, std::string_view reason,

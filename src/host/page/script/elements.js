@@ -19,7 +19,7 @@ function button(text, onClick, attributes = {}) {
   return element;
 }
 
-// Returns an address relative to the page, whatever characters the names have.
+// Returns an address relative to the page, for names of any characters.
 function linkTo(path, text = path) {
   const address = "./" + path.split("/").map(encodeURIComponent).join("/");
   return make("a", {href: address}, text);
