@@ -2,7 +2,6 @@
 
 #include <cppbind/Checker.h>
 
-#include <boost/algorithm/string/replace.hpp>
 #include <boost/filesystem/operations.hpp>
 #include <cerrno>
 #include <chrono>
@@ -18,7 +17,6 @@
 #include "host/run_file_names.h"
 #include "host/system.h"
 #include "host/utc_text.h"
-#include "libvarrow/json/json.h"
 #include "libvarrow/utility/UTFConverter.h"
 
 namespace libvarrow::host {
@@ -90,12 +88,11 @@ RunRecord::RunRecord(const fs::path& folder, const Json::Value& facts) : folder_
   set("folder", jsonString(folder));
 }
 
-// Indented by one more blank than the text of a value alone.
+// The elements of a list are on lines of their own.
 void RunRecord::set(const std::string& key, const Json::Value& value) {
-  std::string text = Json2Str(value);
-  text.pop_back();
-  boost::algorithm::replace_all(text, "\n", "\n ");
-  members_[key] = std::move(text);
+  std::string& text = members_[key];
+  text.clear();
+  appendJson(text, value, /*depth=*/1);
 }
 
 void RunRecord::begin() {

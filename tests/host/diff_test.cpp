@@ -272,7 +272,7 @@ TEST_F(Repeat, TellsWhetherTheSameRunGivesTheSame) {
 }
 
 TEST_F(Repeat, RefusesChangedFilesUnlessTheyAreWanted) {
-  plant("run/run.json", "\"build_id\" : \"", "\"build_id\" : \"ff");
+  plant("run/run.json", "\"build_id\":\"", "\"build_id\":\"ff");
   const ChildResult rebuilt = repeat();
   EXPECT_EQ(2, rebuilt.exitCode);
   EXPECT_TRUE(contains(rebuilt.errors, ": another build\norders: not repeated: "))

@@ -7,7 +7,7 @@
 #include <charconv>
 #include <cmath>
 
-#include "base/ClassicNumbers.h"
+#include "base/number_text.h"
 #include "host/json_string.h"
 
 namespace libvarrow::host {
@@ -30,10 +30,8 @@ void appendUtf8(std::string& json, std::string_view text) {
 
 // JSON has no infinite numbers; readers refuse those that the JSON library writes.
 std::string numberText(double number) {
-  if (std::isnan(number)) return "\"nan\"";
-  if (std::isinf(number)) return number > 0 ? "\"inf\"" : "\"-inf\"";
-  [[maybe_unused]] const base::ClassicNumbers classicNumbers{};
-  return Json::valueToString(number);
+  const std::string text = base::number_text::shortest(number);
+  return std::isfinite(number) ? text : '"' + text + '"';
 }
 
 void appendElementsOf(std::string& json, const Json::Value& value, int depth) {
