@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "host/diff/file_diff.h"
+#include "host/system.h"
 
 namespace libvarrow::host {
 
@@ -19,7 +20,8 @@ fs::file_type typeOf(const fs::path& path) {
   boost::system::error_code error;
   const fs::file_type type = fs::symlink_status(path, error).type();
   if (type == fs::status_error) {
-    throw std::runtime_error(path.generic_string() + " cannot be read: " + error.message());
+    throw std::runtime_error(path.generic_string() + " cannot be read: " +
+                             system::errorText(error.default_error_condition().value()));
   }
   return type;
 }
