@@ -4,6 +4,7 @@
 #include <libvarrow/stream/AutoCreateDirFileStream.h>
 #include <libvarrow/utility/UTFConverter.h>
 
+#include <boost/filesystem/path.hpp>
 #include <stdexcept>
 
 namespace jobshop {
@@ -11,7 +12,9 @@ namespace jobshop {
 void writeText(const std::string& path, const std::string& text) {
   libvarrow::AutoCreateDirFileStream file(path);
   file << text << std::flush;
-  if (!file) throw std::runtime_error("cannot write " + path);
+  if (!file) {
+    throw std::runtime_error("cannot write " + boost::filesystem::path(path).generic_string());
+  }
 }
 
 void writeOutput(const JobShopData& shop, const char* kind, const std::string& path,
