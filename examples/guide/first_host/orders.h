@@ -42,7 +42,7 @@ struct PlanData : libvarrow::ModuleData {
   // [restore]
   // Writes the whole data into a folder.
   void dump4Debug(std::string path) const override;
-  // Sets the data to what dump4Debug wrote.
+  // Reads the data from the files of dump4Debug.
   void restore4Debug(const std::string& path) override;
   // [/restore]
   // [data]

@@ -45,7 +45,7 @@ std::uint64_t TraceRecord::micros(Clock::time_point time) const {
   return static_cast<std::uint64_t>(std::max<std::int64_t>(0, since.count()));
 }
 
-// Both ends are rounded alike: what was nested or in order stays so.
+// Rounds both ends in the same way, so that events keep their nesting and order.
 void TraceRecord::appendEvent(std::string& text, const Event& event) const {
   const std::string_view name = event.name;
   text += "{\"name\":";
