@@ -82,63 +82,58 @@ std::string runningStep(const std::string& record) {
 class HostProcess : public InTemporaryDirectory {
  protected:
   const std::vector<std::string> run{"run", "p.json", "--out", "run", "--overwrite"};
+
+  // Runs 31 steps as often as the variable says, by default 20 times. Calls `stop` at a random
+  // moment, in every fourth run in the step `last`. It returns true if the run had begun.
+  void atRandomMoments(const char* variable, const std::string& last,
+                       const std::function<bool(Started&, int)>& stop) const {
+    const char* const times = std::getenv(variable);
+    std::mt19937 random(times == nullptr ? 1 : std::random_device()());
+    std::string modules;
+    for (int i = 0; i < 30; ++i) modules += act("print") + ", ";
+    writePipeline(modules + act(last));
+    int begun = 0;
+    for (int i = 0; i < (times == nullptr ? 20 : std::stoi(times)); ++i) {
+      Started host(run);
+      EXPECT_TRUE(i % 4 != 0 || host.reads("30_Act"));
+      std::this_thread::sleep_for(std::chrono::microseconds(random() % 80000));
+      begun += stop(host, i) ? 1 : 0;
+      if (fs::exists("run/run.json")) fs::remove_all("run");
+    }
+    EXPECT_LE(5, begun);
+  }
 };
 
 TEST_F(HostProcess, ASignalEndsTheRunWithWholeFilesAtAnyMoment) {
-  const char* const times = std::getenv("HOST_SIGNALS");
-  std::mt19937 random(times == nullptr ? 1 : std::random_device()());
-  std::string modules;
-  for (int i = 0; i < 30; ++i) modules += act("print") + ", ";
-  writePipeline(modules + act("wait"));
   const std::pair<int, std::string> signals[] = {
       {SIGINT, "SIGINT"}, {SIGTERM, "SIGTERM"}, {SIGHUP, "SIGHUP"}};
-  int begun = 0;
-  for (int i = 0; i < (times == nullptr ? 20 : std::stoi(times)); ++i) {
+  atRandomMoments("HOST_SIGNALS", "wait", [&](Started& host, int i) {
     const auto& [signal, name] = signals[i % 3];
-    Started host(run);
-    const bool isLate = i % 4 == 0;
-    EXPECT_TRUE(!isLate || host.reads("30_Act"));
-    std::this_thread::sleep_for(std::chrono::microseconds(random() % 80000));
     host.kill(signal);
     EXPECT_EQ(signal, host.end()) << host.text();
-    if (!fs::exists("run/run.json")) continue;  // ended before the run began
-    ++begun;
+    if (!fs::exists("run/run.json")) return false;
     EXPECT_TRUE(contains(host.text(), "orders: p.json: ended by " + name)) << host.text();
     EXPECT_EQ("ended on request", outcome("run"));
     libvarrow::File2Json("run/statistics.json");
-    fs::remove_all("run");
-  }
-  EXPECT_LE(5, begun);
+    return true;
+  });
 }
 
 TEST_F(HostProcess, AKillLeavesRecordsThatNameTheStep) {
-  const char* const times = std::getenv("HOST_KILLS");
-  std::mt19937 random(times == nullptr ? 1 : std::random_device()());
-  std::string modules;
-  for (int i = 0; i < 30; ++i) modules += act("print") + ", ";
-  writePipeline(modules + act("hang"));
-  int begun = 0;
-  for (int i = 0; i < (times == nullptr ? 20 : std::stoi(times)); ++i) {
-    Started host(run);
-    const bool isLate = i % 4 == 0;
-    EXPECT_TRUE(!isLate || host.reads("30_Act"));
-    std::this_thread::sleep_for(std::chrono::microseconds(random() % 80000));
+  atRandomMoments("HOST_KILLS", "hang", [](Started& host, int i) {
     host.kill(SIGKILL);
     EXPECT_EQ(SIGKILL, host.end());
     EXPECT_TRUE(fs::exists("run/run.json") || !fs::exists("run/steps.jsonl"));
-    if (!fs::exists("run/run.json")) continue;
+    if (!fs::exists("run/run.json")) return false;
     EXPECT_EQ("running", outcome("run"));
     // The run may have ended before it opened the record. The steps themselves make their dumps.
     const bool isOpen = fs::exists("run/steps.jsonl");
     const std::string running = isOpen ? runningStep(readFile("run/steps.jsonl")) : "";
-    EXPECT_TRUE(!isLate || running == "30_Act") << running;
-    const bool isStep = !running.empty();
-    begun += isStep ? 1 : 0;
-    const int next = isStep ? std::stoi(running) + 1 : 31;
+    EXPECT_TRUE(i % 4 != 0 || running == "30_Act") << running;
+    const int next = running.empty() ? 31 : std::stoi(running) + 1;
     EXPECT_FALSE(fs::exists("run/dump/" + std::to_string(next) + "_Act")) << running;
-    fs::remove_all("run");
-  }
-  EXPECT_LE(5, begun);
+    return !running.empty();
+  });
 }
 
 TEST_F(HostProcess, ASecondSignalEndsItAtOnceAndAnIgnoredOneNever) {
