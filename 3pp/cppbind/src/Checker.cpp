@@ -65,7 +65,7 @@ struct Checker::State {
       json.removeMember(kSchemaKey, &schemaName_);
     }
     // Objects share this value instead of copies of theirs.
-    json_.emplace(decoder_, json);
+    json_.emplace(decoder_, std::move(json));
   }
 
   // Returns the value of the text as this type reads it.
@@ -74,7 +74,7 @@ struct Checker::State {
     if (!whole_) {
       Json::Value whole = *json_->json();
       whole[kSchemaKey] = schemaName_;
-      whole_.emplace(decoder_, whole);
+      whole_.emplace(decoder_, std::move(whole));
     }
     return *whole_->json();
   }

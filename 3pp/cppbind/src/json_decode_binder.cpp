@@ -3,6 +3,7 @@
 #include <boost/current_function.hpp>
 #include <boost/make_shared.hpp>
 #include <unordered_set>
+#include <utility>
 
 #include "base/json_text.h"
 #include "base/text_file.h"
@@ -13,7 +14,7 @@ namespace cppbind {
 namespace detail {
 
 struct KeptJson {
-  explicit KeptJson(const Json::Value& json) : whole(json) {}
+  explicit KeptJson(Json::Value json) : whole(std::move(json)) {}
 
   // Compares addresses, which only objects inside `whole` share.
   bool has(const Json::Value& json) {
@@ -38,9 +39,18 @@ CreationScope::CreationScope(JsonDecodeBinder& decoder, const Json::Value& json)
     : decoder_(decoder), before_(decoder.kept_) {
   if (before_ && before_->has(json)) {
     json_ = boost::shared_ptr<const Json::Value>(before_, &json);
-    return;
+  } else {
+    keep(json);
   }
-  decoder_.kept_ = boost::make_shared<detail::KeptJson>(json);
+}
+
+CreationScope::CreationScope(JsonDecodeBinder& decoder, Json::Value&& json)
+    : decoder_(decoder), before_(decoder.kept_) {
+  keep(std::move(json));
+}
+
+void CreationScope::keep(Json::Value json) {
+  decoder_.kept_ = boost::make_shared<detail::KeptJson>(std::move(json));
   json_ = boost::shared_ptr<const Json::Value>(decoder_.kept_, &decoder_.kept_->whole);
 }
 

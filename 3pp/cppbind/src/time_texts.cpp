@@ -5,6 +5,7 @@
 #include <cctype>
 #include <utility>
 
+#include "base/time_digits.h"
 #include "cppbind/ParseErrorException.h"
 #include "cppbind/type/StringConverter.h"
 
@@ -12,15 +13,16 @@ namespace cppbind::detail {
 
 namespace {
 
-// Returns true for the usual form of a duration, which needs no conversion.
-bool isUsualDuration(std::string_view text) {
-  constexpr std::string_view kForm = "00:00:00";
-  if (text.size() != kForm.size()) return false;
-  for (std::size_t i = 0; i < kForm.size(); ++i) {
-    const bool isDigit = text[i] >= '0' && text[i] <= '9';
-    if (kForm[i] == ':' ? text[i] != ':' : !isDigit) return false;
-  }
-  return text[3] < '6' && text[6] < '6';
+// Returns true for a text that is already in the form in which its value is written. Most texts
+// are, and are then not converted.
+bool isCanonical(ValueKind kind, std::string_view text) {
+  namespace time_digits = libvarrow::base::time_digits;
+  boost::gregorian::date date;
+  boost::posix_time::ptime time;
+  boost::posix_time::time_duration duration;
+  if (kind == ValueKind::Date) return time_digits::readDate(text, date);
+  if (kind == ValueKind::Time) return time_digits::readTime(text, time);
+  return time_digits::readDuration(text, duration);
 }
 
 template <class Text>
@@ -41,7 +43,7 @@ std::string formOf(ValueKind kind, const std::string& text) {
   try {
     if (kind == ValueKind::Date) return rewritten<BoostGDateText>(text);
     if (kind == ValueKind::Time) return rewritten<BoostPTimeText>(text);
-    return isUsualDuration(text) ? text : rewritten<BoostTimeDurationText>(text);
+    return rewritten<BoostTimeDurationText>(text);
   } catch (const std::exception&) {
     return text;  // an error that was found before
   }
@@ -83,6 +85,7 @@ void TimeTexts::walk(const ValueDescription& value, const Json::Value& json) {
     case ValueKind::Duration: {
       if (!json.isString()) return;
       const std::string text = json.asString();
+      if (isCanonical(value.kind, text)) return;
       const std::string form = formOf(value.kind, text);
       if (form != text) visit_(path_, form);
       return;

@@ -87,6 +87,8 @@ class CPPBIND_API CreationScope {
  public:
   /// Keeps `json`. `decoder` must outlive the scope.
   CreationScope(JsonDecodeBinder& decoder, const Json::Value& json);
+  /// Keeps `json` without a copy.
+  CreationScope(JsonDecodeBinder& decoder, Json::Value&& json);
   ~CreationScope();
   CreationScope(const CreationScope&) = delete;
   CreationScope& operator=(const CreationScope&) = delete;
@@ -95,6 +97,8 @@ class CPPBIND_API CreationScope {
   const boost::shared_ptr<const Json::Value>& json() const { return json_; }
 
  private:
+  void keep(Json::Value json);
+
   JsonDecodeBinder& decoder_;
   boost::shared_ptr<detail::KeptJson> before_;
   boost::shared_ptr<const Json::Value> json_;
