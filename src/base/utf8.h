@@ -2,6 +2,8 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
+#include <cstring>
 #include <string_view>
 
 namespace libvarrow::base {
@@ -42,6 +44,32 @@ inline const unsigned char* endOfUtf8Character(const unsigned char* at, const un
     if ((at[i] & 0xC0) != 0x80) return nullptr;
   }
   return at + rest.count + 1;
+}
+
+/// Returns the end of the ASCII characters that begin at `at`. Words of eight characters are tested
+/// at once, as most text is ASCII.
+inline const unsigned char* endOfAscii(const unsigned char* at, const unsigned char* end) {
+  constexpr std::uint64_t kHighBits = 0x8080808080808080U;
+  std::uint64_t word = 0;
+  for (; end - at >= static_cast<std::ptrdiff_t>(sizeof word); at += sizeof word) {
+    std::memcpy(&word, at, sizeof word);
+    if ((word & kHighBits) != 0) break;
+  }
+  while (at != end && *at < 0x80) ++at;
+  return at;
+}
+
+/// Returns whether `text` is valid, without decoding its characters.
+inline bool isValidUtf8(std::string_view text) {
+  const auto* at = reinterpret_cast<const unsigned char*>(text.data());
+  const unsigned char* const end = at + text.size();
+  while ((at = endOfAscii(at, end)) != end) {
+    do {
+      at = endOfUtf8Character(at, end);
+      if (at == nullptr) return false;
+    } while (at != end && *at >= 0x80);
+  }
+  return true;
 }
 
 /// Returns the length of the mark that some editors put in front of a text, 0 if there is none.

@@ -1,8 +1,6 @@
 #include "libvarrow/utility/UTFConverter.h"
 
 #include <boost/locale/encoding.hpp>
-#include <cstdint>
-#include <cstring>
 #include <utility>
 
 #include "base/NeverDestroyed.h"
@@ -39,32 +37,6 @@ const std::string& encoding() {
   return *name;
 }
 
-// Returns the end of the ASCII characters that begin at `at`. Words of eight characters are tested
-// at once, as most text is ASCII.
-const unsigned char* endOfAscii(const unsigned char* at, const unsigned char* end) {
-  constexpr std::uint64_t kHighBits = 0x8080808080808080U;
-  std::uint64_t word = 0;
-  for (; end - at >= static_cast<std::ptrdiff_t>(sizeof word); at += sizeof word) {
-    std::memcpy(&word, at, sizeof word);
-    if ((word & kHighBits) != 0) break;
-  }
-  while (at != end && *at < 0x80) ++at;
-  return at;
-}
-
-// Returns whether `text` is valid, without decoding its characters.
-bool isValidUtf8(const std::string& text) {
-  const auto* at = reinterpret_cast<const unsigned char*>(text.data());
-  const unsigned char* const end = at + text.size();
-  while ((at = endOfAscii(at, end)) != end) {
-    do {
-      at = base::endOfUtf8Character(at, end);
-      if (at == nullptr) return false;
-    } while (at != end && *at >= 0x80);
-  }
-  return true;
-}
-
 }  // namespace
 
 const std::string& codePageName() {
@@ -74,7 +46,7 @@ const std::string& codePageName() {
 
 bool isUtf8InMemory(const std::string& text) {
   static const bool isUtf8 = encoding() == kUtf8;
-  return isUtf8 && isValidUtf8(text);
+  return isUtf8 && base::isValidUtf8(text);
 }
 
 std::string fromUtf8(const std::string& utf8) {
