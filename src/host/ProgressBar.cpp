@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "host/json_string.h"
 #include "host/one_line.h"
 #include "host/system.h"
 #include "libvarrow/backtrace/BackTrace.h"
@@ -47,9 +48,9 @@ std::string progressLine(const std::string& step, const StatisticsContainer& sta
   for (const auto& [name, percent] : list) {
     const std::size_t filled = barLength * percent / kWhole;
     line += std::to_string(percent) + " % [" + std::string(filled, '#') +
-            std::string(barLength - filled, '.') + "] " + oneLine(name) + "  ";
+            std::string(barLength - filled, '.') + "] " + oneLine(programText(name)) + "  ";
   }
-  line += oneLine(step);
+  line += oneLine(programText(step));
   cutText(line, width);
   return line;
 }

@@ -4,6 +4,7 @@
 #include <stdexcept>
 
 #include "host/RunRecord.h"
+#include "host/json_string.h"
 #include "host/step_names.h"
 
 namespace libvarrow::host {
@@ -38,14 +39,14 @@ ResumePoint::ResumePoint(const fs::path& folder) {
     throw std::runtime_error(folder.generic_string() +
                              " is not the dump of a step of a run, such as RUN/dump/2_Plan");
   }
-  step_ = folder_.lexically_relative(dumps).generic_string();
+  step_ = utf8Name(folder_.lexically_relative(dumps).generic_string());
 }
 
 void ResumePoint::requireStepOf(const Module& chain, const std::string& until) const {
   requireStep(chain, step_);
   if (step_.empty() || until.empty() || !isBefore(chain, until, step_)) return;
-  throw std::runtime_error("the step " + until + " is before " + step_ +
-                           ", with which the run begins");
+  throw std::runtime_error(
+      programText("the step " + until + " is before " + step_ + ", with which the run begins"));
 }
 
 void ResumePoint::requireDump(const fs::path& runFolder) const {

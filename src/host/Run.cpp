@@ -175,17 +175,18 @@ void Run::judge(RunResult& result, bool isEnded, const std::string& exception) {
   if ((isEnded || !exception.empty()) && isAsked) {
     result.end = RunResult::End::Ended;
     const std::string& last = session_.lastStep();
-    result.error = oneLine(source_.placeOf("") + ": ended " + bySignal() +
-                           (last.empty() ? "before the first step" : "after step " + last) +
-                           (exception.empty() ? std::string() : "; " + exception));
+    result.error =
+        oneLine(source_.placeOf("") + ": ended " + bySignal() +
+                (last.empty() ? "before the first step" : "after step " + programText(last)) +
+                (exception.empty() ? std::string() : "; " + exception));
   } else if (!exception.empty()) {
     fail(result, exception);
   } else if (isEnded && !session_.isUntilReached()) {
     fail(result, "a step ended the run");
   } else if (!session_.isFromReached()) {
-    fail(result, "the step " + from_.step() + " did not run");
+    fail(result, programText("the step " + from_.step() + " did not run"));
   } else if (!options_.until.empty() && !session_.isUntilReached()) {
-    fail(result, "the step " + options_.until + " did not run");
+    fail(result, programText("the step " + options_.until + " did not run"));
   } else if (!rules.empty()) {
     result.end = RunResult::End::RulesBroken;
     result.error =
@@ -205,7 +206,7 @@ std::string Run::bySignal() const {
 void Run::fail(RunResult& result, const std::string& reason) const {
   result.end = RunResult::End::Failed;
   result.step = session_.failedStep();
-  const std::string step = result.step.empty() ? std::string() : result.step + ": ";
+  const std::string step = result.step.empty() ? std::string() : programText(result.step) + ": ";
   result.error = oneLine(source_.placeOf(result.step) + ": " + step + reason);
 }
 

@@ -114,7 +114,7 @@ void RunRecord::setConfiguration(const Json::Value& configuration) {
 void RunRecord::end(const RunResult& result, const Json::Value& facts) {
   set("end", now());
   set("outcome", outcomeText(result.end));
-  if (!result.step.empty()) set("failed_step", jsonString(result.step));
+  if (!result.step.empty()) set("failed_step", result.step);
   if (!result.error.empty()) set("error", jsonString(result.error));
   set("entries", namesIn(folder_));
   for (const std::string& key : facts.getMemberNames()) set(key, facts[key]);

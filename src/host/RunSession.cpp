@@ -57,10 +57,10 @@ void RunSession::closeRecords() const {
 // A step's name is the part of its dump path that the chains append.
 std::string RunSession::nameOf(const ModuleData& data) const {
   const std::string& path = data.dumpPath;
-  if (path.compare(0, places_.dumps.size(), places_.dumps) != 0) return path;
+  if (path.compare(0, places_.dumps.size(), places_.dumps) != 0) return utf8Name(path);
   const bool endsInSlash = path.size() > places_.dumps.size() && path.back() == '/';
-  return path.substr(places_.dumps.size(),
-                     path.size() - places_.dumps.size() - (endsInSlash ? 1 : 0));
+  return utf8Name(path.substr(places_.dumps.size(),
+                              path.size() - places_.dumps.size() - (endsInSlash ? 1 : 0)));
 }
 
 void RunSession::showStep() {
@@ -68,7 +68,7 @@ void RunSession::showStep() {
   if (!crashName_.empty()) {
     std::string line = crashName_ + ": ";
     line += steps_.empty() ? placeOfPipeline_ : steps_.back().place;
-    if (!step.empty()) line.append(": ").append(step);
+    if (!step.empty()) line.append(": ").append(programText(std::string(step)));
     setCrashLine(oneLine(line));
   }
   const Lock lock(mutex_);

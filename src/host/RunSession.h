@@ -64,7 +64,8 @@ class RunSession : public RunObserver {
   bool isUntilReached() const { return isUntilReached_; }
   /// Returns true when the first step to run has begun.
   bool isFromReached() const { return isFromReached_; }
-  /// Returns the innermost step that failed, "1_ChainedModule/0_Plan"; empty: none.
+  /// Returns the innermost step that failed, "1_ChainedModule/0_Plan"; empty: none. Names of steps
+  /// are UTF-8.
   const std::string& failedStep() const { return failedStep_; }
   /// Returns the last step that ended; empty: none.
   const std::string& lastStep() const { return lastStep_; }

@@ -1,17 +1,36 @@
 #include "host/json_string.h"
 
+#include <utility>
+
+#include "base/utf8.h"
 #include "libvarrow/utility/UTFConverter.h"
 
 namespace libvarrow::host {
 
-Json::Value jsonString(const std::string& text) {
-  // Without a conversion, bytes that are not UTF-8 remain visible in the JSON.
+namespace {
+
+// Without a conversion, bytes that are not UTF-8 remain visible.
+bool isUtf8System() {
   static const bool isUtf8 = utility::codePageName() == "UTF-8";
-  return isUtf8 ? text : utility::toUtf8(text);
+  return isUtf8;
+}
+
+}  // namespace
+
+Json::Value jsonString(const std::string& text) {
+  return isUtf8System() ? text : utility::toUtf8(text);
 }
 
 Json::Value jsonString(const boost::filesystem::path& path) {
   return jsonString(path.generic_string());
+}
+
+std::string programText(const std::string& utf8) {
+  return isUtf8System() ? utf8 : utility::fromUtf8(utf8);
+}
+
+std::string utf8Name(std::string name) {
+  return isUtf8System() || base::isValidUtf8(name) ? std::move(name) : utility::toUtf8(name);
 }
 
 }  // namespace libvarrow::host

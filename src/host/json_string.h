@@ -1,4 +1,4 @@
-// Texts and paths as strings of JSON.
+// The encodings of texts: JSON is UTF-8, other texts of the program are in that of the system.
 #pragma once
 
 #include <json/value.h>
@@ -13,5 +13,13 @@ namespace libvarrow::host {
 Json::Value jsonString(const std::string& text);
 Json::Value jsonString(const boost::filesystem::path& path);
 ///@}
+
+/// Returns a text of JSON as a text of the program, which may be part of an error or of a path.
+/// Leaves out characters that the system's encoding lacks.
+std::string programText(const std::string& utf8);
+
+/// Returns the name of a module or a step in UTF-8, as names of classes, statistics and spans are.
+/// A module may return the name of its folder in the encoding of the system instead.
+std::string utf8Name(std::string name);
 
 }  // namespace libvarrow::host

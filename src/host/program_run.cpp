@@ -10,6 +10,7 @@
 #include "host/ProgressBar.h"
 #include "host/Run.h"
 #include "host/fault_text.h"
+#include "host/json_string.h"
 #include "host/one_line.h"
 #include "host/run_facts.h"
 #include "host/step_names.h"
@@ -83,7 +84,8 @@ class ExitGuard {
  private:
   static void onExit() {
     if (session_ == nullptr) return;
-    printLine(oneLine(*program_ + ": " + session_->currentStep() + ": a module called exit()"));
+    printLine(oneLine(*program_ + ": " + programText(session_->currentStep()) +
+                      ": a module called exit()"));
     std::_Exit(kFailed);
   }
 

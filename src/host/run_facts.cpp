@@ -102,7 +102,7 @@ Json::Value runFacts(const RunOptions& options, const HostState& state) {
   }
   facts["folder_of_inputs"] = jsonString(inputFolder(options));
   facts["dumps"] = dumpLevelText(options.dumps);
-  facts["until"] = jsonString(options.until);
+  facts["until"] = options.until;
   facts["from"] = options.from.empty() ? "" : jsonString(fs::absolute(options.from));
   return facts;
 }

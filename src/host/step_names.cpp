@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "base/nearest_name.h"
+#include "host/json_string.h"
 #include "libvarrow/module/ChainedModule.h"
 #include "libvarrow/module/ChainedModuleV2.h"
 
@@ -28,7 +29,7 @@ bool collect(const Module& chain, const std::string& prefix, const std::string& 
   const auto* const steps = stepsOf(chain);
   if (steps == nullptr) return !prefix.empty() && step.compare(0, prefix.size(), prefix) == 0;
   for (std::size_t i = 0; i < steps->size(); ++i) {
-    names.push_back(prefix + std::to_string(i) + "_" + (*steps)[i]->getModuleName());
+    names.push_back(prefix + std::to_string(i) + "_" + utf8Name((*steps)[i]->getModuleName()));
     if (collect(*(*steps)[i], names.back() + "/", step, names)) return true;
   }
   return false;
@@ -44,7 +45,7 @@ void requireStep(const Module& chain, const std::string& step) {
   for (const std::string& name : names) nearest.consider(name);
   std::string error = "the pipeline has no step \"" + step + "\"";
   if (!nearest.name().empty()) error += "; did you mean \"" + std::string(nearest.name()) + "\"?";
-  throw std::runtime_error(error);
+  throw std::runtime_error(programText(error));
 }
 
 // A chain is listed before its steps, and ends after them.

@@ -1,4 +1,4 @@
-// The names of a chain's steps.
+// The names of a chain's steps, in UTF-8.
 #pragma once
 
 #include <string>

@@ -20,7 +20,8 @@ struct RunOptions {
   std::vector<std::string> set{};
   boost::filesystem::path inputs{};  ///< of input files; empty: the pipeline's folder
   DumpLevel dumps = DumpLevel::All;  ///< the files of each step
-  std::string until{};  ///< ends after this step, "1_ChainedModule/0_Plan"; empty: last
+  /// Ends after this step, "1_ChainedModule/0_Plan", in UTF-8; empty: last.
+  std::string until{};
   /// Continues an earlier run with this step, by the folder of its dumps,
   /// "runs/latest/dump/2_Plan"; empty: begins with the first step.
   boost::filesystem::path from{};

@@ -38,7 +38,7 @@ struct RunResult {
   boost::filesystem::path folder{};        ///< the run folder; empty when none was made
   std::vector<FileFaults> faults{};        ///< of the files; a run with warnings only is done
   std::vector<std::string> brokenRules{};  ///< the texts of reportRulesBroken()
-  std::string step{};                      ///< the failed step, "1_ChainedModule/0_Plan"
+  std::string step{};                      ///< the failed step, "1_ChainedModule/0_Plan", in UTF-8
   std::string error{};                     ///< file, position, step and reason in one line
 
   /// Returns the exit status: kDone, kRulesBroken, or kFailed for the other ends.

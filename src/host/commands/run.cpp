@@ -2,6 +2,7 @@
 
 #include "host/commands/commands.h"
 #include "host/commands/pipeline_options.h"
+#include "host/json_string.h"
 
 namespace libvarrow::host {
 
@@ -34,7 +35,7 @@ class RunCommand : public Command {
     options.folder = out_;
     options.overwrite = overwrite_;
     options.dumps = levels.at(dumps_);
-    options.until = until_;
+    options.until = jsonString(until_).asString();
     options.from = from_;
     return context.runPipeline(options);
   }

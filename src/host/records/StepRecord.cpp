@@ -3,6 +3,7 @@
 #include <cerrno>
 #include <stdexcept>
 
+#include "host/json_string.h"
 #include "host/records/json_line.h"
 #include "host/run_file_names.h"
 #include "host/utc_text.h"
@@ -23,10 +24,10 @@ void StepRecord::begins(Step& step, Module& module, ModuleData& data) {
   step.begin = Clock::now();
   step.processorTime = system::processUse().processorTime;
   beginLine("begin", step);
-  add<std::string_view>("class", module.getModuleName());
+  add<std::string_view>("class", utf8Name(module.getModuleName()));
   add<std::string_view>("time", utcText(std::chrono::system_clock::now()));
   add<std::chrono::nanoseconds>("at", step.begin - begin_);
-  add<std::string_view>("place", step.place);
+  add("place", jsonString(step.place));
   addFigures("before", data);
   endLine();
 }

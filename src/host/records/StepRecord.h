@@ -22,7 +22,7 @@ class StepRecord {
 
   /// A step that runs.
   struct Step {
-    std::string name;   ///< "1_ChainedModule/0_Plan"; empty: the whole pipeline
+    std::string name;   ///< "1_ChainedModule/0_Plan", in UTF-8; empty: the whole pipeline
     std::string place;  ///< "pipeline.json:12:5"
     Clock::time_point begin{};
     std::chrono::microseconds processorTime{};  ///< of the process when the step began

@@ -23,9 +23,9 @@ class TraceRecord {
   /// The calling thread, which runs the steps, becomes the thread "main". The run began at `begin`.
   explicit TraceRecord(Clock::time_point begin);
 
-  /// Adds a step, "1_ChainedModule/0_Plan", that ends now.
+  /// Adds a step, "1_ChainedModule/0_Plan" in UTF-8, that ends now.
   void addStep(const std::string& step, Clock::time_point begin);
-  /// Adds a span of the calling thread.
+  /// Adds a span of the calling thread. Its name is in UTF-8.
   void addSpan(const std::string& name, Clock::time_point begin, Clock::time_point end);
 
   /// Writes the file into `folder`. Throws like writeWhole().

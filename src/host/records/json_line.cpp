@@ -8,7 +8,6 @@
 #include <cmath>
 
 #include "base/number_text.h"
-#include "host/json_string.h"
 
 namespace libvarrow::host {
 
@@ -16,16 +15,6 @@ namespace {
 
 bool isPlain(char c) {
   return c >= ' ' && c <= '~' && c != '"' && c != '\\';
-}
-
-void appendUtf8(std::string& json, std::string_view text) {
-  if (!std::all_of(text.begin(), text.end(), isPlain)) {
-    json += Json::valueToQuotedString(std::string(text).c_str());
-    return;
-  }
-  json += '"';
-  json += text;
-  json += '"';
 }
 
 // JSON has no infinite numbers; readers refuse those that the JSON library writes.
@@ -43,7 +32,7 @@ void appendElementsOf(std::string& json, const Json::Value& value, int depth) {
     if (value.isObject()) {
       const char* end = nullptr;
       const char* const name = element.memberName(&end);
-      appendUtf8(json, std::string_view(name, static_cast<std::size_t>(end - name)));
+      appendJson(json, std::string_view(name, static_cast<std::size_t>(end - name)));
       json += ':';
     }
     appendJson(json, *element, depth - 1);
@@ -53,8 +42,13 @@ void appendElementsOf(std::string& json, const Json::Value& value, int depth) {
 }  // namespace
 
 void appendJson(std::string& json, std::string_view text) {
-  const bool isAscii = std::all_of(text.begin(), text.end(), isPlain);
-  appendUtf8(json, isAscii ? text : jsonString(std::string(text)).asString());
+  if (!std::all_of(text.begin(), text.end(), isPlain)) {
+    json += Json::valueToQuotedString(std::string(text).c_str());
+    return;
+  }
+  json += '"';
+  json += text;
+  json += '"';
 }
 
 void appendJson(std::string& json, std::uint64_t number) {
@@ -80,7 +74,7 @@ void appendJson(std::string& json, const Json::Value& value, int depth) {
     appendElementsOf(json, value, depth);
     json += value.isArray() ? ']' : '}';
   } else if (value.isString() && value.getString(&begin, &end)) {
-    appendUtf8(json, std::string_view(begin, static_cast<std::size_t>(end - begin)));
+    appendJson(json, std::string_view(begin, static_cast<std::size_t>(end - begin)));
   } else if (value.type() == Json::realValue) {
     json += numberText(value.asDouble());
   } else {

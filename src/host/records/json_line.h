@@ -10,7 +10,7 @@
 
 namespace libvarrow::host {
 
-/// Appends a text of the program as JSON, in UTF-8. Bytes without a meaning become U+FFFD.
+/// Appends a text in UTF-8 as JSON. Bytes that are not UTF-8 become U+FFFD.
 void appendJson(std::string& json, std::string_view text);
 
 /// Appends a number.
