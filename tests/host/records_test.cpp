@@ -59,7 +59,12 @@ bool isInside(const Event& inner, const Event& outer) {
 
 class Records : public InTemporaryDirectory {};
 
-TEST_F(Records, AreJsonForEveryNumber) {
+TEST_F(Records, AreJsonForEveryNumberAndName) {
+  using libvarrow::utility::fromUtf8;
+  static const std::string name = fromUtf8("计é");  // code page 1252 has the last letter only
+  struct Named : Act {
+    std::string getModuleName() override { return name; }
+  };
   struct Unbounded : Orders {
     Json::Value getBaiscInfoJson() override {
       Json::Value info;
@@ -67,16 +72,25 @@ TEST_F(Records, AreJsonForEveryNumber) {
       return info;
     }
   } data;
-  writePipeline(act("write", "o.txt"));
+  writePipeline(R"({"Named": {"how": "write", "text": "é.txt"}})");
   libvarrow::Host host("orders", "");
   registerOrders(host);
+  host.regClass<Named>("Named");
   libvarrow::RunOptions options;
   options.pipeline = "p.json";
-  options.folder = "run";
-  options.dumps = libvarrow::DumpLevel::None;
-  EXPECT_EQ("", host.execute(options, data).error);
+  for (const std::string& folder : {name, std::string("run")}) {
+    options.folder = folder;
+    EXPECT_EQ("", host.execute(options, data).error);
+  }
   EXPECT_EQ(json(R"(["inf", "-inf", "nan"])"),
             linesOf("run/steps.jsonl").back()["after"]["bounds"]);
+  const std::string step = "0_" + libvarrow::utility::toUtf8(name);
+  EXPECT_EQ(step, linesOf("run/steps.jsonl")[1]["step"].asString());
+  EXPECT_EQ(1u, eventsOf("run/trace.json").count(step));
+  EXPECT_EQ(0, orders({"diff", name, "run"}).exitCode);
+  writeFile("run/dump/0_" + name + "/after_process/open.txt", "7");
+  const std::string output = orders({"diff", name, "run"}).output;
+  EXPECT_TRUE(contains(output, "0_" + name + ": after_process/open.txt:1")) << output;
 }
 
 TEST_F(Records, OfAFailedRunNameEachStepWithItsPlaceAndFigures) {

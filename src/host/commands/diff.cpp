@@ -4,6 +4,7 @@
 #include "host/commands/commands.h"
 #include "host/commands/diff_result.h"
 #include "host/diff/RunDiff.h"
+#include "host/json_string.h"
 #include "libvarrow/json/json.h"
 
 namespace libvarrow::host {
@@ -12,12 +13,12 @@ int tellDifferences(const RunReader& left, const RunReader& right, bool all,
                     const CommandContext& context) {
   DiffReport report(all);
   RunDiff(left, right, report).compare();
-  const std::string leftName = left.folder().generic_string();
-  const std::string rightName = right.folder().generic_string();
+  const std::string leftName = jsonString(left.folder()).asString();
+  const std::string rightName = jsonString(right.folder()).asString();
   if (context.wantsJson()) {
     context.out() << Json2Str(report.json(leftName, rightName));
   } else {
-    context.out() << report.text(leftName, rightName);
+    context.out() << programText(report.text(leftName, rightName));
   }
   for (const RunReader* const run : {&left, &right}) {
     const std::string reason = incompleteness(*run);

@@ -14,6 +14,7 @@
 #include "host/diff/OwnFolders.h"
 #include "host/diff/origin_diff.h"
 #include "host/fault_text.h"
+#include "host/json_string.h"
 #include "host/one_line.h"
 #include "host/run_facts.h"
 #include "host/run_file_names.h"
@@ -38,12 +39,12 @@ DumpLevel dumpLevelOf(const Json::Value& record) {
 Json::Value inputsNow(const Json::Value& record, const fs::path& folder) {
   Json::Value list(Json::arrayValue);
   for (const Json::Value& input : record["inputs"]) {
-    fs::path file(textAt(input, "file"));
-    const fs::path inside = file.lexically_relative(textAt(record, "folder_of_inputs"));
+    fs::path file = pathAt(input, "file");
+    const fs::path inside = file.lexically_relative(pathAt(record, "folder_of_inputs"));
     if (!inside.empty() && *inside.begin() != "..") file = folder / inside;
     if (!fs::exists(file)) continue;
     Json::Value& entry = list.append(Json::Value(Json::objectValue));
-    entry["file"] = file.generic_string();
+    entry["file"] = jsonString(file);
     entry["sha256"] = checksum(file);
   }
   return list;
@@ -55,9 +56,9 @@ Lines linesOf(const DiffReport& changes) {
     const char* const kind = !change.left    ? " is new"
                              : !change.right ? " is missing"
                                              : " has changed";
-    lines.push_back(oneLine(change.place + kind));
+    lines.push_back(oneLine(programText(change.place) + kind));
   }
-  for (const std::string& note : changes.notes()) lines.push_back(oneLine(note));
+  for (const std::string& note : changes.notes()) lines.push_back(oneLine(programText(note)));
   return lines;
 }
 
@@ -85,7 +86,7 @@ class RepeatCommand : public Command {
     requireUnchanged(recorded.record(), options);
     requireFaultless(options);
     if (options.folder.empty()) {
-      const fs::path pipeline(textAt(recorded.record(), "pipeline"));
+      const fs::path pipeline = pathAt(recorded.record(), "pipeline");
       options.folder = newRunFolder(fs::absolute("runs"), pipeline);
     }
     std::ostringstream summary;
@@ -112,10 +113,10 @@ class RepeatCommand : public Command {
     RunOptions options;
     options.pipeline = recorded.folder() / kPipelineFile;
     options.folder = out_;
-    options.inputs = inputs_.empty() ? fs::path(textAt(record, "folder_of_inputs")) : inputs_;
+    options.inputs = inputs_.empty() ? pathAt(record, "folder_of_inputs") : inputs_;
     options.dumps = dumpLevelOf(record);
     options.until = textAt(record, "until");
-    options.from = textAt(record, "from");
+    options.from = pathAt(record, "from");
     return options;
   }
 

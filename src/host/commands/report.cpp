@@ -4,6 +4,7 @@
 
 #include "host/RunReader.h"
 #include "host/commands/commands.h"
+#include "host/json_string.h"
 #include "host/page/write_page.h"
 #include "libvarrow/json/json.h"
 
@@ -15,7 +16,9 @@ RunFiles filesOf(const Json::Value& record) {
   RunFiles files;
   for (const Json::Value& entry : record["files"]) {
     const bool isWhole = entry["kind"].isString() && entry["path"].isString();
-    if (isWhole) files.emplace_back(entry["kind"].asString(), entry["path"].asString());
+    if (!isWhole) continue;
+    files.emplace_back(programText(entry["kind"].asString()),
+                       programText(entry["path"].asString()));
   }
   return files;
 }
@@ -30,13 +33,13 @@ class ReportCommand : public Command {
 
   int run(CommandContext& context) override {
     const RunReader run(run_);
-    const std::string page = writePage(run.folder(), filesOf(run.record())).generic_string();
+    const boost::filesystem::path page = writePage(run.folder(), filesOf(run.record()));
     if (!context.wantsJson()) {
-      context.out() << page << '\n';
+      context.out() << page.generic_string() << '\n';
       return kDone;
     }
     Json::Value json(Json::objectValue);
-    json["page"] = page;
+    json["page"] = jsonString(page);
     context.out() << Json2Str(json);
     return kDone;
   }

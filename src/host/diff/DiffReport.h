@@ -28,7 +28,8 @@ struct StepTimes {
   double right;
 };
 
-/// Collects the differences of two runs: the first, or all up to a limit of memory.
+/// Collects the differences of two runs: the first, or all up to a limit of memory. All texts are
+/// UTF-8, except lines of files in other encodings.
 class DiffReport {
  public:
   explicit DiffReport(bool all) : all_(all) {}

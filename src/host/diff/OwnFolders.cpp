@@ -4,6 +4,8 @@
 #include <boost/filesystem/operations.hpp>
 #include <set>
 
+#include "host/json_string.h"
+
 namespace libvarrow::host {
 
 namespace {
@@ -24,18 +26,25 @@ std::string textAt(const Json::Value& object, const char* key) {
   return isText ? object[key].asString() : std::string();
 }
 
+fs::path pathAt(const Json::Value& object, const char* key) {
+  return programText(textAt(object, key));
+}
+
+// Files have the names in UTF-8 or, those of modules and logs, in the encoding of the system.
 OwnFolders::OwnFolders(const fs::path& folder, const Json::Value& record) {
   std::set<std::string> names;
   const auto add = [&](const fs::path& path) {
     const std::string name = path.generic_string();
-    if (path.is_absolute() && path.has_relative_path()) names.insert(name);
+    if (path.is_absolute() && path.has_relative_path()) {
+      names.insert({name, jsonString(name).asString()});
+    }
   };
   add(fs::canonical(folder));
-  add(textAt(record, "folder"));  // where it was before it was moved
-  add(textAt(record, "folder_of_inputs"));
-  add(fs::path(textAt(record, "pipeline")).parent_path());
+  add(pathAt(record, "folder"));  // where it was before it was moved
+  add(pathAt(record, "folder_of_inputs"));
+  add(pathAt(record, "pipeline").parent_path());
   for (const Json::Value& input : record["inputs"]) {
-    add(fs::path(textAt(input, "file")).parent_path());
+    add(pathAt(input, "file").parent_path());
   }
   folders_.assign(names.begin(), names.end());
   std::sort(folders_.begin(), folders_.end(),

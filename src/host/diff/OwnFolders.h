@@ -12,6 +12,9 @@ namespace libvarrow::host {
 /// Returns the text of a member; empty when it is missing or not a text.
 std::string textAt(const Json::Value& object, const char* key);
 
+/// Returns the path that a member names in UTF-8; empty when it is missing or not a text.
+boost::filesystem::path pathAt(const Json::Value& object, const char* key);
+
 /// The folders of one run: its own, those of its input files and that of its pipeline file. Two
 /// runs of one pipeline differ in them, and texts may contain them.
 class OwnFolders {

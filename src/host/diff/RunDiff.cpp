@@ -11,6 +11,7 @@
 #include "host/diff/file_diff.h"
 #include "host/diff/json_diff.h"
 #include "host/diff/origin_diff.h"
+#include "host/json_string.h"
 #include "host/run_file_names.h"
 
 namespace libvarrow::host {
@@ -26,6 +27,13 @@ constexpr const char* kStatisticsOfStep = "module_stat.json";
 
 bool isOfHost(const std::string& name) {
   return isFileOfHost(name) || name == "log" || name == kDumps;
+}
+
+// Returns the folder of a step's dumps: a module names it in UTF-8 or in the system's encoding.
+fs::path dumpsOf(const RunReader& run, const std::string& step) {
+  const fs::path folder = run.folder() / kDumps;
+  boost::system::error_code ignored;
+  return folder / (fs::exists(folder / step, ignored) ? step : programText(step));
 }
 
 // A file may name a step outside the run folder.
@@ -84,7 +92,7 @@ std::string reasonOf(const Json::Value& record) {
   if (record.isMember("failed_step") && ofStep != std::string::npos) {
     return error.substr(ofStep + step.size());
   }
-  const std::string name = fs::path(textAt(record, "pipeline")).filename().string();
+  const std::string name = jsonString(pathAt(record, "pipeline").filename()).asString();
   const std::size_t ofName = name.empty() ? std::string::npos : error.find(name);
   if (ofName == std::string::npos) return error;
   const std::size_t end = error.find(": ", ofName + name.size());
@@ -106,7 +114,7 @@ bool isFileName(const std::string& name) {
 void addEntries(const RunReader& run, std::set<std::string>& names) {
   const Json::Value& entries = run.record()["entries"];
   if (entries.empty()) names.merge(namesInBoth({run.folder(), run.folder()}));
-  for (const Json::Value& entry : entries) names.insert(entry.asString());
+  for (const Json::Value& entry : entries) names.insert(programText(entry.asString()));
 }
 
 bool isBelow(const fs::path& file, const fs::path& folder) {
@@ -115,9 +123,9 @@ bool isBelow(const fs::path& file, const fs::path& folder) {
 }
 
 // Returns true for a file of the run folder, which may have been moved since.
-bool isOfFolder(const std::string& file, const RunReader& run) {
+bool isOfFolder(const fs::path& file, const RunReader& run) {
   return isBelow(file, fs::canonical(run.folder())) ||
-         isBelow(file, textAt(run.record(), "folder"));
+         isBelow(file, pathAt(run.record(), "folder"));
 }
 
 }  // namespace
@@ -175,7 +183,7 @@ bool RunDiff::hasComparableDumps() {
   if (hasLeft != hasRight) {
     const RunReader& without = hasLeft ? right_ : left_;
     report_.note("only the key figures of the steps are compared: " +
-                 without.folder().generic_string() + " has no dumps");
+                 jsonString(without.folder()).asString() + " has no dumps");
   }
   return hasLeft && hasRight;
 }
@@ -247,14 +255,14 @@ void RunDiff::compareFigures(const StepEvent& left, const StepEvent& right) {
 void RunDiff::compareDumps(const StepEvent& left, const StepEvent& right) {
   if (report_.isEnough() || !isInside(left.step)) return;
   static const std::set<std::string> ofInput = {"in_info.json", "in_detail.txt", "before_process"};
-  const ComparedFolders folders{left_.folder() / kDumps / left.step,
-                                right_.folder() / kDumps / left.step, titleOf(left) + ": "};
+  const ComparedFolders folders{dumpsOf(left_, left.step), dumpsOf(right_, left.step),
+                                titleOf(left) + ": "};
   // The key figures of the events have been compared.
   const std::string figures = left.isBegin ? "in_info.json" : "out_info.json";
   const char* const key = left.isBegin ? "before" : "after";
   const bool areFiguresKnown = left.line->isMember(key) && right.line->isMember(key);
   for (const std::string& name : inReadingOrder(namesInBoth(folders))) {
-    const std::string inner = left.step.empty() ? name : left.step + "/" + name;
+    const std::string inner = utf8Name(left.step.empty() ? name : left.step + "/" + name);
     const bool isStep = leftEvents_.hasStep(inner) || rightEvents_.hasStep(inner);
     const bool isInput = ofInput.count(name) > 0;
     if (isStep || isInput != left.isBegin || name == kStatisticsOfStep) continue;
@@ -291,20 +299,22 @@ void RunDiff::compareFilesElsewhere() {
   const Json::Value& right = right_.record()["files"];
   diffJson(&left, &right, texts_, "files", {}, report_);
   for (Json::ArrayIndex i = 0; i < std::min(left.size(), right.size()); ++i) {
-    const std::string file = textAt(left[i], "path");
-    const std::string other = textAt(right[i], "path");
+    const fs::path file = pathAt(left[i], "path");
+    const fs::path other = pathAt(right[i], "path");
     if (!isOfFolder(file, left_) && !isOfFolder(other, right_)) compareFileElsewhere(file, other);
   }
 }
 
-void RunDiff::compareFileElsewhere(const std::string& left, const std::string& right) {
+void RunDiff::compareFileElsewhere(const fs::path& left, const fs::path& right) {
   if (report_.isEnough()) return;
+  const std::string name = jsonString(left).asString();
   if (left == right) {
-    report_.note(left + " is not compared: both runs wrote it");
+    report_.note(name + " is not compared: both runs wrote it");
   } else if (!fs::is_regular_file(left) || !fs::is_regular_file(right)) {
-    report_.note(left + " and " + right + " are not compared: a file is missing");
+    report_.note(name + " and " + jsonString(right).asString() +
+                 " are not compared: a file is missing");
   } else if (auto difference = fileDifference(left, right, texts_)) {
-    difference->place = left + difference->place;
+    difference->place = name + difference->place;
     report_.add(std::move(*difference));
   }
 }

@@ -33,7 +33,8 @@ class RunDiff {
   void compareOutcomes();
   void compareWrittenFiles();
   void compareFilesElsewhere();
-  void compareFileElsewhere(const std::string& left, const std::string& right);
+  void compareFileElsewhere(const boost::filesystem::path& left,
+                            const boost::filesystem::path& right);
   bool hasComparableDumps();
 
   const RunReader& left_;

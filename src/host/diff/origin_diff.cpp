@@ -5,6 +5,7 @@
 #include <set>
 
 #include "host/diff/OwnFolders.h"
+#include "host/json_string.h"
 
 namespace libvarrow::host {
 
@@ -14,15 +15,15 @@ namespace fs = boost::filesystem;
 using Files = std::map<std::string, const Json::Value*>;
 
 // Returns the name by which a file is found in another run, whose folders are others.
-std::string nameOf(const Json::Value& file, const std::string& folder) {
-  const fs::path path(textAt(file, "file"));
+std::string nameOf(const Json::Value& file, const fs::path& folder) {
+  const fs::path path = pathAt(file, "file");
   const fs::path relative = folder.empty() ? fs::path() : path.lexically_relative(folder);
   const bool isInside = !relative.empty() && *relative.begin() != "..";
-  return (isInside ? relative : path.filename()).generic_string();
+  return jsonString(isInside ? relative : path.filename()).asString();
 }
 
 // A file that is listed twice was changed during the run: the last content counts.
-Files filesOf(const Json::Value& list, const std::string& folder) {
+Files filesOf(const Json::Value& list, const fs::path& folder) {
   Files files;
   for (const Json::Value& file : list) {
     const std::string name = textAt(file, "name");
@@ -54,8 +55,8 @@ std::optional<Lines> shown(const Json::Value* file, const char* key) {
 }
 
 void diffInputs(const Json::Value& left, const Json::Value& right, DiffReport& report) {
-  const Files ofLeft = filesOf(left["inputs"], textAt(left, "folder_of_inputs"));
-  const Files ofRight = filesOf(right["inputs"], textAt(right, "folder_of_inputs"));
+  const Files ofLeft = filesOf(left["inputs"], pathAt(left, "folder_of_inputs"));
+  const Files ofRight = filesOf(right["inputs"], pathAt(right, "folder_of_inputs"));
   for (const std::string& name : namesOf(ofLeft, ofRight)) {
     const Json::Value* const one = find(ofLeft, name);
     const Json::Value* const other = find(ofRight, name);

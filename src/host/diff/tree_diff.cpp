@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "host/diff/file_diff.h"
+#include "host/json_string.h"
 #include "host/system.h"
 
 namespace libvarrow::host {
@@ -36,7 +37,7 @@ std::optional<Lines> wordsFor(const fs::path& path, fs::file_type type) {
     case fs::directory_file:
       return Lines{"a folder"};
     case fs::symlink_file:
-      return Lines{"a link to " + shownText(fs::read_symlink(path).generic_string())};
+      return Lines{"a link to " + shownText(jsonString(fs::read_symlink(path)).asString())};
     default:
       return Lines{"neither a file nor a folder"};
   }
@@ -72,7 +73,7 @@ void diffEntry(const ComparedFolders& folders, const std::string& name, const Fo
   if (report.isEnough()) return;
   const fs::path left = folders.left / name;
   const fs::path right = folders.right / name;
-  const std::string place = folders.title + name;
+  const std::string place = folders.title + jsonString(name).asString();
   if (folders.skipped.count(place) > 0) return;
   const fs::file_type ofLeft = typeOf(left);
   const fs::file_type ofRight = typeOf(right);

@@ -18,13 +18,14 @@ struct ComparedFolders {
   std::set<std::string> skipped{};  ///< places that are not compared
 };
 
-/// Compares the entry `name` of two folders: a file, a folder with all its files, or a symbolic
-/// link, which is not followed. An entry that neither of them has is equal. Adds differences to
-/// `report`, until that is enough. Throws std::runtime_error when a file cannot be read.
+/// Compares the entry `name`, a text of the program, of two folders: a file, a folder with all its
+/// files, or a symbolic link, which is not followed. An entry that neither of them has is equal.
+/// Adds differences to `report`, until that is enough. Throws std::runtime_error when a file cannot
+/// be read.
 void diffEntry(const ComparedFolders& folders, const std::string& name, const FoldersOfRuns& texts,
                DiffReport& report);
 
-/// Returns the names of the entries of both folders, which may be missing.
+/// Returns the names of the entries of both folders, which may be missing, as texts of the program.
 std::set<std::string> namesInBoth(const ComparedFolders& folders);
 
 }  // namespace libvarrow::host

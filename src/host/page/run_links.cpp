@@ -5,6 +5,7 @@
 #include <cstdint>
 
 #include "host/file_text.h"
+#include "host/json_string.h"
 #include "host/run_file_names.h"
 
 namespace libvarrow::host {
@@ -75,11 +76,11 @@ std::string pictureOf(const fs::path& folder, const fs::path& link, std::uintmax
 void addLink(RunLinks& links, const fs::path& folder, const std::string& kind,
              const std::string& path, std::uintmax_t& room) {
   Json::Value& link = links.json["files"].append(Json::Value(Json::objectValue));
-  link["kind"] = kind;
-  link["path"] = path;
+  link["kind"] = jsonString(kind);
+  link["path"] = jsonString(path);
   const std::string inside = pathInside(folder, path);
   if (inside.empty()) return;
-  link["link"] = inside;
+  link["link"] = jsonString(inside);
   std::string picture = pictureOf(folder, inside, room);
   if (picture.empty()) return;
   link["picture"] = static_cast<Json::UInt64>(links.pictures.size());
