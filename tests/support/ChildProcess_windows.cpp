@@ -10,13 +10,16 @@
 #include <boost/algorithm/string/erase.hpp>
 #include <boost/dll/runtime_symbol_info.hpp>
 #include <boost/filesystem/operations.hpp>
+#include <chrono>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <iostream>
 #include <iterator>
+#include <stdexcept>
 #include <string>
 #include <thread>
+#include <vector>
 
 #include "libvarrow/utility/UTFConverter.h"
 #include "support/ChildProcess.h"
@@ -82,11 +85,28 @@ int signalOf(int exitCode) {
   return code == EXCEPTION_ACCESS_VIOLATION || code == EXCEPTION_STACK_OVERFLOW ? SIGSEGV : 0;
 }
 
+// Tries again with new pipes: on a busy machine, wine sometimes refuses to create a process.
+Poco::ProcessHandle launched(const std::vector<std::string>& commandLine, Poco::Pipe& output,
+                             Poco::Pipe& errors) {
+  constexpr int kTries = 5;
+  for (int tries = 1;; ++tries) {
+    output = Poco::Pipe();
+    errors = Poco::Pipe();
+    try {
+      return Poco::Process::launch(commandLine.front(),
+                                   {commandLine.begin() + 1, commandLine.end()}, nullptr, &output,
+                                   &errors);
+    } catch (const Poco::SystemException& error) {
+      if (tries == kTries) throw std::runtime_error(error.displayText());
+      std::this_thread::sleep_for(std::chrono::seconds(1));
+    }
+  }
+}
+
 ChildResult run(std::vector<std::string> commandLine) {
   for (std::string& part : commandLine) part = libvarrow::utility::toUtf8(part);
   Poco::Pipe output, errors;
-  const auto process = Poco::Process::launch(
-      commandLine.front(), {commandLine.begin() + 1, commandLine.end()}, nullptr, &output, &errors);
+  const Poco::ProcessHandle process = launched(commandLine, output, errors);
   ChildResult result;
   std::thread reader([&] { result.errors = outputOf(errors); });
   result.output = outputOf(output);
