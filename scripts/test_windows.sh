@@ -54,7 +54,7 @@ if [ $# -gt 0 ]; then
   exit
 fi
 run_tests CP1252 C.UTF-8
-run_tests CP936 zh_CN.UTF-8 -R '^(UTFConverter|Execute|HostProgram|Json|Overrides|RunFolders|Time[^r]|Scheduling|DllManager|Log|Utility|Rule|Module|Chain|Shared)'
+run_tests CP936 zh_CN.UTF-8 -R '^(UTFConverter|Execute|HostProgram|Json|Overrides|Records|Diff|Repeat|Page|Why|RunFolders|Time[^r]|Scheduling|DllManager|Log|Utility|Rule|Module|Chain|Shared)'
 
 timeout 600 "$here/windows/press_ctrl_c.py" "$build" "$dependencies"
 
