@@ -168,7 +168,9 @@ RunResult Host::execute(const RunOptions& options, ModuleData& data) {
     const host::ResumePoint from(options.from);
     from.requireDump(options.folder);
     const host::RunFolder folder(options.folder, options.overwrite);
-    host::RunRecord record(folder.path(), host::runFacts(options, state));
+    RunOptions recorded = options;
+    recorded.from = from.folder();
+    host::RunRecord record(folder.path(), host::runFacts(recorded, state));
     record.begin();
     const host::RunContext context{state.name};
     return host::Run(options, context, source, from, folder, record).process(*state.modules, data);

@@ -39,7 +39,10 @@ ResumePoint::ResumePoint(const fs::path& folder) {
     throw std::runtime_error(folder.generic_string() +
                              " is not the dump of a step of a run, such as RUN/dump/2_Plan");
   }
-  step_ = utf8Name(folder_.lexically_relative(dumps).generic_string());
+  const fs::path step = folder_.lexically_relative(dumps);
+  step_ = utf8Name(step.generic_string());
+  // Without links: the new run changes "runs/latest".
+  folder_ = fs::canonical(dumps.parent_path()) / dumps.filename() / step;
 }
 
 void ResumePoint::requireStepOf(const Module& chain, const std::string& until) const {

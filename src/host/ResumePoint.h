@@ -17,6 +17,8 @@ class ResumePoint {
   /// dumps of a run.
   explicit ResumePoint(const boost::filesystem::path& folder);
 
+  /// Returns the absolute path of the step's dump, without links; empty: none.
+  const boost::filesystem::path& folder() const { return folder_; }
   /// Returns the step, "1_ChainedModule/0_Plan"; empty: none.
   const std::string& step() const { return step_; }
 

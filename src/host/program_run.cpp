@@ -218,6 +218,7 @@ ExitStatus runPipeline(RunOptions options, HostState& state, system::ResultStrea
     return kFailed;
   }
   const ResumePoint from = requireSteps(options, *state.modules, source);
+  options.from = from.folder();
   requireOutside(options);
   const system::EndSignals signals;  // from here on, something would be left half done
   const fs::path path = options.folder.empty()
@@ -232,7 +233,11 @@ ExitStatus runPipeline(RunOptions options, HostState& state, system::ResultStrea
   const RunContext context{state.name, isEndAsked, /*setsCrashLine=*/true, &warnings};
   logFaults(source.faults());
   tellChanges(source);
-  return runChecked(options, context, state, source, from, folder, record, asJson, out);
+  const ExitStatus status =
+      runChecked(options, context, state, source, from, folder, record, asJson, out);
+  const bool isNameUnknown = status == kFailed && options.folder.empty();
+  if (isNameUnknown) printLine(oneLine("run folder  " + folder.path().generic_string()));
+  return status;
 }
 
 }  // namespace libvarrow::host
