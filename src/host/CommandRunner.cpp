@@ -7,6 +7,7 @@
 #include <exception>
 #include <iostream>
 #include <utility>
+#include <vector>
 
 #include "base/nearest_name.h"
 #include "host/command_parts.h"
@@ -17,6 +18,31 @@
 #include "libvarrow/version.h"
 
 namespace libvarrow::host {
+
+namespace {
+
+std::string suggestion(const base::NearestName& nearest) {
+  if (nearest.name().empty()) return std::string();
+  return "; did you mean \"" + std::string(nearest.name()) + "\"?";
+}
+
+// Throws when an unknown option explains the parser's error: the parser reports a missing argument
+// first.
+void refuseUnknownOption(const CLI::App& app) {
+  for (const std::string& argument : app.remaining()) {
+    const std::string name = argument.substr(0, argument.find('='));
+    if (name.compare(0, 2, "--") != 0 || name.size() == 2) continue;
+    base::NearestName nearest(name);
+    std::vector<std::string> known;
+    for (const CLI::Option* const option : app.get_options()) {
+      if (!option->get_lnames().empty()) known.push_back("--" + option->get_lnames().front());
+    }
+    for (const std::string& option : known) nearest.consider(option);
+    throw UsageError("unknown option " + name + suggestion(nearest));
+  }
+}
+
+}  // namespace
 
 int CommandRunner::run() {
   int status = kFailed;
@@ -117,6 +143,7 @@ std::string CommandRunner::parse(Command& command, bool& wantsJson,
   } catch (const CLI::CallForHelp&) {
     return app.help();
   } catch (const CLI::ParseError& error) {
+    refuseUnknownOption(app);
     throw UsageError(error.what());
   }
   return std::string();
@@ -141,9 +168,7 @@ CommandRunner::Selected CommandRunner::select() const {
     nearest.consider(command->name());
   }
   const char* const kind = one.front() == '-' ? "option " : "command ";
-  std::string error = "unknown " + (one.empty() ? "command \"\"" : kind + one);
-  if (!nearest.name().empty()) error += "; did you mean \"" + std::string(nearest.name()) + "\"?";
-  throw UsageError(error);
+  throw UsageError("unknown " + (one.empty() ? "command \"\"" : kind + one) + suggestion(nearest));
 }
 
 std::string CommandRunner::help() const {

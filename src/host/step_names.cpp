@@ -35,17 +35,27 @@ bool collect(const Module& chain, const std::string& prefix, const std::string& 
   return false;
 }
 
+// Continues an error about an unknown step.
+std::string suggestion(const std::string& step, const std::vector<std::string>& names) {
+  constexpr std::size_t kMostListed = 12;
+  base::NearestName nearest(step);
+  for (const std::string& name : names) nearest.consider(name);
+  if (!nearest.name().empty()) return "; did you mean \"" + std::string(nearest.name()) + "\"?";
+  std::string list;
+  for (std::size_t i = 0; i < names.size() && i < kMostListed; ++i) {
+    list += (i == 0 ? "; it has " : ", ") + names[i];
+  }
+  return names.size() > kMostListed ? list + ", ..." : list;
+}
+
 }  // namespace
 
 void requireStep(const Module& chain, const std::string& step) {
   std::vector<std::string> names;
   if (step.empty() || collect(chain, "", step, names)) return;
   if (std::find(names.begin(), names.end(), step) != names.end()) return;
-  base::NearestName nearest(step);
-  for (const std::string& name : names) nearest.consider(name);
-  std::string error = "the pipeline has no step \"" + step + "\"";
-  if (!nearest.name().empty()) error += "; did you mean \"" + std::string(nearest.name()) + "\"?";
-  throw std::runtime_error(programText(error));
+  throw std::runtime_error(
+      programText("the pipeline has no step \"" + step + "\"" + suggestion(step, names)));
 }
 
 // A chain is listed before its steps, and ends after them.

@@ -49,6 +49,10 @@ class CheckCommand : public Command {
     for (const std::string& file : files_) {
       for (FileFaults& found : faultsOf(file)) addFaults(faults, std::move(found));
     }
+    const std::string option = changes_.firstGiven(state_);
+    if (!option.empty() && ruleFileCount_ == files_.size()) {
+      throw UsageError(option + " is for pipelines: " + files_.front() + " is a rule file");
+    }
     if (context.wantsJson()) {
       printJson(faults, context.out());
     } else {
@@ -76,7 +80,7 @@ class CheckCommand : public Command {
     });
   }
 
-  std::vector<FileFaults> faultsOf(const std::string& file) const {
+  std::vector<FileFaults> faultsOf(const std::string& file) {
     RunOptions options = changes_.runOptions(state_);
     options.pipeline = file;
     RunOptions unchanged;
@@ -84,6 +88,7 @@ class CheckCommand : public Command {
     PipelineSource read(unchanged, *state_.modules);
     if (errorCount(read.faults()) > 0) return read.faults();
     if (!isPipeline(read.json())) {
+      ++ruleFileCount_;
       return {{options.pipeline.generic_string(), checkRuleText(read.text(), *state_.rules)}};
     }
     const bool isChanged = !options.with.empty() || !options.set.empty();
@@ -104,6 +109,7 @@ class CheckCommand : public Command {
 
   HostState& state_;
   std::vector<std::string> files_;
+  std::size_t ruleFileCount_ = 0;
   ChangeOptions changes_;
   PluginOption plugins_;
 };

@@ -55,6 +55,16 @@ void ChangeOptions::declare(CommandOptions& options, const HostState& state) {
   }
 }
 
+std::string ChangeOptions::firstGiven(const HostState& state) const {
+  if (!with_.empty()) return "--with";
+  if (!set_.empty()) return "--set";
+  if (!inputs_.empty()) return "--inputs";
+  for (std::size_t i = 0; i < values_.size(); ++i) {
+    if (!values_[i].empty()) return "--" + state.settings[i].name;
+  }
+  return std::string();
+}
+
 RunOptions ChangeOptions::runOptions(const HostState& state) const {
   RunOptions options;
   options.with.assign(with_.begin(), with_.end());

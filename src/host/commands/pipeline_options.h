@@ -26,6 +26,8 @@ class ChangeOptions {
   void declare(CommandOptions& options, const HostState& state);
   /// Returns the options of a run with these changes.
   RunOptions runOptions(const HostState& state) const;
+  /// Returns the first of these options that is given, such as "--set"; empty: none.
+  std::string firstGiven(const HostState& state) const;
 
  private:
   std::vector<std::string> with_;
