@@ -2,6 +2,7 @@
 
 #include <libvarrow/utility/UTFConverter.h>
 #include <algorithm>
+#include <boost/filesystem/operations.hpp>
 #include <boost/filesystem/path.hpp>
 #include <charconv>
 #include <fstream>
@@ -166,7 +167,12 @@ Instance parseInstance(std::string_view text, const std::string& fileName) {
 
 Instance readInstance(const std::string& fileName) {
   const std::optional<std::string> text = readText(fileName);
-  if (!text) throw InstanceError(fileName + ": cannot be read; expected an instance file");
+  if (!text) {
+    boost::system::error_code ignored;
+    const bool isThere = boost::filesystem::exists(fileName, ignored);
+    throw InstanceError(fileName + (isThere ? ": cannot be read" : ": does not exist") +
+                        "; expected an instance file");
+  }
   if (text->size() > kMaxFileSize) {
     throw InstanceError(fileName + ": expected an instance file of at most " +
                         std::to_string(kMaxFileSize) + " bytes, found a larger one");
