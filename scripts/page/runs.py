@@ -57,6 +57,8 @@ def write_small(folder):
             {"progressPercent": 100}, {"progressPercent": 50}]}},
         {"none": None},
         {"best": {"seed": 12345678901234567890, HOSTILE: [HOSTILE, {"a": 1}]}},
+        {"improvements": [{"iteration": i, HOSTILE: late} for i, late in
+                          [(0, 9), (4, 7), (30, 6), (2000, 2)]]},
         {"unplaced": REJECTIONS}]}
     record = {"outcome": "rules broken", "error": f"the plan breaks 1 rule: {HOSTILE}",
               "failed_step": "2_" + HOSTILE, "rules_broken": [f"late orders: 2, at most 1 {HOSTILE}"],

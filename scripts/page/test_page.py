@@ -111,6 +111,7 @@ def test_text(browser, page):
                  "nearest: OT2 2024-03-08 12:45, short by 00:30:00", "7 rejections",
                  "no \\u0007 bell, \\u202e no order", "3 further lines", "planner",
                  f"orders run pipeline.json --set '{hostile.replace(chr(39), chr(39) + chr(92) + chr(39) * 2)}'",
+                 f"4 records, {hostile} 9 → 2 {hostile} by iteration (logarithmic) 9 2 0 2000 records",
                  "1 min 30 s, 10:00:00 to 10:01:30"]:
         expect(part.replace("\u202f", " ") in text.replace("\u202f", " "), f"the page lacks: {part}")
     for caption, values in [("Samples of waits", ["[3-4)", "[20-30)", "[100-110)"]),
@@ -120,6 +121,8 @@ def test_text(browser, page):
             .flatMap(table => [...table.querySelectorAll("td.name")].map(cell => cell.innerText))""",
                             caption)
         expect(shown == values, f"{caption}: {shown}")
+    drawn = browser.run("return document.querySelector('.curve path').getAttribute('d')")
+    expect(re.fullmatch(r"M0 0H[0-9.]+V28.57H[0-9.]+V42.86H1000V100", drawn), f"curve: {drawn}")
     expect(browser.run("return document.querySelectorAll('script:not([type])').length") == 1,
            "a text of the run became a script")
     expect("broken out" not in browser.run("return document.title"), "a script of the run ran")

@@ -13,6 +13,14 @@ function make(tag, attributes, ...children) {
   return element;
 }
 
+// Returns an element of a drawing.
+function svg(tag, attributes, ...children) {
+  const element = document.createElementNS("http://www.w3.org/2000/svg", tag);
+  for (const [name, value] of Object.entries(attributes)) element.setAttribute(name, value);
+  element.append(...children);
+  return element;
+}
+
 function button(text, onClick, attributes = {}) {
   const element = make("button", {type: "button", ...attributes}, text);
   element.addEventListener("click", onClick);

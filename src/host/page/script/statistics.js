@@ -121,7 +121,8 @@ function statistic(name, value, isOpen) {
   if (isRejections(value)) return leaf(name, make("a", {href: "#why"}, "rejections"));
   if (typeof value === "string" && /^-?\d+\/\d+;.*%$/.test(value)) return percent(name, value);
   if (value === null) return leaf(name, make("span", {class: "note"}, "empty"));
-  return treeOf(name, value);
+  const axes = axesOf(value);
+  return axes ? records(name, value, axes, isOpen) : treeOf(name, value);
 }
 
 // Calls `visit` with the path, name and value of every statistic in document order until it returns

@@ -1,16 +1,8 @@
 // The timeline of the steps. The table of steps has the same facts.
 
-const kSvg = "http://www.w3.org/2000/svg";
 const kLane = 26;
 const kMostLanes = 12;
 const kNarrow = 0.003;  // of the width; narrower steps are drawn together
-
-function svg(tag, attributes, ...children) {
-  const element = document.createElementNS(kSvg, tag);
-  for (const [name, value] of Object.entries(attributes)) element.setAttribute(name, value);
-  element.append(...children);
-  return element;
-}
 
 // Returns the bars between two times. Neighbours that would be too narrow are one bar.
 function barsBetween(from, to) {
