@@ -11,6 +11,7 @@
 #include "host/run_file_names.h"
 #include "host/step_names.h"
 #include "host/system.h"
+#include "host/without_links.h"
 #include "libvarrow/json/json.h"
 #include "libvarrow/log/log.h"
 #include "libvarrow/module/run_files.h"
@@ -73,8 +74,8 @@ Json::Value listOf(const std::vector<std::string>& texts) {
 }  // namespace
 
 fs::path inputFolder(const RunOptions& options) {
-  return fs::absolute(options.inputs.empty() ? fs::absolute(options.pipeline).parent_path()
-                                             : options.inputs);
+  return withoutLinks(fs::absolute(
+      options.inputs.empty() ? fs::absolute(options.pipeline).parent_path() : options.inputs));
 }
 
 Run::Run(const RunOptions& options, const RunContext& context, const PipelineSource& source,

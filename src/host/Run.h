@@ -25,8 +25,8 @@ struct RunContext {
   const LogWarnings* warnings = nullptr;  ///< of the log, if the run is the only one
 };
 
-/// Returns the absolute folder of inputs: that of the options or, without one, that of the pipeline
-/// file.
+/// Returns the absolute folder of inputs without links: that of the options or, without one, that
+/// of the pipeline file.
 boost::filesystem::path inputFolder(const RunOptions& options);
 
 class Run {

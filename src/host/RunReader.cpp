@@ -10,6 +10,7 @@
 #include "host/file_text.h"
 #include "host/one_line.h"
 #include "host/run_file_names.h"
+#include "host/without_links.h"
 
 namespace libvarrow::host {
 
@@ -47,15 +48,6 @@ fs::path folderOf(const fs::path& path) {
   return path.parent_path() / oneLine(textOf(path));
 }
 
-// Follows links such as "runs/latest", which the next run changes. Other paths stay as the user
-// wrote them.
-fs::path withoutLinks(const fs::path& folder) {
-  fs::path normal = fs::absolute(folder).lexically_normal();
-  if (normal.filename() == ".") normal = normal.parent_path();  // after a slash
-  const fs::path whole = fs::canonical(folder);
-  return whole == normal ? folder : whole;
-}
-
 void check(const Json::Value& record, const fs::path& file) {
   if (!record.isObject() || !record[RunRecord::kMark].isInt()) {
     fail(file, " is not the record of a run");
@@ -90,7 +82,7 @@ bool isStep(const Json::Value& line) {
 
 }  // namespace
 
-RunReader::RunReader(const fs::path& folder) : folder_(folderOf(folder)) {
+RunReader::RunReader(const fs::path& folder) : folder_(withoutLinks(folderOf(folder))) {
   const auto isMissing = [](const fs::path& path) {
     boost::system::error_code ignored;
     return fs::status(path, ignored).type() == fs::file_not_found;
@@ -102,7 +94,6 @@ RunReader::RunReader(const fs::path& folder) : folder_(folderOf(folder)) {
   }
   record_ = parsed(textOf(file), file);
   check(record_, file);
-  folder_ = withoutLinks(folder_);
 }
 
 Json::Value RunReader::steps() const {

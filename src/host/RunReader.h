@@ -16,7 +16,7 @@ class RunReader {
   /// names the latest run on systems without links. Throws without the record of a run.
   explicit RunReader(const boost::filesystem::path& folder);
 
-  /// Returns the run folder: as given, or its absolute path if there is a link in it.
+  /// Returns the run folder, without links: "latest" may name another one meanwhile.
   const boost::filesystem::path& folder() const { return folder_; }
   /// Returns the record: run.json.
   const Json::Value& record() const { return record_; }

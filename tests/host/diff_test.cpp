@@ -240,7 +240,9 @@ class Repeat : public InTemporaryDirectory {
  protected:
   Repeat() {
     writeFile("data/o.txt", "3");
-    writePipeline(R"({"Receive": {"file": "o.txt"}}, )" + act("write", "plan.txt"));
+    const std::string threads = act("trace", "threads");
+    writePipeline(R"({"Receive": {"file": "o.txt"}}, )" + threads + ", " +
+                  act("write", "plan.txt"));
     EXPECT_EQ(0, orders({"run", "p.json", "--inputs", "data", "--out", "run"}).exitCode);
   }
   static ChildResult repeat(std::vector<std::string> more = {}) {
@@ -254,7 +256,8 @@ TEST_F(Repeat, TellsWhetherTheSameRunGivesTheSame) {
   const ChildResult same = repeat();
   EXPECT_EQ(0, same.exitCode) << same.errors;
   EXPECT_EQ("", same.errors);
-  EXPECT_TRUE(contains(same.output, "/again\nno difference in 3 steps and "));
+  EXPECT_TRUE(contains(same.output, "/again\nno difference in 4 steps and "));
+  EXPECT_TRUE(contains(orders({"repeat", "run", "--out", "again"}).errors, "name another folder"));
   plant("run/plan.txt", "dump", "Dump");
   const ChildResult other = repeat({"--json"});
   EXPECT_EQ(1, other.exitCode) << other.errors;
@@ -269,6 +272,27 @@ TEST_F(Repeat, TellsWhetherTheSameRunGivesTheSame) {
   orders({"run", "p.json", "--out", "run", "--overwrite", "--until", "0_Act"});
   EXPECT_EQ(0, repeat().exitCode);
   EXPECT_EQ("rules broken", outcome("again"));
+}
+
+// "latest" names the new run as soon as that has its folder.
+TEST_F(Repeat, AndContinuesTheRunThatWasTheLatest) {
+  fs::copy_file("data/o.txt", "o.txt");
+  EXPECT_EQ(0, orders({"run", "p.json"}).exitCode);
+  for (const char* const folder : {"inputs", "from"}) {
+    if (!fs::is_symlink("runs/latest")) continue;
+    fs::copy_file("o.txt", "runs/latest/o.txt");
+    const bool isFrom = folder == std::string("from");
+    const ChildResult run = orders({"run", "p.json", "--" + std::string(folder),
+                                    isFrom ? "runs/latest/dump/2_Act" : "runs/latest"});
+    EXPECT_EQ(0, run.exitCode) << run.errors;
+  }
+  for (int i = 0; i < 2; ++i) {
+    const ChildResult again = orders({"repeat", "runs/latest", "--json"});
+    EXPECT_EQ(0, again.exitCode) << again.errors;
+    const Json::Value report = json(again.output);
+    EXPECT_NE(report["left"], report["right"]);
+    EXPECT_EQ(fs::is_symlink("runs/latest") ? 2 : 4, report["steps"].asInt());
+  }
 }
 
 TEST_F(Repeat, RefusesChangedFilesUnlessTheyAreWanted) {

@@ -152,17 +152,6 @@ TEST_F(RunFolders, WithoutANameARunGetsAFolderOfItsOwn) {
     EXPECT_EQ(stem, fromUtf8(toUtf8(stem)));
   }
   EXPECT_EQ(3u, names.size());
-  // The new run becomes the latest one: it must not be compared with itself, or restored from
-  // itself.
-  writeFile("runs/" + *names.rbegin() + "/orders.txt", "changed");
-  const ChildResult repeated = orders({"repeat", "runs/latest"});
-  EXPECT_EQ(1, repeated.exitCode) << repeated.output << repeated.errors;
-  if (fs::is_symlink("runs/latest")) {
-    const ChildResult from = orders({"run", "p.json", "--from", "runs/latest/dump/0_Act"});
-    EXPECT_EQ(0, from.exitCode) << from.errors;
-    const Json::Value record = libvarrow::File2Json("runs/latest/run.json");
-    EXPECT_FALSE(contains(record["from"].asString(), "latest")) << record["from"];
-  }
   writePipeline(act("throw", "no machine"));
   EXPECT_TRUE(contains(orders({"run", "p.json"}).errors,
                        "run folder  " + fs::canonical("runs").generic_string()));

@@ -19,6 +19,7 @@
 #include "host/run_facts.h"
 #include "host/run_file_names.h"
 #include "host/system.h"
+#include "host/without_links.h"
 
 namespace libvarrow::host {
 
@@ -79,6 +80,9 @@ class RepeatCommand : public Command {
 
   int run(CommandContext& context) override {
     const RunReader recorded(run_);
+    if (!out_.empty() && RunRecord::isIn(out_)) {
+      throw UsageError(out_.generic_string() + " has an earlier run; name another folder");
+    }
     RunOptions options = optionsOf(recorded);
     // Not from the recorded folder: a run folder must not decide which code is loaded.
     plugins_.apply(state_);
@@ -113,7 +117,7 @@ class RepeatCommand : public Command {
     RunOptions options;
     options.pipeline = recorded.folder() / kPipelineFile;
     options.folder = out_;
-    options.inputs = inputs_.empty() ? pathAt(record, "folder_of_inputs") : inputs_;
+    options.inputs = inputs_.empty() ? pathAt(record, "folder_of_inputs") : withoutLinks(inputs_);
     options.dumps = dumpLevelOf(record);
     options.until = textAt(record, "until");
     options.from = pathAt(record, "from");
