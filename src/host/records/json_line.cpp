@@ -1,12 +1,11 @@
 #include "host/records/json_line.h"
 
-#include <json/writer.h>
-
 #include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
 
+#include "base/json_text.h"
 #include "base/number_text.h"
 
 namespace libvarrow::host {
@@ -43,7 +42,7 @@ void appendElementsOf(std::string& json, const Json::Value& value, int depth) {
 
 void appendJson(std::string& json, std::string_view text) {
   if (!std::all_of(text.begin(), text.end(), isPlain)) {
-    json += Json::valueToQuotedString(std::string(text).c_str());
+    json += base::json_text::onOneLine(Json::Value(std::string(text)));
     return;
   }
   json += '"';
