@@ -48,6 +48,11 @@ fs::path folderOf(const fs::path& path) {
   return path.parent_path() / oneLine(textOf(path));
 }
 
+bool isMissing(const fs::path& path) {
+  boost::system::error_code ignored;
+  return fs::symlink_status(path, ignored).type() == fs::file_not_found;
+}
+
 void check(const Json::Value& record, const fs::path& file) {
   if (!record.isObject() || !record[RunRecord::kMark].isInt()) {
     fail(file, " is not the record of a run");
@@ -83,10 +88,6 @@ bool isStep(const Json::Value& line) {
 }  // namespace
 
 RunReader::RunReader(const fs::path& folder) : folder_(withoutLinks(folderOf(folder))) {
-  const auto isMissing = [](const fs::path& path) {
-    boost::system::error_code ignored;
-    return fs::status(path, ignored).type() == fs::file_not_found;
-  };
   if (isMissing(folder_)) fail(folder_, " does not exist");
   const fs::path file = folder_ / kRecordFile;
   if (isMissing(file)) {
@@ -99,20 +100,14 @@ RunReader::RunReader(const fs::path& folder) : folder_(withoutLinks(folderOf(fol
 Json::Value RunReader::steps() const {
   Json::Value steps(Json::arrayValue);
   const fs::path file = folder_ / kStepsFile;
-  if (!fs::exists(file)) return steps;
+  if (isMissing(file)) return steps;
   const std::string text = textOf(file);
   std::size_t number = 0;
   for (std::size_t begin = 0; begin < text.size();) {
     const std::size_t end = text.find('\n', begin);
-    const std::string line = text.substr(begin, end - begin);
+    if (end == std::string::npos) break;
     const std::string place = ":" + std::to_string(++number);
-    if (end == std::string::npos) {
-      Json::Value last;
-      std::string ignored;
-      if (base::json_text::parse(line, last, ignored) && isStep(last)) steps.append(last);
-      break;
-    }
-    const Json::Value step = parsed(line, file, place);
+    const Json::Value step = parsed(text.substr(begin, end - begin), file, place);
     if (!isStep(step)) fail(file, place + " is not about a step");
     steps.append(step);
     begin = end + 1;
@@ -122,7 +117,7 @@ Json::Value RunReader::steps() const {
 
 Json::Value RunReader::statistics() const {
   const fs::path file = folder_ / kStatisticsFile;
-  if (!fs::exists(file)) return Json::Value();
+  if (isMissing(file)) return Json::Value();
   return parsed(textOf(file), file);
 }
 

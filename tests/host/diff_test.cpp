@@ -183,8 +183,11 @@ TEST_F(Diff, BrokenForeignAndUnfinishedFoldersAreTrouble) {
   writeFile("odd/run.json", R"({"libvarrow_run": 1, "outcome": "done", "inputs": [5]})");
   makeRun("running");
   plant("running/run.json", "\"done\"", "\"running\"");
+  plant("running/run.json", "\"inputs\"", "\"not known\"");
   makeRun("lost");
   fs::remove("lost/steps.jsonl");
+  makeRun("half");
+  fs::resize_file("half/steps.jsonl", fs::file_size("half/steps.jsonl") - 1);
   makeRun("hostile");
   plant("hostile/run.json", "\"out\"", "\"../foreign\"");
   plant("hostile/steps.jsonl", "0_Chain/0_Plan", "../../foreign");
@@ -195,12 +198,14 @@ TEST_F(Diff, BrokenForeignAndUnfinishedFoldersAreTrouble) {
       {"torn", "torn/run.json is not JSON"},
       {"odd", "odd/run.json: \"inputs\" has a wrong value"},
       {"running", "running has not ended: its run is working, or its process died"},
-      {"lost", "lost has lost its file steps.jsonl"}};
+      {"lost", "lost has lost its file steps.jsonl"},
+      {"half", "half has lost the end of its file steps.jsonl"}};
   for (const auto& [run, error] : cases) {
     for (const bool isFirst : {true, false}) {
       const ChildResult result = orders({"diff", isFirst ? run : "one", isFirst ? "one" : run});
       EXPECT_EQ(2, result.exitCode) << run;
       EXPECT_EQ(0u, result.errors.find("orders: " + error)) << result.errors;
+      EXPECT_EQ(run == "running", contains(result.output, "\noutcome\n")) << result.output;
     }
   }
   EXPECT_EQ(0, orders({"diff", "hostile", "hostile"}).exitCode);

@@ -12,7 +12,8 @@ namespace libvarrow::host {
 int tellDifferences(const RunReader& left, const RunReader& right, bool all,
                     const CommandContext& context) {
   DiffReport report(all);
-  RunDiff(left, right, report).compare();
+  RunDiff diff(left, right, report);
+  diff.compare();
   const std::string leftName = jsonString(left.folder()).asString();
   const std::string rightName = jsonString(right.folder()).asString();
   if (context.wantsJson()) {
@@ -20,10 +21,8 @@ int tellDifferences(const RunReader& left, const RunReader& right, bool all,
   } else {
     context.out() << programText(report.text(leftName, rightName));
   }
-  for (const RunReader* const run : {&left, &right}) {
-    const std::string reason = incompleteness(*run);
-    if (!reason.empty()) throw std::runtime_error(reason);
-  }
+  const std::string reason = diff.incompleteness();
+  if (!reason.empty()) throw std::runtime_error(reason);
   return report.isSame() ? kSameRuns : kOtherRuns;
 }
 

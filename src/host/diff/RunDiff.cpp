@@ -128,19 +128,22 @@ bool isOfFolder(const fs::path& file, const RunReader& run) {
          isBelow(file, pathAt(run.record(), "folder"));
 }
 
-}  // namespace
-
-std::string incompleteness(const RunReader& run) {
+// The last event of a run that ended is the end of its pipeline.
+std::string reasonOfIncompleteness(const RunReader& run, const StepEvents& events) {
   const std::string name = run.folder().generic_string();
   const std::string outcome = textAt(run.record(), "outcome");
   if (outcome.empty() || outcome == "running") {
     return name + " has not ended: its run is working, or its process died";
   }
-  if (hasEntry(run, kStepsFile) && !fs::exists(run.folder() / kStepsFile)) {
-    return name + " has lost its file " + kStepsFile;
-  }
-  return std::string();
+  if (!hasEntry(run, kStepsFile)) return std::string();
+  if (!fs::exists(run.folder() / kStepsFile)) return name + " has lost its file " + kStepsFile;
+  const bool hasBegun = events.hasStep("") || outcome == outcomeText(RunResult::End::Done);
+  const bool hasEnded = events.find({"", 0, false, false, nullptr}) != StepEvents::kNone;
+  return hasBegun && !hasEnded ? name + " has lost the end of its file " + kStepsFile
+                               : std::string();
 }
+
+}  // namespace
 
 RunDiff::RunDiff(const RunReader& left, const RunReader& right, DiffReport& report)
     : left_(left),
@@ -161,6 +164,11 @@ void RunDiff::compare() {
   compareOutcomes();
   compareWrittenFiles();
   if (report_.wantsAll()) addTimes();
+}
+
+std::string RunDiff::incompleteness() const {
+  const std::string ofLeft = reasonOfIncompleteness(left_, leftEvents_);
+  return ofLeft.empty() ? reasonOfIncompleteness(right_, rightEvents_) : ofLeft;
 }
 
 void RunDiff::comparePipelines() {

@@ -21,6 +21,8 @@ class RunDiff {
 
   /// Compares the runs. Throws std::runtime_error when a file cannot be read. Call it once.
   void compare();
+  /// Returns the reason why the record of a run is not complete; empty when both are.
+  std::string incompleteness() const;
 
  private:
   void comparePipelines();
@@ -45,8 +47,5 @@ class RunDiff {
   const StepEvents rightEvents_;
   bool comparesDumps_ = false;
 };
-
-/// Returns the reason why the record of a run is not complete; empty when it is.
-std::string incompleteness(const RunReader& run);
 
 }  // namespace libvarrow::host

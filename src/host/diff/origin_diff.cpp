@@ -54,7 +54,9 @@ std::optional<Lines> shown(const Json::Value* file, const char* key) {
   return Lines{std::string(key) + " " + shownText(textAt(*file, key))};
 }
 
+// The record of a run that has not ended does not list its input files.
 void diffInputs(const Json::Value& left, const Json::Value& right, DiffReport& report) {
+  if (!left.isMember("inputs") || !right.isMember("inputs")) return;
   const Files ofLeft = filesOf(left["inputs"], pathAt(left, "folder_of_inputs"));
   const Files ofRight = filesOf(right["inputs"], pathAt(right, "folder_of_inputs"));
   for (const std::string& name : namesOf(ofLeft, ofRight)) {
