@@ -54,7 +54,8 @@ void ResumePoint::requireStepOf(const Module& chain, const std::string& until) c
 
 void ResumePoint::requireDump(const fs::path& runFolder) const {
   if (step_.empty()) return;
-  if (!fs::is_directory(dump())) {
+  boost::system::error_code ignored;
+  if (!fs::is_directory(dump(), ignored)) {
     throw std::runtime_error(folder_.generic_string() +
                              " has no before_process: the run had fewer dumps, or its data none");
   }

@@ -24,7 +24,7 @@ namespace fs = boost::filesystem;
 
 std::string textOf(const fs::path& file) {
   std::string text;
-  const std::string reason = readFile(file, text);
+  const std::string reason = readFileOfRun(file, text);
   if (!reason.empty()) fail(file, " cannot be read: " + reason);
   return text;
 }

@@ -131,13 +131,14 @@ void RunRecord::write() const {
 
 void writeWhole(const fs::path& file, const std::string& text) {
   const fs::path made = file.string() + ".writing";
+  boost::system::error_code ignored;
+  fs::remove(made, ignored);  // a link would lead the text into another file
   errno = 0;
   std::ofstream stream(made.string(), std::ios::trunc);
   stream << text << std::flush;
   const bool isWhole = stream.good();
   const int error = errno;
   stream.close();
-  boost::system::error_code ignored;
   if (!isWhole || stream.fail()) {
     fs::remove(made, ignored);
     throw std::runtime_error("cannot write " + file.generic_string() + ": " +

@@ -9,9 +9,11 @@
 
 namespace libvarrow::host {
 
-std::string readFile(const boost::filesystem::path& path, std::string& text) {
+namespace fs = boost::filesystem;
+
+std::string readFile(const fs::path& path, std::string& text) {
   boost::system::error_code ignored;
-  if (boost::filesystem::is_directory(path, ignored)) return "it is a folder";
+  if (fs::is_directory(path, ignored)) return "it is a folder";
   text.clear();
   errno = 0;
   std::ifstream file(path.string(), std::ios::binary);
@@ -20,6 +22,13 @@ std::string readFile(const boost::filesystem::path& path, std::string& text) {
     text.append(block.data(), static_cast<std::size_t>(file.gcount()));
   }
   return file.is_open() && !file.bad() ? "" : system::errorText(errno);
+}
+
+std::string readFileOfRun(const fs::path& path, std::string& text) {
+  boost::system::error_code ignored;
+  const fs::file_status status = fs::symlink_status(path, ignored);
+  return fs::is_other(status) || fs::is_symlink(status) ? "it is a link, a pipe or a device"
+                                                        : readFile(path, text);
 }
 
 }  // namespace libvarrow::host

@@ -10,4 +10,9 @@ namespace libvarrow::host {
 /// once. Returns the reason when that fails, otherwise an empty text.
 std::string readFile(const boost::filesystem::path& path, std::string& text);
 
+/// Reads a file that a run wrote, as readFile() does. Refuses links, which could bring any file
+/// into a report, and pipes and devices, which may have no end: a run folder may come from
+/// elsewhere.
+std::string readFileOfRun(const boost::filesystem::path& path, std::string& text);
+
 }  // namespace libvarrow::host

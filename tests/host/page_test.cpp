@@ -80,9 +80,11 @@ TEST_F(Page, PicturesOfTheRunFolderAreInThePage) {
   writeFile("run/a.svg", "<svg/>");
   writeFile("run/b.png", "ab");
   writeFile("run/large.jpg", std::string(5'000'000, 'x'));
-  writeFile("secret.png", "secret");
+  writeFile("secret.png", "[1]");
   boost::system::error_code unsupported;
-  fs::create_symlink(fs::absolute("secret.png"), "run/link.png", unsupported);
+  for (const char* link : {"link.png", "statistics.json", "report.html.writing"}) {
+    fs::create_symlink(fs::absolute("secret.png"), std::string("run/") + link, unsupported);
+  }
   std::string files;
   for (const char* path : {"/a.svg", "/b.png", "/large.jpg", "/link.png", "/../secret.png"}) {
     files +=
@@ -94,6 +96,8 @@ TEST_F(Page, PicturesOfTheRunFolderAreInThePage) {
   auto data = dataOf(html);
   EXPECT_EQ(json(R"(["data:image/svg+xml;base64,PHN2Zy8+", "data:image/png;base64,YWI="])"),
             data["pictures"]);
+  EXPECT_TRUE(data["statistics"].isNull());
+  EXPECT_EQ("[1]", readFile("secret.png"));
   EXPECT_EQ("large.jpg", data["links"]["files"][2]["link"].asString());
   EXPECT_FALSE(data["links"]["files"][4].isMember("link"));
 }

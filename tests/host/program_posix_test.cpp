@@ -1,6 +1,7 @@
 // A host and its system: signals, closed streams, terminals, disks.
 #include <pty.h>
 #include <signal.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -134,6 +135,13 @@ TEST_F(HostProcess, AKillLeavesRecordsThatNameTheStep) {
     EXPECT_FALSE(fs::exists("run/dump/" + std::to_string(next) + "_Act")) << running;
     return !running.empty();
   });
+}
+
+TEST_F(HostProcess, APipeInARunFolderIsNotWaitedFor) {
+  writeFile("run/run.json", R"({"libvarrow_run": 1, "outcome": "done"})");
+  EXPECT_EQ(0, ::mkfifo("run/steps.jsonl", 0600));
+  EXPECT_EQ(2, orders({"diff", "run", "run"}).exitCode);
+  EXPECT_EQ(0, orders({"report", "run"}).exitCode);
 }
 
 TEST_F(HostProcess, ASecondSignalEndsItAtOnceAndAnIgnoredOneNever) {

@@ -94,7 +94,8 @@ RunLinks runLinks(const fs::path& folder, const RunFiles& files) {
   links.json["own"] = links.json["files"] = Json::Value(Json::arrayValue);
   for (const char* name : {kRecordFile, kPipelineFile, kStepsFile, kStatisticsFile, kTraceFile,
                            "log/run.log", "log/output.txt", "dump"}) {
-    if (fs::exists(folder / name)) links.json["own"].append(name);
+    boost::system::error_code ignored;
+    if (fs::exists(folder / name, ignored)) links.json["own"].append(name);
   }
   std::uintmax_t room = kMostPictures;
   for (const auto& [kind, path] : files) addLink(links, folder, kind, path, room);

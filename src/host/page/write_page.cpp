@@ -22,7 +22,7 @@ namespace fs = boost::filesystem;
 // Returns the content of a file; empty without it, as a run may end before it has its files.
 std::string contentOf(const fs::path& file) {
   std::string text;
-  if (!readFile(file, text).empty()) text.clear();
+  if (!readFileOfRun(file, text).empty()) text.clear();
   return text;
 }
 
