@@ -36,8 +36,11 @@ ResumePoint::ResumePoint(const fs::path& folder) {
   if (folder_.filename() == ".") folder_ = folder_.parent_path();  // after a slash
   const fs::path dumps = dumpsAround(folder_);
   if (dumps.empty()) {
+    boost::system::error_code ignored;
     throw std::runtime_error(folder.generic_string() +
-                             " is not the dump of a step of a run, such as RUN/dump/2_Plan");
+                             (fs::exists(folder_, ignored)
+                                  ? " is not the dump of a step of a run, such as RUN/dump/2_Plan"
+                                  : " does not exist"));
   }
   const fs::path step = folder_.lexically_relative(dumps);
   step_ = utf8Name(step.generic_string());
