@@ -93,7 +93,10 @@ TEST_F(Why, WithoutAnAnswerTheLastLineNamesTheReason) {
   makeRun("half", "{\"run\": [");
   makeRun("other", R"({"run": [{"rows": 5}]})");
   makeRun("wrong", R"({"run": [{"r": {"__rejections__": {"dropped": 0, "subjects": {"a": 5}}}}]})");
+  makeRun("orders", R"({"run": [{"r": {"__rejections__": {"dropped": 0, "subjects":
+      {"order 7": {"examined": 1, "placed": true, "reasons": {}}}}}}]})");
   const std::pair<const char*, const char*> cases[] = {
+      {"orders", "the run has no subject \"c17\"; its subjects have names such as \"order 7\"\n"},
       {"gone", "gone does not exist"},
       {"file", "file is not a run folder: it is a file"},
       {"empty", "empty is not a run folder: it has no run.json"},

@@ -51,7 +51,8 @@ void ChangeOptions::declare(CommandOptions& options, const HostState& state) {
                     "the folder of input files, in place of the pipeline file's");
   values_.resize(state.settings.size());
   for (std::size_t i = 0; i < values_.size(); ++i) {
-    options.addOption(state.settings[i].name, values_[i], state.settings[i].about);
+    const Setting& setting = state.settings[i];
+    options.addOption(setting.name, values_[i], setting.about + (setting.isFile ? ", a file" : ""));
   }
 }
 

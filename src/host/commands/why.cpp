@@ -203,6 +203,8 @@ class WhyCommand : public Command {
     std::string error = "the run has no subject \"" + shown(subject_) + "\"";
     if (!nearest.name().empty()) {
       error += "; did you mean \"" + shown(std::string(nearest.name())) + "\"?";
+    } else if (!all.empty()) {
+      error += "; its subjects have names such as \"" + shown(all.begin()->first) + "\"";
     }
     if (dropped > 0) error += "; " + droppedText(dropped);
     throw std::runtime_error(error);
