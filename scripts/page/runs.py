@@ -77,8 +77,12 @@ def write_small(folder):
 def write_killed(folder):
     """A run whose process was killed in the second step."""
     begun = step("1_ChainedModule", 1, 0)[:1] + step("1_ChainedModule/0_Plan", 1, 0)[:1]
-    write_run(folder, {"outcome": "running"}, step("0_ReadOrders", 0, 1) + begun,
+    record = {"outcome": "running", "dumps": "all", "folder": "/plans/a run",
+              "folder_of_inputs": "/plans"}
+    write_run(folder, record, step("0_ReadOrders", 0, 1) + begun,
               torn='{"event":"end","step":"1_Chai')
+    for name in ["dump", "pipeline.json", "log/run.log"]:
+        (folder / name).mkdir(parents=True)
 
 
 def write_large(folder, steps, statistics):

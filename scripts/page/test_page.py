@@ -219,8 +219,11 @@ def main():
         test_looks(browser, small, output, "small")
         killed = report(program, output / "killed")
         test_looks(browser, killed, output, "killed")
-        expect("The step that ran: 1_ChainedModule/0_Plan" in lines_of(browser, "#outcome")[0],
-               "the page of the killed run lacks its step")
+        outcome = lines_of(browser, "#outcome")[0]
+        for part in ["The step that ran: 1_ChainedModule/0_Plan", "After a crash",
+                     "orders run '/plans/a run/pipeline.json' --inputs /plans --from "
+                     "'/plans/a run/dump/1_ChainedModule/0_Plan' --until 1_ChainedModule/0_Plan"]:
+            expect(part in outcome, f"the page of the killed run lacks: {part}")
         for run in real:
             page = report(program, run)
             test_real(browser, page)

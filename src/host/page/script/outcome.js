@@ -42,8 +42,23 @@ function stepByName(name) {
   return step ? linkToStep(step) : make("code", {}, name);
 }
 
+function runningSteps() {
+  return steps.filter(step => step.state === "running");
+}
+
+// Returns elements with the command that runs a step again with its data; none without its dump.
+function commandOfStep(name) {
+  const files = ["dump", "pipeline.json"];
+  const isDumped = run.dumps === "all" && files.every(file => links.own.includes(file));
+  if (!name || !isDumped || !run.folder || !run.folder_of_inputs) return [];
+  const command = [run.host, "run", `${run.folder}/pipeline.json`, "--inputs", run.folder_of_inputs,
+                   "--from", `${run.folder}/dump/${name}`, "--until", name];
+  return [make("p", {}, "This step alone, with the same data:"),
+          commandElement("Command line of the step", command)];
+}
+
 function stateOfUnended() {
-  const running = steps.filter(step => step.state === "running");
+  const running = runningSteps();
   const text = "The record of the run has no end: the run is working, or its process died. ";
   if (running.length > 0) {
     return make("p", {}, text, "The step that ran: ", linkToStep(running[running.length - 1]), ".");
@@ -59,7 +74,13 @@ function showOutcome() {
     make("p", {class: "verdict"}, make("span", {"aria-hidden": "true"}, sign + " "), text));
   if (run.error) box.append(make("p", {class: "error"}, run.error));
   if (run.failed_step) box.append(make("p", {}, "Failed step: ", stepByName(run.failed_step)));
-  if (run.outcome === "running") box.append(stateOfUnended());
+  if (run.outcome === "running") {
+    box.append(stateOfUnended());
+    if (links.own.includes("log/run.log")) {
+      box.append(make("p", {}, "After a crash, the end of ", linkTo("log/run.log", "the log"),
+                      " has the call stack."));
+    }
+  }
   const broken = listOf(run.rules_broken);
   if (broken.length > 0) {
     const few = broken.slice(0, 5).map(rule => make("li", {}, scalarText(rule)));
@@ -68,7 +89,8 @@ function showOutcome() {
       box.append(make("p", {}, make("a", {href: "#rules"}, "All broken rules")));
     }
   }
-  element.append(box, pairs(totals()));
+  const failed = run.failed_step || (runningSteps().pop() || {}).name;
+  element.append(box, ...commandOfStep(failed), pairs(totals()));
   const last = stepEvents.findLast(event => isObject(event) && isObject(event.after));
   if (last) {
     const heading = run.outcome === "running" ? "Last key figures" : "Key figures at the end";

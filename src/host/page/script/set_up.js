@@ -42,11 +42,15 @@ function machineText(machine) {
     .filter(part => part).join(", ");
 }
 
+function commandElement(label, words) {
+  return make("pre", {class: "command", tabindex: "0", role: "region", "aria-label": label},
+              words.map(quoted).join(" "));
+}
+
 function showSetUp() {
   const element = section("set_up", "How it was run");
   const command = [run.host, ...listOf(run.command_line)].filter(part => part !== undefined);
-  element.append(make("pre", {class: "command", tabindex: "0", role: "region",
-    "aria-label": "Command line"}, command.map(quoted).join(" ")));
+  element.append(commandElement("Command line", command));
   const facts = [["Pipeline", run.pipeline], ["Host", [run.host, run.version].join(" ").trim()],
     ["libvarrow", run.library], ["Compiler", run.compiler],
     ["Machine", isObject(run.machine) ? machineText(run.machine) : ""],
