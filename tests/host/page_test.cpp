@@ -90,9 +90,11 @@ TEST_F(Page, PicturesOfTheRunFolderAreInThePage) {
     files +=
         std::string(files.empty() ? "" : ", ") + R"({"kind": "a", "path": ")" + run + path + "\"}";
   }
-  writeFile("run/run.json", R"({"libvarrow_run": 1, "files": [)" + files + "]}");
-  EXPECT_EQ(0, orders({"report", "run"}).exitCode);
-  std::string html = readFile("run/report.html");
+  writeFile("run/run.json",
+            R"({"libvarrow_run": 1, "folder": ")" + run + R"(", "files": [)" + files + "]}");
+  fs::rename("run", "moved");
+  EXPECT_EQ(0, orders({"report", "moved"}).exitCode);
+  std::string html = readFile("moved/report.html");
   auto data = dataOf(html);
   EXPECT_EQ(json(R"(["data:image/svg+xml;base64,PHN2Zy8+", "data:image/png;base64,YWI="])"),
             data["pictures"]);

@@ -1,9 +1,10 @@
-#include <boost/filesystem/path.hpp>
+#include <boost/filesystem/operations.hpp>
 #include <ostream>
 #include <string>
 
 #include "host/RunReader.h"
 #include "host/commands/commands.h"
+#include "host/diff/OwnFolders.h"
 #include "host/json_string.h"
 #include "host/page/write_page.h"
 #include "libvarrow/json/json.h"
@@ -12,13 +13,16 @@ namespace libvarrow::host {
 
 namespace {
 
-RunFiles filesOf(const Json::Value& record) {
+// Returns the files of the record where they are now: the run folder may have been moved since.
+RunFiles filesOf(const RunReader& run) {
+  const std::string before = textAt(run.record(), "folder");
+  const std::string now = jsonString(boost::filesystem::canonical(run.folder())).asString();
   RunFiles files;
-  for (const Json::Value& entry : record["files"]) {
-    const bool isWhole = entry["kind"].isString() && entry["path"].isString();
-    if (!isWhole) continue;
-    files.emplace_back(programText(entry["kind"].asString()),
-                       programText(entry["path"].asString()));
+  for (const Json::Value& entry : run.record()["files"]) {
+    std::string path = textAt(entry, "path");
+    const bool isInside = !before.empty() && path.compare(0, before.size() + 1, before + "/") == 0;
+    if (isInside) path.replace(0, before.size(), now);
+    files.emplace_back(programText(textAt(entry, "kind")), programText(path));
   }
   return files;
 }
@@ -33,7 +37,7 @@ class ReportCommand : public Command {
 
   int run(CommandContext& context) override {
     const RunReader run(run_);
-    const boost::filesystem::path page = writePage(run.folder(), filesOf(run.record()));
+    const boost::filesystem::path page = writePage(run.folder(), filesOf(run));
     if (!context.wantsJson()) {
       context.out() << page.generic_string() << '\n';
       return kDone;
