@@ -95,4 +95,4 @@ def write_large(folder, steps, statistics):
         events += step(name, chain, 1, inner)
     groups = [{f"group {i}": [{f"counter {j}": j} for j in range(statistics // 20)]}
               for i in range(20)]
-    write_run(folder, {"wall": steps / 100}, events, {"orders": groups})
+    write_run(folder, {"outcome": "constructor", "wall": steps / 100}, events, {"orders": groups})

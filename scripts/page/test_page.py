@@ -176,6 +176,7 @@ def test_real(browser, page):
 
 def test_large(browser, page):
     seconds = browser.open(page)
+    expect("constructor" in str(lines_of(browser, "#outcome")), f"{page} lacks an unknown outcome")
     print(f"{page}: {page.stat().st_size} bytes, shown after {seconds:.2f} s")
     expect(seconds <= MOST_SECONDS, f"the large page takes {seconds} s")
     typed = """const field = document.querySelector(arguments[0]);

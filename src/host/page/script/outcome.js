@@ -24,7 +24,8 @@ function showHead() {
 }
 
 function outcome() {
-  return kOutcomes[run.outcome] || ["warn", "?", scalarText(run.outcome || "Unknown outcome")];
+  if (Object.hasOwn(kOutcomes, run.outcome)) return kOutcomes[run.outcome];
+  return ["warn", "?", scalarText(run.outcome || "Unknown outcome")];
 }
 
 function linkToStep(step) {
