@@ -196,6 +196,7 @@ TEST_F(Records, ContinueARunWithAnyStep) {
       {dump + "2_Act", "", 2,
        here + "/" + dump +
            "2_Act has no before_process: the run had fewer dumps, or its data none" + help},
+      {"far/run/dump/2_Act", "", 2, here + "/far/run/dump/2_Act does not exist" + help},
       {"moved/run", "", 2,
        here + "/moved/run is not the dump of a step of a run, such as RUN/dump/2_Plan" + help}};
   for (const auto& [from, until, status, error] : cases) {
