@@ -86,7 +86,7 @@ void addStatisticsFiles(const Json::Value& json, std::set<std::string>& files) {
 
 // Returns the error without the place in the pipeline file, whose layout and name may differ.
 std::string reasonOf(const Json::Value& record) {
-  const std::string error = textAt(record, "error");
+  std::string error = textAt(record, "error");
   const std::string step = ": " + textAt(record, "failed_step") + ": ";
   const std::size_t ofStep = error.find(step);
   if (record.isMember("failed_step") && ofStep != std::string::npos) {
