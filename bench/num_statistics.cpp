@@ -1,4 +1,5 @@
-// Collecting samples: NumStatistics against a mutex and an ordered map by hand.
+// Collecting samples: NumStatistics against a mutex and a map by hand.
+#include <absl/container/flat_hash_map.h>
 #include <benchmark/benchmark.h>
 
 #include <boost/thread/lock_guard.hpp>
@@ -18,7 +19,7 @@ namespace bench {
 
 namespace {
 
-template <class Mutex>
+template <class Mutex, class Map>
 class SamplesByHand {
  public:
   void add(double sample) {
@@ -32,7 +33,7 @@ class SamplesByHand {
 
  private:
   Mutex mutex_;
-  std::map<std::uint64_t, std::uint64_t> buckets_;
+  Map buckets_;
   double sum_ = 0;
   double min_ = std::numeric_limits<double>::infinity();
   double max_ = -std::numeric_limits<double>::infinity();
@@ -50,6 +51,9 @@ std::vector<double> samplesIn(std::int64_t bucketCount) {
   return samples;
 }
 
+using OrderedMap = std::map<std::uint64_t, std::uint64_t>;
+using FlatHashMap = absl::flat_hash_map<std::uint64_t, std::uint64_t>;
+
 /// The number of buckets is the benchmark's argument.
 template <class Samples>
 void addSamples(benchmark::State& state) {
@@ -65,8 +69,18 @@ void addSamples(benchmark::State& state) {
 }
 
 BENCHMARK(addSamples<libvarrow::NumStatistics>)->Name("num/statistic")->Arg(8)->Arg(1000);
-BENCHMARK(addSamples<SamplesByHand<boost::mutex>>)->Name("num/boost_mutex_map")->Arg(8)->Arg(1000);
-BENCHMARK(addSamples<SamplesByHand<std::mutex>>)->Name("num/std_mutex_map")->Arg(8)->Arg(1000);
+BENCHMARK(addSamples<SamplesByHand<boost::mutex, OrderedMap>>)
+    ->Name("num/boost_mutex_map")
+    ->Arg(8)
+    ->Arg(1000);
+BENCHMARK(addSamples<SamplesByHand<std::mutex, OrderedMap>>)
+    ->Name("num/std_mutex_map")
+    ->Arg(8)
+    ->Arg(1000);
+BENCHMARK(addSamples<SamplesByHand<std::mutex, FlatHashMap>>)
+    ->Name("num/std_mutex_flat_hash_map")
+    ->Arg(8)
+    ->Arg(1000);
 
 }  // namespace
 

@@ -3,11 +3,21 @@
 #include <boost/thread/lock_guard.hpp>
 
 #include "base/number_text.h"
+#include "base/text_hash.h"
 #include "libvarrow/backtrace/Check.h"
 
 namespace libvarrow {
 
 using Lock = boost::lock_guard<boost::mutex>;
+
+inline std::size_t DistributionStatistics::KeyHash::operator()(const std::string& key) const {
+  return static_cast<std::size_t>(base::textHash(key));
+}
+
+// Most chains of a nearly empty table have one key, and each further one costs a division.
+DistributionStatistics::DistributionStatistics() {
+  counts_.max_load_factor(0.125F);
+}
 
 void DistributionStatistics::inc(const std::string& key, std::uint64_t n) {
   const Lock lock(mutex_);

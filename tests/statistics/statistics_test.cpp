@@ -41,6 +41,13 @@ TEST(NumStatisticsTest, ExtremeSamplesCountInTheOuterBuckets) {
     numbers.add(sample);
     EXPECT_TRUE(numbers.toJsonValue4Bind().isMember(bucket)) << numbers.dumpAsJsonString();
   }
+  NumStatistics mixed;  // buckets that come in any order and lie far apart
+  for (const double sample : {3.0, 700.0, 3.0, 1023.0, 1024.0, 1e6, 1024.5, 3.9}) mixed.add(sample);
+  const Json::Value buckets = mixed.toJsonValue4Bind();
+  EXPECT_EQ(5U + 5U, buckets.size()) << buckets;
+  EXPECT_EQ("3,   37.50%", buckets["[3-4)"].asString());
+  EXPECT_EQ("1,   12.50%", buckets["[1023-1024)"].asString());
+  EXPECT_EQ("2,   25.00%", buckets["[1024-1025)"].asString());
   // Of buckets with equal names the highest is shown.
   NumStatistics numbers(std::uint64_t{1} << 32);
   for (const double sample : {0.0, 0.0, 4294967296.0, 9223372036854775808.0}) numbers.add(sample);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <boost/thread/mutex.hpp>
+#include <cstddef>
 #include <cstdint>
 #include <map>
 #include <string>
@@ -19,7 +20,7 @@ namespace libvarrow {
 /// the sum of all counts under "__sum__" and the number of keys under "__key_count__".
 class LIBVARROW_API DistributionStatistics : public CommonStatistics {
  public:
-  DistributionStatistics() = default;
+  DistributionStatistics();
 
   /// Adds `n` to the count of `key`.
   void inc(const std::string& key, std::uint64_t n);
@@ -36,11 +37,16 @@ class LIBVARROW_API DistributionStatistics : public CommonStatistics {
   Json::Value toJsonValue4Bind() const override;
 
  private:
+  struct KeyHash {
+    std::size_t operator()(const std::string& key) const;
+  };
+
   void incInternal(const std::string& key, std::uint64_t n);
   std::uint64_t countSumInternal() const;
 
   mutable boost::mutex mutex_;
-  std::unordered_map<std::string, std::uint64_t> counts_;  // sorted when rendered or copied
+  // Sorted when it is rendered or copied.
+  std::unordered_map<std::string, std::uint64_t, KeyHash> counts_;
 };
 
 }  // namespace libvarrow

@@ -5,6 +5,7 @@
 #include <boost/thread/mutex.hpp>
 #include <cstdint>
 #include <unordered_map>
+#include <vector>
 
 #include "libvarrow/Export.h"
 #include "libvarrow/statistics/CommonStatistics.h"
@@ -30,13 +31,17 @@ class LIBVARROW_API NumStatistics : public CommonStatistics {
   Json::Value toJsonValue4Bind() const override;
 
  private:
+  void countOutside(std::uint64_t bucket);
+
   mutable boost::mutex mutex_;
-  std::unordered_map<std::uint64_t, std::uint64_t> buckets_;  // lower bound to number of samples
+  // Numbers of samples by the number of the bucket, which is its lower bound / interval.
+  std::vector<std::uint64_t> lowBuckets_;
   double sum_ = 0;
   std::uint64_t count_ = 0;
   boost::optional<double> min_;
   boost::optional<double> max_;
   const std::uint64_t interval_;
+  std::unordered_map<std::uint64_t, std::uint64_t> highBuckets_;
 };
 
 }  // namespace libvarrow
