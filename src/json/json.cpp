@@ -2,7 +2,6 @@
 
 #include <boost/current_function.hpp>
 #include <boost/filesystem/operations.hpp>
-#include <fstream>
 #include <stdexcept>
 #include <utility>
 
@@ -64,6 +63,15 @@ std::string Json2Str(const Json::Value& value) {
 
 namespace utility {
 
+namespace {
+
+base::TextWritten writeUtf8(const std::string& path, const std::string& text) {
+  if (isUtf8InMemory(text)) return base::writeTextFile(path, text);
+  return base::writeTextFile(path, toUtf8(text));
+}
+
+}  // namespace
+
 std::string readUTF8File(std::string path) {
   boost::system::error_code ignored;
   if (!boost::filesystem::exists(path, ignored)) {
@@ -78,22 +86,20 @@ std::string readUTF8File(std::string path) {
 
 void writeFileForUTF8(const std::string& path, const std::string& text) {
   boost::system::error_code error;
-  const boost::filesystem::path absolute =
-      boost::filesystem::absolute(path, boost::filesystem::initial_path(error));
+  boost::filesystem::path absolute = path;
+  if (!absolute.is_absolute()) {
+    absolute = boost::filesystem::absolute(path, boost::filesystem::initial_path(error));
+  }
+  // The directory usually exists, so it is looked for only when the file cannot be opened.
+  if (writeUtf8(absolute.string(), text) != base::TextWritten::NotOpened) return;
   const boost::filesystem::path directory = absolute.parent_path();
-  if (!boost::filesystem::exists(directory, error)) {
-    boost::filesystem::create_directories(directory, error);
-    if (error) {
-      logAndThrow(std::string(BOOST_CURRENT_FUNCTION) + " create dir " +
-                  directory.generic_string() + "failed for :" + error.message());
-    }
+  if (boost::filesystem::exists(directory, error)) return;
+  boost::filesystem::create_directories(directory, error);
+  if (error) {
+    logAndThrow(std::string(BOOST_CURRENT_FUNCTION) + " create dir " + directory.generic_string() +
+                "failed for :" + error.message());
   }
-  std::ofstream file(absolute.string(), std::ios_base::out | std::ios_base::trunc);
-  if (isUtf8InMemory(text)) {
-    file << text;
-  } else {
-    file << toUtf8(text);
-  }
+  writeUtf8(absolute.string(), text);
 }
 
 void writeFileForUTF8(const std::string& path, const char* text) {
