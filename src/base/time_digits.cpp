@@ -1,6 +1,7 @@
 #include "base/time_digits.h"
 
 #include <charconv>
+#include <cstring>
 
 namespace libvarrow::base::time_digits {
 
@@ -35,10 +36,15 @@ ClockParts clockParts(const time_duration& duration) {
 
 namespace {
 
+// The digits of 0 to 99.
+constexpr char kPairs[] =
+    "0001020304050607080910111213141516171819202122232425262728293031323334353637383940414243444546"
+    "4748495051525354555657585960616263646566676869707172737475767778798081828384858687888990919293"
+    "949596979899";
+
 // Precondition: `number` is below 100.
 char* writePair(char* to, unsigned number) {
-  to[0] = static_cast<char>('0' + number / 10);
-  to[1] = static_cast<char>('0' + number % 10);
+  std::memcpy(to, &kPairs[std::size_t{2} * number], 2);
   return to + 2;
 }
 
@@ -78,14 +84,14 @@ char* writeClock(char* to, const ClockParts& parts) {
 // Computes from the ticks: date() and year_month_day() would convert day numbers to calendar days
 // and back several times. Throws as date() does when the time is outside the calendar.
 char* writeTime(char* to, const ptime& time) {
-  static const date firstDay(boost::date_time::min_date_time);
-  static const ptime firstTime(firstDay);
-  static const date::date_int_type firstDayNumber = firstDay.day_number();
-  if (time < firstTime) static_cast<void>(time.date());
-  const std::int64_t seconds = (time - firstTime).ticks() / time_duration::ticks_per_second();
+  static const ptime firstTime(date(boost::date_time::min_date_time));
+  constexpr date::date_int_type kFirstDay = 2232400;  // the day number of that date, 1400-01-01
+  const std::int64_t ticks = (time - firstTime).ticks();
+  if (ticks < 0) static_cast<void>(time.date());
+  const std::int64_t seconds = ticks / time_duration::ticks_per_second();
   const auto days = static_cast<date::date_int_type>(seconds / kSecondsOfDay);
   const auto secondOfDay = static_cast<unsigned>(seconds % kSecondsOfDay);
-  to = writeDay(to, gregorian_calendar::from_day_number(firstDayNumber + days));
+  to = writeDay(to, gregorian_calendar::from_day_number(kFirstDay + days));
   *to++ = ' ';
   to = writePair(to, secondOfDay / 3600);
   *to++ = ':';
