@@ -63,6 +63,22 @@ void countInThreads(libvarrow::StatisticsContainer& run) {
 }
 // [/threads]
 
+// [merge]
+void countReasonsInThreads(libvarrow::StatisticsContainer& run) {
+  auto* reasons = run.getDistributionStatistics("reasons");
+  std::vector<std::thread> workers;
+  workers.reserve(4);
+  for (int i = 0; i < 4; ++i) {
+    workers.emplace_back([reasons] {
+      libvarrow::DistributionStatistics own;  // waits for no other thread
+      for (int step = 0; step < 1000; ++step) own.inc(step % 4 == 0 ? "late" : "full", 1);
+      reasons->merge(&own);  // once, at the end of the thread
+    });
+  }
+  for (std::thread& worker : workers) worker.join();
+}
+// [/merge]
+
 // [progress]
 // A part of the run with a known number of steps.
 struct Part : libvarrow::ProgressStatistics {
@@ -101,6 +117,7 @@ int main() {
   // [/file]
   record(run);
   countInThreads(run);
+  countReasonsInThreads(run);
   showProgress(run);
   planRooms(run);
   std::cout << run.dumpAsJsonString();
