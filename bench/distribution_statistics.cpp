@@ -1,4 +1,5 @@
-// Counting by text key: DistributionStatistics against a mutex and an ordered map by hand.
+// Counting by text key: DistributionStatistics against a mutex and a map by hand.
+#include <absl/container/flat_hash_map.h>
 #include <benchmark/benchmark.h>
 
 #include <boost/thread/lock_guard.hpp>
@@ -18,7 +19,7 @@ namespace bench {
 
 namespace {
 
-template <class Mutex>
+template <class Mutex, class Map>
 class CountsByHand {
  public:
   void inc(const std::string& key, std::uint64_t n) {
@@ -28,7 +29,7 @@ class CountsByHand {
 
  private:
   Mutex mutex_;
-  std::map<std::string, std::uint64_t> counts_;
+  Map counts_;
 };
 
 std::vector<std::string> keysOf(std::int64_t keyCount) {
@@ -40,6 +41,9 @@ std::vector<std::string> keysOf(std::int64_t keyCount) {
   }
   return keys;
 }
+
+using OrderedMap = std::map<std::string, std::uint64_t>;
+using FlatHashMap = absl::flat_hash_map<std::string, std::uint64_t>;
 
 /// The number of different keys is the benchmark's argument.
 template <class Counts>
@@ -55,16 +59,51 @@ void countKeys(benchmark::State& state) {
   }
 }
 
+// Two threads count a thousand keys at a time: in one object, or each in its own, which is merged.
+
+libvarrow::DistributionStatistics& sharedCounts() {
+  static libvarrow::DistributionStatistics counts;
+  return counts;
+}
+
+void countBatch(libvarrow::DistributionStatistics& counts, const std::vector<std::string>& keys) {
+  for (std::size_t at = 0; at != 1000; ++at) counts.inc(keys[at], 1);
+}
+
+void countShared(benchmark::State& state) {
+  const std::vector<std::string> keys = keysOf(state.range(0));
+  for (auto _ : state) countBatch(sharedCounts(), keys);
+}
+
+void countOwnAndMerge(benchmark::State& state) {
+  const std::vector<std::string> keys = keysOf(state.range(0));
+  for (auto _ : state) {
+    libvarrow::DistributionStatistics own;
+    countBatch(own, keys);
+    sharedCounts().merge(&own);
+  }
+}
+
+BENCHMARK(countShared)->Name("distribution_threads/shared")->Arg(8)->Threads(2)->UseRealTime();
+BENCHMARK(countOwnAndMerge)
+    ->Name("distribution_threads/own_merged")
+    ->Arg(8)
+    ->Threads(2)
+    ->UseRealTime();
 BENCHMARK(countKeys<libvarrow::DistributionStatistics>)
     ->Name("distribution/statistic")
     ->Arg(8)
     ->Arg(1000);
-BENCHMARK(countKeys<CountsByHand<boost::mutex>>)
+BENCHMARK(countKeys<CountsByHand<boost::mutex, OrderedMap>>)
     ->Name("distribution/boost_mutex_map")
     ->Arg(8)
     ->Arg(1000);
-BENCHMARK(countKeys<CountsByHand<std::mutex>>)
+BENCHMARK(countKeys<CountsByHand<std::mutex, OrderedMap>>)
     ->Name("distribution/std_mutex_map")
+    ->Arg(8)
+    ->Arg(1000);
+BENCHMARK(countKeys<CountsByHand<std::mutex, FlatHashMap>>)
+    ->Name("distribution/std_mutex_flat_hash_map")
     ->Arg(8)
     ->Arg(1000);
 

@@ -98,6 +98,11 @@ class BareVector {
     }
     return result;
   }
+  Duration total() const {
+    Duration total;
+    for (const Slot& slot : slots_) total += slot.end - slot.begin;
+    return total;
+  }
   std::optional<Time> workEnd(Time start, Duration work) const {
     return endOfWork(firstEndingAfter(start), slots_.end(), start, work);
   }

@@ -20,7 +20,7 @@ function store() {
 }
 
 FNR == NR {
-  if ($1 == "growth" || $1 == "per_slot") {
+  if ($1 == "growth") {
     figures[++figureCount] = $0
   } else if ($0 !~ /^#/ && NF == 3) {
     ours[++pairs] = $1
@@ -78,11 +78,6 @@ function printGrowth(name, from, to, most,    fromName, toName) {
               log(toNanoseconds(toName) / toNanoseconds(fromName)) / log(to / from), most)
 }
 
-function printPerSlot(name, count, most) {
-  if (!isMeasured(name "/" count)) return
-  printFigure(name, "ns for each of " count, toNanoseconds(name "/" count) / count, most)
-}
-
 END {
   row = "%-38s %-39s %12s %12s %7s %7s %-7s %9s %11s\n"
   printf row, "benchmark", "peer", "ns", "peer ns", "ratio", "limit", "", "spread", "allocs"
@@ -96,8 +91,7 @@ END {
   }
   for (i = 1; i <= figureCount; ++i) {
     split(figures[i], field)
-    if (field[1] == "growth") printGrowth(field[2], field[3], field[4], field[5])
-    else printPerSlot(field[2], field[3], field[4])
+    printGrowth(field[2], field[3], field[4], field[5])
   }
   missing = pairs + figureCount - measured
   if (missing > 0) print missing " lines not measured"

@@ -132,6 +132,28 @@ class CutOne {
   std::vector<Time> begins_;
 };
 
+/// Moves as many bytes as CutOne: the least that a vector costs. The argument is the number of
+/// slots.
+void moveTail(benchmark::State& state) {
+  Slots slots = calendarSlots(state.range(0));
+  const std::size_t count = slots.size();
+  slots.emplace_back();
+  std::vector<std::size_t> middles(65536);
+  std::mt19937 random(6);
+  for (std::size_t& middle : middles) middle = count / 4 + random() % (count / 2);
+  std::size_t at = 0;
+  for (auto _ : state) {
+    const auto middle = slots.begin() + static_cast<std::ptrdiff_t>(middles[at]);
+    std::copy_backward(middle, slots.end() - 1, slots.end());
+    benchmark::ClobberMemory();
+    std::copy(middle + 1, slots.end(), middle);
+    benchmark::ClobberMemory();
+    if (++at == middles.size()) at = 0;
+  }
+}
+
+BENCHMARK(moveTail)->Name("block_cut_one/move_tail")->Arg(100000)->MinTime(0.02);
+
 template <class Set>
 using Unite = OnCopies<Set, AddOverlapping<Set>>;
 template <class Set>

@@ -8,6 +8,7 @@
 #include <string>
 
 #include "libvarrow/json/json.h"
+#include "libvarrow/stream/AutoCreateDirFileStream.h"
 
 namespace bench {
 
@@ -75,9 +76,29 @@ void writeFile(benchmark::State& state, void (*write)(const std::string&, const 
   if (blockRead(file.path) != file.text) state.SkipWithError("another text");
 }
 
+// A file of 200 characters in memory, where the system calls cost least.
+void writeSmallFile(benchmark::State& state,
+                    void (*write)(const std::string&, const std::string&)) {
+  const boost::filesystem::path memory("/dev/shm");
+  const boost::filesystem::path folder =
+      boost::filesystem::is_directory(memory) ? memory : boost::filesystem::temp_directory_path();
+  const std::string path = (folder / boost::filesystem::unique_path()).string();
+  const std::string text(200, 'x');
+  for (auto _ : state) write(path, text);
+  if (blockRead(path) != text) state.SkipWithError("another text");
+  boost::filesystem::remove(path);
+}
+
+void streamWrite(const std::string& path, const std::string& text) {
+  libvarrow::AutoCreateDirFileStream(path) << text;
+}
+
 constexpr const char* kAscii = "machine 17, order 4711: 2024-03-05 08:00:00 to 09:30:00\n";
 constexpr const char* kChinese = "机器十七，订单四七一一：三月五日八点至九点半\n";
 
+BENCHMARK_CAPTURE(writeSmallFile, helper, helperWrite)->Name("small_file/helper");
+BENCHMARK_CAPTURE(writeSmallFile, stream, streamWrite)->Name("small_file/creates_folder");
+BENCHMARK_CAPTURE(writeSmallFile, plain, plainWrite)->Name("small_file/ofstream");
 BENCHMARK_CAPTURE(readFile, helper_ascii, helperRead, kAscii)->Name("utf8_read/helper/ascii");
 BENCHMARK_CAPTURE(readFile, stream_ascii, streamRead, kAscii)->Name("utf8_read/stream/ascii");
 BENCHMARK_CAPTURE(readFile, block_ascii, blockRead, kAscii)->Name("utf8_read/block/ascii");
