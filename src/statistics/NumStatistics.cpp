@@ -25,14 +25,15 @@ void NumStatistics::add(double sample) {
   // Skips the division in the usual case.
   const std::uint64_t bucket = interval_ == 1 ? whole : whole / interval_;
   const boost::lock_guard<boost::mutex> lock(mutex_);
-  sum_ += sample;
-  if (!min_ || *min_ > sample) min_ = sample;
-  if (!max_ || sample > *max_) max_ = sample;
+  // First, because only this may run out of memory.
   if (bucket < lowBuckets_.size()) {
     ++lowBuckets_[bucket];
   } else {
     countOutside(bucket);
   }
+  sum_ += sample;
+  if (!min_ || *min_ > sample) min_ = sample;
+  if (!max_ || sample > *max_) max_ = sample;
   ++count_;
 }
 
