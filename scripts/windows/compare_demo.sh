@@ -14,9 +14,11 @@ runs=$build/demo
 # Removes differences that are wanted from all files of a run.
 normalize() {
   rm -r "$1"/log "$1"/run.json "$1"/run.lock  # in the encoding of the system, or of this run
+  rm "$1"/report.html                         # has the other files
   find "$1" -type f -exec sed -i -E -e 's/\r$//' \
     -e 's/^[0-9]+ ([0-9]{4}-)/THREAD \1/' -e 's/[0-9]{4}-[0-9]{2}-[0-9]{2} [0-9:]{8}/TIME/g' \
     -e 's/"minutes" : [0-9.e-]+/"minutes" : M/' \
+    -e 's/"(at|wall|cpu|memory|ts|dur)":[0-9.]+/"\1":N/g' -e 's/"time":"[^"]*"/"time":"TIME"/' \
     -e "s,(Z:)?($shop|$runs/(linux|windows)|$runs)/,SHOP/,g" {} +
 }
 
