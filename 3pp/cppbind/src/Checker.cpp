@@ -196,6 +196,10 @@ const Json::Value& Checker::json() const {
   return *state_->json_->json();
 }
 
+const JsonPlaces& Checker::places() const {
+  return state_->found_.places();
+}
+
 void Checker::check(const Path& path, const Json::Value& json, const detail::FieldType& type) {
   const ValueDescription& description = state_->describe(type);
   const Json::Value& source = &json == &this->json() ? state_->wholeFor(description) : json;

@@ -9,7 +9,7 @@ namespace cppbind {
 namespace {
 
 // at() counts at most as many bytes from a mark.
-constexpr std::size_t kBytesBetweenMarks = 128;
+constexpr std::size_t kBytesBetweenMarks = 64;
 
 std::size_t characterLength(std::string_view text, std::size_t offset) {
   const auto* const begin = reinterpret_cast<const unsigned char*>(text.data());
@@ -38,6 +38,11 @@ TextPositions::Mark TextPositions::lastMarkUpTo(std::size_t offset) const {
   Mark mark = marks_[std::min(offset / kBytesBetweenMarks, marks_.size() - 1)];
   while (mark.offset < offset) {
     const char c = text_[mark.offset];
+    if (c >= ' ' && c <= '~') {  // without a call, as most characters are
+      ++mark.offset;
+      ++mark.position.column;
+      continue;
+    }
     const std::size_t next = mark.offset + characterLength(text_, mark.offset);
     if (next > offset) break;
     const bool isLineEnd = c == '\n' || (c == '\r' && text_.substr(next, 1) != "\n");

@@ -86,6 +86,7 @@ void FoundFaults::addWarningsOfText() {
 
 Faults FoundFaults::result() const {
   Faults result{{}, errorCount_, warningCount_};
+  if (first_.empty()) return result;
   const TextPositions positions(places_.text());
   for (const auto& [offset, fault] : first_) {
     result.first.push_back(fault);

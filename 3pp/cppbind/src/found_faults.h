@@ -32,6 +32,7 @@ class FoundFaults {
   /// Adds warnings for what the text itself has: keys given twice, and text after the value.
   void addWarningsOfText();
 
+  const JsonPlaces& places() const { return places_; }
   /// Returns the faults with their lines and columns.
   Faults result() const;
 

@@ -1,9 +1,11 @@
 #include "cppbind/imp/json_decode_binder.h"
 
+#include <algorithm>
 #include <boost/current_function.hpp>
 #include <boost/make_shared.hpp>
-#include <unordered_set>
+#include <functional>
 #include <utility>
+#include <vector>
 
 #include "base/json_text.h"
 #include "base/text_file.h"
@@ -14,23 +16,27 @@ namespace cppbind {
 namespace detail {
 
 struct KeptJson {
-  explicit KeptJson(Json::Value json) : whole(std::move(json)) {}
+  explicit KeptJson(const Json::Value& json) : whole(json) {}
+  explicit KeptJson(Json::Value&& json) : whole(std::move(json)) {}
 
   // Compares addresses, which only objects inside `whole` share.
   bool has(const Json::Value& json) {
-    if (objects_.empty()) collectObjects(whole);
-    return objects_.count(&json) > 0;
+    if (objects_.empty()) {
+      collectObjects(whole);
+      std::sort(objects_.begin(), objects_.end(), std::less<>());
+    }
+    return std::binary_search(objects_.begin(), objects_.end(), &json, std::less<>());
   }
 
   const Json::Value whole;
 
  private:
   void collectObjects(const Json::Value& json) {
-    if (json.isObject()) objects_.insert(&json);
+    if (json.isObject()) objects_.push_back(&json);
     for (const Json::Value& member : json) collectObjects(member);
   }
 
-  std::unordered_set<const Json::Value*> objects_;  // filled for the first nested object
+  std::vector<const Json::Value*> objects_;  // sorted; filled for the first nested object
 };
 
 }  // namespace detail
@@ -40,18 +46,18 @@ CreationScope::CreationScope(JsonDecodeBinder& decoder, const Json::Value& json)
   if (before_ && before_->has(json)) {
     json_ = boost::shared_ptr<const Json::Value>(before_, &json);
   } else {
-    keep(json);
+    keep(boost::make_shared<detail::KeptJson>(json));
   }
 }
 
 CreationScope::CreationScope(JsonDecodeBinder& decoder, Json::Value&& json)
     : decoder_(decoder), before_(decoder.kept_) {
-  keep(std::move(json));
+  keep(boost::make_shared<detail::KeptJson>(std::move(json)));
 }
 
-void CreationScope::keep(Json::Value json) {
-  decoder_.kept_ = boost::make_shared<detail::KeptJson>(std::move(json));
-  json_ = boost::shared_ptr<const Json::Value>(decoder_.kept_, &decoder_.kept_->whole);
+void CreationScope::keep(boost::shared_ptr<detail::KeptJson> kept) {
+  json_ = boost::shared_ptr<const Json::Value>(kept, &kept->whole);
+  decoder_.kept_ = std::move(kept);
 }
 
 CreationScope::~CreationScope() {

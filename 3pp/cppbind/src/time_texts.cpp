@@ -54,6 +54,18 @@ std::string lowered(std::string name) {
   return name;
 }
 
+bool hasTimes(const ValueDescription& value) {
+  return value.kind == ValueKind::Date || value.kind == ValueKind::Time ||
+         value.kind == ValueKind::Duration ||
+         std::any_of(value.elements.begin(), value.elements.end(), hasTimes);
+}
+
+bool hasTimesInFields(const ObjectDescription& object) {
+  const auto isTime = [](const FieldDescription& field) { return hasTimes(field.value); };
+  return std::any_of(object.fields.begin(), object.fields.end(), isTime) ||
+         std::any_of(object.whole.begin(), object.whole.end(), isTime);
+}
+
 const Json::Value* memberOf(const Json::Value& object, const std::string& key) {
   return object.isObject() ? object.find(key.data(), key.data() + key.size()) : nullptr;
 }
@@ -61,18 +73,24 @@ const Json::Value* memberOf(const Json::Value& object, const std::string& key) {
 }  // namespace
 
 TimeTexts::TimeTexts(const Describer& describer, Visit visit) : visit_(std::move(visit)) {
-  for (const ObjectDescription& record : describer.records()) recordsById_[record.id] = &record;
+  for (const ObjectDescription& record : describer.records()) {
+    recordsById_[record.id] = &record;
+    hasObjectsWithTimes_ |= hasTimesInFields(record);
+  }
   for (const ObjectDescription& entry : describer.classes()) {
     classesByName_[lowered(entry.name)].push_back(&entry);
+    hasObjectsWithTimes_ |= hasTimesInFields(entry);
   }
 }
 
 void TimeTexts::find(const ValueDescription& value, const Json::Value& json, Path path) {
+  if (!hasObjectsWithTimes_ && !hasTimes(value)) return;
   path_ = std::move(path);
   walk(value, json);
 }
 
 void TimeTexts::findInObject(const ValueDescription& value, const Json::Value& json, Path path) {
+  if (!hasObjectsWithTimes_) return;
   path_ = std::move(path);
   const ObjectDescription* const object = classOf(value, path_.back());
   if (object != nullptr) walkObject(*object, json);
@@ -93,8 +111,9 @@ void TimeTexts::walk(const ValueDescription& value, const Json::Value& json) {
     case ValueKind::List:
     case ValueKind::Set:
       if (value.elements.empty() || !json.isArray()) return;
-      for (Json::ArrayIndex i = 0; i < json.size(); ++i) {
-        below("[" + std::to_string(i) + "]", [&] { walk(value.elements.front(), json[i]); });
+      for (auto element = json.begin(); element != json.end(); ++element) {
+        below("[" + std::to_string(element.index()) + "]",
+              [&] { walk(value.elements.front(), *element); });
       }
       return;
     case ValueKind::Map:
@@ -117,6 +136,7 @@ void TimeTexts::walk(const ValueDescription& value, const Json::Value& json) {
 }
 
 void TimeTexts::walkObject(const ObjectDescription& object, const Json::Value& json) {
+  if (object.fields.empty() && object.whole.empty()) return;
   // Objects under a key that is bound twice, at each level, would take exponential time.
   if (!walked_[&object].insert(&json).second) return;
   for (const FieldDescription& whole : object.whole) walk(whole.value, json);
@@ -129,8 +149,9 @@ void TimeTexts::walkObject(const ObjectDescription& object, const Json::Value& j
 void TimeTexts::walkNamed(const ValueDescription& value, const Json::Value& json) {
   if (!json.isObject() || json.size() != 1) return;
   const auto member = json.begin();
-  const ObjectDescription* const object = classOf(value, member.name());
-  if (object != nullptr) below(member.name(), [&] { walkObject(*object, *member); });
+  std::string name = member.name();
+  const ObjectDescription* const object = classOf(value, name);
+  if (object != nullptr) below(std::move(name), [&] { walkObject(*object, *member); });
 }
 
 const ObjectDescription* TimeTexts::classOf(const ValueDescription& value,

@@ -45,6 +45,7 @@ class TimeTexts {
   }
 
   Visit visit_;
+  bool hasObjectsWithTimes_ = false;  // false: there is nothing to find in objects
   std::unordered_map<const ObjectDescription*, std::unordered_set<const Json::Value*>> walked_;
   Path path_;
   std::unordered_map<std::string, const ObjectDescription*> recordsById_;

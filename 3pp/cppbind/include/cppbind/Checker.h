@@ -13,6 +13,7 @@
 #include "cppbind/ClassRegisterBase.h"
 #include "cppbind/Export.h"
 #include "cppbind/Fault.h"
+#include "cppbind/JsonPlaces.h"
 #include "cppbind/Object.h"
 #include "cppbind/imp/field_type.h"
 #include "cppbind/type/StringConverter.h"
@@ -65,6 +66,8 @@ class CPPBIND_API Checker {
   bool isJson() const;
   /// Returns the value of the text, without "$schema".
   const Json::Value& json() const;
+  /// Returns the places of the values in the text. Copies share them and may outlive the object.
+  const JsonPlaces& places() const;
 
   /// Reads the whole value as a `T`, which has a default constructor.
   template <class T>

@@ -81,14 +81,16 @@ class CPPBIND_API JsonDecodeBinder : public BinderImpBase {
 ///     const cppbind::CreationScope scope(decoder, json);
 ///     decoder.decode(*scope.json(), object);
 ///
-/// The outermost object gets a copy; objects created while it is read share that copy. With one
-/// copy each, a pipeline file of deep chains would take many times its size.
+/// The outermost object gets a copy, or a value that is moved here; objects created while it is
+/// read share it. With one copy each, a pipeline file of deep chains would take many times its
+/// size.
 class CPPBIND_API CreationScope {
  public:
+  ///@{
   /// Keeps `json`. `decoder` must outlive the scope.
   CreationScope(JsonDecodeBinder& decoder, const Json::Value& json);
-  /// Keeps `json` without a copy.
   CreationScope(JsonDecodeBinder& decoder, Json::Value&& json);
+  ///@}
   ~CreationScope();
   CreationScope(const CreationScope&) = delete;
   CreationScope& operator=(const CreationScope&) = delete;
@@ -97,7 +99,7 @@ class CPPBIND_API CreationScope {
   const boost::shared_ptr<const Json::Value>& json() const { return json_; }
 
  private:
-  void keep(Json::Value json);
+  void keep(boost::shared_ptr<detail::KeptJson> kept);
 
   JsonDecodeBinder& decoder_;
   boost::shared_ptr<detail::KeptJson> before_;
