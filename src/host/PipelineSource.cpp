@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <boost/filesystem/operations.hpp>
 #include <boost/make_shared.hpp>
-#include <cstdlib>
 #include <map>
 #include <tuple>
 #include <utility>
@@ -55,11 +54,18 @@ void sortByPlace(std::vector<Fault>& faults) {
 
 }  // namespace
 
-PipelineSource::PipelineSource(const RunOptions& options, const cppbind::ClassRegister& modules) {
-  checker_ = read(options.pipeline, &modules);
-  if (checker_ == nullptr) return;
-  json_ = checker_->json();
+PipelineSource::PipelineSource(const fs::path& pipeline, const cppbind::ClassRegister& modules) {
+  checker_ = read(pipeline, &modules);
+}
+
+PipelineSource::PipelineSource(const RunOptions& options, const cppbind::ClassRegister& modules)
+    : PipelineSource(options.pipeline, modules) {
   apply(options, modules);
+}
+
+const Json::Value& PipelineSource::json() const {
+  if (changed_) return *changed_;
+  return checker_ == nullptr ? Json::Value::nullSingleton() : checker_->json();
 }
 
 std::unique_ptr<cppbind::Checker> PipelineSource::read(const fs::path& file,
@@ -75,7 +81,7 @@ std::unique_ptr<cppbind::Checker> PipelineSource::read(const fs::path& file,
     addFaults(origin.name, checker->faults());
     return nullptr;
   }
-  origin.text = std::move(text);
+  origin.places = checker->places();
   return checker;
 }
 
@@ -91,10 +97,12 @@ void PipelineSource::addFaults(std::string origin, cppbind::Faults faults) {
 }
 
 void PipelineSource::apply(const RunOptions& options, const cppbind::ClassRegister& modules) {
+  if (checker_ == nullptr || (options.with.empty() && options.set.empty())) return;
+  changed_ = checker_->json();
   for (const fs::path& file : options.with) {
     const auto patch = read(file, nullptr);
     if (patch == nullptr) continue;
-    origins_.back().set = mergePatch(patch->json(), json_);
+    origins_.back().set = mergePatch(patch->json(), *changed_);
     origins_.back().warnings = patch->faults();
   }
   if (options.set.empty()) return;
@@ -102,7 +110,7 @@ void PipelineSource::apply(const RunOptions& options, const cppbind::ClassRegist
   for (const std::string& setting : options.set) {
     const std::string name = "--set " + utility::fromUtf8(setting);
     try {
-      origins_.push_back({name, std::nullopt, applySetting(setting, description, json_)});
+      origins_.push_back({name, applySetting(setting, description, *changed_)});
       changes_.emplace_back(name, origins_.back().set.size());
     } catch (const std::runtime_error& error) {
       addFault(name, error.what());
@@ -119,22 +127,30 @@ void PipelineSource::check(const cppbind::ClassRegister& modules,
   } else {
     checkChanged(modules);
   }
-  checker_.reset();
   // ModuleLoader also loads modules without a chain: its caller may use them by name.
-  const bool isNamed = pipelineLayout(json_) == PipelineLayout::Named;
-  if (isNamed && json_.get("chained_module", Json::Value()).isNull()) {
+  const bool isNamed = pipelineLayout(json()) == PipelineLayout::Named;
+  if (isNamed && json().get("chained_module", Json::Value()).isNull()) {
     addFault(origins_.front().name, "the pipeline has no chain to run");
   }
-  for (const std::string& name : ruleFiles.names()) {
-    const fs::path file = fs::absolute(utility::fromUtf8(name), inputs);
-    addFaults(file.generic_string(), checkRuleFile(file, rules));
+  for (const std::string& name : ruleFiles.names()) checkRuleFileNamed(name, rules, inputs);
+}
+
+// The check would take the text of a pipe away from the module.
+void PipelineSource::checkRuleFileNamed(const std::string& name,
+                                        const cppbind::ClassRegister& rules,
+                                        const fs::path& inputs) {
+  const fs::path file = fs::absolute(utility::fromUtf8(name), inputs);
+  const fs::file_type type = fs::status(file).type();
+  if (type == fs::fifo_file || type == fs::character_file || type == fs::socket_file) {
+    return addFault(file.generic_string(), "is read twice, which a pipe or device does not allow");
   }
+  addFaults(file.generic_string(), checkRuleFile(file, rules));
 }
 
 // Checks the pipeline with all overrides, and assigns each fault to the file or option that set its
 // value.
 void PipelineSource::checkChanged(const cppbind::ClassRegister& modules) {
-  const std::string text = Json2Str(json_);
+  const std::string text = Json2Str(json());
   const JsonPlaces places(text);
   origins_.front().warnings = checker_->faults();
   std::map<std::string, cppbind::Faults> ofOrigin;
@@ -178,93 +194,48 @@ const PipelineSource::Origin& PipelineSource::originOf(const JsonPath& path) con
 void PipelineSource::locate(Fault& fault, const JsonPath& path, bool isKey,
                             const Origin& origin) const {
   fault.line = fault.column = 0;
-  if (!origin.text) return;
-  if (!origin.places) origin.places.emplace(*origin.text);
-  const JsonPlaces::Place place = origin.places->values.find(path);
+  if (!origin.places) return;
+  if (!origin.positions) origin.positions.emplace(origin.places->text());
+  const JsonPlaces::Place place = origin.places->find(path);
   if (place.depth < path.size() && isKey) return;
   const std::size_t offset = isKey && place.key != JsonPlaces::kNone ? place.key : place.value;
-  const auto position = origin.places->positions.at(offset);
+  const auto position = origin.positions->at(offset);
   fault.line = position.line;
   fault.column = position.column;
 }
 
 boost::shared_ptr<Module> PipelineSource::load(cppbind::ClassRegister& modules) const {
-  const PipelineLayout layout = pipelineLayout(json_).value_or(PipelineLayout::Chain);
+  const PipelineLayout layout = pipelineLayout(json()).value_or(PipelineLayout::Chain);
   if (layout == PipelineLayout::Chain) {
     cppbind::JsonDecodeBinder binder(&modules);
     ChainedModule::Data4Bind record;
-    binder.decode(json_, record);
+    binder.decode(json(), record);
     return boost::make_shared<ChainedModule>(record);
   }
   ModuleLoader loader;
   if (layout == PipelineLayout::Object) {
-    loader.loadJsonV2(json_, &modules);
+    loader.loadJsonV2(json(), &modules);
   } else {
     cppbind::ClassRegister& known = loader.classRegister();
     for (const auto& [key, registered] : modules.classes()) {
       if (known.find(key) == nullptr) known.regClass(registered.name, registered.factory);
     }
-    loader.loadJson(json_);
+    loader.loadJson(json());
   }
   return loader.mainModule();
 }
 
-PipelineSource::StepNode PipelineSource::chainOf(const std::string& step) const {
-  StepNode node{&json_};
-  const auto layout = pipelineLayout(json_);
-  node.hasNames = layout == PipelineLayout::Named;
-  if (layout == PipelineLayout::Object) {
-    node.path.push_back("mainModule");
-    node.enter(json_["mainModule"]);
-  }
-  for (std::size_t begin = 0; begin < step.size();) {
-    node = node.step(step, begin);
-    begin = std::min(step.find('/', begin), step.size() - 1) + 1;
-  }
-  return node;
-}
-
-void PipelineSource::StepNode::enter(const Json::Value& module) {
-  json = nullptr;
-  if (!module.isObject() || module.size() != 1) return;
-  path.push_back(module.begin().name());
-  if (module.begin()->isObject()) json = &*module.begin();
-}
-
-PipelineSource::StepNode PipelineSource::StepNode::step(const std::string& step,
-                                                        std::size_t begin) const {
-  StepNode node{nullptr};
-  node.path.reserve(path.size() + 3);
-  node.path.assign(path.begin(), path.end());
-  if (json == nullptr) return node;
-  const auto index = static_cast<Json::ArrayIndex>(std::strtoul(&step[begin], nullptr, 10));
-  const Json::Value& list = (*json)[hasNames ? "chained_module" : "modules"];
-  if (!list.isArray() || index >= list.size()) return node;
-  if (!hasNames) {
-    node.path.emplace_back("modules");
-    node.path.push_back(indexText(index));
-    node.enter(list[index]);
-  } else if (list[index].isString()) {
-    const std::string name = list[index].asString();
-    node.path.insert(node.path.end(), {"named_modules", name});
-    node.enter((*json)["named_modules"][name]);
-  }
-  return node;
-}
-
-// Of steps inside other classes than chains, the innermost known place.
 std::string PipelineSource::placeOf(const std::string& step) const {
-  const std::size_t slash = step.rfind('/');
-  const std::string chain = slash == std::string::npos ? std::string() : step.substr(0, slash);
-  if (!lastChain_ || lastChain_->first != chain) lastChain_ = {chain, chainOf(chain)};
-  const StepNode& around = lastChain_->second;
-  const JsonPath path = step.empty() ? JsonPath(around.path) : around.step(step, slash + 1).path;
+  if (!stepPaths_) stepPaths_.emplace(json());
+  const JsonPath& path = stepPaths_->find(step);
   const Origin& origin = path.empty() ? origins_.front() : originOf(path);
-  if (path.empty() || !origin.text) return origins_.front().name;
+  if (path.empty() || !origin.places) return origins_.front().name;
   Fault fault;
   locate(fault, path, /*isKey=*/true, origin);
   if (fault.line == 0) return origin.name;
-  return origin.name + ":" + std::to_string(fault.line) + ":" + std::to_string(fault.column);
+  std::string place = origin.name;
+  place.append(":").append(std::to_string(fault.line));
+  return place.append(":").append(std::to_string(fault.column));
 }
 
 }  // namespace libvarrow::host

@@ -15,6 +15,7 @@
 #include <utility>
 #include <vector>
 
+#include "host/StepPaths.h"
 #include "host/json_path.h"
 #include "libvarrow/host/RunOptions.h"
 #include "libvarrow/host/RunResult.h"
@@ -24,9 +25,16 @@ namespace libvarrow::host {
 
 class PipelineSource {
  public:
-  /// Reads the pipeline file and applies the overrides of `options`. Collects faults instead of
-  /// throwing.
+  /// Reads the pipeline file. Collects faults instead of throwing.
+  PipelineSource(const boost::filesystem::path& pipeline, const cppbind::ClassRegister& modules);
+  /// Reads the pipeline file and applies the overrides of `options`.
   PipelineSource(const RunOptions& options, const cppbind::ClassRegister& modules);
+  PipelineSource(const PipelineSource&) = delete;
+  PipelineSource& operator=(const PipelineSource&) = delete;
+
+  /// Applies the overrides of `options`. Does nothing when the pipeline file has faults. Call it at
+  /// most once, and before check().
+  void apply(const RunOptions& options, const cppbind::ClassRegister& modules);
 
   /// Finds the faults of the pipeline and of the rule files that it names. Does nothing when an
   /// error was found before. Relative rule files start from `inputs`.
@@ -38,9 +46,9 @@ class PipelineSource {
   /// Returns each setting with the number of fields that it set.
   const std::vector<std::pair<std::string, std::size_t>>& changes() const { return changes_; }
   /// Returns the text of the pipeline file, which was read and is JSON.
-  const std::string& text() const { return *origins_.front().text; }
+  const std::string& text() const { return origins_.front().places->text(); }
   /// Returns the pipeline that runs, without "$schema".
-  const Json::Value& json() const { return json_; }
+  const Json::Value& json() const;
   /// Returns the chain of the pipeline, in any layout. Throws like the loaders of the library.
   /// Precondition: check() found no errors.
   boost::shared_ptr<Module> load(cppbind::ClassRegister& modules) const;
@@ -50,52 +58,32 @@ class PipelineSource {
   std::string placeOf(const std::string& step) const;
 
  private:
-  // The places of the values of a text.
-  struct Places {
-    explicit Places(const std::string& text) : values(text), positions(values.text()) {}
-
-    cppbind::JsonPlaces values;
-    cppbind::TextPositions positions;  // of the text of `values`
-  };
-
   // A file or an option that sets values of the pipeline.
   struct Origin {
     std::string name;
-    std::optional<std::string> text{};  // of a file
     std::vector<JsonPath> set{};
-    cppbind::Faults warnings{};              // about the text alone
-    mutable std::optional<Places> places{};  // once they are needed
+    std::optional<cppbind::JsonPlaces> places{};                // of a file
+    mutable std::optional<cppbind::TextPositions> positions{};  // once they are needed
+    cppbind::Faults warnings{};                                 // about the text alone
   };
-
-  // A step of the pipeline: its path, or that of the innermost step whose place is known.
-  struct StepNode {
-    const Json::Value* json;  // the value with the steps of a chain; null: none are known
-    JsonPath path{};
-    bool hasNames = false;  // the steps are named modules
-
-    void enter(const Json::Value& module);
-    // Returns the step of this chain whose number is at `begin` of the text.
-    StepNode step(const std::string& step, std::size_t begin) const;
-  };
-
-  StepNode chainOf(const std::string& step) const;
 
   // Reads a file and adds it to the origins. Returns null when it has faults.
   std::unique_ptr<cppbind::Checker> read(const boost::filesystem::path& file,
                                          const cppbind::ClassRegister* modules);
   void addFault(const std::string& origin, const std::string& message);
   void addFaults(std::string origin, cppbind::Faults faults);
-  void apply(const RunOptions& options, const cppbind::ClassRegister& modules);
+  void checkRuleFileNamed(const std::string& name, const cppbind::ClassRegister& rules,
+                          const boost::filesystem::path& inputs);
   void checkChanged(const cppbind::ClassRegister& modules);
   const Origin& originOf(const JsonPath& path) const;
   void locate(cppbind::Fault& fault, const JsonPath& path, bool isKey, const Origin& origin) const;
 
   std::vector<Origin> origins_;                // the pipeline file first
-  std::unique_ptr<cppbind::Checker> checker_;  // of the pipeline file, until it is checked
+  std::unique_ptr<cppbind::Checker> checker_;  // of the pipeline file; null: it has faults
   std::vector<FileFaults> faults_;
   std::vector<std::pair<std::string, std::size_t>> changes_;
-  Json::Value json_;
-  mutable std::optional<std::pair<std::string, StepNode>> lastChain_{};  // whose step was found
+  std::optional<Json::Value> changed_;            // with the overrides, if there are any
+  mutable std::optional<StepPaths> stepPaths_{};  // once they are needed
 };
 
 }  // namespace libvarrow::host

@@ -3,6 +3,7 @@
 #include <array>
 #include <boost/filesystem/operations.hpp>
 #include <cerrno>
+#include <cstdint>
 #include <fstream>
 
 #include "host/system.h"
@@ -12,9 +13,11 @@ namespace libvarrow::host {
 namespace fs = boost::filesystem;
 
 std::string readFile(const fs::path& path, std::string& text) {
-  boost::system::error_code ignored;
-  if (fs::is_directory(path, ignored)) return "it is a folder";
+  boost::system::error_code error;
+  if (fs::is_directory(path, error)) return "it is a folder";
   text.clear();
+  const std::uintmax_t size = fs::file_size(path, error);
+  if (!error) text.reserve(size);
   errno = 0;
   std::ifstream file(path.string(), std::ios::binary);
   std::array<char, 65536> block;  // not initialised, as most files are smaller

@@ -20,7 +20,10 @@ bool beginsWith(const JsonPath& path, const JsonPath& beginning) {
 }
 
 std::string indexText(Json::ArrayIndex index) {
-  return "[" + std::to_string(index) + "]";
+  std::string text = "[";
+  text += std::to_string(index);
+  text += ']';
+  return text;
 }
 
 }  // namespace libvarrow::host

@@ -196,7 +196,11 @@ TEST_F(HostProcess, StandardStreamsMayBeClosedOrFull) {
       {"$0 ''", 2, "", "orders: unknown command \"\"; see orders --help\n"},
       {"$0 --help >/dev/full", 1, "", "orders: cannot write standard output\n"},
       {"$0" + line + "<&- 2>&- | head -n 1", 0, "open        2\n", ""},
-      {"$0 run /dev/stdin --out run --overwrite <p.json | head -n 1", 0, "open        2\n", ""},
+      {"cat p.json | $0 run /dev/stdin --out run --overwrite | head -n 1", 0, "open        2\n",
+       ""},
+      {"cat p.json | $0 check /dev/stdin --set Receive.count=3", 0, "", ""},
+      {"echo [] | $0" + line + "--set Receive.rules=/dev/stdin", 1, "",
+       "orders: /dev/stdin: is read twice, which a pipe or device does not allow\n"},
       {"$0" + line + "--set Receive.file=/dev/fd/3 3<p.json; echo 5 | $0" + line +
            "--set Receive.file=/dev/stdin | head -n 1",
        0, "open        5\n", "orders: p.json:1:54: 1_Receive: /dev/fd/3: not a number\n"},

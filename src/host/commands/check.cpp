@@ -83,16 +83,13 @@ class CheckCommand : public Command {
   std::vector<FileFaults> faultsOf(const std::string& file) {
     RunOptions options = changes_.runOptions(state_);
     options.pipeline = file;
-    RunOptions unchanged;
-    unchanged.pipeline = file;
-    PipelineSource read(unchanged, *state_.modules);
-    if (errorCount(read.faults()) > 0) return read.faults();
-    if (!isPipeline(read.json())) {
+    PipelineSource source(options.pipeline, *state_.modules);
+    if (errorCount(source.faults()) > 0) return source.faults();
+    if (!isPipeline(source.json())) {
       ++ruleFileCount_;
-      return {{options.pipeline.generic_string(), checkRuleText(read.text(), *state_.rules)}};
+      return {{options.pipeline.generic_string(), checkRuleText(source.text(), *state_.rules)}};
     }
-    const bool isChanged = !options.with.empty() || !options.set.empty();
-    PipelineSource source = isChanged ? PipelineSource(options, *state_.modules) : std::move(read);
+    source.apply(options, *state_.modules);
     source.check(*state_.modules, *state_.rules, inputFolder(options));
     return source.faults();
   }
