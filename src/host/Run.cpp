@@ -134,12 +134,6 @@ void Run::writeRecords(RunResult& result) {
   tryToWritePage(folder_.path(), session_.files());
 }
 
-// A pipeline with a class that cannot be written is recorded as the file has it.
-void Run::recordConfiguration(const Module& chain) {
-  const Json::Value configuration = configurationOf(chain);
-  record_.setConfiguration(configuration.isNull() ? source_.json() : configuration);
-}
-
 void Run::runChain(cppbind::ClassRegister& modules, ModuleData& data, RunResult& result) {
   std::string exception;
   bool brokeRules = false;
@@ -148,7 +142,7 @@ void Run::runChain(cppbind::ClassRegister& modules, ModuleData& data, RunResult&
   const boost::shared_ptr<Module> chain = source_.load(modules);
   requireStep(*chain, options_.until);
   from_.requireStepOf(*chain, options_.until);
-  recordConfiguration(*chain);
+  record_.setConfiguration(configurationOf(*chain, source_.json()));
   from_.restore(data);
   data.dumpPath = session_.places().dumps;
   try {

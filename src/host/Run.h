@@ -43,7 +43,6 @@ class Run {
   const RunSession& session() const { return session_; }
 
  private:
-  void recordConfiguration(const Module& chain);
   void runChain(cppbind::ClassRegister& modules, ModuleData& data, RunResult& result);
   void judge(RunResult& result, bool isEnded, const std::string& exception);
   std::string bySignal() const;

@@ -12,7 +12,6 @@
 
 #include "host/json_string.h"
 #include "host/page/write_page.h"
-#include "host/records/configuration.h"
 #include "host/records/json_line.h"
 #include "host/run_file_names.h"
 #include "host/system.h"
@@ -101,13 +100,9 @@ void RunRecord::begin() {
   write();
 }
 
-// One line for each step: the configuration may be large.
-void RunRecord::setConfiguration(const Json::Value& configuration) {
-  constexpr int kDepth = 2;
-  std::string text;
-  appendJson(text, configuration, kDepth);
-  members_["configuration"] = std::move(text);
-  set("seeds", seedsOf(configuration));
+void RunRecord::setConfiguration(Configuration configuration) {
+  members_["configuration"] = std::move(configuration.json);
+  set("seeds", configuration.seeds);
   write();
 }
 

@@ -8,6 +8,7 @@
 #include <set>
 #include <string>
 
+#include "host/records/configuration.h"
 #include "libvarrow/host/RunResult.h"
 
 namespace libvarrow::host {
@@ -36,7 +37,7 @@ class RunRecord {
   void begin();
   /// Adds the pipeline with its defaults, and its seeds, and writes the record. Throws like
   /// begin().
-  void setConfiguration(const Json::Value& configuration);
+  void setConfiguration(Configuration configuration);
   /// Adds the outcome and `facts` to the record and writes it. Throws like begin().
   void end(const RunResult& result, const Json::Value& facts);
 

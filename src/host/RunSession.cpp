@@ -34,8 +34,8 @@ RunSession::RunSession(RunPlaces places, const RunOptions& options, bool (*isEnd
       options_(options),
       isEndAsked_(isEndAsked),
       placeOf_(std::move(placeOf)),
-      placeOfPipeline_(placeOf_("")),
       crashName_(std::move(crashName)),
+      crashLine_(crashLineOf(placeOf_(""), "")),
       from_(std::move(from)),
       isFromReached_(from_.empty()),
       record_(places_.folder, begin_),
@@ -64,22 +64,26 @@ std::string RunSession::nameOf(const ModuleData& data) const {
 }
 
 void RunSession::showStep() {
-  const std::string_view step = steps_.empty() ? std::string_view() : steps_.back().name;
-  if (!crashName_.empty()) {
-    std::string line = crashName_ + ": ";
-    line += steps_.empty() ? placeOfPipeline_ : steps_.back().place;
-    if (!step.empty()) line.append(": ").append(programText(std::string(step)));
-    setCrashLine(oneLine(line));
-  }
+  if (!crashName_.empty()) setCrashLine(steps_.empty() ? crashLine_ : steps_.back().crashLine);
   const Lock lock(mutex_);
-  shownStep_ = step;
+  shownStep_ = steps_.empty() ? std::string_view() : steps_.back().name;
+}
+
+std::string RunSession::crashLineOf(const std::string& place, const std::string& step) const {
+  std::string line;
+  if (crashName_.empty()) return line;
+  line.reserve(crashName_.size() + place.size() + step.size() + 4);
+  line.append(crashName_).append(": ").append(place);
+  if (!step.empty()) line.append(": ").append(programText(step));
+  return oneLine(line);
 }
 
 void RunSession::stepBegins(Module& step, ModuleData& data) {
   failedStep_.clear();  // handled by its chain
   std::string name = nameOf(data);
   std::string place = placeOf_(name);
-  steps_.push_back({std::move(name), std::move(place)});
+  std::string crashLine = crashLineOf(place, name);
+  steps_.push_back({std::move(name), std::move(place), std::move(crashLine)});
   showStep();
   record_.begins(steps_.back(), step, data);
   if (options_.observer != nullptr) options_.observer->stepBegins(step, data);

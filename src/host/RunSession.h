@@ -82,6 +82,7 @@ class RunSession : public RunObserver {
 
  private:
   std::string nameOf(const ModuleData& data) const;
+  std::string crashLineOf(const std::string& place, const std::string& step) const;
   void showStep();
 
   const StepRecord::Clock::time_point begin_ = StepRecord::Clock::now();
@@ -89,8 +90,8 @@ class RunSession : public RunObserver {
   const RunOptions& options_;
   bool (*const isEndAsked_)();
   const PlaceOf placeOf_;
-  const std::string placeOfPipeline_;
   const std::string crashName_;
+  const std::string crashLine_;  // between the steps
   const std::string from_;
   bool isFromReached_;
   StepRecord record_;

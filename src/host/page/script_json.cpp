@@ -10,7 +10,8 @@ namespace libvarrow::host {
 
 namespace {
 
-enum class Kind : unsigned char { Plain, Space, Control, Quote, Backslash, Html, NotAscii };
+// The page takes those up to Plain as they are.
+enum class Kind : unsigned char { Quote, Backslash, Plain, Space, Control, Html, NotAscii };
 
 constexpr Kind kindOf(unsigned char c) {
   if (c == ' ') return Kind::Space;
@@ -59,7 +60,7 @@ class Copier {
       } else {
         copyTokens(end);
       }
-      if (at_ < end) copySpecial(kKinds[*at_]);
+      if (at_ < end) copyNext(kKinds[*at_]);
     }
     html_.append(buffer_.data(), static_cast<std::size_t>(to_ - buffer_.data()));
   }
@@ -78,11 +79,12 @@ class Copier {
   void copyTokens(const unsigned char* end) {
     const unsigned char* at = at_;
     char* to = to_;
-    for (; at < end; ++at) {
-      const Kind kind = kKinds[*at];
-      if (kind == Kind::Plain) {
-        *to++ = static_cast<char>(*at);
-      } else if (kind != Kind::Space && kind != Kind::Control) {
+    while (at < end) {
+      if (*at <= ' ') {
+        ++at;
+      } else if (kKinds[*at] == Kind::Plain) {
+        *to++ = static_cast<char>(*at++);
+      } else {
         break;
       }
     }
@@ -90,10 +92,14 @@ class Copier {
     to_ = to;
   }
 
-  void copySpecial(Kind kind) {
+  void copyNext(Kind kind) {
+    if (kind == Kind::Quote) {
+      isInString_ = !isInString_;
+      *to_++ = static_cast<char>(*at_++);
+      return;
+    }
     if (kind == Kind::NotAscii) return copyCharacter();
     if (kind == Kind::Html || kind == Kind::Control) return copyEscaped();
-    if (kind == Kind::Quote) isInString_ = !isInString_;
     copyBytes(at_ + 1);
     // The character after a backslash does not end the string.
     if (kind == Kind::Backslash && at_ < end_ && (*at_ == '"' || *at_ == '\\')) copyBytes(at_ + 1);
@@ -124,10 +130,20 @@ class Copier {
   bool isInString_ = false;
 };
 
+// Returns true for JSON that the page takes as it is, such as most lines of the steps.
+bool isUnchanged(std::string_view json) {
+  return std::all_of(json.begin(), json.end(),
+                     [](char c) { return kKinds[static_cast<unsigned char>(c)] <= Kind::Plain; });
+}
+
 }  // namespace
 
 void appendScriptJson(std::string& html, std::string_view json) {
-  Copier(html, json).copy();
+  if (isUnchanged(json)) {
+    html += json;
+  } else {
+    Copier(html, json).copy();
+  }
 }
 
 }  // namespace libvarrow::host

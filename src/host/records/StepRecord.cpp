@@ -14,6 +14,7 @@ StepRecord::StepRecord(const boost::filesystem::path& folder, Clock::time_point 
     : file_(folder / kStepsFile), begin_(begin) {}
 
 void StepRecord::open() {
+  stream_.rdbuf()->pubsetbuf(nullptr, 0);  // each line is written at once
   errno = 0;
   stream_.open(file_.string(), std::ios::trunc | std::ios::binary);
   if (!stream_) error_ = errno;
@@ -24,18 +25,18 @@ void StepRecord::begins(Step& step, Module& module, ModuleData& data) {
   step.begin = Clock::now();
   step.processorTime = system::processUse().processorTime;
   beginLine("begin", step);
-  add<std::string_view>("class", utf8Name(module.getModuleName()));
-  add<std::string_view>("time", utcText(std::chrono::system_clock::now()));
-  add<std::chrono::nanoseconds>("at", step.begin - begin_);
-  add("place", jsonString(step.place));
-  addFigures("before", data);
+  add<std::string_view>(R"(,"class":)", utf8Name(module.getModuleName()));
+  add<std::string_view>(R"(,"time":)", utcText(std::chrono::system_clock::now()));
+  add<std::chrono::nanoseconds>(R"(,"at":)", step.begin - begin_);
+  add(R"(,"place":)", jsonString(step.place));
+  addFigures(R"(,"before":)", data);
   endLine();
 }
 
 void StepRecord::ends(const Step& step, ModuleData& data) {
   beginLine("end", step);
   addUse(step);
-  addFigures("after", data);
+  addFigures(R"(,"after":)", data);
   endLine();
 }
 
@@ -47,12 +48,12 @@ void StepRecord::fails(const Step& step) {
 
 void StepRecord::beginLine(const char* event, const Step& step) {
   line_.assign("{\"event\":\"").append(event) += '"';
-  add<std::string_view>("step", step.name);
+  add<std::string_view>(R"(,"step":)", step.name);
 }
 
 template <class T>
 void StepRecord::add(const char* key, const T& value) {
-  line_.append(",\"").append(key).append("\":");
+  line_ += key;
   appendJson(line_, value);
 }
 
@@ -71,10 +72,10 @@ void StepRecord::addFigures(const char* key, ModuleData& data) {
 void StepRecord::addUse(const Step& step) {
   const Clock::time_point now = Clock::now();
   const system::ProcessUse use = system::processUse();
-  add<std::chrono::nanoseconds>("at", now - begin_);
-  add<std::chrono::nanoseconds>("wall", now - step.begin);
-  add<std::chrono::nanoseconds>("cpu", use.processorTime - step.processorTime);
-  add("memory", use.peakMemory);
+  add<std::chrono::nanoseconds>(R"(,"at":)", now - begin_);
+  add<std::chrono::nanoseconds>(R"(,"wall":)", now - step.begin);
+  add<std::chrono::nanoseconds>(R"(,"cpu":)", use.processorTime - step.processorTime);
+  add(R"(,"memory":)", use.peakMemory);
 }
 
 void StepRecord::endLine() {

@@ -22,8 +22,9 @@ class StepRecord {
 
   /// A step that runs.
   struct Step {
-    std::string name;   ///< "1_ChainedModule/0_Plan", in UTF-8; empty: the whole pipeline
-    std::string place;  ///< "pipeline.json:12:5"
+    std::string name;         ///< "1_ChainedModule/0_Plan", in UTF-8; empty: the whole pipeline
+    std::string place;        ///< "pipeline.json:12:5"
+    std::string crashLine{};  ///< written last by a crash during the step; empty: none
     Clock::time_point begin{};
     std::chrono::microseconds processorTime{};  ///< of the process when the step began
   };
@@ -44,6 +45,7 @@ class StepRecord {
 
  private:
   void beginLine(const char* event, const Step& step);
+  // `key` is the text between the values: one addition instead of three.
   template <class T>
   void add(const char* key, const T& value);
   void addFigures(const char* key, ModuleData& data);

@@ -84,6 +84,8 @@ std::string TraceRecord::text() const {
                      std::to_string(dropped(steps_)) +
                      ",\"spans_dropped\":" + std::to_string(dropped(spans_)) +
                      "},\"traceEvents\":[";
+  constexpr std::size_t kUsualBytes = 128;
+  text.reserve(sorted.size() * kUsualBytes);
   for (const auto& [id, number] : threads_) {
     const std::string name = number == 1 ? "main" : "thread " + std::to_string(number);
     text += R"({"name":"thread_name","ph":"M","pid":1,"tid":)" + std::to_string(number) +

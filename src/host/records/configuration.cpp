@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "host/json_path.h"
+#include "host/records/json_line.h"
 #include "libvarrow/module/ChainedModule.h"
 
 namespace libvarrow::host {
@@ -34,11 +35,13 @@ struct Place {
 };
 
 void addSeeds(const Json::Value& value, const Place& place, Json::Value& seeds) {
+  const bool isObject = value.isObject();
+  if (!isObject && !value.isArray()) return;
   Json::ArrayIndex index = 0;
-  if (!value.isArray() && !value.isObject()) return;
-  for (auto element = value.begin(); element != value.end(); ++element) {
+  const auto last = value.end();
+  for (auto element = value.begin(); element != last; ++element) {
     Place inner{&place, {}, index++};
-    if (value.isObject()) {
+    if (isObject) {
       const char* end = nullptr;
       const char* const name = element.memberName(&end);
       inner.key = std::string_view(name, static_cast<std::size_t>(end - name));
@@ -52,26 +55,44 @@ void addSeeds(const Json::Value& value, const Place& place, Json::Value& seeds) 
   }
 }
 
-}  // namespace
-
-Json::Value configurationOf(const Module& chain) {
-  try {
-    cppbind::JsonEncodeBinder binder;
-    if (const auto* const list = dynamic_cast<const ChainedModule*>(&chain)) {
-      if (list->getJsonValue4Bind().isNull()) return binder.encode(list->getData4Bind());
-    }
-    Json::Value pipeline(Json::objectValue);
-    pipeline["mainModule"] = binder.jsonOf(chain);
-    return pipeline["mainModule"].isNull() ? Json::Value() : pipeline;
-  } catch (const std::exception&) {
-    return Json::Value();  // a host's class may have no form in JSON
+// One step at a time: the JSON of all steps would take longer, and much memory.
+Configuration ofSteps(const ChainedModule& chain) {
+  const cppbind::JsonEncodeBinder binder;
+  const Place root{nullptr, {}};
+  const Place list{&root, "modules"};
+  Configuration made{"{\n\"modules\":[", Json::Value(Json::arrayValue)};
+  Json::ArrayIndex index = 0;
+  for (const auto& module : chain.getData4Bind().modules) {
+    const Json::Value step = module ? binder.jsonOf(*module) : Json::Value();
+    made.json += index == 0 ? "\n" : ",\n";
+    appendJson(made.json, step);
+    addSeeds(step, {&list, {}, index++}, made.seeds);
   }
+  made.json += "]}";
+  return made;
 }
 
-Json::Value seedsOf(const Json::Value& pipeline) {
-  Json::Value seeds(Json::arrayValue);
-  addSeeds(pipeline, {nullptr, {}}, seeds);
-  return seeds;
+Configuration ofPipeline(const Json::Value& pipeline) {
+  constexpr int kDepth = 2;  // a line for each step
+  Configuration made{"", Json::Value(Json::arrayValue)};
+  appendJson(made.json, pipeline, kDepth);
+  addSeeds(pipeline, {nullptr, {}}, made.seeds);
+  return made;
+}
+
+}  // namespace
+
+Configuration configurationOf(const Module& chain, const Json::Value& source) {
+  try {
+    const auto* const list = dynamic_cast<const ChainedModule*>(&chain);
+    if (list != nullptr && list->getJsonValue4Bind().isNull()) return ofSteps(*list);
+    Json::Value pipeline(Json::objectValue);
+    pipeline["mainModule"] = cppbind::JsonEncodeBinder().jsonOf(chain);
+    if (!pipeline["mainModule"].isNull()) return ofPipeline(pipeline);
+  } catch (const std::exception&) {
+    // A host's class may have no form in JSON.
+  }
+  return ofPipeline(source);
 }
 
 }  // namespace libvarrow::host

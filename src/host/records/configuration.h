@@ -3,17 +3,21 @@
 
 #include <json/value.h>
 
+#include <string>
+
 #include "libvarrow/module/Module.h"
 
 namespace libvarrow::host {
 
-/// Returns the loaded `chain` as a pipeline file that has every field: {"modules": [...]}, or
-/// {"mainModule": ...} for another module than a ChainedModule. Returns null when a module cannot
-/// be written as JSON.
-Json::Value configurationOf(const Module& chain);
+struct Configuration {
+  std::string json;  ///< the text of a pipeline file, with one line for each step
+  Json::Value
+      seeds;  ///< the fields whose key is "seed" or ends in "_seed" or "Seed": {path, value}
+};
 
-/// Returns the seeds in a pipeline as a list of {path, value}: the fields whose key is "seed" or
-/// ends in "_seed" or "Seed".
-Json::Value seedsOf(const Json::Value& pipeline);
+/// Returns the configuration of the loaded `chain`: {"modules": [...]}, or {"mainModule": ...} for
+/// another module than a ChainedModule. Returns `source`, the pipeline as its file has it, when a
+/// module cannot be written as JSON.
+Configuration configurationOf(const Module& chain, const Json::Value& source);
 
 }  // namespace libvarrow::host
