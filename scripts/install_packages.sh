@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Installs missing Debian packages that the build needs; asks for root only then. An argument adds a
 # group: "clang" for the fuzzers and the coverage, "reference" for Doxygen, "abi" for abidiff,
-# "lint" for the checks of style, "page" for a browser, "windows" for mingw-w64 and wine.
+# "lint" for the checks of style, "page" for a browser, "windows" for mingw-w64 and wine, "count"
+# for callgrind.
 set -euo pipefail
 
 packages=(
@@ -16,6 +17,7 @@ case ${1:-} in
   reference) packages+=(doxygen) ;;
   abi) packages+=(abigail-tools) ;;
   lint) packages+=(clang-format clang-tidy shellcheck) ;;
+  count) packages+=(valgrind) ;;
   page) packages+=(chromium chromium-driver) ;;
   windows) packages+=(g++-mingw-w64-x86-64-posix wine64 libboost-tools-dev googletest bzip2 xz-utils) ;;
 esac
