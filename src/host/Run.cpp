@@ -12,7 +12,6 @@
 #include "host/step_names.h"
 #include "host/system.h"
 #include "host/without_links.h"
-#include "libvarrow/json/json.h"
 #include "libvarrow/log/log.h"
 #include "libvarrow/module/run_files.h"
 #include "libvarrow/statistics/TimedStatDumper.h"
@@ -96,7 +95,7 @@ RunResult Run::process(cppbind::ClassRegister& modules, ModuleData& data) {
   result.faults = source_.faults();
   try {
     session_.openRecords();
-    writeWhole(folder_ / kPipelineFile, Json2Str(source_.json()));
+    writeWhole(folder_ / kPipelineFile, pipelineText(source_.json()) + '\n');
     const DataOfRun dataOfRun(data, session_, statistics_);
     const TimedStatDumper dumper(&statistics_, (folder_ / kStatisticsFile).string());
     runChain(modules, data, result);

@@ -73,14 +73,20 @@ Configuration ofSteps(const ChainedModule& chain) {
 }
 
 Configuration ofPipeline(const Json::Value& pipeline) {
-  constexpr int kDepth = 2;  // a line for each step
-  Configuration made{"", Json::Value(Json::arrayValue)};
-  appendJson(made.json, pipeline, kDepth);
+  Configuration made{pipelineText(pipeline), Json::Value(Json::arrayValue)};
   addSeeds(pipeline, {nullptr, {}}, made.seeds);
   return made;
 }
 
 }  // namespace
+
+std::string pipelineText(const Json::Value& pipeline) {
+  // A list in an object, in the layout with a main module one inside its class.
+  const int depth = pipeline.isObject() && pipeline.isMember("mainModule") ? 4 : 2;
+  std::string text;
+  appendJson(text, pipeline, depth);
+  return text;
+}
 
 Configuration configurationOf(const Module& chain, const Json::Value& source) {
   try {

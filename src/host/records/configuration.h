@@ -1,4 +1,4 @@
-// The pipeline of a run with the default of every missing field.
+// The pipeline of a run as JSON, as it was given and with the default of every missing field.
 #pragma once
 
 #include <json/value.h>
@@ -9,8 +9,11 @@
 
 namespace libvarrow::host {
 
+/// Returns the text of a pipeline file, in which each step of the pipeline is on a line of its own.
+std::string pipelineText(const Json::Value& pipeline);
+
 struct Configuration {
-  std::string json;  ///< the text of a pipeline file, with one line for each step
+  std::string json;  ///< the text of a pipeline file, as of pipelineText()
   Json::Value
       seeds;  ///< the fields whose key is "seed" or ends in "_seed" or "Seed": {path, value}
 };
