@@ -21,6 +21,8 @@ class Started {
     std::vector<char*> pointers;
     for (std::string& argument : arguments) pointers.push_back(argument.data());
     pointers.push_back(nullptr);
+    // A shell without job control and nohup start tests that ignore these, and so would the host.
+    for (const int signal : {SIGINT, SIGQUIT, SIGHUP}) ::signal(signal, SIG_DFL);
     const winsize size{24, 40, 0, 0};
     pid_ = ::forkpty(&terminal_, nullptr, nullptr, &size);
     if (pid_ != 0) return;
