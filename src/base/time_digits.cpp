@@ -84,7 +84,7 @@ char* writeClock(char* to, const ClockParts& parts) {
 // Computes from the ticks: date() and year_month_day() would convert day numbers to calendar days
 // and back several times. Throws as date() does when the time is outside the calendar.
 char* writeTime(char* to, const ptime& time) {
-  static const ptime firstTime(date(boost::date_time::min_date_time));
+  static const ptime firstTime(date{boost::date_time::min_date_time});
   constexpr date::date_int_type kFirstDay = 2232400;  // the day number of that date, 1400-01-01
   const std::int64_t ticks = (time - firstTime).ticks();
   if (ticks < 0) static_cast<void>(time.date());
