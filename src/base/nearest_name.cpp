@@ -49,4 +49,9 @@ std::size_t nameDistance(std::string_view left, std::string_view right) {
   return distance > most ? kFarNames : distance;
 }
 
+std::string suggestion(std::string_view name) {
+  if (name.empty()) return std::string();
+  return std::string("; did you mean \"").append(name).append("\"?");
+}
+
 }  // namespace libvarrow::base

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <string>
 #include <string_view>
 
 namespace libvarrow::base {
@@ -13,6 +14,10 @@ constexpr std::size_t kFarNames = static_cast<std::size_t>(-1);
 /// turn `left` into `right`, ignoring the case of ASCII letters; kFarNames when it is more than a
 /// third of the longer name. O(n) for names of n bytes.
 std::size_t nameDistance(std::string_view left, std::string_view right);
+
+/// Returns the end of an error about an unknown name, "; did you mean "NAME"?"; an empty text for
+/// an empty `name`.
+std::string suggestion(std::string_view name);
 
 /// Keeps the nearest of several names.
 class NearestName {

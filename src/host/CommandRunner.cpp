@@ -21,11 +21,6 @@ namespace libvarrow::host {
 
 namespace {
 
-std::string suggestion(const base::NearestName& nearest) {
-  if (nearest.name().empty()) return std::string();
-  return "; did you mean \"" + std::string(nearest.name()) + "\"?";
-}
-
 // Throws when an unknown option explains the parser's error: the parser reports a missing argument
 // first.
 void refuseUnknownOption(const CLI::App& app) {
@@ -38,7 +33,7 @@ void refuseUnknownOption(const CLI::App& app) {
       if (!option->get_lnames().empty()) known.push_back("--" + option->get_lnames().front());
     }
     for (const std::string& option : known) nearest.consider(option);
-    throw UsageError("unknown option " + name + suggestion(nearest));
+    throw UsageError("unknown option " + name + base::suggestion(nearest.name()));
   }
 }
 
@@ -168,7 +163,8 @@ CommandRunner::Selected CommandRunner::select() const {
     nearest.consider(command->name());
   }
   const char* const kind = one.front() == '-' ? "option " : "command ";
-  throw UsageError("unknown " + (one.empty() ? "command \"\"" : kind + one) + suggestion(nearest));
+  throw UsageError("unknown " + (one.empty() ? "command \"\"" : kind + one) +
+                   base::suggestion(nearest.name()));
 }
 
 std::string CommandRunner::help() const {

@@ -4,6 +4,7 @@
 #include <boost/filesystem/operations.hpp>
 #include <utility>
 
+#include "base/nearest_name.h"
 #include "host/one_line.h"
 #include "libvarrow/utility/UTFConverter.h"
 
@@ -63,8 +64,7 @@ std::string firstError(const std::vector<FileFaults>& faults) {
   for (const FileFaults& file : faults) {
     for (const cppbind::Fault& fault : file.faults.first) {
       if (fault.severity != cppbind::Severity::Error) continue;
-      std::string reason = fault.what();
-      if (!fault.hint.empty()) reason += "; did you mean \"" + fault.hint + "\"?";
+      const std::string reason = fault.what() + base::suggestion(fault.hint);
       std::string text = placeOf(file.origin, fault) + ": " + utility::fromUtf8(reason);
       if (more > 0) text += "; and " + std::to_string(more) + " more error" + (more > 1 ? "s" : "");
       return oneLine(text);

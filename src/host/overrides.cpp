@@ -179,9 +179,8 @@ std::vector<std::string> knownPaths(const PipelineNode& root, const Description&
   base::NearestName nearest(path);
   const std::vector<std::string> paths = knownPaths(root, description);
   for (const std::string& known : paths) nearest.consider(known);
-  std::string error = "the pipeline has no \"" + path + "\"";
-  if (!nearest.name().empty()) error += "; did you mean \"" + std::string(nearest.name()) + "\"?";
-  throw std::runtime_error(error);
+  throw std::runtime_error("the pipeline has no \"" + path + "\"" +
+                           base::suggestion(nearest.name()));
 }
 
 // Sets the value at the end of `path`, whose parents exist.

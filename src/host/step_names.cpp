@@ -36,11 +36,11 @@ bool collect(const Module& chain, const std::string& prefix, const std::string& 
 }
 
 // Continues an error about an unknown step.
-std::string suggestion(const std::string& step, const std::vector<std::string>& names) {
+std::string alternatives(const std::string& step, const std::vector<std::string>& names) {
   constexpr std::size_t kMostListed = 12;
   base::NearestName nearest(step);
   for (const std::string& name : names) nearest.consider(name);
-  if (!nearest.name().empty()) return "; did you mean \"" + std::string(nearest.name()) + "\"?";
+  if (!nearest.name().empty()) return base::suggestion(nearest.name());
   std::string list;
   for (std::size_t i = 0; i < names.size() && i < kMostListed; ++i) {
     list += (i == 0 ? "; it has " : ", ") + names[i];
@@ -55,7 +55,7 @@ void requireStep(const Module& chain, const std::string& step) {
   if (step.empty() || collect(chain, "", step, names)) return;
   if (std::find(names.begin(), names.end(), step) != names.end()) return;
   throw std::runtime_error(
-      programText("the pipeline has no step \"" + step + "\"" + suggestion(step, names)));
+      programText("the pipeline has no step \"" + step + "\"" + alternatives(step, names)));
 }
 
 // A chain is listed before its steps, and ends after them.

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "base/nearest_name.h"
 #include "cppbind/ParseErrorException.h"
 
 namespace cppbind {
@@ -19,8 +20,7 @@ std::string Fault::text() const {
   std::string text;
   if (line > 0) text = std::to_string(line) + ":" + std::to_string(column) + ": ";
   text += severity == Severity::Error ? "error: " : "warning: ";
-  text += what();
-  if (!hint.empty()) text += "; did you mean \"" + hint + "\"?";
+  text += what() + libvarrow::base::suggestion(hint);
   // Messages of the JSON parser have several lines, and names in a file may control a terminal.
   const auto isControl = [](unsigned char c) { return c < ' ' || c == 0x7F; };
   std::replace_if(text.begin(), text.end(), isControl, ' ');

@@ -112,9 +112,8 @@ class ClassesCommand : public Command {
         return;
       }
     }
-    std::string error = "no class is registered under " + name_;
-    if (!nearest.name().empty()) error += "; did you mean \"" + std::string(nearest.name()) + "\"?";
-    throw std::runtime_error(error);
+    throw std::runtime_error("no class is registered under " + name_ +
+                             base::suggestion(nearest.name()));
   }
 
   HostState& state_;

@@ -202,7 +202,7 @@ class WhyCommand : public Command {
     for (const auto& [name, place] : rejections) dropped += place.dropped;
     std::string error = "the run has no subject \"" + shown(subject_) + "\"";
     if (!nearest.name().empty()) {
-      error += "; did you mean \"" + shown(std::string(nearest.name())) + "\"?";
+      error += base::suggestion(shown(std::string(nearest.name())));
     } else if (!all.empty()) {
       error += "; its subjects have names such as \"" + shown(all.begin()->first) + "\"";
     }
