@@ -6,7 +6,7 @@
 # SIGNAL: the numbers by which it may end. PATTERN: extended regular expressions that its standard
 # error must match; a line "dump file" is added to it for a dump file that is not empty. The variable
 # CRASH_TIMES replaces TIMES, and CRASH_AT_ONCE AT_ONCE. The host has ten seconds of processor time,
-# or CRASH_SECONDS, and ten minutes in case it hangs.
+# or CRASH_SECONDS, and three minutes in case it hangs.
 set -euo pipefail
 
 host=$1 way=$2 times=${CRASH_TIMES:-$3} at_once=${CRASH_AT_ONCE:-$4}
@@ -23,7 +23,7 @@ crash() {
   local status=0
   mkdir "$folder/$1" && cd "$folder/$1"
   # The shell's message about the end of a child is written to the same file.
-  { timeout --signal=KILL 600 "$host" "$way" >/dev/null || status=$?; } 2>"$folder/$1.err"
+  { timeout --signal=KILL 180 "$host" "$way" >/dev/null || status=$?; } 2>"$folder/$1.err"
   sed -i 's/\r$//' "$folder/$1.err"
   find . -name '*.coredump' -size +0 -printf 'dump file\n' >>"$folder/$1.err"
   echo "$status" >"$folder/$1.status"
