@@ -1,6 +1,8 @@
 # Prints the medians of a report that targets.txt compares, and whether they keep their limits:
 #
-#     awk [-v isPart=1] -f ratios.awk targets.txt report.json
+#     awk [-v isPart=1] [-v missedRows=FILE] -f ratios.awk targets.txt report.json
+#
+# The two benchmarks of each row that exceeds its limit are written to FILE.
 #
 # Exit status: 0; 1 when a limit is broken; 2 when a benchmark failed, or is missing
 # from a report that is not just a part (isPart).
@@ -56,26 +58,24 @@ function isMeasured(name) {
   return (name, "median") in times
 }
 
-# Returns the verdict on a value and records it.
-function judge(value, most) {
+# Returns the verdict on a value of two benchmarks and records it.
+function judge(value, most, one, other) {
   ++measured
   if (most == "-") return ""
   if (value <= most) return "holds"
   isBroken = 1
+  if (missedRows != "") print one, other >missedRows
   return "MISSED"
 }
 
-function printFigure(name, what, value, most) {
-  printf "%-38s %-39s %33.3f %7s %s\n", name, what, value, most, judge(value, most)
-}
-
 # Prints the exponent of n between two arguments of a benchmark.
-function printGrowth(name, from, to, most,    fromName, toName) {
+function printGrowth(name, from, to, most,    fromName, toName, exponent) {
   fromName = name "/" from
   toName = name "/" to
   if (!isMeasured(fromName) || !isMeasured(toName)) return
-  printFigure(name, "exponent from " from " to " to,
-              log(toNanoseconds(toName) / toNanoseconds(fromName)) / log(to / from), most)
+  exponent = log(toNanoseconds(toName) / toNanoseconds(fromName)) / log(to / from)
+  printf "%-38s %-39s %33.3f %7s %s\n", name, "exponent from " from " to " to, exponent, most,
+         judge(exponent, most, fromName, toName)
 }
 
 END {
@@ -86,7 +86,7 @@ END {
     ratio = toNanoseconds(ours[i]) / toNanoseconds(peer[i])
     printf row, ours[i], peer[i], sprintf("%.1f", toNanoseconds(ours[i])),
            sprintf("%.1f", toNanoseconds(peer[i])), sprintf("%.3f", ratio), limit[i],
-           judge(ratio, limit[i]), spread(ours[i]) "/" spread(peer[i]),
+           judge(ratio, limit[i], ours[i], peer[i]), spread(ours[i]) "/" spread(peer[i]),
            allocationsOf(ours[i]) "/" allocationsOf(peer[i])
   }
   for (i = 1; i <= figureCount; ++i) {
