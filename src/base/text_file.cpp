@@ -1,7 +1,6 @@
 #include "base/text_file.h"
 
 #include <array>
-#include <cstdio>
 #include <fstream>
 
 namespace libvarrow::base {
@@ -15,16 +14,6 @@ bool readTextFile(const std::string& path, std::string& text) {
     text.append(block.data(), static_cast<std::size_t>(file.gcount()));
   }
   return !file.bad();
-}
-
-TextWritten writeTextFile(const std::string& path, const std::string& text) {
-  // Avoids a stream, because constructing one costs as much as opening the file.
-  std::FILE* file = std::fopen(path.c_str(), "w");
-  if (file == nullptr) return TextWritten::NotOpened;
-  std::setvbuf(file, nullptr, _IONBF, 0);  // the text is one block already
-  const bool isWritten = std::fwrite(text.data(), 1, text.size(), file) == text.size();
-  const bool isClosed = std::fclose(file) == 0;
-  return isWritten && isClosed ? TextWritten::Whole : TextWritten::Partly;
 }
 
 }  // namespace libvarrow::base

@@ -1,7 +1,6 @@
 #include <elf.h>
 #include <fcntl.h>
 #include <link.h>
-#include <poll.h>
 #include <signal.h>
 #include <sys/auxv.h>
 #include <sys/file.h>
@@ -22,6 +21,7 @@
 #include <iostream>
 #include <stdexcept>
 
+#include "base/write_all_posix.h"
 #include "host/system.h"
 
 namespace libvarrow::host::system {
@@ -71,23 +71,6 @@ void pointStandardOutputAt(const char* file, int flags) {
   if (opened < 0) throw std::runtime_error("cannot write " + std::string(file) + ": " + reason());
   ::dup2(opened, STDOUT_FILENO);
   ::close(opened);
-}
-
-// Writes the whole text, in several parts if necessary. Returns false and sets errno on failure.
-bool writeAll(int descriptor, const std::string& text) noexcept {
-  std::size_t done = 0;
-  while (done < text.size()) {
-    const ssize_t written = ::write(descriptor, text.data() + done, text.size() - done);
-    if (written < 0 && errno == EINTR) continue;
-    if (written < 0 && errno == EAGAIN) {  // a pipe that does not block is full
-      pollfd full{descriptor, POLLOUT, 0};
-      ::poll(&full, 1, -1);
-      continue;
-    }
-    if (written < 0) return false;
-    done += static_cast<std::size_t>(written);
-  }
-  return true;
 }
 
 // Returns the largest resident size in kibibytes; 0 if it is unknown.
@@ -248,13 +231,13 @@ void ResultStream::printTo(const fs::path& path) {
 }
 
 void ResultStream::write(const std::string& text) {
-  if (!writeAll(results_, text)) {
+  if (!base::writeAll(results_, text)) {
     throw std::runtime_error("cannot write standard output: " + reason());
   }
 }
 
 void writeError(const std::string& text) noexcept {
-  if (!writeAll(STDERR_FILENO, text)) return;  // this cannot be reported
+  if (!base::writeAll(STDERR_FILENO, text)) return;  // this cannot be reported
 }
 
 std::size_t terminalColumns() {

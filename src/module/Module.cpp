@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "module/observed_step.h"
+#include "statistics/statistics_file.h"
 
 namespace libvarrow {
 
@@ -75,7 +76,7 @@ void Module::dumpAfter(ModuleData& data, const std::string& path, DumpLevel leve
   if (level != DumpLevel::All) return;
   data.dumpDetailInfo(joined(path, "out_detail.txt"));
   data.dump4Debug(joined(path, "after_process/"));
-  moduleStatistics.dumpToFile(joined(path, "module_stat.json"));
+  writeStatisticsFile(joined(path, "module_stat.json"), moduleStatistics.toJsonValue4Bind());
 }
 
 void Module::enterStatistics(ModuleData& data, StatisticsContainer& parent) {

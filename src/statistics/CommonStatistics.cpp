@@ -21,7 +21,7 @@ std::string CommonStatistics::dumpToFile(const boost::filesystem::path& path) co
 
 std::string CommonStatistics::dumpToFile(const boost::filesystem::path& path,
                                          const Json::Value& value) {
-  return writeStatisticsFile(path, value).name;
+  return writeStatisticsFile(path.string(), value).name;
 }
 
 }  // namespace libvarrow

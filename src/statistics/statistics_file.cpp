@@ -1,6 +1,7 @@
 #include "statistics/statistics_file.h"
 
 #include <boost/filesystem/operations.hpp>
+#include <utility>
 
 #include "backtrace/stop.h"
 #include "base/json_text.h"
@@ -33,10 +34,9 @@ base::TextWritten write(const std::string& fileName, const std::string& text, Ol
 
 }  // namespace
 
-StatisticsFile writeStatisticsFile(const boost::filesystem::path& path, const Json::Value& value,
-                                   OldFile old) {
+StatisticsFile writeStatisticsFile(const std::string& name, const Json::Value& value, OldFile old) {
   using base::TextWritten;
-  std::string realFile = path.generic_string();
+  std::string realFile = name;
   utility::adjustFileName(realFile);
   const std::string text = statisticsText(value);
   // The directory usually exists, so it is created only when the file cannot be opened.
@@ -45,8 +45,10 @@ StatisticsFile writeStatisticsFile(const boost::filesystem::path& path, const Js
     DirCreator(realFile, false);
     written = write(realFile, text, old);
   }
-  if (written != TextWritten::NotOpened) return {realFile, written == TextWritten::Whole};
-  const std::string reason = kOperation + (" src_file:" + path.string() + " real_file:" + realFile);
+  if (written != TextWritten::NotOpened) {
+    return {std::move(realFile), written == TextWritten::Whole};
+  }
+  const std::string reason = kOperation + (" src_file:" + name + " real_file:" + realFile);
   LIBVARROW_LOG_ERROR("%s", reason.c_str());
   stopAfterLogging(reason);
 }

@@ -3,7 +3,6 @@
 
 #include <json/value.h>
 
-#include <boost/filesystem/path.hpp>
 #include <string>
 
 namespace libvarrow {
@@ -17,10 +16,10 @@ struct StatisticsFile {
 /// Removed: an old file, link or empty directory is removed first, and a new file is created.
 enum class OldFile { Overwritten, Removed };
 
-/// Writes `value` as CommonStatistics::dumpToFile does. A file that cannot be written
-/// completely (full disk, for example) is left truncated. Throws std::bad_alloc before anything is
-/// written or removed.
-StatisticsFile writeStatisticsFile(const boost::filesystem::path& path, const Json::Value& value,
+/// Writes `value` into the file `name` as CommonStatistics::dumpToFile does. A file that cannot be
+/// written completely (full disk, for example) is left truncated. Throws std::bad_alloc before
+/// anything is written or removed.
+StatisticsFile writeStatisticsFile(const std::string& name, const Json::Value& value,
                                    OldFile old = OldFile::Overwritten);
 
 /// Returns `value` as text in the form of statistics files.

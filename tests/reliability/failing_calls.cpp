@@ -124,6 +124,11 @@ int fclose(std::FILE* file) {
   const int result = real<decltype(fclose)>("fclose")(file);
   return hasFailed ? EOF : result;
 }
+int close(int file) {
+  const bool hasFailed = fails("close", file, EIO);
+  const int result = real<decltype(close)>("close")(file);
+  return hasFailed ? -1 : result;
+}
 int rename(const char* from, const char* to) noexcept {
   return fails("rename", from, EIO) ? -1 : real<decltype(rename)>("rename")(from, to);
 }
