@@ -110,15 +110,17 @@ void systemCalls(benchmark::State& state) {
   }
 }
 
-// A new folder each time, as in a run; its removal is not measured.
+// Another new folder each time, as for the steps of a run; its removal is not measured.
 template <class Write>
 void inNewFolders(benchmark::State& state, Write write) {
   const TemporaryDirectory directory = memoryDirectory();
-  const std::string folder = directory.prefix() + "step/";
+  std::size_t step = 0;
+  std::string folder = directory.prefix() + "0_step/";
   for (auto _ : state) {
     if (!write(folder)) state.SkipWithError("the file can not be written");
     state.PauseTiming();
     fs::remove_all(folder);
+    folder = directory.prefix() + std::to_string(++step) + "_step/";
     state.ResumeTiming();
   }
 }

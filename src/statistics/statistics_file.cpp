@@ -7,8 +7,8 @@
 #include "base/json_text.h"
 #include "base/text_file.h"
 #include "libvarrow/log/log.h"
-#include "libvarrow/utility/DirCreator.h"
 #include "libvarrow/utility/file_name.h"
+#include "utility/new_folder.h"
 
 namespace libvarrow {
 
@@ -39,12 +39,11 @@ StatisticsFile writeStatisticsFile(const std::string& name, const Json::Value& v
   std::string realFile = name;
   utility::adjustFileName(realFile);
   const std::string text = statisticsText(value);
-  // The directory usually exists, so it is created only when the file cannot be opened.
-  TextWritten written = write(realFile, text, old);
-  if (written == TextWritten::NotOpened) {
-    DirCreator(realFile, false);
+  TextWritten written = TextWritten::NotOpened;
+  utility::openInFolder(realFile, [&] {
     written = write(realFile, text, old);
-  }
+    return written != TextWritten::NotOpened;
+  });
   if (written != TextWritten::NotOpened) {
     return {std::move(realFile), written == TextWritten::Whole};
   }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <boost/date_time/posix_time/posix_time.hpp>
+#include <boost/filesystem/operations.hpp>
 #include <boost/lexical_cast.hpp>
 #include <climits>
 #include <cmath>
@@ -87,6 +88,18 @@ TEST_F(AutoCreateDirFileStreamTest, CreatesTheFolderAndTruncatesTheFile) {
   testing::internal::CaptureStderr();
   EXPECT_FALSE(AutoCreateDirFileStream("bare.txt/sub/x.txt").is_open());
   EXPECT_TRUE(contains(testing::internal::GetCapturedStderr(), "path_is_floder: 0\nexception:"));
+}
+
+TEST_F(AutoCreateDirFileStreamTest, NewExistingAndRemovedFoldersMayFollowOneAnother) {
+  const auto write = [](const std::string& path) { AutoCreateDirFileStream(path) << path; };
+  for (const char* path : {"1/x", "2/x", "2/y", "bare", "1/y", "3/deep/x", "3/deep/er/x", "4/x"}) {
+    write(path);
+    EXPECT_EQ(path, readFile(path));
+  }
+  boost::filesystem::remove_all("4");
+  write("4/x");
+  write("5/x");
+  EXPECT_EQ("4/x5/x", readFile("4/x") + readFile("5/x"));
 }
 
 }  // namespace
