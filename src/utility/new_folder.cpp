@@ -4,22 +4,16 @@
 #include <functional>
 #include <string_view>
 
-#include "base/thread_local_object.h"
-#include "libvarrow/utility/DirCreator.h"
-
 namespace libvarrow::utility {
 
 namespace {
 
+// Has no destructor, for which a thread would allocate memory.
 struct LastFolder {
-  std::string name;
-  bool wasMissing = false;
+  std::size_t hash;
+  bool wasMissing;
 };
-
-// A template would have an object for each of its instances.
-void withLastFolder(const std::function<void(LastFolder&)>& use) {
-  base::withThreadLocal([] { return LastFolder{}; }, use);
-}
+thread_local LastFolder lastFolder{0, false};
 
 std::string_view folderOf(std::string_view path) {
   return path.substr(0, path.rfind('/') + 1);
@@ -27,21 +21,21 @@ std::string_view folderOf(std::string_view path) {
 
 }  // namespace
 
-void createProbablyMissingFolder(const std::string& path) {
-  withLastFolder([&](LastFolder& last) {
-    if (!last.wasMissing || folderOf(path) == last.name) return;
-    last.name = folderOf(path);
+void createProbablyMissingFolder(const std::string& path) noexcept {
+  if (!lastFolder.wasMissing) return;
+  const std::string_view folder = folderOf(path);
+  const std::size_t hash = std::hash<std::string_view>()(folder);
+  if (hash == lastFolder.hash) return;
+  lastFolder = {hash, false};
+  try {
     boost::system::error_code ignored;
-    last.wasMissing = boost::filesystem::create_directory(last.name, ignored);
-  });
+    lastFolder.wasMissing = boost::filesystem::create_directory(std::string(folder), ignored);
+  } catch (...) {  // no memory: the file may open without it
+  }
 }
 
-void createMissingFolder(const std::string& path) {
-  DirCreator(path, false);
-  withLastFolder([&](LastFolder& last) {
-    last.name = folderOf(path);
-    last.wasMissing = true;
-  });
+void rememberFolder(const std::string& path, bool wasMissing) noexcept {
+  lastFolder = {std::hash<std::string_view>()(folderOf(path)), wasMissing};
 }
 
 }  // namespace libvarrow::utility

@@ -3,25 +3,29 @@
 
 #include <string>
 
+#include "libvarrow/utility/DirCreator.h"
+
 namespace libvarrow::utility {
 
-/// Creates the folder of `path` if the calling thread's last folder was missing and was another
-/// one: a run into a new folder creates one for each step. Leaves errors to the opening of the
-/// file.
-void createProbablyMissingFolder(const std::string& path);
+/// Creates the folder of `path` if the calling thread's last folder had to be created and was
+/// another one: a run into a new folder creates one for each step. Reports no error: the opening of
+/// the file does.
+void createProbablyMissingFolder(const std::string& path) noexcept;
 
-/// Creates the missing folder of `path`. Logs errors.
-void createMissingFolder(const std::string& path);
+/// Tells the function above whether the folder of `path` had to be created.
+void rememberFolder(const std::string& path, bool wasMissing) noexcept;
 
 /// Returns the result of `open`, which opens the file at `path` and returns whether it did.
-/// Creates the file's folder if it is missing. The folder usually exists, or is the next one of
-/// many new ones: neither case costs a system call more than necessary.
+/// Creates the file's folder if it is missing, and logs if that fails. In folders that exist, and
+/// in the second and further of several new ones, no system call is in vain.
 template <class Open>
 bool openInFolder(const std::string& path, Open open) {
   createProbablyMissingFolder(path);
   if (open()) return true;
-  createMissingFolder(path);
-  return open();
+  DirCreator(path, false);
+  const bool isOpen = open();
+  rememberFolder(path, isOpen);
+  return isOpen;
 }
 
 }  // namespace libvarrow::utility
