@@ -79,7 +79,7 @@ struct Act : libvarrow::Module {
   void processImp(libvarrow::ModuleData* data) override {
     if (how == "write") write(*data);
     if (how == "print") print();
-    if (how == "keep") libvarrow::reportRuleKept(*data, text);
+    if (how == "keep") libvarrow::reportRuleKept(*data, libvarrow::utility::fromUtf8(text));
     if (how == "trace") trace(*data);
     if (how == "report") libvarrow::reportRulesBroken(*data, text);
     if (how == "break") throw libvarrow::RulesBroken(text);
