@@ -45,16 +45,39 @@ string(REPLACE "{{script hash}}" "${script_hash}" html "${html}")
 string(REPLACE "{{style}}" "${css}" html "${html}")
 string(REPLACE "{{script}}" "${js}" html "${html}")
 
+# Sets `result` to string literals with the text, which end at line ends. Visual C++ refuses longer ones
+# than 16,380 bytes: these have at most 4,000 characters, of up to 4 bytes.
+function(string_literals text result)
+  set(literals "")
+  while(NOT "${text}" STREQUAL "")
+    string(SUBSTRING "${text}" 0 4000 piece)
+    if(NOT "${piece}" STREQUAL "${text}")
+      string(FIND "${piece}" "\n" end REVERSE)
+      if(end EQUAL -1)
+        message(FATAL_ERROR "The page has a line of more than 4000 characters")
+      endif()
+      math(EXPR end "${end} + 1")
+      string(SUBSTRING "${piece}" 0 ${end} piece)
+    endif()
+    string(LENGTH "${piece}" length)
+    string(SUBSTRING "${text}" ${length} -1 text)
+    string(APPEND literals "\n    R\"PAGE(${piece})PAGE\",")
+  endwhile()
+  set(${result} "${literals}" PARENT_SCOPE)
+endfunction()
+
 string(FIND "${html}" "{{data}}" split)
 string(SUBSTRING "${html}" 0 ${split} before)
 math(EXPR split "${split} + 8")
 string(SUBSTRING "${html}" ${split} -1 after)
+string_literals("${before}" before)
+string_literals("${after}" after)
 file(WRITE "${OUTPUT}" "#include \"host/page/page_parts.h\"
 
 namespace libvarrow::host {
 
-const std::string_view kPageBeforeData = R\"PAGE(${before})PAGE\";
-const std::string_view kPageAfterData = R\"PAGE(${after})PAGE\";
+const PagePart kPageBeforeData{${before}};
+const PagePart kPageAfterData{${after}};
 
 }  // namespace libvarrow::host
 ")

@@ -26,10 +26,15 @@ std::string contentOf(const fs::path& file) {
   return text;
 }
 
-std::size_t sizeOf(const std::vector<std::string>& texts) {
+template <class Texts>
+std::size_t sizeOf(const Texts& texts) {
   std::size_t size = 0;
-  for (const std::string& text : texts) size += text.size();
+  for (const std::string_view text : texts) size += text.size();
   return size;
+}
+
+void append(std::string& html, const PagePart& part) {
+  for (const std::string_view piece : part) html += piece;
 }
 
 // An element whose text is JSON. A script of the page reads it.
@@ -85,15 +90,15 @@ fs::path writePage(const fs::path& folder, const RunFiles& files) {
   const std::string steps = contentOf(real / kStepsFile);
   const std::string statistics = contentOf(real / kStatisticsFile);
   std::string html;
-  html.reserve(kPageBeforeData.size() + kPageAfterData.size() + run.size() + steps.size() +
+  html.reserve(sizeOf(kPageBeforeData) + sizeOf(kPageAfterData) + run.size() + steps.size() +
                statistics.size() + sizeOf(links.pictures) + 10'000);
-  html += kPageBeforeData;
+  append(html, kPageBeforeData);
   appendData(html, "run", run);
   appendLines(html, "steps", steps);
   appendData(html, "statistics", statistics.empty() ? "null" : statistics);
   appendData(html, "links", Json2Str(links.json));
   appendPictures(html, links.pictures);
-  html += kPageAfterData;
+  append(html, kPageAfterData);
   writeWhole(page, html);
   return page;
 }
