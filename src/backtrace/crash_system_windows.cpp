@@ -120,6 +120,7 @@ DWORD WINAPI endHungProcess(void*) {
 void createWatchdog() {
   static const bool isCreated = [] {
     handlerStarted = CreateEventW(nullptr, TRUE, FALSE, nullptr);
+    if (handlerStarted == nullptr) return false;  // the watchdog would end the process at once
     const HANDLE watchdog = CreateThread(nullptr, 0, endHungProcess, nullptr, 0, nullptr);
     if (watchdog != nullptr) CloseHandle(watchdog);
     return watchdog != nullptr;

@@ -12,6 +12,7 @@
 #include <charconv>
 #include <cstdint>
 #include <cstring>
+#include <cwchar>
 
 #include "backtrace/crash_system.h"
 #include "backtrace/crash_system_windows.h"
@@ -80,12 +81,16 @@ void sayHex(std::uintptr_t number) {
 // Writes the file name of the module at `base` without asking the loader, whose lock may be held.
 void sayModule(void* base) {
   constexpr DWORD kMostCharacters = 1024;
-  static std::array<char, kMostCharacters> path;
+  static std::array<wchar_t, kMostCharacters> path;
+  static std::array<char, 2 * kMostCharacters> name;  // code pages use up to 2 bytes
   const DWORD length =
-      K32GetMappedFileNameA(GetCurrentProcess(), base, path.data(), kMostCharacters - 1);
-  path[length] = '\0';
-  const char* const slash = std::strrchr(path.data(), '\\');
-  printText(slash == nullptr ? path.data() : slash + 1);
+      K32GetMappedFileNameW(GetCurrentProcess(), base, path.data(), kMostCharacters - 1);
+  path[length] = L'\0';
+  // In wide characters, since a byte of a character may be that of a backslash.
+  const wchar_t* const slash = std::wcsrchr(path.data(), L'\\');
+  WideCharToMultiByte(CP_ACP, 0, slash == nullptr ? path.data() : slash + 1, -1, name.data(),
+                      static_cast<int>(name.size()) - 1, nullptr, nullptr);
+  printText(name.data());
 }
 
 // Writes "FILE(+OFFSET) [ADDRESS]".

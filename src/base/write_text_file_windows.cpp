@@ -6,7 +6,7 @@ namespace libvarrow::base {
 
 TextWritten writeTextFile(const std::string& path, const std::string& text) {
   // Avoids a stream, because constructing one costs as much as opening the file.
-  std::FILE* file = std::fopen(path.c_str(), "w");
+  std::FILE* file = std::fopen(path.c_str(), "wN");  // N: children do not inherit it
   if (file == nullptr) return TextWritten::NotOpened;
   std::setvbuf(file, nullptr, _IONBF, 0);  // the text is one block already
   const bool isWritten = std::fwrite(text.data(), 1, text.size(), file) == text.size();

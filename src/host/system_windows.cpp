@@ -229,8 +229,11 @@ FileLock::FileLock(const fs::path& file)
                                                         0, nullptr, OPEN_ALWAYS,
                                                         FILE_ATTRIBUTE_NORMAL, nullptr))) {
   isHeld_ = reinterpret_cast<HANDLE>(file_) != INVALID_HANDLE_VALUE;
-  if (!isHeld_ && GetLastError() != ERROR_SHARING_VIOLATION) {
-    throw std::runtime_error("cannot write " + file.generic_string());
+  const DWORD error = GetLastError();
+  if (!isHeld_ && error != ERROR_SHARING_VIOLATION) {
+    const boost::system::error_code reason(static_cast<int>(error),
+                                           boost::system::system_category());
+    throw std::runtime_error("cannot write " + file.generic_string() + ": " + reason.message());
   }
 }
 
