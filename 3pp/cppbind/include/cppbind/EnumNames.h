@@ -118,9 +118,10 @@ constexpr ProbedRange probedRange() {
   using Type = std::underlying_type_t<E>;
   constexpr std::int64_t around = HasFixedType<E>::value ? 3 : 0;
   constexpr std::uint64_t maxCount = 64;
-  constexpr auto lowest = static_cast<std::int64_t>(std::numeric_limits<Type>::min());
-  constexpr std::uint64_t typeMost = std::numeric_limits<Type>::max();
-  constexpr std::int64_t wideMost = std::numeric_limits<std::int64_t>::max();
+  // In parentheses, as <windows.h> may define macros min and max.
+  constexpr auto lowest = static_cast<std::int64_t>((std::numeric_limits<Type>::min)());
+  constexpr std::uint64_t typeMost = (std::numeric_limits<Type>::max)();
+  constexpr std::int64_t wideMost = (std::numeric_limits<std::int64_t>::max)();
   constexpr std::int64_t highest =
       typeMost > std::uint64_t{wideMost} ? wideMost : static_cast<std::int64_t>(typeMost);
   const auto table = enumNames(E{});

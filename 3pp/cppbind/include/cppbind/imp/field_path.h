@@ -81,7 +81,8 @@ template <class T, class Visit>
 void visitElements(JsonDecodeBinder& decoder, const Json::Value& json, const std::vector<T>& list,
                    const Visit& visit) {
   const std::size_t count = json.isArray() ? json.size() : list.size();
-  const std::size_t first = list.size() - std::min(count, list.size());
+  // In parentheses, as <windows.h> may define a macro min.
+  const std::size_t first = list.size() - (std::min)(count, list.size());
   Gatherer gatherer(decoder);
   for (std::size_t i = first; i < list.size(); ++i) {
     gatherer.atIndex(i - first, [&] {
