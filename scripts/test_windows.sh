@@ -11,6 +11,8 @@ set -euo pipefail
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 dependencies=${VARROW_WINDOWS_DEPENDENCIES:-${XDG_CACHE_HOME:-$HOME/.cache}/varrow/windows}
 
+dependencies=$(realpath -m "$dependencies")  # commands below run in other folders
+
 "$here/install_packages.sh" windows
 cd "$here/.."
 build=$PWD/build/windows

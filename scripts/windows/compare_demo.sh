@@ -7,7 +7,7 @@
 set -euo pipefail
 
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
-build=$1 dependencies=$2 linux_program=$3
+build=$(realpath -m "$1") dependencies=$(realpath -m "$2") linux_program=$(realpath -m "$3")
 shop=$(cd "$here/../../examples/jobshop" && pwd)
 runs=$build/demo
 
@@ -27,7 +27,7 @@ plan() {
   local name=$1 system
   shift
   for system in linux windows; do
-    local program=("$linux_program" run "$@")
+    local program=(timeout 600 "$linux_program" run "$@")
     if [ "$system" = windows ]; then
       program=("$here/wine.sh" "$build" "$dependencies" "$build/examples/jobshop/jobshop.exe" run "${@/#\//Z:/}")
     fi

@@ -4,13 +4,25 @@
 set -euo pipefail
 
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
-prefix=$1
-scratch=$2
+prefix=$(realpath -m "$1")
+scratch=$(realpath -m "$2")
 toolchain=$here/../../cmake/mingw-w64.cmake
 jobs=$(nproc)
+mark=.made-by-dependencies.sh
 
 key=$(cat "${BASH_SOURCE[0]}" "$toolchain" | sha256sum)
 [ -f "$prefix/key" ] && [ "$(cat "$prefix/key")" = "$key" ] && exit 0
+
+# Makes an empty folder. Deletes one only that this file made before: it has a mark, or a key.
+make_empty() {
+  if [ -n "$(ls -A "$1" 2> /dev/null)" ] && [ ! -e "$1/$mark" ] && [ ! -e "$1/key" ]; then
+    echo "$1 is not empty, and this script did not make it: choose another folder" >&2
+    exit 1
+  fi
+  rm -rf "$1"
+  mkdir -p "$1"
+  touch "$1/$mark"
+}
 
 # Runs a command with its output in a file, of which the end is shown if the command fails.
 quietly() {
@@ -106,10 +118,8 @@ build_googletest() {
   build googletest /usr/src/googletest -DBUILD_SHARED_LIBS=OFF -DBUILD_GMOCK=OFF
 }
 
-rm -rf "$prefix" "$scratch"
-mkdir -p "$prefix" "$scratch"
-prefix=$(cd "$prefix" && pwd)
-scratch=$(cd "$scratch" && pwd)
+make_empty "$prefix"
+make_empty "$scratch"
 echo "Building the dependencies for Windows into $prefix"
 fetch boost1.74 libjsoncpp log4cplus poco
 for name in boost jsoncpp log4cplus poco googletest; do

@@ -7,7 +7,7 @@
 #     wine.sh BUILD DEPENDENCIES --stop     ends its programs and its server, and no others
 set -euo pipefail
 
-build=$1 dependencies=$2
+build=$(realpath -m "$1") dependencies=$(realpath -m "$2")
 shift 2
 wine=/usr/lib/wine/wine64
 seconds=${WINE_SECONDS:-600}  # only a program that hangs meets this limit
