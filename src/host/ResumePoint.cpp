@@ -43,7 +43,7 @@ ResumePoint::ResumePoint(const fs::path& folder) {
                                   : " does not exist"));
   }
   const fs::path step = folder_.lexically_relative(dumps);
-  step_ = utf8Name(step.generic_string());
+  step_ = stepOfPath(step.generic_string());
   // Without links: the new run changes "runs/latest".
   folder_ = fs::canonical(dumps.parent_path()) / dumps.filename() / step;
 }

@@ -57,10 +57,10 @@ void RunSession::closeRecords() const {
 // A step's name is the part of its dump path that the chains append.
 std::string RunSession::nameOf(const ModuleData& data) const {
   const std::string& path = data.dumpPath;
-  if (path.compare(0, places_.dumps.size(), places_.dumps) != 0) return utf8Name(path);
+  if (path.compare(0, places_.dumps.size(), places_.dumps) != 0) return stepOfPath(path);
   const bool endsInSlash = path.size() > places_.dumps.size() && path.back() == '/';
-  return utf8Name(path.substr(places_.dumps.size(),
-                              path.size() - places_.dumps.size() - (endsInSlash ? 1 : 0)));
+  return stepOfPath(path.substr(places_.dumps.size(),
+                                path.size() - places_.dumps.size() - (endsInSlash ? 1 : 0)));
 }
 
 void RunSession::showStep() {

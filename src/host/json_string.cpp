@@ -1,5 +1,6 @@
 #include "host/json_string.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "base/utf8.h"
@@ -31,6 +32,17 @@ std::string programText(const std::string& utf8) {
 
 std::string utf8Name(std::string name) {
   return isUtf8System() || base::isValidUtf8(name) ? std::move(name) : utility::toUtf8(name);
+}
+
+std::string stepOfPath(std::string path) {
+  if (isUtf8System()) return path;
+  std::string step;
+  for (std::size_t begin = 0; begin <= path.size();) {
+    const std::size_t end = std::min(path.find('/', begin), path.size());
+    step += (begin == 0 ? "" : "/") + utf8Name(path.substr(begin, end - begin));
+    begin = end + 1;
+  }
+  return step;
 }
 
 }  // namespace libvarrow::host

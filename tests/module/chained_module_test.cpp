@@ -42,21 +42,24 @@ TYPED_TEST(ChainTest, EveryModuleOfAChainHasANumberedDirectory) {
     for (int i = 0; i < 50; ++i) this->chain.addModule(boost::make_shared<Worker>("More"));
   };
   const std::string name = utility::fromUtf8("排产表é");
-  for (const auto& module : {twice, boost::make_shared<Worker>(name), twice}) {
+  const std::string utf8 = utility::toUtf8(name);  // as names of classes are
+  for (const auto& module :
+       {twice, boost::make_shared<Worker>(name), twice, boost::make_shared<Worker>(utf8)}) {
     this->chain.addModule(module);
   }
   this->chain.processImp(&this->data);
   const std::vector<std::string>& paths = this->data.workPaths;
-  ASSERT_EQ(103u, paths.size());
+  ASSERT_EQ(104u, paths.size());
   EXPECT_EQ("out/0_A/ out/1_" + name + "/ out/2_A/", paths[0] + " " + paths[1] + " " + paths[2]);
-  EXPECT_EQ("out/102_More/", paths[102]);
+  EXPECT_EQ("out/3_" + name + "/", paths[3]);
+  EXPECT_EQ("out/103_More/", paths[103]);
   EXPECT_EQ("out/", this->data.dumpPath);
   EXPECT_TRUE(fs::exists("out/1_" + name + "/module_stat.json"));
   EXPECT_FALSE(fs::exists("out/1_" + name + "/_cpu.prof"));
   twice->action = [](ModuleData&) { throw std::runtime_error("stop"); };
   EXPECT_THROW(this->chain.processImp(&this->data), std::runtime_error);
   EXPECT_EQ("out/0_A/", this->data.dumpPath);
-  EXPECT_EQ(104u, paths.size());
+  EXPECT_EQ(105u, paths.size());
 }
 
 TYPED_TEST(ChainTest, WithoutAPathEveryModuleGetsAFreshUuid) {

@@ -31,9 +31,12 @@ bool isOfHost(const std::string& name) {
 
 // Returns the folder of a step's dumps: a module names it in UTF-8 or in the system's encoding.
 fs::path dumpsOf(const RunReader& run, const std::string& step) {
-  const fs::path folder = run.folder() / kDumps;
+  fs::path folder = run.folder() / kDumps;
   boost::system::error_code ignored;
-  return folder / (fs::exists(folder / step, ignored) ? step : programText(step));
+  for (const fs::path& name : fs::path(step)) {
+    folder /= fs::exists(folder / name, ignored) ? name : fs::path(programText(name.string()));
+  }
+  return folder;
 }
 
 // A file may name a step outside the run folder.
@@ -270,7 +273,7 @@ void RunDiff::compareDumps(const StepEvent& left, const StepEvent& right) {
   const char* const key = left.isBegin ? "before" : "after";
   const bool areFiguresKnown = left.line->isMember(key) && right.line->isMember(key);
   for (const std::string& name : inReadingOrder(namesInBoth(folders))) {
-    const std::string inner = utf8Name(left.step.empty() ? name : left.step + "/" + name);
+    const std::string inner = (left.step.empty() ? "" : left.step + "/") + utf8Name(name);
     const bool isStep = leftEvents_.hasStep(inner) || rightEvents_.hasStep(inner);
     const bool isInput = ofInput.count(name) > 0;
     if (isStep || isInput != left.isBegin || name == kStatisticsOfStep) continue;
