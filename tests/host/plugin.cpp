@@ -1,15 +1,21 @@
 // A plug-in of the small host.
 #include <boost/dll/alias.hpp>
 
-#include "libvarrow/module/Module.h"
+#include "libvarrow/module/ChainedModule.h"
 #include "libvarrow/utility/PlugInBuild.h"
 #include "libvarrow/utility/RegistersManager.h"
 
 namespace {
 
 struct Added : libvarrow::Module {
-  void setBind(cppbind::Binder*, bool) {}
-  void processImp(libvarrow::ModuleData*) override {}
+  boost::shared_ptr<libvarrow::Module> chain;
+  void setBind(cppbind::Binder* binder, bool bindFields) {
+    if (bindFields) binder->field("chain", chain, nullptr);
+  }
+  // Throws when the plug-in and the library have types of their own.
+  void processImp(libvarrow::ModuleData*) override {
+    if (chain) static_cast<void>(dynamic_cast<libvarrow::ChainedModule&>(*chain));
+  }
 };
 
 void registerClasses() {

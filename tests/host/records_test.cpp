@@ -145,7 +145,8 @@ TEST_F(Records, OfAFailedRunNameEachStepWithItsPlaceAndFigures) {
 }
 
 TEST_F(Records, HaveSpansPlugInsAndTheFirstWarnings) {
-  writePipeline(act("trace", "\\\"\\u8ba1\\n") + R"(, {"Added": {}})");
+  writePipeline(act("trace", "\\\"\\u8ba1\\n") +
+                R"(, {"Added": {"chain": {"ChainedModule": {"modules": []}}}})");
   const std::string plugins = fs::path(ORDERS_PLUGIN).parent_path().string();
   const ChildResult run = orders({"run", "p.json", "--out", "run", "--plugins", plugins});
   EXPECT_EQ("", run.errors);
