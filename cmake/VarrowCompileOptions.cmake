@@ -5,7 +5,7 @@ function(varrow_compile_options target)
     # Warnings are no errors, since CI does not build with this compiler. C4251 and C4275 warn of
     # classes of the standard library in exported classes; all modules share its library.
     target_compile_options(${target} PRIVATE /W4 /wd4251 /wd4275 /utf-8 /bigobj)
-    target_compile_definitions(${target} PRIVATE NOMINMAX _CRT_SECURE_NO_WARNINGS)
+    target_compile_definitions(${target} PRIVATE _CRT_SECURE_NO_WARNINGS)
   else()
     target_compile_options(
       ${target}
