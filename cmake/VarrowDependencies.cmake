@@ -7,12 +7,7 @@ find_package(Threads REQUIRED)
 find_package(jsoncpp 1.9.5 REQUIRED)
 find_package(log4cplus 2.0 REQUIRED)
 
-if(WIN32)
-  # Poco asks its users for wide characters, with which the headers of log4cplus need its wide build.
-  get_target_property(definitions Poco::Foundation INTERFACE_COMPILE_DEFINITIONS)
-  list(REMOVE_ITEM definitions UNICODE _UNICODE)
-  set_target_properties(Poco::Foundation PROPERTIES INTERFACE_COMPILE_DEFINITIONS "${definitions}")
-endif()
+include(VarrowNarrowPoco)
 
 # varrow_stacktrace: reads call stacks and names their frames.
 add_library(varrow_stacktrace INTERFACE)

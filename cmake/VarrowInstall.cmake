@@ -31,6 +31,7 @@ write_basic_package_version_file("${PROJECT_BINARY_DIR}/generated/varrowConfigVe
 install(
   FILES "${PROJECT_BINARY_DIR}/generated/varrowConfig.cmake"
         "${PROJECT_BINARY_DIR}/generated/varrowConfigVersion.cmake"
+        "${PROJECT_SOURCE_DIR}/cmake/VarrowNarrowPoco.cmake"
   DESTINATION "${VARROW_PACKAGE_DIR}"
   COMPONENT development)
 
