@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <iterator>
 #include <random>
+#include <utility>
 
 #include "support/blocks.h"
 #include "support/support.h"
@@ -45,9 +46,11 @@ TEST(TimelineTest, ManyChangesAreThoseOfABlock) {
 }
 
 TEST(TimelineTest, SlotsInOrderFillTheTimelineAndLeaveIt) {
-  Timeline timeline;
-  for (int i = 0; i < 500; ++i) timeline.addTimeBlock(at(2 * i), at(2 * i + 1));
+  Timeline added;
+  for (int i = 0; i < 500; ++i) added.addTimeBlock(at(2 * i), at(2 * i + 1));
+  Timeline timeline = std::move(added);
   EXPECT_EQ(500u, timeline.size());
+  EXPECT_TRUE(added.empty() && added.size() == 0 && added == Timeline()) << "after a move";
   timeline.removeTimeBlock(at(2), at(998));
   EXPECT_EQ(blockOf({slot(0, 1), slot(998, 999)}), timeline.toTimeBlock());
   EXPECT_TRUE(timeline != Timeline());

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <iterator>
 #include <optional>
+#include <utility>
 #include <vector>
 
 #include "libvarrow/Export.h"
@@ -34,6 +35,15 @@ class LIBVARROW_API Timeline {
  public:
   /// Makes a timeline without slots.
   Timeline() = default;
+  ///@{
+  /// Copies or takes the slots of the other timeline. A timeline that was moved from is empty.
+  Timeline(Timeline const& other) = default;
+  Timeline(Timeline&& other) noexcept { swap(other); }
+  Timeline& operator=(Timeline other) noexcept {
+    swap(other);
+    return *this;
+  }
+  ///@}
   /// Takes the slots of the block. A block that is out of order is put in order, as by
   /// TimeBlock::addTimeBlocks: slots that overlap or touch merge, and a reversed one throws.
   explicit Timeline(TimeBlock const& block);
@@ -166,6 +176,11 @@ class LIBVARROW_API Timeline {
  private:
   struct Ordered;
 
+  void swap(Timeline& other) noexcept {
+    chunks_.swap(other.chunks_);
+    ends_.swap(other.ends_);
+    std::swap(size_, other.size_);
+  }
   const_iterator at(std::size_t chunk) const {
     return {chunks_.data() + chunk, chunks_.data() + chunks_.size()};
   }
