@@ -9,8 +9,8 @@
 #include "libvarrow/backtrace/Check.h"
 #include "libvarrow/stream/FastStringStream.h"
 #include "libvarrow/stream/StringIndent.h"
+#include "time/interval_rules.h"
 #include "time/saturating_time.h"
-#include "time/share_time.h"
 #include "time/slot_rules.h"
 #include "time/slot_search.h"
 #include "time/slot_sweep.h"
@@ -19,6 +19,7 @@ namespace libvarrow {
 
 using boost::posix_time::ptime;
 using boost::posix_time::time_duration;
+using interval_rules::overlapForwards;
 using slot_search::firstNot;
 using slot_search::rowOf;
 using slot_search::Slots;
@@ -61,13 +62,13 @@ void writeSlot(FastStringStream& text, const TimeSlot& slot) {
 
 bool TimeSlot::overlap(ptime const& t1, ptime const& t2) const {
   LIBVARROW_CHECK(t1 <= t2);
-  return t1 < time_end && time_begin < t2;
+  return interval_rules::overlap(t1, t2, time_begin, time_end);
 }
 
 bool TimeSlot::overlap(ptime const& t1, ptime const& t2, ptime const& p1, ptime const& p2) {
   LIBVARROW_CHECK(t1 <= t2);
   LIBVARROW_CHECK(p1 <= p2);
-  return t1 < p2 && p1 < t2;
+  return interval_rules::overlap(t1, t2, p1, p2);
 }
 
 void TimeSlot::setBind(cppbind::Binder* binder, bool bindFields) {
@@ -103,9 +104,8 @@ Slots const& TimeBlock::slotsInOrder(TimeBlock& copy) const {
 // ---- Union and subtraction
 
 void TimeBlock::addTimeBlock(ptime bstart, ptime bend) {
-  requireForwards(bstart, bend);
-  if (bend == bstart) return;
-  if (isOrdered_ && (timeslots.empty() || timeslots.back().time_end < bstart)) {
+  if (!slot_rules::isToAdd(bstart, bend)) return;
+  if (isOrdered_ && slot_rules::isAfterAll(*this, bstart)) {
     timeslots.emplace_back(bstart, bend);
     return;
   }
@@ -210,7 +210,7 @@ TimeBlock TimeBlock::intersection(ptime const& start, ptime const& end) const {
   }
   TimeBlock result;
   for (const TimeSlot& slot : timeslots) {
-    if (!shareTime(slot.time_begin, slot.time_end, start, end)) continue;
+    if (!overlapForwards(slot.time_begin, slot.time_end, start, end)) continue;
     result.addTimeBlock(std::max(start, slot.time_begin), std::min(slot.time_end, end));
   }
   return result;
@@ -250,7 +250,7 @@ bool TimeBlock::overlap(ptime const& start, ptime const& end) const {
 bool TimeBlock::hasIntersection(ptime const& start, ptime const& end) const {
   if (isNarrowedBy(start, end)) return slot_rules::haveShared(rowOf(timeslots), start, end);
   return std::any_of(begin(), this->end(), [&](const TimeSlot& slot) {
-    return shareTime(slot.time_begin, slot.time_end, start, end);
+    return overlapForwards(slot.time_begin, slot.time_end, start, end);
   });
 }
 
@@ -258,15 +258,14 @@ bool TimeBlock::haveBlock(ptime start, ptime end) const {
   CPPBIND_ASSERT(start <= end);
   if (isOrdered_) return slot_rules::haveAll(rowOf(timeslots), start, end);
   return std::any_of(begin(), this->end(), [&](const TimeSlot& slot) {
-    return slot.time_begin <= start && end <= slot.time_end;
+    return interval_rules::contains(slot.time_begin, slot.time_end, start, end);
   });
 }
 
 bool TimeBlock::haveBlock(ptime start, ptime end, time_duration dur) const {
-  for (const TimeSlot& slot : SlotsNear(timeslots, isOrdered_, start, end)) {
-    if (slot_rules::hasRoom(slot, start, end, dur)) return true;
-  }
-  return false;
+  const bool isNarrowed = isNarrowedBy(start, end);
+  const auto first = isNarrowed ? lowerBound(timeslots, start) : timeslots.cbegin();
+  return slot_rules::haveRoom(first, timeslots.cend(), isNarrowed, start, end, dur);
 }
 
 // ---- The slots

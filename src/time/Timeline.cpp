@@ -5,7 +5,6 @@
 
 #include "cppbind/Assert.h"
 #include "libvarrow/backtrace/Check.h"
-#include "time/saturating_time.h"
 #include "time/slot_rules.h"
 #include "time/slot_search.h"
 #include "time/slot_sweep.h"
@@ -97,11 +96,9 @@ TimeBlock Timeline::toTimeBlock() const {
 // ---- Union and subtraction
 
 void Timeline::addTimeBlock(ptime const& bstart, ptime const& bend) {
-  requireForwards(bstart, bend);
-  if (bend == bstart) return;
-  // Slots are often added in order.
-  const bool isLast = !empty() && ends_.back() < bstart;
-  const const_iterator first = isLast ? end() : Ordered{*this}.endingFrom(bstart);
+  if (!slot_rules::isToAdd(bstart, bend)) return;
+  const const_iterator first =
+      slot_rules::isAfterAll(*this, bstart) ? end() : Ordered{*this}.endingFrom(bstart);
   apply(slot_rules::addition(first, end(), TimeSlot(bstart, bend)));
 }
 
@@ -239,12 +236,7 @@ bool Timeline::haveBlock(ptime const& start, ptime const& end) const {
 }
 
 bool Timeline::haveBlock(ptime const& start, ptime const& end, time_duration const& dur) const {
-  const const_iterator last = this->end();
-  for (auto slot = Ordered{*this}.endingFrom(start); slot != last && !(end < slot->time_begin);
-       ++slot) {
-    if (slot_rules::hasRoom(*slot, start, end, dur)) return true;
-  }
-  return false;
+  return slot_rules::haveRoom(Ordered{*this}.endingFrom(start), this->end(), true, start, end, dur);
 }
 
 // ---- Time

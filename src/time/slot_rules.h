@@ -15,6 +15,7 @@
 
 #include "libvarrow/backtrace/Check.h"
 #include "libvarrow/time/TimeBlock.h"
+#include "time/interval_rules.h"
 #include "time/saturating_time.h"
 #include "time/slot_search.h"
 #include "time/slot_sweep.h"
@@ -65,6 +66,19 @@ struct Change {
   std::size_t count = 0;
 };
 
+/// Returns whether a slot from `begin` to `end` is added: an empty one is ignored. Throws when it
+/// is reversed.
+inline bool isToAdd(const ptime& begin, const ptime& end) {
+  requireForwards(begin, end);
+  return begin != end;
+}
+
+/// Returns whether the slots end before `begin`, as slots are often added in order.
+template <class Slots>
+bool isAfterAll(const Slots& slots, const ptime& begin) {
+  return slots.empty() || slots.endTime() < begin;
+}
+
 /// Returns the union with `slot`. Precondition: `first` is the first slot that ends at the begin of
 /// `slot` or later.
 template <class Iterator>
@@ -96,14 +110,16 @@ template <class Ordered>
 bool haveAll(const Ordered& slots, const ptime& start, const ptime& end) {
   // Earlier slots end before `end`, later ones begin later than this one.
   const auto slot = slots.endingFrom(end);
-  return slot != slots.end() && slot->time_begin <= start;
+  return slot != slots.end() &&
+         interval_rules::contains(slot->time_begin, slot->time_end, start, end);
 }
 
 /// Returns whether a slot shares time with [start, end]. Precondition: start <= end.
 template <class Ordered>
 bool haveShared(const Ordered& slots, const ptime& start, const ptime& end) {
   const auto slot = slots.endingAfter(start);
-  return slot != slots.end() && slot->time_begin < end;
+  return slot != slots.end() &&
+         interval_rules::overlap(slot->time_begin, slot->time_end, start, end);
 }
 
 /// Returns whether the slot has `dur` inside [start, end].
@@ -112,6 +128,17 @@ inline bool hasRoom(const TimeSlot& slot, const ptime& start, const ptime& end,
   const ptime& lo = std::max(start, slot.time_begin);
   const ptime& hi = std::min(slot.time_end, end);
   return !(hi < lo) && !(hi - lo < dur);
+}
+
+/// Returns whether a slot has `dur` inside [start, end]. Precondition: if `areOrdered`, `slot` is
+/// the first that ends at `start` or later.
+template <class Iterator>
+bool haveRoom(Iterator slot, Iterator slotsEnd, bool areOrdered, const ptime& start,
+              const ptime& end, const time_duration& dur) {
+  for (; slot != slotsEnd && !(areOrdered && end < slot->time_begin); ++slot) {
+    if (hasRoom(*slot, start, end, dur)) return true;
+  }
+  return false;
 }
 
 /// Appends [begin, end], which does not begin before the last slot ends. Ignores an empty interval
@@ -171,8 +198,8 @@ std::vector<TimeSlot> gaps(const Ordered& slots, const ptime& start, const ptime
 }
 
 /// Returns the time that both containers have.
-template <class Ordered>
-std::vector<TimeSlot> intersection(const Ordered& as, const Ordered& bs) {
+template <class Ordered, class Others>
+std::vector<TimeSlot> intersection(const Ordered& as, const Others& bs) {
   std::vector<TimeSlot> result;
   auto b = bs.begin();
   if (b == bs.end()) return result;

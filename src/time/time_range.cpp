@@ -8,7 +8,7 @@
 #include "base/time_text.h"
 #include "cppbind/Assert.h"
 #include "libvarrow/utility/UTFConverter.h"
-#include "time/share_time.h"
+#include "time/interval_rules.h"
 
 namespace libvarrow {
 
@@ -86,11 +86,11 @@ char* writeDurationInWords(char* to, const time_duration& value) {
 bool isContain(ptime const& s1, ptime const& e1, ptime const& s2, ptime const& e2) {
   CPPBIND_ASSERT(s1 <= e1);
   CPPBIND_ASSERT(s2 <= e2);
-  return s1 <= s2 && e2 <= e1;
+  return interval_rules::contains(s1, e1, s2, e2);
 }
 
 bool isOverlap(ptime s1, ptime e1, ptime s2, ptime e2) {
-  return shareTime(s1, e1, s2, e2);
+  return interval_rules::overlapForwards(s1, e1, s2, e2);
 }
 
 bool isInRange(time_duration begin, time_duration end, ptime t) {
