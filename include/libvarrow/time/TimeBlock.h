@@ -165,12 +165,15 @@ class LIBVARROW_API TimeBlock {
 
   /// Returns the time that both blocks have, in one pass: [8, 12] and [10, 14] have [10, 12]. Slots
   /// that only touch share nothing; parts that touch become one slot. Blocks that are out of order
-  /// are put in order first (see workEnd).
+  /// are put in order first (see workEnd). Slots may be infinite: [8, +infinity] and
+  /// [-infinity, 10] have [8, 10].
   TimeBlock intersection(TimeBlock const& other) const;
 
   /// Returns the time of [start, end] that the block does not have: with [8, 10] [12, 14], the
   /// window [9, 16] has [10, 12] [14, 16]. Touching slots leave no gap, and empty slots do not
-  /// split one. A block that is out of order is put in order first. Aborts when end < start.
+  /// split one. Slots and the window may be infinite: [8, +infinity] leaves [-infinity, 8] of
+  /// [-infinity, +infinity]. A block that is out of order is put in order first. Aborts when
+  /// end < start.
   TimeBlock gaps(boost::posix_time::ptime const& start, boost::posix_time::ptime const& end) const;
 
   /// Sets `result` to the common part of two intervals (begin, end), both ends included: [8, 12]
@@ -317,6 +320,9 @@ class LIBVARROW_API TimeBlock {
   ///     (9:00, 3 h)   14:00: all of the last slot counts
   ///     (9:00, 4 h)   nothing
   ///     (11:00, 0 h)  11:00, whether or not the block has time at 11:00
+  ///
+  /// Work that starts at -infinity ends at -infinity in a slot that begins there; otherwise it
+  /// starts with the first slot: (-infinity, 1 h) is 9:00.
   std::optional<boost::posix_time::ptime> workEnd(
       boost::posix_time::ptime const& start, boost::posix_time::time_duration const& work) const;
 

@@ -25,8 +25,11 @@ namespace libvarrow {
 ///
 /// Functions have the same names and contracts as those of TimeBlock; see the comments there. The
 /// slots are always in order: each begins no later than it ends and ends no later than the next
-/// begins. A change takes O(log n) and moves at most a small part of the slots. A change throws
-/// std::bad_alloc when memory runs out and leaves the timeline unchanged.
+/// begins. A change throws std::bad_alloc when memory runs out and leaves the timeline unchanged.
+///
+/// The slots are in chunks of at most 128. A change finds its place in O(log n) and moves slots of
+/// one chunk or of two. A change that splits or empties a chunk also moves the tail of the list of
+/// chunks, which has about n/96 entries. A change that removes or merges k slots takes O(k).
 ///
 /// Threads may share a timeline that none of them changes.
 class LIBVARROW_API Timeline {
@@ -52,15 +55,15 @@ class LIBVARROW_API Timeline {
 
   // ---- Union and subtraction
 
-  /// As TimeBlock::addTimeBlock.
+  /// Adds [bstart, bend] as TimeBlock::addTimeBlock does.
   void addTimeBlock(boost::posix_time::ptime const& bstart, boost::posix_time::ptime const& bend);
-  /// As TimeBlock::removeTimeBlock.
+  /// Removes [start, end] as TimeBlock::removeTimeBlock does.
   void removeTimeBlock(boost::posix_time::ptime const& start, boost::posix_time::ptime const& end);
 
   // ---- Relation to an interval
 
   ///@{
-  /// As the function of TimeBlock.
+  /// Returns the answer of the function of TimeBlock.
   TimeBlock intersection(boost::posix_time::ptime const& start,
                          boost::posix_time::ptime const& end) const;
   TimeBlock gaps(boost::posix_time::ptime const& start, boost::posix_time::ptime const& end) const;
@@ -74,7 +77,7 @@ class LIBVARROW_API Timeline {
   // ---- Time
 
   ///@{
-  /// As the function of TimeBlock.
+  /// Returns the answer of the function of TimeBlock.
   boost::posix_time::time_duration getTotalDur() const;
   boost::posix_time::time_duration getTotalDur(
       boost::posix_time::ptime const& statistical_time_begin,
