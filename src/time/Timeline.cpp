@@ -25,6 +25,13 @@ constexpr std::size_t kMost = 128;
 // The slots of a chunk of a new timeline, with room for changes.
 constexpr std::size_t kUsual = 96;
 
+// Returns the slots of the block, or of `copy`, which receives them in order if they are not.
+const slot_search::Slots& slotsInOrder(const TimeBlock& block, TimeBlock& copy) {
+  if (slot_search::areOrdered(block.getBlocks())) return block.getBlocks();
+  copy.addTimeBlocks(block);
+  return copy.getBlocks();
+}
+
 }  // namespace
 
 // The searches that slot_rules needs.
@@ -71,10 +78,8 @@ Timeline::const_iterator Timeline::inChunk(std::size_t chunk, const TimeSlot* sl
 // ---- From and to a block
 
 Timeline::Timeline(TimeBlock const& block) {
-  TimeBlock ordered;
-  const bool isOrdered = slot_search::areOrdered(block.getBlocks());
-  if (!isOrdered) ordered.addTimeBlocks(block);
-  const auto& slots = isOrdered ? block.getBlocks() : ordered.getBlocks();
+  TimeBlock copy;
+  const slot_search::Slots& slots = slotsInOrder(block, copy);
   size_ = slots.size();
   for (std::size_t from = 0; from < size_; from += kUsual) {
     const std::size_t count = std::min(kUsual, size_ - from);
@@ -218,6 +223,11 @@ void Timeline::mergeWithNext(std::size_t chunk) {
 TimeBlock Timeline::intersection(ptime const& start, ptime const& end) const {
   if (!empty()) CPPBIND_ASSERT(start <= end);
   return TimeBlock(slot_rules::intersection(Ordered{*this}, start, end));
+}
+
+TimeBlock Timeline::intersection(TimeBlock const& other) const {
+  TimeBlock copy;
+  return TimeBlock(slot_rules::intersection(Ordered{*this}, rowOf(slotsInOrder(other, copy))));
 }
 
 TimeBlock Timeline::gaps(ptime const& start, ptime const& end) const {

@@ -64,6 +64,9 @@ std::string answersOf(const Slots& slots, const ptime& from, const ptime& to) {
   add(slots.hasIntersection(to, to));
   add(slots.intersection(from, to));
   add(slots.gaps(from, to));
+  const bool isReal = !from.is_special() && !to.is_special();
+  const ptime middle = isReal ? from + (to - from) / 2 : from;
+  add(slots.intersection(blockOf({slotOf(middle, to), slotOf(from, middle)})));
   add(slots.getTotalDur());
   add(slots.getTotalDur(from, to));
   add(slots.size());

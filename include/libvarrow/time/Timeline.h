@@ -66,6 +66,7 @@ class LIBVARROW_API Timeline {
   /// Returns the answer of the function of TimeBlock.
   TimeBlock intersection(boost::posix_time::ptime const& start,
                          boost::posix_time::ptime const& end) const;
+  TimeBlock intersection(TimeBlock const& other) const;
   TimeBlock gaps(boost::posix_time::ptime const& start, boost::posix_time::ptime const& end) const;
   bool hasIntersection(boost::posix_time::ptime const& start,
                        boost::posix_time::ptime const& end) const;
