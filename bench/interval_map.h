@@ -142,6 +142,11 @@ class IntervalMapOn {
     const auto slot = firstEndingAfter(time);
     return slot == slots_.end() ? std::nullopt : std::optional(std::max(slot->first, time));
   }
+  std::optional<Time> lastWorking(Time time) const {
+    const auto next = slots_.lower_bound(time);
+    if (next == slots_.begin()) return std::nullopt;
+    return std::min(std::prev(next)->second, time);
+  }
   Duration walk() const { return sumOfSlots(slots_); }
 
   Slots slots() const {

@@ -52,6 +52,10 @@ class SetOf {
     return block_.workStart(end, work);
   }
   std::optional<Time> nextWorking(Time time) const { return block_.nextWorking(time); }
+  std::optional<Time> lastWorking(Time time) const { return block_.lastWorking(time); }
+  bool hasRoom(Time begin, Time end, Duration length) const {
+    return block_.haveBlock(begin, end, length);
+  }
   Duration walk() const {
     Duration sum;
     for (const auto& slot : block_) sum += slot.time_end - slot.time_begin;
@@ -200,14 +204,16 @@ class IclSet {
     return endOfWork(firstEndingAfter(start), set_.end(), start, work);
   }
   std::optional<Time> workStart(Time end, Duration work) const {
-    // The interval that contains the last microsecond before the end, or the first after it.
-    auto slot = firstEndingAfter(end - Time::time_duration_type::unit());
-    if (slot != set_.end() && slot->lower() < end) ++slot;
-    return startOfWork(set_.begin(), slot, end, work);
+    return startOfWork(set_.begin(), firstBeginningFrom(end), end, work);
   }
   std::optional<Time> nextWorking(Time time) const {
     const auto slot = firstEndingAfter(time);
     return slot == set_.end() ? std::nullopt : std::optional(std::max(slot->lower(), time));
+  }
+  std::optional<Time> lastWorking(Time time) const {
+    const auto next = firstBeginningFrom(time);
+    if (next == set_.begin()) return std::nullopt;
+    return std::min(std::prev(next)->upper(), time);
   }
   Duration walk() const { return sumOfSlots(set_); }
 
@@ -226,6 +232,11 @@ class IclSet {
 
   Set::const_iterator firstEndingAfter(Time time) const {
     return set_.lower_bound(Interval(time, time + Time::time_duration_type::unit()));
+  }
+  // Finds the interval that contains the last microsecond before `time`, or the first after it.
+  Set::const_iterator firstBeginningFrom(Time time) const {
+    const auto slot = firstEndingAfter(time - Time::time_duration_type::unit());
+    return slot != set_.end() && slot->lower() < time ? std::next(slot) : slot;
   }
 
   Set set_;

@@ -157,6 +157,21 @@ struct NextWorking : OfHours {
   }
 };
 
+struct LastWorking : OfHours {
+  template <class Set>
+  static std::optional<Time> ask(const Set& set, const Slot& window) {
+    return set.lastWorking(window.end);
+  }
+};
+
+/// Asks for four hours without a pause in a week. No slot has them, so all of the week are visited.
+struct HasRoom : OfWeeks {
+  template <class Set>
+  static bool ask(const Set& set, const Slot& window) {
+    return set.hasRoom(window.begin, window.end, hours(4));
+  }
+};
+
 struct GapsOfTheWeek : OfWeeks {
   template <class Set>
   static auto ask(const Set& set, const Slot& window) {
@@ -218,6 +233,9 @@ const bool kHalfBack = registerQuery<HalfBack>("block_half_back");
 const bool kWorkEnd = registerQuery<WorkEnd, TimelineSet, BareVector>("block_work_end");
 const bool kWorkStart = registerQuery<WorkStart, TimelineSet>("block_work_start");
 const bool kNext = registerQuery<NextWorking, TimelineSet>("block_next");
+const bool kLast = registerQuery<LastWorking, TimelineSet>("block_last");
+const bool kRoom =
+    Works<Ask<HasRoom>::Of, BlockSet, TimelineSet>::registerAll("block_room", kSeconds);
 const bool kGaps = registerQuery<GapsOfTheWeek, TimelineSet>("block_gaps");
 const bool kWalk = registerQuery<Walk, TimelineSet>("block_walk");
 const bool kCommon = registerWork<Common>("block_common", kSeconds);
