@@ -4,6 +4,7 @@
 #include <boost/algorithm/string/predicate.hpp>
 #include <boost/filesystem/operations.hpp>
 #include <locale>
+#include <sstream>
 #include <stdexcept>
 #include <utility>
 
@@ -33,8 +34,9 @@ bool isOfHost(const std::string& name) {
 fs::path dumpsOf(const RunReader& run, const std::string& step) {
   fs::path folder = run.folder() / kDumps;
   boost::system::error_code ignored;
-  for (const fs::path& name : fs::path(step)) {
-    folder /= fs::exists(folder / name, ignored) ? name : fs::path(programText(name.string()));
+  std::istringstream names(step);  // not a path: its bytes need not be characters of the system
+  for (std::string name; std::getline(names, name, '/');) {
+    folder /= fs::exists(folder / name, ignored) ? name : programText(name);
   }
   return folder;
 }
