@@ -6,7 +6,7 @@
 
 namespace libvarrow::base {
 
-// System calls, because a stream costs a tenth of the time of a small file.
+// Makes system calls, because a stream costs a tenth of the time of a small file.
 TextWritten writeTextFile(const std::string& path, const std::string& text) {
   const int file = ::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
   if (file < 0) return TextWritten::NotOpened;
