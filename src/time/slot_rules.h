@@ -152,7 +152,7 @@ inline void append(const ptime& begin, const ptime& end, std::vector<TimeSlot>& 
   }
 }
 
-/// The slots that overlap or touch a window, as a range.
+/// The slots that overlap a window, as a range.
 template <class Iterator>
 struct Inside {
   Iterator first;
@@ -292,7 +292,7 @@ struct WorkPlace {
 };
 
 /// Returns the end of `work` that starts at `start`, or nothing when the slots have less time.
-/// Preconditions: `slot` is the first that ends after `start`, and `work` is positive.
+/// Preconditions: no slot before `slot` ends after `start`, and `work` is positive.
 template <class Iterator>
 std::optional<WorkPlace<Iterator>> findEnd(Iterator slot, Iterator last, const ptime& start,
                                            const time_duration& work) {

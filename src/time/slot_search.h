@@ -105,11 +105,6 @@ class SlotsNear {
     }
     bool operator!=(const End& end) const { return slot != end.last && !end.isAfterWindow(*slot); }
   };
-  std::size_t count() const {
-    const auto isInside = [&](const TimeSlot& slot) { return !end_.isAfterWindow(slot); };
-    return static_cast<std::size_t>(firstNot(begin_, end_.last, isInside) - begin_);
-  }
-
   Iterator begin() const { return {begin_}; }
   const End& end() const { return end_; }
 

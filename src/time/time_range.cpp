@@ -90,7 +90,9 @@ bool isContain(ptime const& s1, ptime const& e1, ptime const& s2, ptime const& e
 }
 
 bool isOverlap(ptime s1, ptime e1, ptime s2, ptime e2) {
-  return interval_rules::overlapForwards(s1, e1, s2, e2);
+  CPPBIND_ASSERT(s1 <= e1);
+  CPPBIND_ASSERT(s2 <= e2);
+  return interval_rules::overlap(s1, e1, s2, e2);
 }
 
 bool isInRange(time_duration begin, time_duration end, ptime t) {

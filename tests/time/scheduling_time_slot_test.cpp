@@ -70,6 +70,8 @@ TEST(SchedulingTimeSlotTest, OnlyTouchingSlotsOfTheSameKindMerge) {
       {"no", changed([](TimeSlot& s) { s.setTag(TimeSlot::Tag::Host1, true); })},
       {"no", changed([](TimeSlot& s) { s.setOriginalSlot(boost::make_shared<TimeSlot>()); })},
       {"no", changed([](TimeSlot& s) { s.setShift(nullptr); })},
+      {"no", changed([](TimeSlot& s) { s.setShift(name("late")); })},
+      {"08:00:00 12:00:00", changed([](TimeSlot& s) { s.setLocked(true); })},
       {"no", slot(11, 12)},
       {"no", slot(10, 12, 3)},
       {"no", slot(10, 12, 2, false)}};
@@ -208,6 +210,7 @@ TEST(TimeSlotWithEfficiencyTest, JsonTruncatesTheEfficiencyToFourDecimals) {
   }
   TimeSlotWithEfficiency slot = slotAt(0.12345);
   EXPECT_EQ(0.12345, cppbind::JsonEncodeBinder().encode(slot)["processEfficiency"].asDouble());
+  EXPECT_EQ(static_cast<double>(0.1234F), slot.getEfficiency()) << "writing truncates, too";
 }
 
 }  // namespace

@@ -39,6 +39,11 @@ std::string text(const time_duration& duration) {
 std::string text(const std::optional<ptime>& time) {
   return time ? to_iso_string(*time) : "nothing";
 }
+std::string text(const std::map<date, time_duration>& times) {
+  std::string text;
+  for (const auto& [day, time] : times) text += to_iso_string(day) + '=' + to_simple_string(time);
+  return text;
+}
 std::string text(bool value) {
   return value ? "yes" : "no";
 }
@@ -151,7 +156,7 @@ class BlockAndModel {
         ask("full", true, std::is_sorted(own.begin(), own.end()),
             [=](auto& b) { return bool{b.getFullDayInvolveStatus(first, last).at(daysBefore)}; }),
         ask("full day", true, true, [=](auto& b) { return b.haveFullDay(day); }),
-        ask("time of a day", true, false, [=](auto& b) { return b.getStatisticByDay()[day]; }),
+        ask("time by day", true, false, [](auto& b) { return b.getStatisticByDay(); }),
         ask("after", isPositive, false, [=](auto& b) { return b.getBlockAtPos4Dur(from, length); }),
         ask("before", isPositive, false,
             [=](auto& b) { return b.getBlockAtPos4DurByEnd(from, length); }),

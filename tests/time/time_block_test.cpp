@@ -84,7 +84,7 @@ TEST(TimeBlockTest, SearchesForZeroTime) {
   const auto after = [](int hour, int length) {
     return kThreeSlots.getBlockAtPos4Dur(at(hour), hours(length));
   };
-  EXPECT_EQ(microseconds(1), after(11, 0).getTotalDur());
+  EXPECT_EQ(TimeBlock(at(11), at(11) + microseconds(1)), after(11, 0)) << "outside of slots, too";
   EXPECT_TRUE(after(19, 0).empty());
   EXPECT_TRUE(kThreeSlots.getBlockAtPos4DurByEnd(at(13), hours(0)).empty());
   EXPECT_EQ("2024-03-01 09:00:002024-03-01 08:00:00", errorOf([&] { after(9, -1); }));

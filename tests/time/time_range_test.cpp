@@ -55,6 +55,7 @@ TEST(TimeRangeTest, AnIntervalOverlapsADailyWindowAtItsEndsToo) {
 
 TEST(TimeRangeTest, InvalidWindowsAndIntervalsAbort) {
   expectAbort("Assertion `s1 <= e1' failed", [] { isContain(at(9), at(8), at(8), at(9)); });
+  expectAbort("time_range.cpp", [] { isOverlap(at(9), at(8), at(8), at(9)); });
   expectAbort("Assertion `s2 <= e2' failed", [] { isOverlap(at(8), at(9), at(9), at(8)); });
   const int ages = 2147483647;
   for (const auto& [b, e] : {std::pair(10, 10), {24, 25}, {1, 25}, {-ages, ages}}) {
