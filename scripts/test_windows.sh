@@ -30,12 +30,12 @@ target_include_directories(CLI11::CLI11 INTERFACE "${CMAKE_CURRENT_LIST_DIR}/inc
 CONFIG
 cp /usr/share/cmake/CLI11/CLI11ConfigVersion.cmake "$cli11"
 
-cmake -S . -B "$build" -G Ninja -DCMAKE_TOOLCHAIN_FILE=cmake/mingw-w64.cmake \
+timeout 600 cmake -S . -B "$build" -G Ninja -DCMAKE_TOOLCHAIN_FILE=cmake/mingw-w64.cmake \
   -DCMAKE_PREFIX_PATH="$dependencies" -DCLI11_DIR="$cli11" \
   -DCMAKE_CROSSCOMPILING_EMULATOR="$here/windows/wine.sh;$build;$dependencies" \
   -DCMAKE_BUILD_TYPE=RelWithDebInfo -DCMAKE_CXX_FLAGS_RELWITHDEBINFO="-O2 -g1" \
   -DVARROW_BUILD_BENCHMARKS=OFF
-cmake --build "$build" --parallel "$jobs"
+timeout 7200 cmake --build "$build" --parallel "$jobs"
 
 trap '"$here/windows/wine.sh" "$build" "$dependencies" --stop' EXIT
 
@@ -55,13 +55,14 @@ if [ $# -gt 0 ]; then
   run_tests CP1252 C.UTF-8 "$@"
   exit
 fi
-run_tests CP1252 C.UTF-8
+results=$build/tests.xml
+run_tests CP1252 C.UTF-8 --output-junit "$results"
 run_tests CP936 zh_CN.UTF-8 -R '^(UTFConverter|Execute|HostProgram|Json|Overrides|Records|Diff|Repeat|Page|Why|RunFolders|Time[^r]|Scheduling|DllManager|Log|Utility|Rule|Module|Chain|Shared)'
 
 timeout 600 "$here/windows/press_ctrl_c.py" "$build" "$dependencies"
 
-cmake --preset release > /dev/null
-cmake --build --preset release --target jobshop jobshop_gantt --parallel "$jobs"
+timeout 600 cmake --preset release > /dev/null
+timeout 3600 cmake --build --preset release --target jobshop jobshop_gantt --parallel "$jobs"
 LOCPATH=$build/locales LC_ALL=zh_CN.UTF-8 \
   "$here/windows/compare_demo.sh" "$build" "$dependencies" "$linux/examples/jobshop/jobshop"
-"$here/windows/share.sh" "$build" "$linux"
+"$here/windows/share.sh" "$results" "$linux"

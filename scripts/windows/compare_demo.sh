@@ -11,6 +11,11 @@ build=$(realpath -m "$1") dependencies=$(realpath -m "$2") linux_program=$(realp
 shop=$(cd "$here/../../examples/jobshop" && pwd)
 runs=$build/demo
 
+# Returns a text as a regular expression that matches only this text.
+literally() {
+  printf %s "$1" | sed 's/[][\.*^$+?(){}|,]/\\&/g'
+}
+
 # Removes differences that are wanted from all files of a run.
 normalize() {
   rm -r "$1"/log "$1"/run.json "$1"/run.lock  # in the encoding of the system, or of this run
@@ -19,8 +24,10 @@ normalize() {
     -e 's/^[0-9]+ ([0-9]{4}-)/THREAD \1/' -e 's/[0-9]{4}-[0-9]{2}-[0-9]{2} [0-9:]{8}/TIME/g' \
     -e 's/"minutes" : [0-9.e-]+/"minutes" : M/' \
     -e 's/"(at|wall|cpu|memory|ts|dur)":[0-9.]+/"\1":N/g' -e 's/"time":"[^"]*"/"time":"TIME"/' \
-    -e "s,(Z:)?($shop|$runs/(linux|windows)|$runs)/,SHOP/,g" {} +
+    -e "s,(Z:)?($shop_pattern|$runs_pattern(/(linux|windows))?)/,SHOP/,g" {} +
 }
+
+shop_pattern=$(literally "$shop") runs_pattern=$(literally "$runs")
 
 # plan NAME ARGUMENT...: plans on both systems, into the folder NAME.
 plan() {

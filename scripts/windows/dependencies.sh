@@ -13,9 +13,11 @@ mark=.made-by-dependencies.sh
 key=$(cat "${BASH_SOURCE[0]}" "$toolchain" | sha256sum)
 [ -f "$prefix/key" ] && [ "$(cat "$prefix/key")" = "$key" ] && exit 0
 
-# Makes an empty folder. Deletes one only that this file made before: it has a mark, or a key.
+# Makes an empty folder. Deletes one only that this file made before: it has a mark, or the key of an
+# earlier version, which made no mark.
 make_empty() {
-  if [ -n "$(ls -A "$1" 2> /dev/null)" ] && [ ! -e "$1/$mark" ] && [ ! -e "$1/key" ]; then
+  if [ -n "$(ls -A "$1" 2> /dev/null)" ] && [ ! -e "$1/$mark" ] &&
+    ! grep -qsxE '[0-9a-f]{64}  -' "$1/key"; then
     echo "$1 is not empty, and this script did not make it: choose another folder" >&2
     exit 1
   fi
@@ -62,8 +64,8 @@ build_boost() {
   cd "$(source_of boost1.74)"
   echo 'using gcc : mingw : x86_64-w64-mingw32-g++-posix ;' > "$scratch/user-config.jam"
   local options=(-j "$jobs" "--user-config=$scratch/user-config.jam" --ignore-site-config)
-  quietly boost-headers b2 "${options[@]}" headers
-  quietly boost b2 "${options[@]}" "--stagedir=$prefix" "--build-dir=$scratch/boost" \
+  quietly boost-headers timeout 3600 b2 "${options[@]}" headers
+  quietly boost timeout 3600 b2 "${options[@]}" "--stagedir=$prefix" "--build-dir=$scratch/boost" \
     --layout=system --with-atomic --with-chrono --with-date_time --with-filesystem --with-locale --with-system \
     --with-thread toolset=gcc-mingw target-os=windows threadapi=win32 abi=ms binary-format=pe \
     architecture=x86 address-model=64 variant=release link=shared runtime-link=shared \
@@ -80,11 +82,11 @@ build() {
   shift 2
   local launcher=()
   command -v ccache > /dev/null && launcher=(-DCMAKE_C_COMPILER_LAUNCHER=ccache -DCMAKE_CXX_COMPILER_LAUNCHER=ccache)
-  quietly "$name-configure" cmake -G Ninja -S "$source" -B "$scratch/$name" \
+  quietly "$name-configure" timeout 600 cmake -G Ninja -S "$source" -B "$scratch/$name" \
     -DCMAKE_TOOLCHAIN_FILE="$toolchain" -DCMAKE_INSTALL_PREFIX="$prefix" -DCMAKE_PREFIX_PATH="$prefix" \
     -DCMAKE_BUILD_TYPE=Release -DBUILD_SHARED_LIBS=ON "${launcher[@]}" "$@"
-  quietly "$name-build" cmake --build "$scratch/$name" --parallel "$jobs"
-  quietly "$name-install" cmake --install "$scratch/$name" --strip
+  quietly "$name-build" timeout 3600 cmake --build "$scratch/$name" --parallel "$jobs"
+  quietly "$name-install" timeout 600 cmake --install "$scratch/$name" --strip
 }
 
 build_jsoncpp() {

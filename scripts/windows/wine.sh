@@ -29,7 +29,12 @@ WINEPATH=$(search_path "$build/src" "$build/src/host" "$build/examples/jobshop" 
 case $1 in
   --start)
     if [ ! -f "$WINEPREFIX/system.reg" ]; then
-      timeout 300 "$wine" wineboot --init < /dev/null
+      timeout 300 "$wine" wineboot --init < /dev/null || {
+        timeout 60 "$WINESERVER" --kill || true  # else it would still write files
+        rm -rf "$WINEPREFIX"
+        echo "wine cannot be set up in $WINEPREFIX" >&2
+        exit 1
+      }
       timeout 60 "$WINESERVER" --wait || true  # it writes the registry at its end
     fi
     # Else the first program starts the server, under the limits of that program.

@@ -2,13 +2,14 @@
 # Builds and runs the consumer with the library as a subproject, or from the Debian packages, by CMake
 # and by pkg-config, or for Windows with an installed build:
 #
-#     run.sh subproject|package WORK_FOLDER [CXX_FLAGS]
-#     run.sh installation WORK_FOLDER       with the build directory in the variable BUILD
+#     run.sh subproject|package|installation WORK_FOLDER [CXX_FLAGS [EMULATOR...]]
 #
-# For Windows, EMULATOR is the command that runs a program.
+# For Windows, EMULATOR... is the command that runs a program. An installation needs the build directory
+# in the variable BUILD.
 set -euo pipefail
 
 way=$1 work=$2 flags=${3:-}
+emulator=("${@:4}")
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 prefix=$work/prefix
 rm -rf "$work"
@@ -77,9 +78,8 @@ depends() {
 
 check() {
   local program=(./consumer) host=(./steps)
-  if [ -n "${EMULATOR:-}" ]; then
-    # shellcheck disable=SC2206
-    program=($EMULATOR ./consumer.exe) host=($EMULATOR ./steps.exe)
+  if [ ${#emulator[@]} -gt 0 ]; then
+    program=("${emulator[@]}" ./consumer.exe) host=("${emulator[@]}" ./steps.exe)
   fi
   "${host[@]}" run "$here/steps.json" --out steps_run | tr -d '\r' | grep '^run folder  .*/steps_run$' >/dev/null
   [ "$(tr -d '\r' <steps_run/log/output.txt | grep -c '^a step$')" -eq 2 ]
