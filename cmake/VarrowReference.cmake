@@ -36,8 +36,8 @@ string(
 
 set(DOXYGEN_MACRO_EXPANSION YES)
 set(DOXYGEN_EXPAND_ONLY_PREDEF YES)
-set(DOXYGEN_PREDEFINED "LIBVARROW_API=" "LIBVARROW_HOST_API=" "CPPBIND_API=" "LIBVARROW_PRINTF_LIKE(a,b)="
-                       "CPPBIND_PRINTF_LIKE(a,b)=")
+set(DOXYGEN_PREDEFINED "LIBVARROW_API=" "LIBVARROW_VISIBLE_TYPE=" "LIBVARROW_HOST_API=" "CPPBIND_API="
+                       "LIBVARROW_PRINTF_LIKE(a,b)=" "CPPBIND_PRINTF_LIKE(a,b)=")
 # FieldCodec: a host needs the primary template only; Binder lists the kinds of fields.
 set(DOXYGEN_EXCLUDE_SYMBOLS "*::detail" "*::detail::*" "cppbind::FieldCodec<*" "boost" "boost::*")
 

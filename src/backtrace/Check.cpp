@@ -1,5 +1,13 @@
 #include "libvarrow/backtrace/Check.h"
 
+// Visual C++ refuses an export that the first declaration lacks, as those of Boost do.
+namespace boost {
+LIBVARROW_API void assertion_failed(const char* expression, const char* function, const char* file,
+                                    long line);
+LIBVARROW_API void assertion_failed_msg(const char* expression, const char* message,
+                                        const char* function, const char* file, long line);
+}  // namespace boost
+
 #include <array>
 #include <boost/assert.hpp>
 #include <boost/stacktrace.hpp>
@@ -39,13 +47,12 @@ void assertionFailed(const char* expression, const char* function, const char* m
 
 namespace boost {
 
-LIBVARROW_API void assertion_failed(const char* expression, const char* function, const char*,
-                                    long) {
+void assertion_failed(const char* expression, const char* function, const char*, long) {
   libvarrow::assertionFailed(expression, function);
 }
 
-LIBVARROW_API void assertion_failed_msg(const char* expression, const char* message,
-                                        const char* function, const char*, long) {
+void assertion_failed_msg(const char* expression, const char* message, const char* function,
+                          const char*, long) {
   libvarrow::assertionFailed(expression, function, message);
 }
 

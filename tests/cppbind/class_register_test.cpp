@@ -81,4 +81,13 @@ TEST(ObjectTest, AnObjectNotCreatedByNameHasItsTypeNameAndNoJson) {
   expectAbort("cppbind/Object.h", [&] { static_cast<void>(square.getJsonValue4Bind()); });
 }
 
+template <class T>
+struct Box {};
+struct Underclass {};
+
+TEST(ObjectTest, NamesOfTypesHaveNoKeywords) {
+  EXPECT_EQ("cppbind_test::Box<cppbind_test::Square>", typeName(typeid(Box<Square>)));
+  EXPECT_TRUE(contains(typeName(typeid(Box<const Underclass>)), "::Underclass const"));
+}
+
 }  // namespace cppbind_test

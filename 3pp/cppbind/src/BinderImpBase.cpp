@@ -1,12 +1,12 @@
 #include "cppbind/BinderImpBase.h"
 
-#include <boost/core/demangle.hpp>
 #include <boost/make_shared.hpp>
 #include <utility>
 
 #include "base/NeverDestroyed.h"
 #include "cppbind/Assert.h"
 #include "cppbind/ParseErrorException.h"
+#include "readable_name.h"
 
 namespace cppbind {
 
@@ -70,8 +70,7 @@ const StringConverter& BinderImpBase::converterFor(std::type_index type) const {
   const StringConverter* found = findConverter(type);
   if (found == nullptr) {
     // Two blanks after the comma: tools search old logs for this text.
-    throw ParseErrorException("BUG,  please register converter for " +
-                              boost::core::demangle(type.name()));
+    throw ParseErrorException("BUG,  please register converter for " + readableName(type.name()));
   }
   lastType_ = type;
   lastConverter_ = found;

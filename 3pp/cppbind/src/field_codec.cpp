@@ -171,12 +171,18 @@ void describeScalar(ValueDescription& value, const std::type_info& type) {
 
 namespace {
 
+bool removeEnd(std::string_view& text, std::string_view end) {
+  if (text.size() < end.size() || text.substr(text.size() - end.size()) != end) return false;
+  text.remove_suffix(end.size());
+  return true;
+}
+
 // Returns the identifier at the end of the text of a probed value; nothing for one that is a number
 // or that the compiler writes in another form.
 std::string_view enumeratorIn(std::string_view text) {
-  if (text.empty() || text.back() != ']') return {};
-  text.remove_suffix(1);
-  const std::size_t before = text.find_last_of(":) ");
+  constexpr std::string_view kEndOfVisualC = ">(void)";
+  if (!removeEnd(text, "]") && !removeEnd(text, kEndOfVisualC)) return {};
+  const std::size_t before = text.find_last_of("<:) ");
   if (before != std::string_view::npos) text.remove_prefix(before + 1);
   const bool isNumber = text.empty() || text.front() == '-' || (text[0] >= '0' && text[0] <= '9');
   return isNumber ? std::string_view() : text;

@@ -10,11 +10,11 @@ namespace libvarrow {
 
 /// An output stream that creates the parent directory of its file. A directory that cannot be
 /// created is logged; a file that cannot be opened leaves the stream failed.
-class LIBVARROW_API AutoCreateDirFileStream : public std::ofstream {
+class LIBVARROW_VISIBLE_TYPE AutoCreateDirFileStream : public std::ofstream {
  public:
   /// Opens `path` for writing in text mode and truncates it. `path` is in the narrow encoding; a
   /// relative one is relative to the current directory.
-  explicit AutoCreateDirFileStream(const std::string& path);
+  LIBVARROW_API explicit AutoCreateDirFileStream(const std::string& path);
 };
 
 }  // namespace libvarrow

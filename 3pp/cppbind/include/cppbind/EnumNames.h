@@ -87,7 +87,8 @@ struct ProbedValues {
   std::size_t count;
 };
 
-// Returns a text that ends with "Order::fifo]", or with "(Order)5]" for a value without enumerator.
+// Returns a text that ends with "Order::fifo]", or with "(Order)5]" for a value without enumerator;
+// with Visual C++, with "Order::fifo>(void)" or a number.
 template <auto Value>
 constexpr const char* probedText() {
   return BOOST_CURRENT_FUNCTION;

@@ -4,6 +4,11 @@
 /// @def CPPBIND_API
 /// Marks a class or function as exported by the shared library.
 
+/// @def CPPBIND_VISIBLE_TYPE
+/// Marks a class whose virtual table and type information are visible to other libraries, and of
+/// which CPPBIND_API exports members. Needed for a base that is an instance of a template of the
+/// standard library: Visual C++ would export that with the class, in conflict with a host's own.
+
 /// @def CPPBIND_PRINTF_LIKE(formatIndex, firstArgument)
 /// Makes the compiler check the arguments of a printf-like function against its format. In a member
 /// function `this` is argument 1.
@@ -17,8 +22,10 @@
 #else
 #define CPPBIND_API __declspec(dllimport)
 #endif
+#define CPPBIND_VISIBLE_TYPE
 #else
 #define CPPBIND_API __attribute__((visibility("default")))
+#define CPPBIND_VISIBLE_TYPE __attribute__((visibility("default")))
 #endif
 
 #if defined(__MINGW32__)
