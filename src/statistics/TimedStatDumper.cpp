@@ -7,6 +7,7 @@
 #include <exception>
 #include <limits>
 
+#include "base/FilePatience.h"
 #include "base/NeverDestroyed.h"
 #include "base/out_of_memory.h"
 #include "libvarrow/backtrace/BackTrace.h"
@@ -19,6 +20,8 @@ namespace libvarrow {
 
 namespace {
 
+namespace fs = boost::filesystem;
+
 constexpr long kStartDelayMs = 5000;
 constexpr long kPeriodMs = 30000;
 constexpr const char* kSwitch = "LIBVARROW_TIMED_STAT_DUMP";
@@ -27,6 +30,19 @@ constexpr const char* kSwitch = "LIBVARROW_TIMED_STAT_DUMP";
 Poco::ThreadPool& timerThreads() {
   static base::NeverDestroyed<Poco::ThreadPool> pool(1, std::numeric_limits<int>::max());
   return *pool;
+}
+
+// Calls an operation on a file until no other program has the file open, or the patience ends.
+template <typename Operation>
+void withPatience(const Operation& operation) {
+  base::FilePatience patience;
+  while (true) {
+    try {
+      return operation();
+    } catch (const fs::filesystem_error& error) {
+      if (!patience.isWorthATry(error.code())) throw;
+    }
+  }
 }
 
 }  // namespace
@@ -67,7 +83,6 @@ void TimedStatDumper::dump() {
 }
 
 void TimedStatDumper::replaceFile() {
-  namespace fs = boost::filesystem;
   const StatisticsFile written = writeStatisticsFile(
       fileName_ + ".writing", statistics_->toJsonValue4Bind(), OldFile::Removed);
   if (!written.isWhole) {
@@ -81,8 +96,12 @@ void TimedStatDumper::replaceFile() {
   // Both paths exist before the old file is removed: after that, no allocation may fail.
   const fs::path temporary(written.name);
   const fs::path target(fileName_);
-  if (fs::exists(target)) fs::remove(target);
-  if (fs::exists(temporary)) fs::rename(temporary, target);
+  withPatience([&] {
+    if (fs::exists(target)) fs::remove(target);
+  });
+  withPatience([&] {
+    if (fs::exists(temporary)) fs::rename(temporary, target);
+  });
 }
 
 }  // namespace libvarrow

@@ -2,7 +2,10 @@
 #include "libvarrow/statistics/TimedStatDumper.h"
 
 #include <boost/filesystem/operations.hpp>
+#include <chrono>
+#include <fstream>
 #include <memory>
+#include <thread>
 #include <vector>
 
 #include "support/environment.h"
@@ -36,6 +39,19 @@ TEST_F(StatisticsFileTest, WithoutTheVariableTheDestructorReplacesTheFile) {
   fs::current_path("../live");
   EXPECT_EQ(statistics.dumpAsJsonString(), readFile("stat.json"));
   EXPECT_FALSE(fs::exists("stat.json.writing"));
+}
+
+TEST_F(StatisticsFileTest, AFileThatAReaderHoldsForAMomentIsReplaced) {
+  writeFile("stat.json", "old");
+  std::ifstream reader("stat.json");
+  ASSERT_TRUE(reader);
+  std::thread closing([&] {
+    std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    reader.close();
+  });
+  { const TimedStatDumper dumper(&statistics, "stat.json"); }
+  closing.join();
+  EXPECT_EQ(statistics.dumpAsJsonString(), readFile("stat.json"));
 }
 
 TEST_F(StatisticsFileTest, ADumperAbortsWhenItCannotCreateItsFile) {

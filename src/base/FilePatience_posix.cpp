@@ -1,0 +1,9 @@
+#include "base/FilePatience.h"
+
+namespace libvarrow::base {
+
+bool FilePatience::isWorthATry(const boost::system::error_code& /*error*/) noexcept {
+  return false;  // open files are removed and renamed like others
+}
+
+}  // namespace libvarrow::base
