@@ -19,7 +19,7 @@ void writeText(const std::string& path, const std::string& text) {
 
 void writeOutput(const JobShopData& shop, const char* kind, const std::string& path,
                  const std::string& text) {
-  const auto file = libvarrow::outputPath(shop, libvarrow::utility::fromUtf8(path));
+  const auto file = libvarrow::outputPath(shop, libvarrow::utility::pathFromUtf8(path));
   writeText(file.string(), text);
   libvarrow::addRunFile(shop, kind, file);
 }

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "base/nearest_name.h"
+#include "base/system_text.h"
 #include "host/command_parts.h"
 #include "host/one_line.h"
 #include "host/system.h"
@@ -45,7 +46,7 @@ int CommandRunner::run() {
     system::openStandardStreams();
     status = runCommand();
   } catch (const std::exception& error) {
-    state_.lastLine = error.what();
+    state_.lastLine = base::systemText(error.what());
   }
   constexpr std::size_t kLongestLine = 4000;
   cutText(state_.lastLine, kLongestLine);
@@ -95,7 +96,7 @@ int CommandRunner::execute(Command& command, bool wantsJson, const std::string& 
   try {
     results.write(imp.out.str());
   } catch (const std::exception& error) {
-    if (state_.lastLine.empty()) state_.lastLine = error.what();
+    if (state_.lastLine.empty()) state_.lastLine = base::systemText(error.what());
     return status == kDone || status == kRulesBroken ? kFailed : status;
   }
   return status;
@@ -109,7 +110,7 @@ int CommandRunner::executeIn(CommandContext& context, Command& command,
     state_.lastLine = error.what() + seeHelp;
     return kWrongUsage;
   } catch (const std::exception& error) {
-    state_.lastLine = error.what();
+    state_.lastLine = base::systemText(error.what());
   } catch (...) {
     state_.lastLine = "an exception that is not a std::exception";
   }

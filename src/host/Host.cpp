@@ -7,6 +7,7 @@
 #include <set>
 #include <stdexcept>
 
+#include "base/system_text.h"
 #include "host/CommandRunner.h"
 #include "host/HostState.h"
 #include "host/PipelineSource.h"
@@ -175,7 +176,7 @@ RunResult Host::execute(const RunOptions& options, ModuleData& data) {
     const host::RunContext context{state.name};
     return host::Run(options, context, source, from, folder, record).process(*state.modules, data);
   } catch (const std::exception& error) {
-    result.error = error.what();
+    result.error = base::systemText(error.what());
   }
   return result;
 }

@@ -9,6 +9,7 @@
 #include <tuple>
 #include <utility>
 
+#include "base/system_text.h"
 #include "host/fault_text.h"
 #include "host/file_text.h"
 #include "host/overrides.h"
@@ -87,7 +88,7 @@ std::unique_ptr<cppbind::Checker> PipelineSource::read(const fs::path& file,
 
 void PipelineSource::addFault(const std::string& origin, const std::string& message) {
   cppbind::Faults faults;
-  faults.first.push_back({cppbind::Severity::Error, {}, message});
+  faults.first.push_back({cppbind::Severity::Error, {}, base::utf8Text(message)});
   faults.errorCount = 1;
   addFaults(origin, std::move(faults));
 }
@@ -139,7 +140,7 @@ void PipelineSource::check(const cppbind::ClassRegister& modules,
 void PipelineSource::checkRuleFileNamed(const std::string& name,
                                         const cppbind::ClassRegister& rules,
                                         const fs::path& inputs) {
-  const fs::path file = fs::absolute(utility::fromUtf8(name), inputs);
+  const fs::path file = fs::absolute(utility::pathFromUtf8(name), inputs);
   const fs::file_type type = fs::status(file).type();
   if (type == fs::fifo_file || type == fs::character_file || type == fs::socket_file) {
     return addFault(file.generic_string(), "is read twice, which a pipe or device does not allow");

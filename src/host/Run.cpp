@@ -4,6 +4,7 @@
 #include <exception>
 #include <utility>
 
+#include "base/system_text.h"
 #include "host/json_string.h"
 #include "host/one_line.h"
 #include "host/page/write_page.h"
@@ -100,7 +101,7 @@ RunResult Run::process(cppbind::ClassRegister& modules, ModuleData& data) {
     const TimedStatDumper dumper(&statistics_, (folder_ / kStatisticsFile).string());
     runChain(modules, data, result);
   } catch (const std::exception& error) {
-    fail(result, error.what());
+    fail(result, base::systemText(error.what()));
   } catch (...) {
     fail(result, "an exception that is not a std::exception");
   }
@@ -147,12 +148,13 @@ void Run::runChain(cppbind::ClassRegister& modules, ModuleData& data, RunResult&
   try {
     chain->process(&data);
   } catch (const RulesBroken& error) {
-    exception = error.what();
+    exception = base::systemText(error.what());
     brokeRules = true;
   } catch (const RunEnded&) {
     isEnded = true;
   } catch (const std::exception& error) {
-    exception = *error.what() == '\0' ? "an exception without text" : error.what();
+    exception =
+        *error.what() == '\0' ? "an exception without text" : base::systemText(error.what());
   } catch (...) {
     exception = "an exception that is not a std::exception";
   }

@@ -10,6 +10,8 @@
 #include <stdexcept>
 #include <utility>
 
+#include "base/FilePatience.h"
+#include "host/error_text.h"
 #include "host/json_string.h"
 #include "host/page/write_page.h"
 #include "host/records/json_line.h"
@@ -140,11 +142,13 @@ void writeWhole(const fs::path& file, const std::string& text) {
                              system::errorText(error));
   }
   boost::system::error_code renamed;
-  fs::rename(made, file, renamed);
+  base::FilePatience patience;
+  do {
+    fs::rename(made, file, renamed);
+  } while (patience.isWorthATry(renamed));
   if (!renamed) return;
   fs::remove(made, ignored);
-  throw std::runtime_error("cannot write " + file.generic_string() + ": " +
-                           system::errorText(renamed.default_error_condition().value()));
+  throw std::runtime_error("cannot write " + file.generic_string() + ": " + errorText(renamed));
 }
 
 }  // namespace libvarrow::host

@@ -6,6 +6,7 @@
 #include <stdexcept>
 #include <utility>
 
+#include "base/system_text.h"
 #include "host/checksum.h"
 #include "host/json_string.h"
 #include "host/one_line.h"
@@ -140,7 +141,7 @@ bool RunSession::skipsStep(Module& step, const ModuleData& data) {
 void RunSession::rulesBroken(const std::string& text) {
   {
     const Lock lock(mutex_);
-    brokenRules_.push_back(text);
+    brokenRules_.push_back(base::systemText(text));
   }
   if (options_.observer != nullptr) options_.observer->rulesBroken(text);
 }
@@ -148,7 +149,7 @@ void RunSession::rulesBroken(const std::string& text) {
 void RunSession::ruleKept(const std::string& text) {
   {
     const Lock lock(mutex_);
-    keptRules_.push_back(text);
+    keptRules_.push_back(base::systemText(text));
   }
   if (options_.observer != nullptr) options_.observer->ruleKept(text);
 }

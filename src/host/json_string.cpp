@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "base/utf8.h"
+#include "base/system_text.h"
 #include "libvarrow/utility/UTFConverter.h"
 
 namespace libvarrow::host {
@@ -19,7 +19,7 @@ bool isUtf8System() {
 }  // namespace
 
 Json::Value jsonString(const std::string& text) {
-  return isUtf8System() ? text : utility::toUtf8(text);
+  return base::utf8OfSystem(text);
 }
 
 Json::Value jsonString(const boost::filesystem::path& path) {
@@ -31,7 +31,7 @@ std::string programText(const std::string& utf8) {
 }
 
 std::string utf8Name(std::string name) {
-  return isUtf8System() || base::isValidUtf8(name) ? std::move(name) : utility::toUtf8(name);
+  return base::utf8Text(std::move(name));
 }
 
 std::string stepOfPath(std::string path) {

@@ -5,6 +5,7 @@
 #include <stdexcept>
 #include <vector>
 
+#include "base/folder_name.h"
 #include "base/nearest_name.h"
 #include "host/json_string.h"
 #include "libvarrow/module/ChainedModule.h"
@@ -29,7 +30,8 @@ bool collect(const Module& chain, const std::string& prefix, const std::string& 
   const auto* const steps = stepsOf(chain);
   if (steps == nullptr) return !prefix.empty() && step.compare(0, prefix.size(), prefix) == 0;
   for (std::size_t i = 0; i < steps->size(); ++i) {
-    names.push_back(prefix + std::to_string(i) + "_" + utf8Name((*steps)[i]->getModuleName()));
+    names.push_back(prefix + std::to_string(i) + "_" +
+                    utf8Name(base::folderName((*steps)[i]->getModuleName())));
     if (collect(*(*steps)[i], names.back() + "/", step, names)) return true;
   }
   return false;

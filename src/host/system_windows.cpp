@@ -29,8 +29,8 @@ constexpr int kInput = 0;
 constexpr int kOutput = 1;
 constexpr int kError = 2;
 
-// Console events replace the signals of other systems; closing, logging off and shutting down
-// replace SIGHUP. After those the system lets the process work for about five seconds.
+// Console events replace the signals of other systems; the closing of the console replaces SIGHUP.
+// After it the system lets the process work for about five seconds.
 constexpr int kHangUp = 1;
 
 std::atomic<int> receivedSignal{0};
@@ -49,6 +49,27 @@ BOOL WINAPI onEvent(DWORD event) {
   // The system ends the process when this thread returns from these events.
   if (signal == kHangUp) Sleep(INFINITE);
   return TRUE;
+}
+
+// The encoding of a console differs from that of programs on most systems (850 and 1252, say).
+class ConsoleEncoding {
+ public:
+  ConsoleEncoding() { SetConsoleOutputCP(GetACP()); }
+  ConsoleEncoding(const ConsoleEncoding&) = delete;
+  ConsoleEncoding& operator=(const ConsoleEncoding&) = delete;
+  ~ConsoleEncoding() { restore(); }
+
+  void restore() const {
+    if (before_ != 0) SetConsoleOutputCP(before_);
+  }
+
+ private:
+  const UINT before_ = GetConsoleOutputCP();
+};
+
+const ConsoleEncoding& consoleEncoding() {
+  static const ConsoleEncoding encoding;
+  return encoding;
 }
 
 std::string reason() {
@@ -115,11 +136,12 @@ int EndSignals::received() noexcept {
 }
 
 const char* signalName(int signal) {
-  return signal == SIGINT ? "Ctrl+C" : signal == SIGTERM ? "Ctrl+Break" : "the end of the session";
+  return signal == SIGINT ? "Ctrl+C" : signal == SIGTERM ? "Ctrl+Break" : "the end of the console";
 }
 
 void endBy(int) {
   flush();
+  consoleEncoding().restore();
   terminate();
 }
 
@@ -128,6 +150,7 @@ const char* errorText(int error) {
 }
 
 void openStandardStreams() {
+  consoleEncoding();
   for (int descriptor = kInput; descriptor <= kError; ++descriptor) {
     if (::_get_osfhandle(descriptor) >= 0) continue;
     // Reading from it or writing to it then fails, as with a closed descriptor.

@@ -6,10 +6,10 @@
 #include <utility>
 
 #include "base/json_text.h"
+#include "base/system_text.h"
 #include "base/text_file.h"
 #include "libvarrow/log/log.h"
 #include "libvarrow/utility/UTFConverter.h"
-#include "utility/utf8_text.h"
 
 namespace libvarrow {
 
@@ -40,8 +40,8 @@ Json::Value File2Json(const boost::filesystem::path& path) {
   Json::Value value;
   std::string errors;
   if (!parseWithComments(text, value, errors)) {
-    LIBVARROW_LOG_ERROR("Failed to parse, %s, %s\n", path.string().c_str(), errors.c_str());
-    throw std::runtime_error(path.string() + errors);
+    LIBVARROW_LOG_ERROR("Failed to parse, %s, %s\n", path.generic_string().c_str(), errors.c_str());
+    throw std::runtime_error(path.generic_string() + errors);
   }
   return value;
 }
@@ -66,7 +66,7 @@ namespace utility {
 namespace {
 
 base::TextWritten writeUtf8(const std::string& path, const std::string& text) {
-  if (isUtf8InMemory(text)) return base::writeTextFile(path, text);
+  if (base::isSameInUtf8(text)) return base::writeTextFile(path, text);
   return base::writeTextFile(path, toUtf8(text));
 }
 

@@ -1,6 +1,7 @@
 #include "libvarrow/module/CommonModuleStatDumper.h"
 
 #include "libvarrow/module/run_files.h"
+#include "libvarrow/utility/UTFConverter.h"
 
 namespace libvarrow {
 
@@ -14,7 +15,7 @@ void CommonModuleStatDumper::processImp(ModuleData* data) {
 }
 
 ModuleData* CommonModuleStatDumper::processSpec(ModuleData* data) {
-  data->statisticsContainer->dumpToFile(outputPath(*data, record_.file));
+  data->statisticsContainer->dumpToFile(outputPath(*data, utility::pathFromUtf8(record_.file)));
   return data;
 }
 

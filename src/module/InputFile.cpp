@@ -15,7 +15,7 @@ thread_local RuleFileNames* collector = nullptr;
 }  // namespace
 
 boost::filesystem::path InputFile::path(const ModuleData& data) const {
-  return inputPath(data, utility::fromUtf8(name_));
+  return inputPath(data, utility::pathFromUtf8(name_));
 }
 
 RuleFileNames::RuleFileNames() : outer_(collector) {

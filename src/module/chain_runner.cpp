@@ -3,29 +3,16 @@
 #include <boost/uuid/random_generator.hpp>
 #include <boost/uuid/uuid_io.hpp>
 
+#include "base/folder_name.h"
 #include "libvarrow/log/log.h"
 #include "libvarrow/module/CPUProfiler.h"
-#include "libvarrow/utility/UTFConverter.h"
-#include "utility/utf8_text.h"
 
 namespace libvarrow {
-
-namespace {
-
-// Returns a module's name for paths and logs, which are in the code page, while names of classes
-// are UTF-8. A name that the module has converted, or that the code page lacks, stays as it is.
-std::string nameInCodePage(std::string name) {
-  if (utility::isUtf8InMemory(name)) return name;
-  std::string converted = utility::fromUtf8(name);
-  return utility::toUtf8(converted) == name ? converted : name;
-}
-
-}  // namespace
 
 void runChainedStep(Module& module, std::size_t index, const std::string& chainPath,
                     ModuleData& data) {
   throwIfEndRequested(data);
-  const std::string name = nameInCodePage(module.getModuleName());
+  const std::string name = base::folderName(module.getModuleName());
   const std::string prefix =
       chainPath.empty() ? boost::uuids::to_string(boost::uuids::random_generator()()) : chainPath;
   const std::string stepPath = prefix + std::to_string(index) + "_" + name + "/";

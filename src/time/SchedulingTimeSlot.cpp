@@ -8,6 +8,7 @@
 
 #include "base/NeverDestroyed.h"
 #include "base/number_text.h"
+#include "base/system_text.h"
 #include "cppbind/imp/binder.h"
 #include "libvarrow/backtrace/Check.h"
 #include "libvarrow/backtrace/TracedError.h"
@@ -189,7 +190,8 @@ void TimeSlot::readTags(cppbind::Binder& binder) {
     if (found != namedTags().end()) {
       setTag(found->second, true);
     } else {
-      LIBVARROW_LOG_ERROR("%s%s%s%s", fromUtf8("不支持的tag:").c_str(), name.c_str(),
+      LIBVARROW_LOG_ERROR("%s%s%s%s", fromUtf8("不支持的tag:").c_str(),
+                          libvarrow::base::systemText(name).c_str(),
                           fromUtf8(" 受支持的列表参考:").c_str(), tagNames().c_str());
     }
   }

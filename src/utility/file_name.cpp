@@ -13,8 +13,15 @@ namespace libvarrow::utility {
 
 namespace {
 
+// The characters that the limits count: not bytes on Windows.
+using Text = boost::filesystem::path::string_type;
+
 constexpr std::size_t kMaxFileName = 255;
 constexpr std::size_t kMaxPath = 259;
+
+std::string narrow(const Text& text) {
+  return boost::filesystem::path(text).string();
+}
 
 std::size_t excess(std::size_t length, std::size_t limit) {
   return length > limit ? length - limit : 0;
@@ -51,21 +58,22 @@ bool isShortAbsoluteName(const std::string& name) {
 void adjustFileName(std::string& name) {
   if (isShortAbsoluteName(name)) return;
   const boost::filesystem::path given(name);
-  std::string absolute = boost::filesystem::absolute(given).generic_string();
-  const std::size_t lastSlash = absolute.rfind('/');
+  Text absolute = boost::filesystem::absolute(given).generic_string<Text>();
+  const std::size_t lastSlash = absolute.rfind(Text::value_type{'/'});
   const std::size_t fileLength =
-      lastSlash == std::string::npos ? absolute.size() : absolute.size() - lastSlash - 1;
+      lastSlash == Text::npos ? absolute.size() : absolute.size() - lastSlash - 1;
   const std::size_t tooLong =
       std::max(excess(fileLength, kMaxFileName), excess(absolute.size(), kMaxPath));
-  if (tooLong > 0) {
-    const std::string extension = given.extension().string();
-    const std::size_t stemLength = excess(fileLength, extension.size());
-    const std::size_t cut = std::min(tooLong, stemLength);
-    const std::string whole = absolute;
-    absolute.erase(absolute.size() - extension.size() - cut, cut);
-    warnOfCut(absolute.substr(0, whole.size() - fileLength), whole, absolute);
+  if (tooLong == 0) {
+    name = narrow(absolute);
+    return;
   }
-  name = std::move(absolute);
+  const std::size_t extensionLength = given.extension().native().size();
+  const std::size_t cut = std::min(tooLong, excess(fileLength, extensionLength));
+  const Text whole = absolute;
+  absolute.erase(absolute.size() - extensionLength - cut, cut);
+  name = narrow(absolute);
+  warnOfCut(narrow(absolute.substr(0, whole.size() - fileLength)), narrow(whole), name);
 }
 
 bool removeIfExist(const std::string& path) {

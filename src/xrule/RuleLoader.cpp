@@ -4,6 +4,7 @@
 
 #include "backtrace/stop.h"
 #include "base/json_text.h"
+#include "base/system_text.h"
 #include "base/text_file.h"
 #include "cppbind/Assert.h"
 #include "cppbind/ClassRegister.h"
@@ -32,8 +33,9 @@ void withPathElement(const std::string& element, Body body) {
 
 std::unique_ptr<Rule> createRule(const std::string& name, const Json::Value& parameter,
                                  const cppbind::ClassRegister& reg, int level) {
-  LIBVARROW_LOG_DEBUG("rule_name: %s\n", name.c_str());
-  LIBVARROW_LOG_DEBUG("rule_parameter: %s\n", base::json_text::styled(parameter, "\t").c_str());
+  LIBVARROW_LOG_DEBUG("rule_name: %s\n", base::systemText(name).c_str());
+  LIBVARROW_LOG_DEBUG("rule_parameter: %s\n",
+                      base::systemText(base::json_text::styled(parameter, "\t")).c_str());
   LIBVARROW_LOG_DEBUG("rule_level: %d\n", level);
   std::unique_ptr<cppbind::Object> object;
   cppbind::withClass(name, [&] { object.reset(reg.create<cppbind::Object>(name, parameter)); });

@@ -2,6 +2,7 @@
 #include <boost/algorithm/string/replace.hpp>
 
 #include "host/program.h"
+#include "libvarrow/utility/UTFConverter.h"
 
 namespace host_test {
 namespace {
@@ -16,7 +17,7 @@ void makeRun(const std::string& run) {
  "folder_of_inputs": "HERE/RUN_data", "inputs": [{"file": "HERE/RUN_data/o.txt", "sha256": "cc"}],
  "files": [{"kind": "plan", "path": "HERE/RUN/out/plan.txt"}], "rules_kept": ["early"],
  "configuration": {"modules": [{"Chain": {"file": "HERE/RUN_data/o.txt", "seed": 1, "a.b[0]": 2}},
-                               {"CommonModuleStatDumper": {"file": "out/times.json"}}]},
+                               {"CommonModuleStatDumper": {"file": "out/时é.json"}}]},
  "entries": ["run.json", "steps.jsonl", "dump", "log", "out", "trace.json"]})";
   boost::replace_all(record, "HERE", here);
   boost::replace_all(record, "RUN", run);
@@ -36,7 +37,8 @@ void makeRun(const std::string& run) {
   writeFile(step + "after_process/empty.txt", "");
   writeFile(step + "module_stat.json", run);
   writeFile(run + "/out/plan.txt", "plan of " + here + "/" + run + "_data/o.txt\nend\n");
-  for (const char* const file : {"/out/times.json", "/log/run.log", "/trace.json", "/notes.txt"}) {
+  writeFile(run + "/out/" + libvarrow::utility::pathFromUtf8("时é.json"), run);
+  for (const char* const file : {"/log/run.log", "/trace.json", "/notes.txt"}) {
     writeFile(run + file, run);
   }
 }

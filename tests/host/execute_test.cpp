@@ -75,6 +75,29 @@ TEST_F(Execute, EveryEndIsTold) {
   }
 }
 
+TEST_F(Execute, ReasonsHaveTheEncodingOfTheSystem) {
+  const std::string text = libvarrow::utility::fromUtf8("计é");
+  const std::string missing = libvarrow::utility::pathFromUtf8("计é.json") + "]";
+  const std::pair<std::string, std::string> cases[] = {
+      {act("throw", "计é"), "0_Act: " + text},
+      {act("report", "计é"), "breaks 1 rule: " + text},
+      {act("break", "计é"), "breaks 1 rule: " + text},
+      {R"({"Act": {"how": "print", "计é": 1}})", "unknown json key:[" + text + "]"},
+      {R"({"Receive": {"lots": {"计é": 0.5}}})", "lots." + text + ": "},
+      {R"({"Receive": {"rules": "计é.json"}})", missing}};
+  libvarrow::Host host("orders", "");
+  registerOrders(host);
+  for (const auto& [module, reason] : cases) {
+    writePipeline(module);
+    Orders data;
+    const RunResult result = host.execute(options(), data);
+    EXPECT_TRUE(contains(result.error, reason)) << result.error << " has no " << reason;
+    if (result.end != RunResult::End::Failed) continue;
+    const Json::Value recorded = libvarrow::File2Json("run/run.json")["error"];
+    EXPECT_TRUE(contains(recorded.asString(), libvarrow::utility::toUtf8(text))) << recorded;
+  }
+}
+
 TEST_F(Execute, WithFewerDumpsTheDataIsDumpedAfterAFailure) {
   libvarrow::Host host("orders", "");
   registerOrders(host);

@@ -47,19 +47,21 @@ TYPED_TEST(ChainTest, EveryModuleOfAChainHasANumberedDirectory) {
        {twice, boost::make_shared<Worker>(name), twice, boost::make_shared<Worker>(utf8)}) {
     this->chain.addModule(module);
   }
+  this->chain.addModule(boost::make_shared<Worker>("a::B<C*>"));  // no file name of Windows
   this->chain.processImp(&this->data);
   const std::vector<std::string>& paths = this->data.workPaths;
-  ASSERT_EQ(104u, paths.size());
+  ASSERT_EQ(105u, paths.size());
   EXPECT_EQ("out/0_A/ out/1_" + name + "/ out/2_A/", paths[0] + " " + paths[1] + " " + paths[2]);
   EXPECT_EQ("out/3_" + name + "/", paths[3]);
-  EXPECT_EQ("out/103_More/", paths[103]);
+  EXPECT_EQ("out/104_More/", paths[104]);
+  EXPECT_TRUE(fs::exists(paths[4] + "module_stat.json"));
   EXPECT_EQ("out/", this->data.dumpPath);
   EXPECT_TRUE(fs::exists("out/1_" + name + "/module_stat.json"));
   EXPECT_FALSE(fs::exists("out/1_" + name + "/_cpu.prof"));
   twice->action = [](ModuleData&) { throw std::runtime_error("stop"); };
   EXPECT_THROW(this->chain.processImp(&this->data), std::runtime_error);
   EXPECT_EQ("out/0_A/", this->data.dumpPath);
-  EXPECT_EQ(105u, paths.size());
+  EXPECT_EQ(106u, paths.size());
 }
 
 TYPED_TEST(ChainTest, WithoutAPathEveryModuleGetsAFreshUuid) {

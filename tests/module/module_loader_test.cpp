@@ -7,6 +7,7 @@
 #include "libvarrow/json/json.h"
 #include "libvarrow/module/ChainedModule.h"
 #include "libvarrow/module/ModuleExecutor.h"
+#include "libvarrow/utility/UTFConverter.h"
 #include "module/recording.h"
 #include "support/support.h"
 
@@ -26,7 +27,7 @@ TEST_F(ModuleLoaderTest, NamedModulesRunInTheOrderOfTheChain) {
   writeFile("p.json", R"({
       "named_modules": {"prepare": {"add": {"amount": 5}},
                         "nest": {"ChainedModule": {"modules": [{"Add": {"amount": 100}}]}},
-                        "solve": {"CommonModuleStatDumper": {"file": "stat.json"}}},
+                        "solve": {"CommonModuleStatDumper": {"file": "统é.json"}}},
       "chained_module": ["prepare", "solve", "prepare", "nest"], "whatever": 1})");
   loader.loadFile("p.json");
   StatisticsContainer root("root");
@@ -35,7 +36,8 @@ TEST_F(ModuleLoaderTest, NamedModulesRunInTheOrderOfTheChain) {
   data.statisticsContainer = &root;
   loader.mainModule()->process(&data);
   EXPECT_EQ(110, data.steps);
-  const Json::Value entry = File2Json("stat.json")["Module::CommonModuleStatDumper"];
+  const Json::Value entry =
+      File2Json(utility::pathFromUtf8("统é.json"))["Module::CommonModuleStatDumper"];
   ASSERT_EQ(2u, entry.size()) << "its own entry";
   EXPECT_TRUE(entry[0].isMember("TimeStatistic") && entry[1].isMember("contextIn"));
 }

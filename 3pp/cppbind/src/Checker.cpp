@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "base/json_text.h"
+#include "base/system_text.h"
 #include "base/text_file.h"
 #include "base/utf8.h"
 #include "collector.h"
@@ -171,11 +172,15 @@ std::unique_ptr<Checker> Checker::ofFile(const boost::filesystem::path& path,
   const bool isRead = libvarrow::base::readTextFile(path.string(), text);
   auto state = std::make_unique<State>(text, reg);
   if (isRead) {
-    state->parse(text, "Can not parse file [" + path.string() + "]: ");
+    state->parse(text, "Can not parse file [" +
+                           libvarrow::base::utf8OfSystem(path.generic_string()) + "]: ");
   } else {
     state->json_.emplace(state->decoder_, Json::Value());
-    state->found_.addAt(JsonPlaces::kNone,
-                        {Severity::Error, {}, "Can not open file [" + path.string() + "]"});
+    state->found_.addAt(
+        JsonPlaces::kNone,
+        {Severity::Error,
+         {},
+         "Can not open file [" + libvarrow::base::utf8OfSystem(path.generic_string()) + "]"});
   }
   return std::unique_ptr<Checker>(new Checker(std::move(state)));
 }

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "base/out_of_memory.h"
+#include "base/system_text.h"
 
 namespace cppbind {
 
@@ -32,9 +33,10 @@ std::string ParseErrorException::pathText() const {
 }
 
 void ParseErrorException::rebuildWhat() {
-  what_ = pathText();
+  // Each for itself: the message may be that of a host's exception.
+  what_ = libvarrow::base::systemText(pathText());
   if (!what_.empty()) what_ += ": ";
-  what_ += message_;
+  what_ += libvarrow::base::systemText(message_);
 }
 
 ClassMissRegException::ClassMissRegException(const std::string& className)

@@ -10,6 +10,7 @@
 
 #include "base/nearest_name.h"
 #include "base/out_of_memory.h"
+#include "base/system_text.h"
 #include "cppbind/cppbind.h"
 
 namespace cppbind {
@@ -45,10 +46,10 @@ CaughtFault Collector::caught() {
     notes->pathLength = error.path_.size();
     return {error.path_, error.message_, std::move(notes)};
   } catch (const ParseErrorException& error) {
-    return {error.path_, error.message_, error.notes_};
+    return {error.path_, libvarrow::base::utf8Text(error.message_), error.notes_};
   } catch (const std::exception& error) {
     if (libvarrow::base::isOutOfMemory(error)) throw std::bad_alloc();
-    return {{}, error.what(), nullptr};
+    return {{}, libvarrow::base::utf8Text(error.what()), nullptr};
   } catch (...) {
     return {{}, "an exception of unknown type", nullptr};
   }

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "base/json_text.h"
+#include "base/system_text.h"
 #include "base/text_file.h"
 #include "cppbind/Assert.h"
 
@@ -86,12 +87,15 @@ JsonDecodeBinder::NamedFields JsonDecodeBinder::namedFields(const Json::Value& j
 Json::Value readJsonFile(const boost::filesystem::path& path) {
   std::string text;
   if (!libvarrow::base::readTextFile(path.string(), text)) {
-    throw ParseErrorException("Can not open file [" + path.string() + "]");
+    throw ParseErrorException("Can not open file [" +
+                              libvarrow::base::utf8OfSystem(path.generic_string()) + "]");
   }
   Json::Value value;
   std::string errors;
   if (!libvarrow::base::json_text::parse(text, value, errors)) {
-    throw ParseErrorException("Can not parse file [" + path.string() + "]: " + errors);
+    throw ParseErrorException("Can not parse file [" +
+                              libvarrow::base::utf8OfSystem(path.generic_string()) +
+                              "]: " + errors);
   }
   return value;
 }

@@ -129,7 +129,8 @@ void LimitLate::processImp(libvarrow::ModuleData* data) {
 }
 
 void WritePlan::processImp(libvarrow::ModuleData* data) {
-  const auto path = libvarrow::outputPath(*data, file_);
+  // Texts of JSON are UTF-8, paths have the encoding of the system.
+  const auto path = libvarrow::outputPath(*data, libvarrow::utility::pathFromUtf8(file_));
   std::ofstream out(path.string());
   print(out, planOf(data).orders);
   if (!out.flush()) throw std::runtime_error("cannot write " + path.string());

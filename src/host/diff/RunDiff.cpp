@@ -14,6 +14,7 @@
 #include "host/diff/origin_diff.h"
 #include "host/json_string.h"
 #include "host/run_file_names.h"
+#include "libvarrow/utility/UTFConverter.h"
 
 namespace libvarrow::host {
 
@@ -43,7 +44,7 @@ fs::path dumpsOf(const RunReader& run, const std::string& step) {
 
 // A file may name a step outside the run folder.
 bool isInside(const std::string& step) {
-  const fs::path path(step);
+  const fs::path path(programText(step));
   return path.is_relative() && std::find(path.begin(), path.end(), "..") == path.end();
 }
 
@@ -83,7 +84,8 @@ void addStatisticsFiles(const Json::Value& json, std::set<std::string>& files) {
   for (auto member = json.begin(); member != json.end(); ++member) {
     if (json.isObject() &&
         boost::iequals(member.name(), "CommonModuleStatDumper", std::locale::classic())) {
-      files.insert(fs::path(textAt(*member, "file")).lexically_normal().generic_string());
+      const fs::path file = libvarrow::utility::pathFromUtf8(textAt(*member, "file"));
+      files.insert(jsonString(file.lexically_normal()).asString());
     }
     addStatisticsFiles(*member, files);
   }

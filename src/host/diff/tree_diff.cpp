@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "host/diff/file_diff.h"
+#include "host/error_text.h"
 #include "host/json_string.h"
 #include "host/system.h"
 
@@ -21,8 +22,7 @@ fs::file_type typeOf(const fs::path& path) {
   boost::system::error_code error;
   const fs::file_type type = fs::symlink_status(path, error).type();
   if (type == fs::status_error) {
-    throw std::runtime_error(path.generic_string() + " cannot be read: " +
-                             system::errorText(error.default_error_condition().value()));
+    throw std::runtime_error(path.generic_string() + " cannot be read: " + errorText(error));
   }
   return type;
 }

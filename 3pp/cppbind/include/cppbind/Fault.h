@@ -21,12 +21,13 @@ struct CPPBIND_API Fault {
   /// The path of the exception that loading throws; see ParseErrorException. Of an unknown key or
   /// class it is the path of the object that has the key.
   std::vector<std::string> path{};
-  std::string message{};   ///< the message of that exception: "not found"
+  std::string message{};   ///< the message of that exception, in UTF-8: "not found"
   std::string hint{};      ///< the known key, class or other name that was probably meant; or empty
   std::size_t line = 0;    ///< begins at 1; 0: the fault has no place, as of a missing file
   std::size_t column = 0;  ///< begins at 1, in code points; see TextPosition
 
-  /// Returns path and message as what() of the exception does: "modules[2].Plan.rule: not found".
+  /// Returns path and message as what() of the exception does, but in UTF-8 on every system:
+  /// "modules[2].Plan.rule: not found".
   std::string what() const;
   /// Returns the fault in one line without the file's name, as compilers write theirs:
   /// "3:7: error: modules[2].Plan.rule: not found; did you mean \"rule\"?".

@@ -1,0 +1,84 @@
+#include "base/system_text.h"
+
+#include <boost/locale/encoding.hpp>
+#include <utility>
+
+#include "base/NeverDestroyed.h"
+#include "base/code_page.h"
+#include "base/utf8.h"
+
+namespace libvarrow::base {
+
+namespace {
+
+namespace conv = boost::locale::conv;
+
+constexpr const char* kUtf8 = "UTF-8";
+
+// Returns the converter's name of the encoding, which it does not always know by its number.
+const std::string& encoding() {
+  static NeverDestroyed<const std::string> name(codePageName() == "CP65001" ? kUtf8
+                                                : codePageName() == "CP950" ? "Big5"
+                                                                            : codePageName());
+  return *name;
+}
+
+bool isUtf8System() {
+  static const bool isUtf8 = encoding() == kUtf8;
+  return isUtf8;
+}
+
+bool isAscii(const std::string& text) {
+  const auto* const begin = reinterpret_cast<const unsigned char*>(text.data());
+  return endOfAscii(begin, begin + text.size()) == begin + text.size();
+}
+
+// Returns the text itself when the converter does not know the encoding: a text that is hard to
+// read is better than an error about another one.
+using Convert = std::string(const std::string& text, const std::string& charset, conv::method_type);
+std::string convertedBy(Convert* convert, const std::string& text) {
+  try {
+    return convert(text, encoding(), conv::default_method);
+  } catch (const conv::invalid_charset_error&) {
+    return text;
+  }
+}
+
+}  // namespace
+
+const std::string& codePageName() {
+  static NeverDestroyed<const std::string> name(systemCodePageName());
+  return *name;
+}
+
+bool isSameInUtf8(const std::string& text) {
+  return isUtf8System() ? isValidUtf8(text) : isAscii(text);
+}
+
+std::string fromUtf8(const std::string& utf8) {
+  return isSameInUtf8(utf8) ? utf8 : conv::from_utf<char>(utf8, encoding());
+}
+
+std::string toUtf8(const std::string& text) {
+  return isSameInUtf8(text) ? text : conv::to_utf<char>(text, encoding());
+}
+
+std::string systemText(std::string text) {
+  if (isUtf8System() || isAscii(text) || !isValidUtf8(text)) return text;
+  return convertedBy(conv::from_utf<char>, text);
+}
+
+std::string utf8OfSystem(std::string text) {
+  return isUtf8System() || isAscii(text) ? text : convertedBy(conv::to_utf<char>, text);
+}
+
+std::string utf8Text(std::string text) {
+  return isValidUtf8(text) ? text : utf8OfSystem(std::move(text));
+}
+
+std::string systemName(std::string name) {
+  std::string converted = systemText(name);
+  return converted == name || toUtf8(converted) == name ? converted : name;
+}
+
+}  // namespace libvarrow::base
