@@ -56,11 +56,11 @@ bool isSameInUtf8(const std::string& text) {
 }
 
 std::string fromUtf8(const std::string& utf8) {
-  return isSameInUtf8(utf8) ? utf8 : conv::from_utf<char>(utf8, encoding());
+  return isSameInUtf8(utf8) ? utf8 : convertedBy(conv::from_utf<char>, utf8);
 }
 
 std::string toUtf8(const std::string& text) {
-  return isSameInUtf8(text) ? text : conv::to_utf<char>(text, encoding());
+  return isSameInUtf8(text) ? text : convertedBy(conv::to_utf<char>, text);
 }
 
 std::string systemText(std::string text) {
@@ -69,11 +69,13 @@ std::string systemText(std::string text) {
 }
 
 std::string utf8OfSystem(std::string text) {
-  return isUtf8System() || isAscii(text) ? text : convertedBy(conv::to_utf<char>, text);
+  if (isUtf8System() || isAscii(text)) return text;
+  return convertedBy(conv::to_utf<char>, text);
 }
 
 std::string utf8Text(std::string text) {
-  return isValidUtf8(text) ? text : utf8OfSystem(std::move(text));
+  if (isValidUtf8(text)) return text;
+  return utf8OfSystem(std::move(text));
 }
 
 std::string systemName(std::string name) {

@@ -71,13 +71,13 @@ int CommandRunner::runCommand() {
     const std::string helpText = parse(*command, wantsJson, {begin, arguments.end()});
     return helpText.empty() ? execute(*command, wantsJson, seeHelp) : print(helpText);
   } catch (const UsageError& error) {
-    state_.lastLine = error.what() + seeHelp;
+    state_.lastLine = base::systemText(error.what()) + seeHelp;
     return kWrongUsage;
   }
 }
 
 int CommandRunner::print(const std::string& text) {
-  std::cout << text << std::flush;
+  std::cout << base::systemText(text) << std::flush;
   if (std::cout) return kDone;
   state_.lastLine = "cannot write standard output";
   return kFailed;
@@ -107,7 +107,7 @@ int CommandRunner::executeIn(CommandContext& context, Command& command,
   try {
     return command.run(context);
   } catch (const UsageError& error) {
-    state_.lastLine = error.what() + seeHelp;
+    state_.lastLine = base::systemText(error.what()) + seeHelp;
     return kWrongUsage;
   } catch (const std::exception& error) {
     state_.lastLine = base::systemText(error.what());

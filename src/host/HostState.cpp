@@ -7,6 +7,7 @@
 #include <stdexcept>
 #include <utility>
 
+#include "base/system_text.h"
 namespace libvarrow::host {
 
 namespace {
@@ -34,7 +35,7 @@ void loadPlugin(DllManager& plugins, const fs::path& file) {
   try {
     plugins.findOrCreateDll(file.stem().string(), file.parent_path().string());
   } catch (const std::exception& error) {
-    const std::string reason = error.what();
+    const std::string reason = base::systemText(error.what());
     const bool isNamed = reason.find(file.generic_string()) != std::string::npos;
     throw std::runtime_error(isNamed ? reason : name + reason);
   } catch (...) {

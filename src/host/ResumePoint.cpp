@@ -3,6 +3,7 @@
 #include <boost/filesystem/operations.hpp>
 #include <stdexcept>
 
+#include "base/system_text.h"
 #include "host/RunRecord.h"
 #include "host/json_string.h"
 #include "host/step_names.h"
@@ -72,7 +73,8 @@ void ResumePoint::restore(ModuleData& data) const {
   try {
     data.restore4Debug(dump().generic_string() + "/");
   } catch (const std::exception& error) {
-    throw std::runtime_error("cannot restore " + dump().generic_string() + ": " + error.what());
+    throw std::runtime_error("cannot restore " + dump().generic_string() + ": " +
+                             base::systemText(error.what()));
   }
 }
 

@@ -148,7 +148,7 @@ void Run::runChain(cppbind::ClassRegister& modules, ModuleData& data, RunResult&
   try {
     chain->process(&data);
   } catch (const RulesBroken& error) {
-    exception = base::systemText(error.what());
+    exception = error.what();
     brokeRules = true;
   } catch (const RunEnded&) {
     isEnded = true;
@@ -215,7 +215,8 @@ void Run::dumpAfterFailure(ModuleData& data) const {
     data.dumpDetailInfo(data.dumpPath + "failed_detail.txt");
     data.dump4Debug(data.dumpPath + "failed/");
   } catch (const std::exception& error) {
-    LIBVARROW_LOG_WARN("the data of the failed step is not dumped: %s", error.what());
+    LIBVARROW_LOG_WARN("the data of the failed step is not dumped: %s",
+                       base::systemText(error.what()).c_str());
   } catch (...) {
     LIBVARROW_LOG_WARN("the data of the failed step is not dumped");
   }

@@ -8,7 +8,6 @@
 #include <vector>
 
 #include "host/RunRecord.h"
-#include "host/error_text.h"
 #include "host/one_line.h"
 #include "host/run_file_names.h"
 #include "host/system.h"
@@ -72,7 +71,7 @@ void requireUsable(const fs::path& path, bool overwrite) {
 fs::path made(const fs::path& path, bool overwrite) {
   boost::system::error_code error;
   fs::create_directories(path, error);
-  if (!fs::exists(path)) refuse(path, std::string("cannot be made: ") + errorText(error));
+  if (!fs::exists(path)) refuse(path, std::string("cannot be made: ") + system::errorText(error));
   if (!fs::is_directory(path)) refuse(path, "is not a folder");
   if (!fs::exists(path / kLockFile)) requireUsable(path, overwrite);
   return fs::canonical(path);

@@ -11,7 +11,6 @@
 #include <utility>
 
 #include "base/FilePatience.h"
-#include "host/error_text.h"
 #include "host/json_string.h"
 #include "host/page/write_page.h"
 #include "host/records/json_line.h"
@@ -148,7 +147,8 @@ void writeWhole(const fs::path& file, const std::string& text) {
   } while (patience.isWorthATry(renamed));
   if (!renamed) return;
   fs::remove(made, ignored);
-  throw std::runtime_error("cannot write " + file.generic_string() + ": " + errorText(renamed));
+  throw std::runtime_error("cannot write " + file.generic_string() + ": " +
+                           system::errorText(renamed));
 }
 
 }  // namespace libvarrow::host

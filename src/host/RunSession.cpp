@@ -140,16 +140,18 @@ bool RunSession::skipsStep(Module& step, const ModuleData& data) {
 
 void RunSession::rulesBroken(const std::string& text) {
   {
+    std::string shown = base::systemText(text);
     const Lock lock(mutex_);
-    brokenRules_.push_back(base::systemText(text));
+    brokenRules_.push_back(std::move(shown));
   }
   if (options_.observer != nullptr) options_.observer->rulesBroken(text);
 }
 
 void RunSession::ruleKept(const std::string& text) {
   {
+    std::string shown = base::systemText(text);
     const Lock lock(mutex_);
-    keptRules_.push_back(base::systemText(text));
+    keptRules_.push_back(std::move(shown));
   }
   if (options_.observer != nullptr) options_.observer->ruleKept(text);
 }
@@ -184,7 +186,8 @@ fs::path RunSession::inputPath(const fs::path& path) {
 void RunSession::fileWritten(const std::string& kind, const fs::path& path) {
   {
     const Lock lock(mutex_);
-    files_.emplace_back(kind, fs::absolute(path, places_.folder).generic_string());
+    files_.emplace_back(base::systemText(kind),
+                        fs::absolute(path, places_.folder).generic_string());
   }
   if (options_.observer != nullptr) options_.observer->fileWritten(kind, path);
 }

@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "base/system_text.h"
 #include "host/json_string.h"
 #include "host/one_line.h"
 #include "libvarrow/json/json.h"
@@ -52,11 +53,11 @@ Summary::Summary() : imp_(std::make_unique<Imp>()) {}
 Summary::~Summary() = default;
 
 void Summary::add(const std::string& label, const std::string& text) {
-  addValue(label, host::jsonString(text));
+  addValue(label, base::utf8Text(text));
 }
 
 void Summary::addValue(const std::string& label, const Json::Value& value) {
-  imp_->facts.emplace_back(host::oneLine(label), value);
+  imp_->facts.emplace_back(host::oneLine(base::systemText(label)), value);
 }
 
 std::string Summary::text(bool asJson) const {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <boost/filesystem/path.hpp>
+#include <boost/system/error_code.hpp>
 #include <chrono>
 #include <cstddef>
 #include <cstdint>
@@ -31,11 +32,17 @@ const char* signalName(int signal);
 [[noreturn]] void endBy(int signal);
 
 /// Opens standard input, output and error on the null device if they are closed, so that no other
-/// file gets their descriptors.
+/// file gets their descriptors. On Windows also sets the encoding of a console to that of the
+/// process, until it ends.
 void openStandardStreams();
 
-/// Returns the text of a value of errno, in English in every locale, like the other messages.
+///@{
+/// Returns the text of a value of errno, or of an error of the file library, in English in every
+/// locale, like the other messages. On Windows an error without a value of errno has the words of
+/// the system.
 const char* errorText(int error);
+std::string errorText(const boost::system::error_code& error);
+///@}
 
 /// RAII guard: keeps standard output for results and redirects its descriptor, because modules and
 /// the library print there. Initially redirects it to the null device. One object at a time.

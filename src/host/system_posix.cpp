@@ -198,6 +198,10 @@ const char* errorText(int error) {
 #endif
 }
 
+std::string errorText(const boost::system::error_code& error) {
+  return errorText(error.value());
+}
+
 void openStandardStreams() {
   for (int descriptor = STDIN_FILENO; descriptor <= STDERR_FILENO; ++descriptor) {
     // Reading from it or writing to it then fails, as with a closed descriptor.

@@ -35,8 +35,40 @@ constexpr int kHangUp = 1;
 
 std::atomic<int> receivedSignal{0};
 
+bool isConsole(DWORD stream) {
+  DWORD mode = 0;
+  return GetConsoleMode(GetStdHandle(stream), &mode) != 0;
+}
+
+// The encoding of a console differs from that of programs on most systems (850 and 1252, say).
+class ConsoleEncoding {
+ public:
+  ConsoleEncoding() {
+    if (isConsole(STD_OUTPUT_HANDLE) || isConsole(STD_ERROR_HANDLE)) {
+      before_ = GetConsoleOutputCP();
+      SetConsoleOutputCP(GetACP());
+    }
+  }
+  ConsoleEncoding(const ConsoleEncoding&) = delete;
+  ConsoleEncoding& operator=(const ConsoleEncoding&) = delete;
+  ~ConsoleEncoding() { restore(); }
+
+  void restore() const {
+    if (before_ != 0) SetConsoleOutputCP(before_);
+  }
+
+ private:
+  UINT before_ = 0;
+};
+
+const ConsoleEncoding& consoleEncoding() {
+  static const ConsoleEncoding encoding;
+  return encoding;
+}
+
 // Ends the process without exit handlers, as signals do.
 [[noreturn]] void terminate() {
+  consoleEncoding().restore();
   constexpr UINT kControlC = 0xC000013A;  // the system's own status for such an end
   TerminateProcess(GetCurrentProcess(), kControlC);
   std::abort();
@@ -49,27 +81,6 @@ BOOL WINAPI onEvent(DWORD event) {
   // The system ends the process when this thread returns from these events.
   if (signal == kHangUp) Sleep(INFINITE);
   return TRUE;
-}
-
-// The encoding of a console differs from that of programs on most systems (850 and 1252, say).
-class ConsoleEncoding {
- public:
-  ConsoleEncoding() { SetConsoleOutputCP(GetACP()); }
-  ConsoleEncoding(const ConsoleEncoding&) = delete;
-  ConsoleEncoding& operator=(const ConsoleEncoding&) = delete;
-  ~ConsoleEncoding() { restore(); }
-
-  void restore() const {
-    if (before_ != 0) SetConsoleOutputCP(before_);
-  }
-
- private:
-  const UINT before_ = GetConsoleOutputCP();
-};
-
-const ConsoleEncoding& consoleEncoding() {
-  static const ConsoleEncoding encoding;
-  return encoding;
 }
 
 std::string reason() {
@@ -141,12 +152,17 @@ const char* signalName(int signal) {
 
 void endBy(int) {
   flush();
-  consoleEncoding().restore();
   terminate();
 }
 
 const char* errorText(int error) {
   return std::strerror(error);
+}
+
+std::string errorText(const boost::system::error_code& error) {
+  const boost::system::error_condition condition = error.default_error_condition();
+  const bool hasErrno = condition.category() == boost::system::generic_category();
+  return hasErrno ? errorText(condition.value()) : error.message();
 }
 
 void openStandardStreams() {

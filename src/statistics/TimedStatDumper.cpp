@@ -34,8 +34,7 @@ Poco::ThreadPool& timerThreads() {
 
 // Calls an operation on a file until no other program has the file open, or the patience ends.
 template <typename Operation>
-void withPatience(const Operation& operation) {
-  base::FilePatience patience;
+void withPatience(base::FilePatience& patience, const Operation& operation) {
   while (true) {
     try {
       return operation();
@@ -96,10 +95,11 @@ void TimedStatDumper::replaceFile() {
   // Both paths exist before the old file is removed: after that, no allocation may fail.
   const fs::path temporary(written.name);
   const fs::path target(fileName_);
-  withPatience([&] {
+  base::FilePatience patience;
+  withPatience(patience, [&] {
     if (fs::exists(target)) fs::remove(target);
   });
-  withPatience([&] {
+  withPatience(patience, [&] {
     if (fs::exists(temporary)) fs::rename(temporary, target);
   });
 }

@@ -40,11 +40,11 @@ std::unique_ptr<Rule> createRule(const std::string& name, const Json::Value& par
   std::unique_ptr<cppbind::Object> object;
   cppbind::withClass(name, [&] { object.reset(reg.create<cppbind::Object>(name, parameter)); });
   Rule* const rule = dynamic_cast<Rule*>(object.get());
-  if (rule == nullptr) printReason("class " + name + " is not a rule");
+  if (rule == nullptr) printReason("class " + base::systemText(name) + " is not a rule");
   CPPBIND_ASSERT(rule);
   static_cast<void>(object.release());
   std::unique_ptr<Rule> owned(rule);
-  LIBVARROW_LOG_DEBUG("Created rule %s\n", rule->dumpStr().c_str());
+  LIBVARROW_LOG_DEBUG("Created rule %s\n", base::systemText(rule->dumpStr()).c_str());
   return owned;
 }
 
@@ -83,7 +83,7 @@ class GroupReader {
 
   void logSummary() const {
     std::string text = "\n<<<<<<\n";
-    for (const auto& rule : rules_) text += rule->dumpStr() + "\n";
+    for (const auto& rule : rules_) text += base::systemText(rule->dumpStr()) + "\n";
     text += "<<<<<<\n";
     LIBVARROW_LOG_DEBUG("%s", text.c_str());
   }

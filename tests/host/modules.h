@@ -71,8 +71,8 @@ struct Act : libvarrow::Module {
   void setBind(cppbind::Binder* binder, bool bindFields) {
     if (!bindFields) return;
     binder->field("how", how)
-        .oneOf({"write", "print", "keep", "report", "break", "throw", "throw a number", "check",
-                "crash", "trace", "wait", "hang"});
+        .oneOf({"write", "print", "keep", "report", "break", "throw", "throw a number",
+                "throw a text of the system", "check", "crash", "trace", "wait", "hang"});
     binder->field("text", text, "");
     binder->field("order_seed", seed, 7);
   }
@@ -85,6 +85,9 @@ struct Act : libvarrow::Module {
     if (how == "break") throw libvarrow::RulesBroken(text);
     if (how == "throw") throw std::runtime_error(text);
     if (how == "throw a number") throw 1;
+    if (how == "throw a text of the system") {
+      throw std::runtime_error(libvarrow::utility::fromUtf8(text));
+    }
     if (how == "check") LIBVARROW_CHECK(text == "never");
     if (how == "crash") std::raise(SIGSEGV);
     if (how == "wait" || how == "hang") wait(*data);

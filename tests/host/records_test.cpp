@@ -93,6 +93,22 @@ TEST_F(Records, AreJsonForEveryNumberAndName) {
   EXPECT_TRUE(contains(output, "0_" + name + ": after_process/open.txt:1")) << output;
 }
 
+TEST_F(Records, NameAStepOfAClassInANamespaceAsUntilDoes) {
+  writePipeline(R"({"a::B": {"how": "print"}}, )" + act("throw", "late"));
+  libvarrow::Host host("orders", "");
+  registerOrders(host);
+  host.regClass<Act>("a::B");
+  Orders data;
+  libvarrow::RunOptions settings;
+  settings.pipeline = "p.json";
+  settings.folder = "run";
+  settings.overwrite = true;
+  EXPECT_EQ("1_Act", host.execute(settings, data).step);
+  settings.until = linesOf("run/steps.jsonl")[1]["step"].asString();
+  EXPECT_EQ("", host.execute(settings, data).error);
+  EXPECT_TRUE(fs::exists("run/dump/" + settings.until + "/out_info.json"));
+}
+
 TEST_F(Records, OfAFailedRunNameEachStepWithItsPlaceAndFigures) {
   const std::string chain = R"({"ChainedModule": {"modules": [{"Receive": {"count": 3}}, )";
   writePipeline(act("keep", "in\\u0000\\u00e9") + ",\n  " + chain + act("throw", "no orders") +

@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "base/out_of_memory.h"
+#include "base/system_text.h"
 #include "cppbind/cppbind.h"
 #include "object_notes.h"
 
@@ -33,7 +34,7 @@ std::string failureOf(const Body& body) {
     return std::string();
   } catch (const std::exception& error) {
     if (libvarrow::base::isOutOfMemory(error)) throw std::bad_alloc();
-    const std::string text = error.what();
+    const std::string text = libvarrow::base::utf8Text(error.what());
     return text.empty() ? "an exception without a text" : text;
   } catch (...) {
     return "an exception of unknown type";

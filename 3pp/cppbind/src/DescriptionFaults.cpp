@@ -8,6 +8,7 @@
 
 #include "base/out_of_memory.h"
 #include "base/readable_json.h"
+#include "base/system_text.h"
 #include "cppbind/cppbind.h"
 #include "exact_duration.h"
 #include "json_form.h"
@@ -107,8 +108,8 @@ class FaultFinder {
     } catch (const std::exception& error) {
       if (libvarrow::base::isOutOfMemory(error)) throw std::bad_alloc();
       const Json::Value json = detail::shortened(field.value, *field.defaultValue);
-      add(place,
-          "default " + libvarrow::base::readable_json::onOneLine(json) + ": " + error.what());
+      add(place, "default " + libvarrow::base::readable_json::onOneLine(json) + ": " +
+                     libvarrow::base::utf8Text(error.what()));
     }
   }
 

@@ -8,8 +8,8 @@ namespace cppbind {
 
 namespace {
 
-// Removes the keywords that Visual C++ writes before the names of types, also in arguments of
-// templates. Other compilers write none.
+// Removes a keyword that Visual C++ writes before the names of types, also in arguments of
+// templates. Its names need no demangling; other compilers write no keywords.
 void removeKeyword(std::string& name, std::string_view keyword) {
   constexpr std::string_view kBeforeAName = "<,(` ";
   std::size_t found = 0;
@@ -30,6 +30,7 @@ std::string readableName(const char* name) {
   // instead.
   if (demangled.get() == nullptr) throw std::bad_alloc();
   std::string readable = demangled.get();
+  if (demangled.get() != name) return readable;
   for (const char* keyword : {"class ", "struct ", "union ", "enum "}) {
     removeKeyword(readable, keyword);
   }

@@ -94,7 +94,7 @@ void ReadOrders::processImp(libvarrow::ModuleData* data) {
     cppbind::JsonDecodeBinder().decode(cppbind::readJsonFile(file_.path(*data).string()), file);
     planOf(data).orders = std::move(file.orders);
   } catch (const cppbind::ParseErrorException& error) {
-    throw std::runtime_error(file_.name() + ": " + error.what());
+    throw std::runtime_error(libvarrow::utility::pathFromUtf8(file_.name()) + ": " + error.what());
   }
 }
 // [/read]

@@ -34,12 +34,14 @@ struct RunResult {
     Ended         ///< ended on request before the last step, with whole statistics
   };
 
-  End end = End::Failed;                   ///< how the run ended
-  boost::filesystem::path folder{};        ///< the run folder; empty when none was made
-  std::vector<FileFaults> faults{};        ///< of the files; a run with warnings only is done
-  std::vector<std::string> brokenRules{};  ///< the texts of reportRulesBroken()
-  std::string step{};                      ///< the failed step, "1_ChainedModule/0_Plan", in UTF-8
-  std::string error{};                     ///< file, position, step and reason in one line
+  End end = End::Failed;             ///< how the run ended
+  boost::filesystem::path folder{};  ///< the run folder; empty when none was made
+  std::vector<FileFaults> faults{};  ///< of the files; a run with warnings only is done
+  /// The texts of reportRulesBroken(), in the encoding of the system.
+  std::vector<std::string> brokenRules{};
+  std::string step{};  ///< the failed step, "1_ChainedModule/0_Plan", in UTF-8
+  /// File, position, step and reason in one line, in the encoding of the system.
+  std::string error{};
 
   /// Returns the exit status: kDone, kRulesBroken, or kFailed for the other ends.
   ExitStatus status() const {

@@ -10,6 +10,7 @@
 #include "base/nearest_name.h"
 #include "host/commands/commands.h"
 #include "host/commands/pipeline_options.h"
+#include "host/json_string.h"
 #include "libvarrow/json/json.h"
 #include "libvarrow/module/pipeline_schema.h"
 #include "libvarrow/xrule/rule_file_schema.h"
@@ -75,6 +76,7 @@ class ClassesCommand : public Command {
   }
 
   int run(CommandContext& context) override {
+    name_ = jsonString(name_).asString();  // names of classes are UTF-8
     plugins_.apply(state_);
     state_.loadPlugins();
     if (!name_.empty()) {
@@ -85,8 +87,9 @@ class ClassesCommand : public Command {
       json["rules"] = listOf(cppbind::describe(*state_.rules));
       context.out() << Json2Str(json);
     } else {
-      context.out() << pipelineReference(*state_.modules);
-      if (!state_.rules->empty()) context.out() << '\n' << ruleFileReference(*state_.rules);
+      context.out() << programText(pipelineReference(*state_.modules));
+      if (!state_.rules->empty())
+        context.out() << '\n' << programText(ruleFileReference(*state_.rules));
     }
     return kDone;
   }
@@ -108,12 +111,12 @@ class ClassesCommand : public Command {
                          });
         const Description one = only(all, object->id);
         context.out() << (context.wantsJson() ? Json2Str(listOf(one))
-                                              : cppbind::markdownReference(one));
+                                              : programText(cppbind::markdownReference(one)));
         return;
       }
     }
-    throw std::runtime_error("no class is registered under " + name_ +
-                             base::suggestion(nearest.name()));
+    throw std::runtime_error(
+        programText("no class is registered under " + name_ + base::suggestion(nearest.name())));
   }
 
   HostState& state_;

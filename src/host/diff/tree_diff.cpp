@@ -4,7 +4,6 @@
 #include <utility>
 
 #include "host/diff/file_diff.h"
-#include "host/error_text.h"
 #include "host/json_string.h"
 #include "host/system.h"
 
@@ -22,7 +21,8 @@ fs::file_type typeOf(const fs::path& path) {
   boost::system::error_code error;
   const fs::file_type type = fs::symlink_status(path, error).type();
   if (type == fs::status_error) {
-    throw std::runtime_error(path.generic_string() + " cannot be read: " + errorText(error));
+    throw std::runtime_error(path.generic_string() +
+                             " cannot be read: " + system::errorText(error));
   }
   return type;
 }

@@ -6,7 +6,7 @@
 #include <mutex>
 #include <utility>
 
-#include "host/json_string.h"
+#include "base/system_text.h"
 #include "host/utc_text.h"
 
 namespace libvarrow::host {
@@ -35,7 +35,7 @@ class LogWarnings::Appender : public log4cplus::Appender {
     Json::Value& entry = messages_->list.append(Json::Value(Json::objectValue));
     entry["time"] = utcText(event.getTimestamp());
     entry["level"] = log4cplus::getLogLevelManager().toString(event.getLogLevel());
-    entry["text"] = jsonString(event.getMessage());
+    entry["text"] = base::utf8Text(event.getMessage());
   }
 
  private:

@@ -20,8 +20,9 @@ struct FaultNotes;
 /// list indices ("[2]") and class names, from the outermost object inward.
 ///
 /// what() joins path and message: "modules[2].Dispatch.rule: not found". It is in the encoding of
-/// the system, as that of other exceptions, for a console or a log; path and message are UTF-8, as
-/// the JSON is. (A message that another exception had may be in the encoding of the system, too.)
+/// the system, as what() of other exceptions is, for a console or a log; path and message are
+/// UTF-8, as the JSON is. (A message that another exception had may be in the encoding of the
+/// system, too.)
 class CPPBIND_API ParseErrorException : public std::exception {
  public:
   /// Creates an error without a path.
