@@ -44,6 +44,21 @@ std::string convertedBy(Convert* convert, const std::string& text) {
   }
 }
 
+// Returns a text with "%E6" in place of a byte that is not ASCII.
+std::string escaped(const std::string& text) {
+  constexpr const char* kDigits = "0123456789ABCDEF";
+  std::string escaped;
+  for (const char c : text) {
+    const auto byte = static_cast<unsigned char>(c);
+    if (byte < 0x80) {
+      escaped += c;
+    } else {
+      escaped.append({'%', kDigits[byte >> 4U], kDigits[byte & 0xFU]});
+    }
+  }
+  return escaped;
+}
+
 }  // namespace
 
 const std::string& codePageName() {
@@ -79,8 +94,12 @@ std::string utf8Text(std::string text) {
 }
 
 std::string systemName(std::string name) {
-  std::string converted = systemText(name);
-  return converted == name || toUtf8(converted) == name ? converted : name;
+  if (isUtf8System() || isAscii(name) || !isValidUtf8(name)) return name;
+  std::string converted = fromUtf8(name);
+  if (converted != name && toUtf8(converted) == name) return converted;
+  const std::string shown = toUtf8(name);
+  // Else the system would read some of the bytes as "?", which no file may have in its name.
+  return shown != name && fromUtf8(shown) == name ? name : escaped(name);
 }
 
 }  // namespace libvarrow::base

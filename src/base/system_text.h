@@ -32,8 +32,7 @@ std::string utf8OfSystem(std::string text);
 /// Returns a text in UTF-8 that may be UTF-8 already: valid UTF-8 is returned unchanged.
 std::string utf8Text(std::string text);
 
-/// Returns a path, or a part of it, that a text of JSON names. Unlike systemText(), keeps a text
-/// unchanged that has a character which the system's encoding lacks: two names never become one.
+/// Returns a path, or a part of it, that a text of JSON names; see utility::pathFromUtf8().
 std::string systemName(std::string name);
 
 }  // namespace libvarrow::base

@@ -47,7 +47,7 @@ TYPED_TEST(ChainTest, EveryModuleOfAChainHasANumberedDirectory) {
        {twice, boost::make_shared<Worker>(name), twice, boost::make_shared<Worker>(utf8)}) {
     this->chain.addModule(module);
   }
-  this->chain.addModule(boost::make_shared<Worker>("a::B<C*>"));  // no file name of Windows
+  this->chain.addModule(boost::make_shared<Worker>("a::B<C*>ℵ"));  // no file name of Windows
   this->chain.processImp(&this->data);
   const std::vector<std::string>& paths = this->data.workPaths;
   ASSERT_EQ(105u, paths.size());

@@ -23,9 +23,10 @@ LIBVARROW_API std::string fromUtf8(std::string&& utf8);
 LIBVARROW_API std::string toUtf8(const std::string& text);
 
 /// Returns a path, or a part of one, that a text of JSON names, in the program's narrow encoding.
-/// Unlike fromUtf8(), never leaves out a character, so that two names never become one: returns a
-/// text unchanged that has a character which the encoding lacks, or that is not UTF-8. For the name
-/// of an input file, InputFile does the same.
+/// Unlike fromUtf8(), never leaves out a character, so that two names never become one. A text with
+/// a character that the encoding lacks is returned unchanged where its bytes are characters of the
+/// encoding, otherwise with "%E6" in place of each byte that is not ASCII. A text that is not UTF-8
+/// is returned unchanged. For the name of an input file, InputFile does the same.
 LIBVARROW_API std::string pathFromUtf8(const std::string& utf8);
 
 }  // namespace libvarrow::utility
