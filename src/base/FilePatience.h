@@ -16,9 +16,11 @@ class FilePatience {
   /// Returns true after a pause when `error` may be that of an open file; the pauses of one object
   /// are four seconds at most. Returns false at once for success and other errors, on POSIX systems
   /// always.
-  bool isWorthATry(const boost::system::error_code& error) noexcept;
+  bool isWorthATry(const boost::system::error_code& error);
 
  private:
+  static bool mayBeOpen(const boost::system::error_code& error) noexcept;
+
   int pauses_ = 0;
 };
 

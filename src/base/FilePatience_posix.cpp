@@ -2,7 +2,7 @@
 
 namespace libvarrow::base {
 
-bool FilePatience::isWorthATry(const boost::system::error_code& /*error*/) noexcept {
+bool FilePatience::mayBeOpen(const boost::system::error_code& /*error*/) noexcept {
   return false;  // open files are removed and renamed like others
 }
 

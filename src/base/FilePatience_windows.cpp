@@ -4,11 +4,7 @@
 
 namespace libvarrow::base {
 
-namespace {
-
-constexpr int kMostPauses = 12;  // 1, 2, 4, ... 2048 ms
-
-bool mayBeOpen(const boost::system::error_code& error) noexcept {
+bool FilePatience::mayBeOpen(const boost::system::error_code& error) noexcept {
   switch (error.value()) {
     case ERROR_ACCESS_DENIED:  // a rename onto an open file; a removal that waits for its closing
     case ERROR_SHARING_VIOLATION:
@@ -18,14 +14,6 @@ bool mayBeOpen(const boost::system::error_code& error) noexcept {
     default:
       return false;
   }
-}
-
-}  // namespace
-
-bool FilePatience::isWorthATry(const boost::system::error_code& error) noexcept {
-  if (!mayBeOpen(error) || pauses_ == kMostPauses) return false;
-  Sleep(DWORD{1} << pauses_++);
-  return true;
 }
 
 }  // namespace libvarrow::base
