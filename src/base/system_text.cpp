@@ -33,9 +33,10 @@ bool isAscii(const std::string& text) {
   return endOfAscii(begin, begin + text.size()) == begin + text.size();
 }
 
+using Convert = std::string(const std::string& text, const std::string& charset, conv::method_type);
+
 // Returns the text itself when the converter does not know the encoding: a text that is hard to
 // read is better than an error about another one.
-using Convert = std::string(const std::string& text, const std::string& charset, conv::method_type);
 std::string convertedBy(Convert* convert, const std::string& text) {
   try {
     return convert(text, encoding(), conv::default_method);
@@ -47,16 +48,16 @@ std::string convertedBy(Convert* convert, const std::string& text) {
 // Returns a text with "%E6" in place of a byte that is not ASCII.
 std::string escaped(const std::string& text) {
   constexpr const char* kDigits = "0123456789ABCDEF";
-  std::string escaped;
+  std::string ascii;
   for (const char c : text) {
     const auto byte = static_cast<unsigned char>(c);
     if (byte < 0x80) {
-      escaped += c;
+      ascii += c;
     } else {
-      escaped.append({'%', kDigits[byte >> 4U], kDigits[byte & 0xFU]});
+      ascii.append({'%', kDigits[byte >> 4U], kDigits[byte & 0xFU]});
     }
   }
-  return escaped;
+  return ascii;
 }
 
 }  // namespace
@@ -97,9 +98,9 @@ std::string systemName(std::string name) {
   if (isUtf8System() || isAscii(name) || !isValidUtf8(name)) return name;
   std::string converted = fromUtf8(name);
   if (converted != name && toUtf8(converted) == name) return converted;
-  const std::string shown = toUtf8(name);
+  const std::string misread = toUtf8(name);
   // Else the system would read some of the bytes as "?", which no file may have in its name.
-  return shown != name && fromUtf8(shown) == name ? name : escaped(name);
+  return misread != name && fromUtf8(misread) == name ? name : escaped(name);
 }
 
 }  // namespace libvarrow::base
