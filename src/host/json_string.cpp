@@ -1,7 +1,6 @@
 #include "host/json_string.h"
 
 #include <algorithm>
-#include <utility>
 
 #include "base/system_text.h"
 #include "libvarrow/utility/UTFConverter.h"
@@ -30,16 +29,12 @@ std::string programText(const std::string& utf8) {
   return isUtf8System() ? utf8 : utility::fromUtf8(utf8);
 }
 
-std::string utf8Name(std::string name) {
-  return base::utf8Text(std::move(name));
-}
-
 std::string stepOfPath(std::string path) {
   if (isUtf8System()) return path;
   std::string step;
   for (std::size_t begin = 0; begin <= path.size();) {
     const std::size_t end = std::min(path.find('/', begin), path.size());
-    step += (begin == 0 ? "" : "/") + utf8Name(path.substr(begin, end - begin));
+    step += (begin == 0 ? "" : "/") + base::utf8Text(path.substr(begin, end - begin));
     begin = end + 1;
   }
   return step;

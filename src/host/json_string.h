@@ -18,10 +18,6 @@ Json::Value jsonString(const boost::filesystem::path& path);
 /// Leaves out characters that the system's encoding lacks.
 std::string programText(const std::string& utf8);
 
-/// Returns the name of a module or a step in UTF-8, as names of classes, statistics and spans are.
-/// A module may return the name of its folder in the encoding of the system instead.
-std::string utf8Name(std::string name);
-
 /// Returns the path of a step below the dumps of a run as the step's name, which is UTF-8. Names of
 /// folders that the system's encoding lacks are UTF-8 in the path, too.
 std::string stepOfPath(std::string path);

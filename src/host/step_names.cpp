@@ -7,6 +7,7 @@
 
 #include "base/folder_name.h"
 #include "base/nearest_name.h"
+#include "base/system_text.h"
 #include "host/json_string.h"
 #include "libvarrow/module/ChainedModule.h"
 #include "libvarrow/module/ChainedModuleV2.h"
@@ -31,7 +32,7 @@ bool collect(const Module& chain, const std::string& prefix, const std::string& 
   if (steps == nullptr) return !prefix.empty() && step.compare(0, prefix.size(), prefix) == 0;
   for (std::size_t i = 0; i < steps->size(); ++i) {
     names.push_back(prefix + std::to_string(i) + "_" +
-                    utf8Name(base::folderName((*steps)[i]->getModuleName())));
+                    base::utf8Text(base::folderName((*steps)[i]->getModuleName())));
     if (collect(*(*steps)[i], names.back() + "/", step, names)) return true;
   }
   return false;

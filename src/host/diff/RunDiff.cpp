@@ -8,6 +8,7 @@
 #include <stdexcept>
 #include <utility>
 
+#include "base/system_text.h"
 #include "host/RunRecord.h"
 #include "host/diff/file_diff.h"
 #include "host/diff/json_diff.h"
@@ -277,7 +278,7 @@ void RunDiff::compareDumps(const StepEvent& left, const StepEvent& right) {
   const char* const key = left.isBegin ? "before" : "after";
   const bool areFiguresKnown = left.line->isMember(key) && right.line->isMember(key);
   for (const std::string& name : inReadingOrder(namesInBoth(folders))) {
-    const std::string inner = (left.step.empty() ? "" : left.step + "/") + utf8Name(name);
+    const std::string inner = (left.step.empty() ? "" : left.step + "/") + base::utf8Text(name);
     const bool isStep = leftEvents_.hasStep(inner) || rightEvents_.hasStep(inner);
     const bool isInput = ofInput.count(name) > 0;
     if (isStep || isInput != left.isBegin || name == kStatisticsOfStep) continue;

@@ -3,6 +3,7 @@
 #include <cerrno>
 #include <stdexcept>
 
+#include "base/system_text.h"
 #include "host/json_string.h"
 #include "host/records/json_line.h"
 #include "host/run_file_names.h"
@@ -25,7 +26,7 @@ void StepRecord::begins(Step& step, Module& module, ModuleData& data) {
   step.begin = Clock::now();
   step.processorTime = system::processUse().processorTime;
   beginLine("begin", step);
-  add<std::string_view>(R"(,"class":)", utf8Name(module.getModuleName()));
+  add<std::string_view>(R"(,"class":)", base::utf8Text(module.getModuleName()));
   add<std::string_view>(R"(,"time":)", utcText(std::chrono::system_clock::now()));
   add<std::chrono::nanoseconds>(R"(,"at":)", step.begin - begin_);
   add(R"(,"place":)", jsonString(step.place));
